@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QDate>
+
+#include <cstdint>
+
+/// Week of a date counted from `yearStart`'s 1 January: whole days / 7 rounded down, plus 1. 1 to 7 January are week 1,
+/// 31 December is week 53; it has nothing to do with weekdays. A date before that 1 January gives 0 or less.
+std::int16_t weekNumber(QDate date, QDate yearOf);
+inline std::int16_t weekNumber(QDate date)
+{
+    return weekNumber(date, date);
+}

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/basic/SerialDate.h"
+
+#include <QString>
+
+namespace basic
+{
+
+/// Formats a date by a pattern of d, dd, m, mm, nn (minutes), h, hh, s, ss, yy, yyyy without regard to case; a run of
+/// m directly after an h run also means minutes. Other characters stand for themselves. Digits are always 0 to 9.
+QString formatDate(SerialDate date, QStringView pattern);
+QString formatDate(QDate date, QStringView pattern);
+
+/// The user's locale's long form, and its short form with a four-digit year.
+QString longDate(QDate date);
+QString shortDate(QDate date);
+
+/// Reads a date as people leave it in a text file: yyyy/mm/dd, yyyy-mm-dd, dd/mm/yyyy (day first unless that gives no
+/// date). An invalid QDate when the text is none of these.
+QDate dateFromText(QStringView text);
+
+/// `decimals` digits behind a point whatever the locale, halves away from zero: "#0" is 0 decimals, "#0.00" is 2.
+QString formatFixed(double value, int decimals);
+
+/// Shortest decimal text that reads back as the same 32-bit float: 1.1, never 1.10000002384186.
+QString singleText(float value);
+/// Shortest decimal text of a double, at most 15 digits, point whatever the locale.
+QString doubleText(double value);
+
+/// "True" or "False", as a Boolean joined to a text.
+QString booleanText(bool value);
+
+} // namespace basic

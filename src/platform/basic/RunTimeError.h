@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <exception>
+
+namespace basic
+{
+
+/// The classic run-time error numbers that this program raises itself.
+enum class ErrorNumber : int {
+    InvalidArgument = 5,
+    Overflow = 6,
+    SubscriptOutOfRange = 9,
+    DivisionByZero = 11,
+    TypeMismatch = 13,
+    BadFileName = 52,
+    FileNotFound = 53,
+    FileAlreadyOpen = 55,
+    DeviceError = 57,
+    DiskFull = 61,
+    InputPastEnd = 62,
+    PermissionDenied = 70,
+    PathFileAccess = 75,
+    PathNotFound = 76,
+    ObjectNotSet = 91,
+};
+
+/// Every failure of the platform rooms: a number that handlers may test and a sentence for people.
+class RunTimeError : public std::exception
+{
+public:
+    RunTimeError(int number, QString description);
+    RunTimeError(ErrorNumber number, QString description);
+
+    int number() const noexcept { return number_; }
+    const QString &description() const noexcept { return description_; }
+    const char *what() const noexcept override { return what_.constData(); }
+
+private:
+    int number_;
+    QString description_;
+    QByteArray what_;
+};
+
+/// Runs `body` and swallows a RunTimeError, nothing else: the one form of "leaves silently".
+/// Returns whether the body ran to its end.
+template <typename Body> bool leaveSilently(Body &&body)
+{
+    try {
+        body();
+        return true;
+    } catch (const RunTimeError &) {
+        return false;
+    }
+}
+
+} // namespace basic

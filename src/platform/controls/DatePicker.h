@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QDateEdit>
+
+namespace controls
+{
+
+/// A date with a calendar. Format yyyy/MM/dd unless set otherwise. The mouse wheel changes nothing.
+class DatePicker : public QDateEdit
+{
+    Q_OBJECT
+public:
+    explicit DatePicker(QWidget *parent = nullptr);
+
+    QDate Value() const { return date(); }
+    /// Silent. An invalid date is ignored.
+    void setValue(QDate date);
+
+Q_SIGNALS:
+    /// The user changed the date, once per finished change of keys, arrows or calendar.
+    void Change();
+    void LostFocus();
+
+protected:
+    void focusOutEvent(QFocusEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+};
+
+} // namespace controls

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QComboBox>
+
+namespace controls
+{
+
+/// An editable list of texts, each with a key as item data. The text may be one that is not in the list: it is shown, kept, and
+/// the list index is then -1. The mouse wheel over a closed box scrolls the screen and changes nothing.
+class ItemCombo : public QComboBox
+{
+    Q_OBJECT
+public:
+    explicit ItemCombo(QWidget *parent = nullptr);
+
+    /// Silent.
+    void AddItem(const QString &text, qint32 itemData = 0);
+    /// Empties list and text. Silent.
+    void Clear();
+    int ListCount() const { return count(); }
+    int ListIndex() const;
+    /// Raises Click, also for -1 and for the index it already had. -1 empties the text. Error 9 (381 in its class) out of range.
+    void setListIndex(int index);
+    /// Key of an entry; error 9 for an index that is not in the list.
+    qint32 ItemData(int index) const;
+    QString List(int index) const { return itemText(index); }
+    QString Text() const { return currentText(); }
+    /// Shows a text, in the list or not; the index follows the first equal entry. Silent.
+    void setText(const QString &text);
+    /// When false the user can choose but not type.
+    void setTypingAllowed(bool allowed);
+
+Q_SIGNALS:
+    /// The user chose an entry, also the one that was chosen already; or setListIndex was called.
+    void Click();
+    /// The user typed in the box.
+    void Change();
+
+protected:
+    void wheelEvent(QWheelEvent *event) override;
+};
+
+} // namespace controls

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/dao/DataError.h"
+#include "platform/dao/Recordset.h"
+#include "platform/dao/TableDef.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+namespace dao
+{
+
+/// An open database file.
+///
+/// SQL is taken in the dialect that the screens write: names without regard to case, bare or in [brackets]; #mm/dd/yyyy# dates;
+/// True and False; table!field or table.field; Datepart('yyyy', field); joins by comma or INNER JOIN, in round brackets or not;
+/// nested IN (Select ...); text in single quotes, a doubled quote inside standing for one. Literals become bound
+/// parameters, so a statement is parsed once per shape. A name that is no field raises 3061, an unknown table 3078, text that
+/// cannot be read 3075.
+///
+/// Text compares and sorts without regard to case and accents; apostrophes and hyphens only break ties.
+/// Closing happens with the object. Not for use from several threads.
+class Database
+{
+public:
+    struct State;
+    explicit Database(std::unique_ptr<State> state);
+    ~Database();
+    Database(const Database &) = delete;
+    Database &operator=(const Database &) = delete;
+
+    /// Full path of the file.
+    const QString &Name() const;
+
+    Recordset OpenRecordset(const QString &sql, RecordsetType type = RecordsetType::Snapshot);
+    /// Runs an UPDATE, INSERT or DELETE statement; returns the number of rows that it touched.
+    int Execute(const QString &sql);
+
+    /// A definition to fill and to Append.
+    TableDef CreateTableDef(const QString &name) const { return TableDef(name); }
+    void Append(const TableDef &definition);
+    /// Adds a field to a table in the file; existing rows hold null in it, a Boolean False.
+    void Append(const QString &table, const Field &field);
+    /// By name without regard to case; 3265 when there is none.
+    TableDef tableDef(const QString &name) const;
+    QStringList tableNames() const;
+
+    /// Copies the whole database, as of one moment, to a file that must not exist. Written beside and renamed.
+    void backupTo(const QString &path) const;
+    /// Reads the whole file and returns what is wrong with it; empty when nothing is.
+    QStringList checkIntegrity(const std::function<void(int percent)> &progress = {}) const;
+
+    /// The engine's state, for WriteScope and the recordsets.
+    State &state() { return *state_; }
+
+private:
+    std::unique_ptr<State> state_;
+};
+
+/// Bulk work as one unit of the file: changes between construction and destruction reach the disk together at the end.
+/// Also when an error passes through, what was written before it stays (a partly done step is kept, as the screens' rules
+/// say); a process killed inside a scope leaves nothing of it. Scopes nest; the outermost counts. Call commit() to learn of a
+/// failed write; the destructor is silent and rolls back when the commit fails.
+class WriteScope
+{
+public:
+    explicit WriteScope(Database &database);
+    ~WriteScope();
+    WriteScope(const WriteScope &) = delete;
+    WriteScope &operator=(const WriteScope &) = delete;
+    void commit();
+    /// Drops everything written since construction.
+    void rollback();
+
+private:
+    Database &database_;
+    bool open_ = true;
+};
+
+/// Where databases are opened and made.
+class Workspace
+{
+public:
+    /// Opens an existing file; never creates one. `connect` holds ";pwd=..." . 3024 no such file, 3031 wrong password, 3051 no
+    /// rights or a folder in its place, 3045 opened exclusively elsewhere, 3049 damaged, 3343 no database of this program.
+    static std::unique_ptr<Database> OpenDatabase(const QString &path, bool exclusive, bool readOnly, const QString &connect);
+    /// Makes a new empty file with the password of `connect`; 3204 is not raised: an existing file is refused with 75.
+    static std::unique_ptr<Database> CreateDatabase(const QString &path, const QString &connect);
+};
+
+} // namespace dao

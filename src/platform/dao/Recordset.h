@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/dao/Value.h"
+
+#include <QAnyStringView>
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+namespace dao
+{
+
+enum class RecordsetType { Snapshot, Dynaset };
+
+/// Rows of a query, with a current row. Rows are numbered by position only; the set opens on its first row.
+///
+/// A snapshot holds the rows as they were when it was opened and refuses AddNew, Edit and Delete (3027).
+/// A dynaset holds the keys of the rows found when it was opened and their values as last read; it can write when the
+/// query reads one table. Reading or editing a row that has been deleted meanwhile raises 3167.
+///
+/// Fields are named without regard to case, as the query names them (alias or field name). Where two tables of a join give
+/// the same name, the plain name means the first and "table.field" tells them apart. An unknown name raises 3265.
+class Recordset
+{
+public:
+    struct State;
+    explicit Recordset(std::unique_ptr<State> state);
+    Recordset(Recordset &&) noexcept;
+    Recordset &operator=(Recordset &&) noexcept;
+    ~Recordset();
+
+    bool Bof() const;
+    /// True behind the last row, and for an empty set. (The layer's own name is a macro of the C library.)
+    bool Eof() const;
+    /// Rows in the set, whether visited or not.
+    int RecordCount() const;
+    void MoveFirst();
+    void MoveLast();
+    void MovePrevious();
+    /// Past the last row Eof becomes true; a further move raises 3021.
+    void MoveNext();
+    void Close();
+
+    /// Starts a new row. The auto key has its value at once and keeps it if Update follows.
+    void AddNew();
+    void Edit();
+    /// Writes the fields set since AddNew or Edit; durable when it returns, unless a WriteScope is open. After AddNew the
+    /// current row is the one that was current before. 3020 without AddNew or Edit. On failure nothing is written and the
+    /// row stays in editing.
+    void Update();
+    void CancelUpdate();
+    /// Deletes the current row; the set then has no current row until a move.
+    void Delete();
+
+    int fieldCount() const;
+    /// Position of a field, from 0; 3265 when there is none. Positions stay valid while the set is open.
+    int fieldIndex(QAnyStringView name) const;
+    bool hasField(QAnyStringView name) const;
+    QString fieldName(int index) const;
+
+    /// The value in the current row, or in the row being added or edited.
+    Value value(int index) const;
+    Value value(QAnyStringView name) const { return value(fieldIndex(name)); }
+    bool isNull(int index) const;
+    bool isNull(QAnyStringView name) const { return isNull(fieldIndex(name)); }
+
+    /// Null reads as empty text, 0, 0.0 and False; a Boolean read as a number is -1 or 0, a number read as a Boolean is
+    /// false for 0 only. Other types raise 13. text() of a number is its plain text, of a Single its shortest.
+    QString text(int index) const;
+    QString text(QAnyStringView name) const { return text(fieldIndex(name)); }
+    std::int32_t longValue(int index) const;
+    std::int32_t longValue(QAnyStringView name) const { return longValue(fieldIndex(name)); }
+    double number(int index) const;
+    double number(QAnyStringView name) const { return number(fieldIndex(name)); }
+    bool boolean(int index) const;
+    bool boolean(QAnyStringView name) const { return boolean(fieldIndex(name)); }
+    /// Nothing for null; the zero date is given as it is.
+    std::optional<basic::SerialDate> date(int index) const;
+    std::optional<basic::SerialDate> date(QAnyStringView name) const { return date(fieldIndex(name)); }
+
+    /// Sets a field of the row being added or edited. Checks type, size and range: 3163 text too long, 3315 zero-length text
+    /// not allowed, 6 a number beyond the field's range, 3421 a value of another kind.
+    void set(int index, const Value &value);
+    void set(QAnyStringView name, const Value &newValue) { set(fieldIndex(name), newValue); }
+
+private:
+    std::unique_ptr<State> state_;
+};
+
+} // namespace dao

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "shell/ScreenHost.h"
+
+#include <QWidget>
+
+/// Base of the screens that the main window shows one at a time in its client area.
+///
+/// The main window calls activateScreen() when the screen is shown and when the window is entered again from another window,
+/// never when a box or dialog of the program closes. A screen ends by closeScreen(); the main window then unloads it and, once
+/// MenuRestore is true, opens its menu again.
+class ChildScreen : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit ChildScreen(ScreenHost &host, QWidget *parent = nullptr);
+
+    /// Fills the screen from the session. May wait while input lies open; see the screen.
+    virtual void activateScreen() = 0;
+    virtual QString screenTitle() const = 0;
+
+    void closeScreen() { Q_EMIT closeRequested(); }
+
+Q_SIGNALS:
+    void closeRequested();
+
+protected:
+    ScreenHost &host() const { return host_; }
+    SessionContext &session() const { return host_.session(); }
+    clsPestMONNew &objPestMON() const { return host_.objPestMON(); }
+    controls::Dialogs &dialogs() const { return host_.dialogs(); }
+
+private:
+    ScreenHost &host_;
+};

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+namespace controls
+{
+class ItemCombo;
+}
+class clsPestMONNew;
+struct SessionContext;
+class QKeyEvent;
+
+/// Fill a list from a query, one entry a row with its key. Each empties the list first and raises no selection.
+void Fill_Farm_Combo(controls::ItemCombo &combo, clsPestMONNew &objPestMON);
+void Fill_CrGroup_Combo(controls::ItemCombo &combo, clsPestMONNew &objPestMON);
+void Fill_CrType_Combo(controls::ItemCombo &combo, clsPestMONNew &objPestMON, int group);
+void Fill_CrVariety_Combo(controls::ItemCombo &combo, clsPestMONNew &objPestMON, int type);
+void Fill_BlockPlant_Combo(controls::ItemCombo &combo, clsPestMONNew &objPestMON, const SessionContext &session);
+/// The active plantings of the copy in the pest database, by name.
+void Fill_Block_Combo_Temp(controls::ItemCombo &combo, SessionContext &session);
+/// Leaves out workers without a nickname.
+void Fill_Worker_Combo(controls::ItemCombo &combo, clsPestMONNew &objPestMON);
+
+/// Enter moves the focus on as Tab does; the key itself stays as it was.
+void Key_Enter_To_Tab(int keyCode);

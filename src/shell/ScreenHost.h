@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "common/SessionContext.h"
+
+#include <QString>
+
+class clsPestMONNew;
+
+namespace basic
+{
+class RunTimeError;
+}
+namespace controls
+{
+class Dialogs;
+}
+
+/// What a screen may ask of the main window.
+class ScreenHost
+{
+public:
+    virtual ~ScreenHost() = default;
+    virtual SessionContext &session() = 0;
+    virtual clsPestMONNew &objPestMON() = 0;
+    virtual controls::Dialogs &dialogs() = 0;
+    /// What was written last, or what could not be written. Only after the store has answered.
+    virtual void showStatus(const QString &text) = 0;
+    virtual void showFailure(const QString &text) = 0;
+};

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "common/SessionContext.h"
+
+#include <QString>
+
+#include <functional>
+
+/// The in-place upgrades of the pest database and the block copy, run in this order at every start.
+namespace store
+{
+
+/// The name when the pest database has the table, or when asking failed in any way but 3265; else empty.
+QString TestTableExists(SessionContext &session, const QString &table);
+
+/// Makes tblTempBlockPlant when it is missing. Each failing step is handed to `report`, then the next step runs.
+void Ensure_TempBlockTable(SessionContext &session, const std::function<void(const basic::RunTimeError &)> &report);
+
+/// Adds tblPMTrans.PMRepeat when it is missing and sets it False in all rows. Any error ends it silently.
+void Ensure_PMRepeatField(SessionContext &session);
+
+/// Mirrors the plantings of the main database into tblTempBlockPlant. Only rows that differ are written.
+void Update_TempBlock(SessionContext &session);
+
+/// Writes the week of every completed instruction whose stored week differs from that of its completion date.
+void Recalc_PMTransWeek(SessionContext &session);
+
+} // namespace store
