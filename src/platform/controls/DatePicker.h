@@ -20,11 +20,17 @@ public:
 Q_SIGNALS:
     /// The user changed the date, once per finished change of keys, arrows or calendar.
     void Change();
+    /// The field was left; not for its own calendar, nor when the whole window is left.
     void LostFocus();
 
 protected:
     void focusOutEvent(QFocusEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+
+private:
+    void announce(QDate date);
+
+    QDate announced_;
 };
 
 } // namespace controls

@@ -39,6 +39,10 @@ Q_SIGNALS:
 
 protected:
     void wheelEvent(QWheelEvent *event) override;
+
+private:
+    /// The chosen entry; QComboBox's own index clings to an entry while another text is typed.
+    int chosen_ = -1;
 };
 
 } // namespace controls
