@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/basic/RunTimeError.h"
 #include "shell/ScreenHost.h"
 
 #include <QWidget>
@@ -21,6 +22,17 @@ public:
     virtual QString screenTitle() const = 0;
 
     void closeScreen() { Q_EMIT closeRequested(); }
+
+    /// Runs what a signal brought about and shows an error that it does not take itself. No exception may pass through the
+    /// toolkit.
+    template <typename Body> void guarded(Body &&body)
+    {
+        try {
+            body();
+        } catch (const basic::RunTimeError &error) {
+            host_.showError(error);
+        }
+    }
 
 Q_SIGNALS:
     void closeRequested();

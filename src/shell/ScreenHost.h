@@ -27,4 +27,6 @@ public:
     /// What was written last, or what could not be written. Only after the store has answered.
     virtual void showStatus(const QString &text) = 0;
     virtual void showFailure(const QString &text) = 0;
+    /// An error that no handler took: a box with number and description; the screen stays.
+    virtual void showError(const basic::RunTimeError &error) = 0;
 };

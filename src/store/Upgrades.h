@@ -3,6 +3,8 @@
 
 #include "common/SessionContext.h"
 
+#include "platform/dao/TableDef.h"
+
 #include <QString>
 
 #include <functional>
@@ -13,6 +15,8 @@ namespace store
 
 /// The name when the pest database has the table, or when asking failed in any way but 3265; else empty.
 QString TestTableExists(SessionContext &session, const QString &table);
+
+bool ObjectExists(const dao::TableDef &table, const QString &field);
 
 /// Makes tblTempBlockPlant when it is missing. Each failing step is handed to `report`, then the next step runs.
 void Ensure_TempBlockTable(SessionContext &session, const std::function<void(const basic::RunTimeError &)> &report);

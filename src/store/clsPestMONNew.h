@@ -8,7 +8,13 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <optional>
+
+namespace store
+{
+struct KeyedTable;
+}
 
 /// The one data-access class. Every operation goes through the session's database handles.
 ///
@@ -204,6 +210,13 @@ public:
     Recordset Get_FertTransactions_for_Period(SerialDate from, SerialDate to);
 
 private:
+    Recordset mainRows(const QString &sql) const;
+    Recordset pestRows(const QString &sql) const;
+    Recordset sprayRows(const QString &sql) const;
+    /// Runs a writer's body on the pest database and turns its error into a status.
+    Status write(const std::function<void(dao::Database &)> &body);
+    Status deleteFirst(store::KeyedTable table, const QString &condition);
+
     SessionContext &session_;
     std::optional<basic::RunTimeError> lastError_;
 };

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "common/HandOffFiles.h"
+
+#include "common/SessionContext.h"
+#include "platform/basic/Formats.h"
+#include "platform/basic/RunTimeError.h"
+#include "platform/basic/TextFiles.h"
+
+#include <optional>
+
+namespace
+{
+
+constexpr auto PeriodStartFile = "\\FindSDate.txt";
+
+std::optional<QString> existingFile(const SessionContext &session, const char *name)
+{
+    return basic::findPath(session.AppPath + QLatin1String(name));
+}
+
+QString readText(const SessionContext &session, const char *name)
+{
+    const auto path = existingFile(session, name);
+    return path ? basic::readFirstItem(*path) : QString();
+}
+
+} // namespace
+
+void Read_FindFarm(SessionContext &session)
+{
+    session.CurrentFarm = readText(session, "\\Findfarm.txt");
+}
+
+void Read_FindFarmID(SessionContext &session)
+{
+    const auto path = existingFile(session, "\\FindfarmID.txt");
+    session.CurrentFarmID = path ? basic::readFirstLong(*path) : 0;
+}
+
+void Read_FindYear(SessionContext &session)
+{
+    session.CurrentYear = readText(session, "\\Findyear.txt");
+}
+
+void Read_FindYearID(SessionContext &session)
+{
+    if (const auto path = existingFile(session, "\\FindyearID.txt")) {
+        session.CurrentYearID = basic::readFirstLong(*path);
+    } else {
+        session.CurrentFarmID = 0;
+    }
+}
+
+QString Read_FindSDate(SessionContext &session)
+{
+    session.CurrentSDate.clear();
+    const auto path = existingFile(session, PeriodStartFile);
+    if (!path) {
+        return {};
+    }
+    QString reason;
+    try {
+        const QString item = basic::readFirstItem(*path);
+        if (basic::dateFromText(item).isValid()) {
+            session.CurrentSDate = item;
+            return {};
+        }
+        reason = QStringLiteral("\"%1\" is no date").arg(item);
+    } catch (const basic::RunTimeError &error) {
+        reason = error.description();
+    }
+    return QStringLiteral("The period start in %1 was not used: %2").arg(*path, reason);
+}
+
+void Write_FindSDate(const SessionContext &session)
+{
+    basic::writeLine(basic::pathForWriting(session.AppPath + QLatin1String(PeriodStartFile)), session.CurrentSDate);
+}
+
+void Write_FindFarm(const SessionContext &session)
+{
+    basic::writeLine(basic::pathForWriting(session.AppPath + QLatin1String("\\FindFarm.txt")), session.CurrentFarm);
+}

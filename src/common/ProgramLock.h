@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+class QLockFile;
+
+/// Held by whoever works on a farm's folder: the program for as long as it runs, a tool while it replaces files. Given up when
+/// the holder ends, however it ends.
+class ProgramLock
+{
+public:
+    /// Nothing when another living process holds the lock of this folder. The folder is the program's folder.
+    static std::unique_ptr<ProgramLock> tryLock(const QString &appPath);
+    ~ProgramLock();
+
+private:
+    explicit ProgramLock(std::unique_ptr<QLockFile> file);
+    std::unique_ptr<QLockFile> file_;
+};

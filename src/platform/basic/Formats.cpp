@@ -1,0 +1,258 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/basic/Formats.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <optional>
+#include <string>
+
+namespace basic
+{
+
+namespace
+{
+
+/// 0.d1d2d3... times ten to the power `exponent`; no digits is zero.
+struct Decimal {
+    bool negative = false;
+    std::string digits;
+    int exponent = 0;
+};
+
+Decimal fromScientific(std::string_view text)
+{
+    Decimal result;
+    if (text.front() == '-') {
+        result.negative = true;
+        text.remove_prefix(1);
+    }
+    const auto exponentAt = text.find('e');
+    for (const char c : text.substr(0, exponentAt)) {
+        if (c != '.') {
+            result.digits.push_back(c);
+        }
+    }
+    std::string_view power = text.substr(exponentAt + 1);
+    if (power.front() == '+') {
+        power.remove_prefix(1);
+    }
+    std::from_chars(power.data(), power.data() + power.size(), result.exponent);
+    result.exponent += 1;
+    while (!result.digits.empty() && result.digits.back() == '0') {
+        result.digits.pop_back();
+    }
+    return result;
+}
+
+// Fifteen digits are what a double holds of a decimal text, so 1.005 is again the 1.005 that was typed.
+Decimal decimalOf(double value)
+{
+    std::array<char, 40> buffer;
+    const auto end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::scientific, 14).ptr;
+    return fromScientific(std::string_view(buffer.data(), static_cast<std::size_t>(end - buffer.data())));
+}
+
+Decimal decimalOf(float value)
+{
+    std::array<char, 40> buffer;
+    const auto end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::scientific).ptr;
+    return fromScientific(std::string_view(buffer.data(), static_cast<std::size_t>(end - buffer.data())));
+}
+
+/// Keeps `count` digits (which may be none or fewer), halves away from zero.
+void roundDigits(Decimal &number, int count)
+{
+    if (count >= static_cast<int>(number.digits.size())) {
+        return;
+    }
+    const bool up = count >= 0 && number.digits[static_cast<std::size_t>(count)] >= '5';
+    number.digits.resize(static_cast<std::size_t>(std::max(count, 0)));
+    if (!up) {
+        return;
+    }
+    auto at = number.digits.size();
+    while (at > 0 && number.digits[at - 1] == '9') {
+        number.digits[--at] = '0';
+    }
+    if (at > 0) {
+        ++number.digits[at - 1];
+    } else {
+        number.digits.insert(number.digits.begin(), '1');
+        ++number.exponent;
+    }
+}
+
+QString fixedText(Decimal number, int decimals)
+{
+    roundDigits(number, number.exponent + decimals);
+    const auto digitAt = [&number](int position) {
+        return position >= 0 && position < static_cast<int>(number.digits.size())
+            ? number.digits[static_cast<std::size_t>(position)]
+            : '0';
+    };
+    std::string text;
+    for (int place = std::max(number.exponent, 1); place > 0; --place) {
+        text.push_back(digitAt(number.exponent - place));
+    }
+    if (decimals > 0) {
+        text.push_back('.');
+    }
+    for (int place = 0; place < decimals; ++place) {
+        text.push_back(digitAt(number.exponent + place));
+    }
+    const bool isZero = text.find_first_not_of("0.") == std::string::npos;
+    return QString::fromStdString(number.negative && !isZero ? "-" + text : text);
+}
+
+QString plainText(const Decimal &number, int largestExponent)
+{
+    const auto count = static_cast<int>(number.digits.size());
+    if (count == 0) {
+        return QStringLiteral("0");
+    }
+    if (number.exponent > -4 && number.exponent <= largestExponent) {
+        return fixedText(number, std::max(count - number.exponent, 0));
+    }
+    std::string text = number.negative ? "-" : "";
+    text += number.digits.substr(0, 1);
+    if (count > 1) {
+        text += "." + number.digits.substr(1);
+    }
+    const int power = number.exponent - 1;
+    return QString::fromStdString(text)
+        + QStringLiteral("E%1%2").arg(power < 0 ? '-' : '+').arg(std::abs(power), 2, 10, QLatin1Char('0'));
+}
+
+QString digitsOf(int value, int width)
+{
+    return QStringLiteral("%1").arg(value, width, 10, QLatin1Char('0'));
+}
+
+/// The text of one run of pattern letters; nothing when the run is no field of a date.
+std::optional<QString> dateField(QChar letter, int length, bool afterHours, QDate date, QTime time)
+{
+    if (letter == u'y' && (length == 2 || length == 4)) {
+        return digitsOf(length == 2 ? std::abs(date.year()) % 100 : date.year(), length);
+    }
+    if (length > 2) {
+        return std::nullopt;
+    }
+    switch (letter.unicode()) {
+    case u'd':
+        return digitsOf(date.day(), length);
+    case u'm':
+        return digitsOf(afterHours ? time.minute() : date.month(), length);
+    case u'n':
+        return digitsOf(time.minute(), length);
+    case u'h':
+        return digitsOf(time.hour(), length);
+    case u's':
+        return digitsOf(time.second(), length);
+    default:
+        return std::nullopt;
+    }
+}
+
+QString formatMoment(QDate date, QTime time, QStringView pattern)
+{
+    QString result;
+    bool afterHours = false;
+    for (qsizetype at = 0; at < pattern.size();) {
+        const QChar letter = pattern[at].toLower();
+        qsizetype end = at + 1;
+        while (end < pattern.size() && pattern[end].toLower() == letter) {
+            ++end;
+        }
+        const auto field = dateField(letter, static_cast<int>(end - at), afterHours, date, time);
+        result += field ? *field : pattern.mid(at, end - at).toString();
+        if (letter.isLetter()) {
+            afterHours = letter == u'h';
+        }
+        at = end;
+    }
+    return result;
+}
+
+} // namespace
+
+QString formatDate(SerialDate date, QStringView pattern)
+{
+    return formatMoment(date.date(), date.time(), pattern);
+}
+
+QString formatDate(QDate date, QStringView pattern)
+{
+    return formatMoment(date, QTime(0, 0), pattern);
+}
+
+QString longDate(QDate date)
+{
+    return QLocale().toString(date, QLocale::LongFormat);
+}
+
+QString shortDate(QDate date)
+{
+    const QLocale locale;
+    QString format = locale.dateFormat(QLocale::ShortFormat);
+    if (!format.contains(QLatin1String("yyyy"))) {
+        format.replace(QLatin1String("yy"), QLatin1String("yyyy"));
+    }
+    return locale.toString(date, format);
+}
+
+QDate dateFromText(QStringView text)
+{
+    text = text.trimmed();
+    const QChar separator = text.contains(u'/') ? u'/' : u'-';
+    const auto parts = text.split(separator);
+    if (parts.size() != 3) {
+        return {};
+    }
+    std::array<int, 3> numbers{};
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const QStringView part = parts[static_cast<qsizetype>(i)].trimmed();
+        if (!std::all_of(part.begin(), part.end(), [](QChar c) { return c >= u'0' && c <= u'9'; })) {
+            return {};
+        }
+        numbers[i] = part.toInt();
+    }
+    if (parts[0].trimmed().size() == 4) {
+        return QDate(numbers[0], numbers[1], numbers[2]);
+    }
+    if (parts[2].trimmed().size() != 4) {
+        return {};
+    }
+    const QDate dayFirst(numbers[2], numbers[1], numbers[0]);
+    return dayFirst.isValid() ? dayFirst : QDate(numbers[2], numbers[0], numbers[1]);
+}
+
+QString formatFixed(double value, int decimals)
+{
+    return std::isfinite(value) ? fixedText(decimalOf(value), decimals) : QString::number(value);
+}
+
+QString formatFixedSingle(float value, int decimals)
+{
+    return std::isfinite(value) ? fixedText(decimalOf(value), decimals) : QString::number(static_cast<double>(value));
+}
+
+QString singleText(float value)
+{
+    return std::isfinite(value) ? plainText(decimalOf(value), 9) : QString::number(static_cast<double>(value));
+}
+
+QString doubleText(double value)
+{
+    return std::isfinite(value) ? plainText(decimalOf(value), 15) : QString::number(value);
+}
+
+QString booleanText(bool value)
+{
+    return value ? QStringLiteral("True") : QStringLiteral("False");
+}
+
+} // namespace basic

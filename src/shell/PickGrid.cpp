@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/PickGrid.h"
+
+#include "platform/basic/Numbers.h"
+#include "platform/controls/FlexGrid.h"
+
+#include <utility>
+
+namespace
+{
+constexpr int KeyColumn = 1;
+} // namespace
+
+PickGrid::PickGrid(controls::FlexGrid &grid, std::vector<Column> columns) : grid_(grid), columns_(std::move(columns))
+{
+    layOut(0);
+}
+
+void PickGrid::layOut(int count)
+{
+    grid_.Clear();
+    grid_.setCols(static_cast<int>(columns_.size()));
+    grid_.setRows(count + 2);
+    grid_.setFixedRows(1);
+    grid_.setFixedCols(0);
+    for (int col = 0; col < grid_.Cols(); ++col) {
+        const Column &column = columns_[static_cast<std::size_t>(col)];
+        grid_.setColWidth(col, column.width);
+        grid_.setTextMatrix(0, col, column.header);
+        grid_.setCellFontBold(0, col, true);
+    }
+    for (int row = 1; row <= count; ++row) {
+        setMarked(row, false);
+    }
+}
+
+int PickGrid::lastDataRow() const
+{
+    return grid_.Rows() - 2;
+}
+
+bool PickGrid::isDataRow(int row) const
+{
+    return row >= 1 && row <= lastDataRow();
+}
+
+std::int32_t PickGrid::key(int row) const
+{
+    return basic::toLong32(basic::Val(grid_.TextMatrix(row, KeyColumn)));
+}
+
+bool PickGrid::isMarked(int row) const
+{
+    return grid_.CellBackColor(row, markColumn()) == controls::mark::Yellow;
+}
+
+void PickGrid::setMarked(int row, bool marked)
+{
+    grid_.setCellBackColor(row, markColumn(), marked ? controls::mark::Yellow : controls::mark::White);
+}
+
+void PickGrid::markAll(bool marked)
+{
+    for (int row = 1; row <= lastDataRow(); ++row) {
+        setMarked(row, marked);
+        grid_.setTextMatrix(row, markColumn(), marked ? QStringLiteral("+") : QString());
+    }
+}
+
+int PickGrid::Count_Selected() const
+{
+    int count = 0;
+    for (int row = 1; row < grid_.Rows(); ++row) {
+        count += isMarked(row) ? 1 : 0;
+    }
+    return count;
+}

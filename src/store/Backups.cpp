@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/Backups.h"
+
+#include "platform/basic/Clock.h"
+#include "store/Schema.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+namespace store
+{
+
+namespace
+{
+
+const QString DayFormat = QStringLiteral("yyyy-MM-dd");
+
+QString pestFile(const QString &databasesFolder)
+{
+    return databasesFolder + u'/' + fileName(DatabaseFile::Pest);
+}
+
+QString backupFolder(const QString &databasesFolder)
+{
+    return databasesFolder + QStringLiteral("/Backups");
+}
+
+QString copyOfDay(const QString &databasesFolder, QDate day)
+{
+    return backupFolder(databasesFolder) + QStringLiteral("/PestMon-%1.mdb").arg(day.toString(DayFormat));
+}
+
+std::filesystem::path native(const QString &path)
+{
+    return std::filesystem::path(path.toStdU16String());
+}
+
+[[noreturn]] void fail(const QString &what)
+{
+    throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess, what);
+}
+
+/// Replaces the target in one step, so that there is a whole file under its name at every moment.
+void moveOver(const QString &from, const QString &to)
+{
+    std::error_code error;
+    std::filesystem::rename(native(from), native(to), error);
+    if (error)
+        fail(QStringLiteral("%1 could not be written: %2.").arg(to, QString::fromStdString(error.message())));
+}
+
+void makeFolder(const QString &folder)
+{
+    if (!QDir().mkpath(folder))
+        fail(QStringLiteral("The folder %1 could not be made.").arg(folder));
+}
+
+void removeOldest(const QString &databasesFolder)
+{
+    const std::vector<Backup> backups = listBackups(databasesFolder);
+    for (std::size_t i = BackupsKept; i < backups.size(); ++i)
+        QFile::remove(backups[i].path);
+}
+
+void copyOver(const dao::Database &database, const QString &databasesFolder)
+{
+    makeFolder(backupFolder(databasesFolder));
+    const QString target = copyOfDay(databasesFolder, basic::Clock::today());
+    const QString beside = target + QStringLiteral(".new");
+    QFile::remove(beside);
+    database.backupTo(beside);
+    moveOver(beside, target);
+    removeOldest(databasesFolder);
+}
+
+/// Brings a file whose last program was killed to rest, so that no rollback journal belongs to it any more. A file that cannot
+/// be opened keeps its journal, and both are put aside together.
+void bringToRest(const QString &file)
+{
+    basic::leaveSilently([&] {
+        const std::unique_ptr<dao::Database> database = dao::Workspace::OpenDatabase(file, true, false, connectText());
+        database->tableNames();
+    });
+}
+
+/// Where the replaced file goes: a name of its own that no listing takes for a dated copy.
+QString placeForReplaced(const QString &databasesFolder)
+{
+    const QString stem = backupFolder(databasesFolder)
+        + QStringLiteral("/PestMon-replaced-%1").arg(basic::Clock::now().toString(QStringLiteral("yyyy-MM-dd-HHmmss")));
+    QString place = stem + QStringLiteral(".mdb");
+    for (int number = 2; QFileInfo::exists(place); ++number)
+        place = QStringLiteral("%1-%2.mdb").arg(stem).arg(number);
+    return place;
+}
+
+QString putAside(const QString &databasesFolder)
+{
+    const QString current = pestFile(databasesFolder);
+    if (!QFileInfo::exists(current))
+        return {};
+    bringToRest(current);
+    const QString place = placeForReplaced(databasesFolder);
+    if (!QFile::copy(current, place))
+        fail(QStringLiteral("The present %1 could not be kept as %2; nothing was restored.").arg(current, place));
+    // A journal left beside the restored file would be played into the wrong file.
+    const QString journal = QStringLiteral("-journal");
+    if (QFileInfo::exists(current + journal))
+        moveOver(current + journal, place + journal);
+    return place;
+}
+
+} // namespace
+
+void backupForToday(SessionContext &session)
+{
+    if (!session.dbPest.isSet())
+        return;
+    const QString folder = QFileInfo(session.dbPest->Name()).absolutePath();
+    if (!QFileInfo::exists(copyOfDay(folder, basic::Clock::today())))
+        copyOver(*session.dbPest, folder);
+}
+
+QString backUpNow(const QString &databasesFolder)
+{
+    const std::unique_ptr<dao::Database> database =
+        dao::Workspace::OpenDatabase(pestFile(databasesFolder), false, true, connectText());
+    copyOver(*database, databasesFolder);
+    return copyOfDay(databasesFolder, basic::Clock::today());
+}
+
+std::vector<Backup> listBackups(const QString &databasesFolder)
+{
+    static const QRegularExpression dated(QStringLiteral("^PestMon-(\\d{4}-\\d{2}-\\d{2})\\.mdb$"));
+    std::vector<Backup> backups;
+    const QDir folder(backupFolder(databasesFolder));
+    for (const QString &name : folder.entryList(QDir::Files)) {
+        const QRegularExpressionMatch match = dated.match(name);
+        const QDate day = QDate::fromString(match.captured(1), DayFormat);
+        if (day.isValid())
+            backups.push_back({folder.filePath(name), day});
+    }
+    std::sort(backups.begin(), backups.end(), [](const Backup &left, const Backup &right) { return left.day > right.day; });
+    return backups;
+}
+
+QString whyNotRestorable(const QString &file)
+{
+    try {
+        const std::unique_ptr<dao::Database> database = dao::Workspace::OpenDatabase(file, false, true, connectText());
+        const QStringList faults = database->checkIntegrity();
+        if (!faults.isEmpty())
+            return QStringLiteral("%1 is damaged: %2").arg(file, faults.front());
+        const QStringList names = database->tableNames();
+        for (const SchemaTable &table : schema()) {
+            if (table.file == DatabaseFile::Pest && !table.optional && !names.contains(table.name, Qt::CaseInsensitive))
+                return QStringLiteral("%1 is no copy of %2: the table %3 is missing.")
+                    .arg(file, fileName(table.file), table.name);
+        }
+    } catch (const basic::RunTimeError &error) {
+        return error.description();
+    }
+    return {};
+}
+
+QString restoreBackup(const QString &databasesFolder, const QString &file)
+{
+    const QString reason = whyNotRestorable(file);
+    if (!reason.isEmpty())
+        throw basic::RunTimeError(basic::ErrorNumber::InvalidArgument, reason);
+    makeFolder(backupFolder(databasesFolder));
+    const QString current = pestFile(databasesFolder);
+    const QString beside = current + QStringLiteral(".new");
+    QFile::remove(beside);
+    {
+        const std::unique_ptr<dao::Database> source = dao::Workspace::OpenDatabase(file, false, true, connectText());
+        source->backupTo(beside);
+    }
+    const QString kept = putAside(databasesFolder);
+    moveOver(beside, current);
+    return kept;
+}
+
+} // namespace store

@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/Upgrades.h"
+
+#include "common/WeekNumber.h"
+#include "store/Schema.h"
+
+#include <QHash>
+
+#include <algorithm>
+
+namespace store
+{
+
+namespace
+{
+
+const QString TempBlockTable = QStringLiteral("tblTempBlockPlant");
+
+/// A row of tblTempBlockPlant without its work flag, which every refresh clears.
+struct Planting {
+    dao::Value tBlockPID, tBlockID, tPBlock, tBlock, PBActive;
+    bool operator==(const Planting &) const = default;
+};
+
+/// Plantings by key. A planting told twice keeps its first place and its last values.
+struct Plantings {
+    std::vector<Planting> rows;
+    QHash<std::int32_t, std::size_t> byKey;
+
+    void put(std::int32_t key, Planting planting)
+    {
+        const auto known = byKey.constFind(key);
+        if (known != byKey.constEnd()) {
+            rows[*known] = std::move(planting);
+            return;
+        }
+        byKey.insert(key, rows.size());
+        rows.push_back(std::move(planting));
+    }
+};
+
+Plantings readPlantings(dao::Database &database)
+{
+    dao::Recordset source = database.OpenRecordset(
+        QStringLiteral("Select *, tblBlockPlant.BlockID as TTT from tblBlockPlant, tblBlock where tblBlockPlant.BlockID = "
+                       "tblBlock.BlockID"));
+    const int key = source.fieldIndex(u"BlockPID");
+    const int block = source.fieldIndex(u"TTT");
+    const int name = source.fieldIndex(u"PBlock");
+    const int blockName = source.fieldIndex(u"Block");
+    const int active = source.fieldIndex(u"PBActive");
+    Plantings plantings;
+    for (; !source.Eof(); source.MoveNext()) {
+        plantings.put(
+            source.longValue(key),
+            {source.value(key), source.value(block), source.value(name), source.value(blockName), source.boolean(active)});
+    }
+    return plantings;
+}
+
+/// Fields of an open set of tblTempBlockPlant.
+class CopyFields
+{
+public:
+    explicit CopyFields(const dao::Recordset &rows)
+        : key_(rows.fieldIndex(u"tBlockPID")), block_(rows.fieldIndex(u"tBlockID")), name_(rows.fieldIndex(u"tPBlock")),
+          blockName_(rows.fieldIndex(u"tBlock")), flag_(rows.fieldIndex(u"tFlag")), active_(rows.fieldIndex(u"PBActive"))
+    {
+    }
+
+    Planting read(const dao::Recordset &rows) const
+    {
+        return {rows.value(key_), rows.value(block_), rows.value(name_), rows.value(blockName_), rows.boolean(active_)};
+    }
+    std::int32_t key(const dao::Recordset &rows) const { return rows.longValue(key_); }
+    bool flag(const dao::Recordset &rows) const { return rows.boolean(flag_); }
+    bool active(const dao::Recordset &rows) const { return rows.boolean(active_); }
+
+    void write(dao::Recordset &rows, const Planting &planting) const
+    {
+        rows.set(key_, planting.tBlockPID);
+        rows.set(block_, planting.tBlockID);
+        rows.set(name_, planting.tPBlock);
+        rows.set(blockName_, planting.tBlock);
+        rows.set(flag_, false);
+        rows.set(active_, planting.PBActive);
+    }
+    void activate(dao::Recordset &rows) const { rows.set(active_, true); }
+
+private:
+    int key_, block_, name_, blockName_, flag_, active_;
+};
+
+enum class Work { Look, Write };
+
+/// Walks the copy once. The first row found for a planting is its row; rows that no planting claims become active when an
+/// older writer left them flagged. With Work::Look nothing is written, and the answer tells whether anything would be.
+bool refreshCopy(dao::Database &database, const Plantings &plantings, Work work)
+{
+    dao::Recordset copy = database.OpenRecordset(QStringLiteral("Select * from tblTempBlockPlant"),
+                                                 work == Work::Look ? dao::RecordsetType::Snapshot : dao::RecordsetType::Dynaset);
+    const CopyFields fields(copy);
+    std::vector<bool> claimed(plantings.rows.size(), false);
+    for (; !copy.Eof(); copy.MoveNext()) {
+        const auto found = plantings.byKey.constFind(fields.key(copy));
+        const bool isRow = found != plantings.byKey.constEnd() && !claimed[*found];
+        if (isRow)
+            claimed[*found] = true;
+        const bool differs = isRow ? fields.flag(copy) || !(fields.read(copy) == plantings.rows[*found])
+                                   : fields.flag(copy) && !fields.active(copy);
+        if (!differs)
+            continue;
+        if (work == Work::Look)
+            return true;
+        copy.Edit();
+        if (isRow)
+            fields.write(copy, plantings.rows[*found]);
+        else
+            fields.activate(copy);
+        copy.Update();
+    }
+    for (std::size_t i = 0; i < claimed.size(); ++i) {
+        if (claimed[i])
+            continue;
+        if (work == Work::Look)
+            return true;
+        copy.AddNew();
+        fields.write(copy, plantings.rows[i]);
+        copy.Update();
+    }
+    return false;
+}
+
+/// Walks the completed instructions; with Work::Look it only answers whether a week would change.
+bool rewriteWeeks(dao::Database &database, Work work)
+{
+    dao::Recordset rows =
+        database.OpenRecordset(QStringLiteral("Select PMTransID, PMTransDateCom, PMTransWeek from tblPMTrans where "
+                                              "PMTransDateCom is not null order by PMTransID"),
+                               work == Work::Look ? dao::RecordsetType::Snapshot : dao::RecordsetType::Dynaset);
+    const int completed = rows.fieldIndex(u"PMTransDateCom");
+    const int stored = rows.fieldIndex(u"PMTransWeek");
+    for (; !rows.Eof(); rows.MoveNext()) {
+        const std::int32_t week = weekNumber(rows.date(completed)->date());
+        if (!rows.isNull(stored) && rows.longValue(stored) == week)
+            continue;
+        if (work == Work::Look)
+            return true;
+        rows.Edit();
+        rows.set(stored, week);
+        rows.Update();
+    }
+    return false;
+}
+
+} // namespace
+
+QString TestTableExists(SessionContext &session, const QString &table)
+{
+    try {
+        return session.dbPest->tableDef(table).Name().isEmpty() ? QString() : table;
+    } catch (const basic::RunTimeError &error) {
+        return error.number() == static_cast<int>(dao::DataErrorNumber::ItemNotFound) ? QString() : table;
+    }
+}
+
+bool ObjectExists(const dao::TableDef &table, const QString &field)
+{
+    return table.findField(field) != nullptr;
+}
+
+void Ensure_TempBlockTable(SessionContext &session, const std::function<void(const basic::RunTimeError &)> &report)
+{
+    if (!TestTableExists(session, TempBlockTable).isEmpty())
+        return;
+    const auto step = [&](const std::function<void()> &body) {
+        try {
+            body();
+        } catch (const basic::RunTimeError &error) {
+            report(error);
+        }
+    };
+    dao::TableDef definition = session.dbPest->CreateTableDef(TempBlockTable);
+    for (const dao::Field &field : findTable(TempBlockTable)->fields)
+        step([&] { definition.Append(field); });
+    step([&] { session.dbPest->Append(definition); });
+}
+
+void Ensure_PMRepeatField(SessionContext &session)
+{
+    basic::leaveSilently([&] {
+        dao::Database &database = *session.dbPest;
+        const dao::TableDef table = database.tableDef(QStringLiteral("tblPMTrans"));
+        const dao::Field repeat = dao::TableDef::CreateField(QStringLiteral("PMRepeat"), dao::FieldType::Boolean);
+        if (ObjectExists(table, repeat.name))
+            return;
+        dao::WriteScope scope(database);
+        database.Append(table.Name(), repeat);
+        database.Execute(QStringLiteral("UPDATE tblPMTrans SET PMRepeat = False"));
+        scope.commit();
+    });
+}
+
+void Update_TempBlock(SessionContext &session)
+{
+    const Plantings plantings = readPlantings(*session.dbMain);
+    dao::Database &database = *session.dbPest;
+    if (!refreshCopy(database, plantings, Work::Look))
+        return;
+    dao::WriteScope scope(database);
+    refreshCopy(database, plantings, Work::Write);
+    scope.commit();
+}
+
+void Recalc_PMTransWeek(SessionContext &session)
+{
+    dao::Database &database = *session.dbPest;
+    if (!rewriteWeeks(database, Work::Look))
+        return;
+    dao::WriteScope scope(database);
+    rewriteWeeks(database, Work::Write);
+    scope.commit();
+}
+
+} // namespace store

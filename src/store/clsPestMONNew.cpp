@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/clsPestMONNew.h"
+
+#include "store/Rows.h"
+
+clsPestMONNew::clsPestMONNew(SessionContext &session) : session_(session) {}
+
+clsPestMONNew::Recordset clsPestMONNew::mainRows(const QString &sql) const
+{
+    return session_.dbMain->OpenRecordset(sql);
+}
+
+clsPestMONNew::Recordset clsPestMONNew::pestRows(const QString &sql) const
+{
+    return session_.dbPest->OpenRecordset(sql);
+}
+
+clsPestMONNew::Recordset clsPestMONNew::sprayRows(const QString &sql) const
+{
+    return session_.dbSpray->OpenRecordset(sql);
+}
+
+clsPestMONNew::Status clsPestMONNew::write(const std::function<void(dao::Database &)> &body)
+{
+    lastError_.reset();
+    try {
+        body(*session_.dbPest);
+        return Done;
+    } catch (const basic::RunTimeError &error) {
+        lastError_ = error;
+        return Failed;
+    }
+}
+
+clsPestMONNew::Status clsPestMONNew::deleteFirst(store::KeyedTable table, const QString &condition)
+{
+    return write([&](dao::Database &database) { store::deleteFirst(database, table, condition); });
+}
