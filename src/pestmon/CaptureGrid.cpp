@@ -10,7 +10,6 @@
 
 #include <QKeyEvent>
 #include <QScopedValueRollback>
-#include <QScrollBar>
 
 #include <algorithm>
 #include <array>
@@ -83,8 +82,7 @@ CaptureGrid::CaptureGrid(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 
     on(&grid, &controls::FlexGrid::Click,
        [this](int row, int col) { silently(QStringLiteral("The cell could not be changed"), [&] { click(row, col); }); });
     on(&grid, &controls::FlexGrid::KeyDown, [this](QKeyEvent *event) { keyDown(event); });
-    on(grid.verticalScrollBar(), &QScrollBar::valueChanged, [this](int) { placeBox(); });
-    on(grid.horizontalScrollBar(), &QScrollBar::valueChanged, [this](int) { placeBox(); });
+    on(&grid, &controls::FlexGrid::Scroll, [this] { placeBox(); });
 }
 
 bool CaptureGrid::isCount() const
