@@ -2,8 +2,8 @@
 #include "platform/controls/DatePicker.h"
 
 #include <QCalendarWidget>
-#include <QEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QSignalBlocker>
 
 namespace controls
@@ -35,6 +35,17 @@ void DatePicker::announce(QDate date)
         announced_ = date;
         Q_EMIT Change();
     }
+}
+
+void DatePicker::keyPressEvent(QKeyEvent *event)
+{
+    // Without a selection Qt refuses digits in a section that is full already.
+    const int full = currentSection() == YearSection ? 4 : 2;
+    const bool digit = !event->text().isEmpty() && event->text().at(0).isDigit();
+    if (digit && !lineEdit()->hasSelectedText() && sectionText(currentSection()).trimmed().size() == full) {
+        setSelectedSection(currentSection());
+    }
+    QDateEdit::keyPressEvent(event);
 }
 
 void DatePicker::focusOutEvent(QFocusEvent *event)

@@ -6,7 +6,8 @@
 namespace controls
 {
 
-/// A date with a calendar. Format yyyy/MM/dd unless set otherwise. The mouse wheel changes nothing.
+/// A date with a calendar. Format yyyy/MM/dd unless set otherwise. A digit typed over a full year, month or day begins it
+/// anew. The mouse wheel changes nothing.
 class DatePicker : public QDateEdit
 {
     Q_OBJECT
@@ -24,6 +25,7 @@ Q_SIGNALS:
     void LostFocus();
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
