@@ -84,7 +84,12 @@ Status addTransaction(SessionContext &session, clsPestMONNew &objPestMON, Key &k
 Status saveTransaction(SessionContext &session, clsPestMONNew &objPestMON)
 {
     if (session.CurrentPMTransID == 0) {
-        return addTransaction(session, objPestMON, session.CurrentPMTransID);
+        Key key = 0;
+        const Status status = addTransaction(session, objPestMON, key);
+        if (status == Done) {
+            session.CurrentPMTransID = key;
+        }
+        return status;
     }
     return objPestMON.New_Save_PMTrans(session.CurrentPMTransID, session.CurrentPMMethodID, session.CurrentPMDate,
                                        session.CurrentPMNotes, session.CurrentPMPerson, session.CurrentPMWeek,

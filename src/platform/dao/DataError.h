@@ -19,6 +19,7 @@ enum class DataErrorNumber : int {
     CannotOpenFile = 3051,
     DamagedFile = 3049,
     TooFewParameters = 3061,
+    NullKey = 3058,
     SyntaxError = 3075,
     TableNotFound = 3078,
     FieldTooSmall = 3163,

@@ -14,6 +14,8 @@ namespace dao
 
 enum class RecordsetType { Snapshot, Dynaset };
 
+struct ResultColumn;
+
 /// Rows of a query, with a current row. Rows are numbered by position only; the set opens on its first row.
 ///
 /// A snapshot holds the rows as they were when it was opened and refuses AddNew, Edit and Delete (3027).
@@ -86,6 +88,9 @@ public:
     void set(QAnyStringView name, const Value &newValue) { set(fieldIndex(name), newValue); }
 
 private:
+    void requireRows() const;
+    const ResultColumn &columnAt(int index) const;
+
     std::unique_ptr<State> state_;
 };
 

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/dao/Database.h"
+
+#include "platform/dao/Conversion.h"
+#include "platform/dao/Engine.h"
+#include "platform/dao/RecordsetState.h"
+
+#include <utility>
+
+namespace dao
+{
+
+Database::Database(std::unique_ptr<State> state) : state_(std::move(state)) {}
+Database::~Database() = default;
+
+const QString &Database::Name() const
+{
+    return state_->engine->path();
+}
+
+Recordset Database::OpenRecordset(const QString &sql, RecordsetType type)
+{
+    return Recordset(std::make_unique<Recordset::State>(state_->engine, sql, type));
+}
+
+int Database::Execute(const QString &sql)
+{
+    auto [query, literals] = state_->engine->action(sql);
+    for (const auto &[literal, field] : query->translation.assignments) {
+        Value &value = literals[static_cast<std::size_t>(literal)];
+        value = convertedFor(field, value);
+    }
+    int parameter = 0;
+    for (const Value &literal : literals) {
+        query->statement->bind(++parameter, literal);
+    }
+    return state_->engine->write(*query->statement);
+}
+
+void Database::Append(const TableDef &definition)
+{
+    Engine &engine = *state_->engine;
+    if (engine.catalog().find(definition.Name())) {
+        throw DataError(DataErrorNumber::TableExists,
+                        QStringLiteral("The table %1 exists already in %2.").arg(definition.Name(), Name()));
+    }
+    if (definition.Fields().empty()) {
+        throw DataError(DataErrorNumber::SyntaxError, QStringLiteral("The table %1 has no fields.").arg(definition.Name()));
+    }
+    WriteScope scope(*this);
+    try {
+        for (const QByteArray &sql : Catalog::createStatements(definition)) {
+            Statement statement(engine.connection(), sql);
+            engine.write(statement);
+        }
+    } catch (const basic::RunTimeError &) {
+        scope.rollback();
+        throw;
+    }
+    engine.forgetSchema();
+    scope.commit();
+}
+
+void Database::Append(const QString &table, const Field &field)
+{
+    Engine &engine = *state_->engine;
+    const TableDef definition = tableDef(table);
+    if (definition.findField(field.name) != nullptr) {
+        throw DataError(DataErrorNumber::FieldExists,
+                        QStringLiteral("The table %1 has a field %2 already.").arg(table, field.name));
+    }
+    if (field.autoIncrement) {
+        throw basic::RunTimeError(
+            basic::ErrorNumber::InvalidArgument,
+            QStringLiteral("An auto key cannot be added to the table %1, which is in the file already.").arg(table));
+    }
+    Statement statement(engine.connection(),
+                        "ALTER TABLE " + quoteName(definition.Name()) + " ADD COLUMN " + Catalog::columnDeclaration(field));
+    engine.write(statement);
+    engine.forgetSchema();
+}
+
+TableDef Database::tableDef(const QString &name) const
+{
+    const auto info = state_->engine->catalog().find(name);
+    if (!info) {
+        throw DataError(DataErrorNumber::ItemNotFound,
+                        QStringLiteral("There is no table %1 in %2 (item not found).").arg(name, Name()));
+    }
+    TableDef definition(info->name);
+    for (const Field &field : info->fields) {
+        definition.Append(field);
+    }
+    for (const Index &index : info->indexes) {
+        definition.Append(index);
+    }
+    return definition;
+}
+
+QStringList Database::tableNames() const
+{
+    return state_->engine->catalog().tableNames();
+}
+
+} // namespace dao

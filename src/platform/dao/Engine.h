@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/dao/Catalog.h"
+#include "platform/dao/Database.h"
+#include "platform/dao/Dialect.h"
+
+#include <QHash>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace dao
+{
+
+/// A statement kept ready, with what is known of its result.
+struct Query {
+    Translation translation;
+    /// Names of the columns in lower case, for finding them.
+    std::vector<QString> foldedNames;
+    std::optional<Statement> statement;
+    /// Reads one row of the query's table again, by its key; made when first needed.
+    std::optional<Statement> rowStatement;
+
+    /// -1 when there is no such column. "table.field" works as well as "field", which means the first of that name.
+    int findColumn(QAnyStringView name) const;
+    /// All columns are plain fields of one table, so its rows can be written.
+    bool isUpdatable() const;
+};
+
+/// One open file: its connection, its prepared statements, its transaction. Recordsets share it with the database object.
+class Engine
+{
+public:
+    Engine(Connection connection, bool exclusive);
+
+    Connection &connection() { return connection_; }
+    Catalog &catalog() { return catalog_; }
+    const QString &path() const { return connection_.path(); }
+    bool isExclusive() const { return exclusive_; }
+
+    struct BoundQuery {
+        std::shared_ptr<Query> query;
+        std::vector<Value> literals;
+    };
+    BoundQuery select(const QString &sql);
+    BoundQuery action(const QString &sql);
+    /// Tables have come or changed: nothing prepared is valid any more.
+    void forgetSchema();
+
+    /// A statement of ours by its text.
+    Statement &prepared(const QByteArray &sql);
+    /// Runs a writing statement inside the open scopes, if there are any; returns the rows touched.
+    int write(Statement &statement);
+    /// The next auto key of a table.
+    std::int32_t nextKey(TableInfo &table);
+
+    /// Changes with every write of this connection, so that a reader knows when to look again.
+    std::uint64_t changeStamp() const { return changeStamp_; }
+
+    void openScope();
+    void commitScope();
+    void rollbackScope();
+    /// A scope with writes of its own, waiting for its commit.
+    bool isInTransaction() const { return !connection_.isAutocommit(); }
+
+private:
+    using Translate = Translation (*)(const TokenList &, const TableLookup &);
+
+    BoundQuery find(const QString &sql, Translate translate);
+    std::shared_ptr<Query> prepare(const TokenList &list, Translate translate);
+    void beginScopes();
+    void endTransaction(const QByteArray &sql);
+    [[noreturn]] void raiseLost() const;
+
+    Connection connection_;
+    Catalog catalog_;
+    bool exclusive_;
+    QHash<QString, std::shared_ptr<Query>> queries_;
+    QHash<QByteArray, std::shared_ptr<Statement>> statements_;
+    std::uint64_t changeStamp_ = 1;
+    std::uint64_t transactionEpoch_ = 1;
+    int scopes_ = 0;
+    /// How many of the open scopes have begun in the file; the outermost is a transaction, the others are savepoints.
+    int begunScopes_ = 0;
+    /// Why the transaction of the open scopes is gone.
+    std::optional<DataError> lost_;
+};
+
+struct Database::State {
+    std::shared_ptr<Engine> engine;
+};
+
+} // namespace dao
