@@ -43,7 +43,15 @@ void PictureButton::setUnavailable(const QString &reason)
 {
     setEnabled(false);
     setToolTip(reason);
+    setAccessibleDescription(reason);
     unsetCursor();
+}
+
+void PictureButton::setAvailable()
+{
+    setUnavailable({});
+    setEnabled(true);
+    setCursor(Qt::PointingHandCursor);
 }
 
 QSize PictureButton::sizeHint() const
@@ -56,6 +64,8 @@ QSize PictureButton::sizeHint() const
 void PictureButton::mouseMoveEvent(QMouseEvent *event)
 {
     QToolButton::mouseMoveEvent(event);
+    // The button would else hand the move on to the ground below, which takes the border off.
+    event->accept();
     Q_EMIT MouseMove();
 }
 

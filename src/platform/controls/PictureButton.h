@@ -17,6 +17,7 @@ public:
     void setHoverBorder(bool on);
     /// A disabled picture is drawn muted and shows `reason` as its tool tip.
     void setUnavailable(const QString &reason);
+    void setAvailable();
     QSize sizeHint() const override;
 
 Q_SIGNALS:

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/dao/Catalog.h"
-#include "platform/dao/Tokens.h"
+#include "platform/dao/ClauseReader.h"
 
-#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -32,8 +30,6 @@ struct Translation {
     /// Literals that are written to a field as they are, which have to pass that field's checks.
     std::vector<std::pair<int, Field>> assignments;
 };
-
-using TableLookup = std::function<std::shared_ptr<TableInfo>(QStringView)>;
 
 /// Translates a SELECT. Every name is looked up here, so that 3061 and 3078 come from us and what reaches the engine is quoted.
 /// Rows that ORDER BY leaves equal come in the order of their keys.

@@ -2,6 +2,156 @@
 #include "platform/dao/Database.h"
 #include "platform/dao/Engine.h"
 
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryFile>
+
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <algorithm>
+
 namespace dao
 {
+
+namespace
+{
+
+/// Steps of the engine between two reports of progress.
+constexpr int StepsPerReport = 50000;
+
+void copyPages(const Connection &from, const Connection &to)
+{
+    sqlite3_backup *backup = sqlite3_backup_init(to.get(), "main", from.get(), "main");
+    if (backup == nullptr) {
+        to.fail(sqlite3_errcode(to.get()));
+    }
+    const int stepped = sqlite3_backup_step(backup, -1);
+    const int finished = sqlite3_backup_finish(backup);
+    if (stepped == SQLITE_BUSY || stepped == SQLITE_LOCKED) {
+        from.fail(SQLITE_BUSY);
+    }
+    if (finished != SQLITE_OK) {
+        to.fail(finished);
+    }
+}
+
+/// Makes a rename durable.
+void syncFolder(const QString &folder)
+{
+    const int handle = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY);
+    if (handle >= 0) {
+        ::fsync(handle);
+        ::close(handle);
+    }
+}
+
+[[noreturn]] void failBackup(const QString &path, const QString &reason)
+{
+    throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess,
+                              QStringLiteral("The copy %1 cannot be made: %2").arg(path, reason));
+}
+
+/// Counts the engine's steps while it checks a file, against what the tables' sizes let expect.
+struct Progress {
+    const std::function<void(int)> &report;
+    double expectedSteps;
+    double steps = 0;
+
+    static int callback(void *self)
+    {
+        auto *progress = static_cast<Progress *>(self);
+        progress->steps += StepsPerReport;
+        progress->report(std::min(99, static_cast<int>(100.0 * progress->steps / progress->expectedSteps)));
+        return 0;
+    }
+};
+
+class ProgressReports
+{
+public:
+    ProgressReports(sqlite3 *handle, Progress &progress) : handle_(handle)
+    {
+        if (progress.report) {
+            sqlite3_progress_handler(handle_, StepsPerReport, &Progress::callback, &progress);
+        }
+    }
+    ~ProgressReports() { sqlite3_progress_handler(handle_, 0, nullptr, nullptr); }
+    ProgressReports(const ProgressReports &) = delete;
+    ProgressReports &operator=(const ProgressReports &) = delete;
+
+private:
+    sqlite3 *handle_;
+};
+
+/// About ten steps for a row and as many for each of its index entries.
+double expectedSteps(Engine &engine)
+{
+    double steps = StepsPerReport;
+    for (const QString &name : engine.catalog().tableNames()) {
+        if (const auto table = engine.catalog().find(name)) {
+            const auto rows = engine.connection().number("SELECT max(rowid) FROM " + table->quotedName);
+            steps += static_cast<double>(rows) * 10.0 * static_cast<double>(1 + table->indexes.size());
+        }
+    }
+    return steps;
+}
+
+} // namespace
+
+void Database::backupTo(const QString &path) const
+{
+    if (QFileInfo::exists(path)) {
+        failBackup(path, QStringLiteral("there is a file of this name."));
+    }
+    QTemporaryFile target(path + QLatin1String(".XXXXXX.part"));
+    if (!target.open()) {
+        failBackup(path, target.errorString());
+    }
+    target.close();
+    {
+        Connection copy(target.fileName(), Connection::Mode::ReadWrite);
+        Engine &engine = *state_->engine;
+        // Writes of an open scope are not part of the file yet, so another connection reads it.
+        if (engine.isInTransaction() && !engine.isExclusive()) {
+            copyPages(Connection(engine.path(), Connection::Mode::ReadOnly), copy);
+        } else {
+            copyPages(engine.connection(), copy);
+        }
+    }
+    // QTemporaryFile would go by its own idea of the name, and rename of QFile never replaces a file.
+    if (!QFile::rename(target.fileName(), path)) {
+        failBackup(path, QStringLiteral("the finished copy cannot be given its name."));
+    }
+    target.setAutoRemove(false);
+    QFile::setPermissions(path, QFile::permissions(Name()));
+    syncFolder(QFileInfo(path).absolutePath());
+}
+
+QStringList Database::checkIntegrity(const std::function<void(int percent)> &progress) const
+{
+    Engine &engine = *state_->engine;
+    QStringList problems;
+    try {
+        Progress counted{progress, expectedSteps(engine)};
+        const ProgressReports reports(engine.connection().get(), counted);
+        Statement check(engine.connection(), "PRAGMA integrity_check");
+        while (check.step()) {
+            const auto text = check.textAt(0);
+            problems.push_back(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+        }
+    } catch (const DataError &error) {
+        if (error.number() != static_cast<int>(DataErrorNumber::DamagedFile)) {
+            throw;
+        }
+        problems.push_back(error.description());
+    }
+    if (progress) {
+        progress(100);
+    }
+    problems.removeAll(QStringLiteral("ok"));
+    return problems;
+}
+
 } // namespace dao
