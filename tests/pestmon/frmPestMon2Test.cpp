@@ -90,7 +90,7 @@ private:
         return *control;
     }
     FlexGrid &grid(const char *name) { return find<FlexGrid>(name); }
-    void click(const char *name) { QTest::mouseClick(&find<QWidget>(name), Qt::LeftButton); }
+    void click(const char *name) { find<QAbstractButton>(name).click(); }
     void clickCell(const char *name, int row, int col)
     {
         FlexGrid &cells = grid(name);
@@ -132,7 +132,7 @@ void frmPestMon2Test::init()
 {
     basic::Clock::stopAt(QDateTime(QDate(2026, 5, 4), QTime(10, 0)));
     farm_ = std::make_unique<PestMonFarm>();
-    host_ = std::make_unique<ScreenHostDouble>(farm_->session());
+    host_ = std::make_unique<ScreenHostDouble>(farm_->session);
     screen_ = std::make_unique<frmPestMon2>(*host_);
     screen_->resize(1366, 700);
     screen_->show();
@@ -166,7 +166,7 @@ int frmPestMon2Test::issue(const QString &method, std::initializer_list<int> blo
     }
     expectMessage();
     click("cmdTSave");
-    const int key = farm_->session().CurrentPMTransID;
+    const int key = farm_->session.CurrentPMTransID;
     click("cmdTCancel");
     return key;
 }
@@ -203,9 +203,9 @@ void frmPestMon2Test::typeInto(int row, int col, const QString &text)
 void frmPestMon2Test::emptyPeriodSelectsNothing()
 {
     QCOMPARE(grid("grdGS").Rows(), 2);
-    farm_->session().CurrentPMTransID = 77;
+    farm_->session.CurrentPMTransID = 77;
     clickCell("grdGS", 1, 5);
-    QCOMPARE(farm_->session().CurrentPMTransID, 0);
+    QCOMPARE(farm_->session.CurrentPMTransID, 0);
     click("cmdEdit");
     click("cmdComp");
     click("cmdPdel");
@@ -217,9 +217,9 @@ void frmPestMon2Test::listShowsAndFilters()
     const QString add =
         QStringLiteral("INSERT INTO tblPMTrans (PMMethodID, PMTransDate, PMTransDateCom, PMTransCom, PMNotes, PMRepeat) "
                        "VALUES (%1)");
-    farm_->session().dbPest->Execute(add.arg(QStringLiteral("1, #02/03/2026#, #02/05/2026#, True, 'done', False")));
-    farm_->session().dbPest->Execute(add.arg(QStringLiteral("9, #02/02/2026#, #02/05/2026#, False, 'reopened', True")));
-    farm_->session().dbPest->Execute(add.arg(QStringLiteral("1, #12/31/2025#, NULL, False, 'before the period', True")));
+    farm_->session.dbPest->Execute(add.arg(QStringLiteral("1, #02/03/2026#, #02/05/2026#, True, 'done', False")));
+    farm_->session.dbPest->Execute(add.arg(QStringLiteral("9, #02/02/2026#, #02/05/2026#, False, 'reopened', True")));
+    farm_->session.dbPest->Execute(add.arg(QStringLiteral("1, #12/31/2025#, NULL, False, 'before the period', True")));
     FlexGrid &list = grid("grdGS");
     click("chkAll");
     QCOMPARE(list.Rows(), 4);
@@ -239,7 +239,7 @@ void frmPestMon2Test::listShowsAndFilters()
     click("chkNComplete");
     QCOMPARE(list.Rows(), 3);
     QVERIFY(find<QPushButton>("cmdComp").isVisible());
-    QCOMPARE(farm_->session().ListRow, 1);
+    QCOMPARE(farm_->session.ListRow, 1);
 }
 
 void frmPestMon2Test::selectionMovesByMouseAndKey()
@@ -248,15 +248,15 @@ void frmPestMon2Test::selectionMovesByMouseAndKey()
     const int second = issue(QStringLiteral("Count"), {1}, {1});
     FlexGrid &list = grid("grdGS");
     clickCell("grdGS", 1, 7);
-    QCOMPARE(farm_->session().CurrentPMTransID, first);
+    QCOMPARE(farm_->session.CurrentPMTransID, first);
     QVERIFY(list.CellFontBold(1, 7));
     QTest::keyClick(&list, Qt::Key_Down);
-    QCOMPARE(farm_->session().CurrentPMTransID, second);
+    QCOMPARE(farm_->session.CurrentPMTransID, second);
     QVERIFY(!list.CellFontBold(1, 7));
     QVERIFY(list.CellFontBold(2, 7));
     // Onto the empty last row.
     QTest::keyClick(&list, Qt::Key_Down);
-    QCOMPARE(farm_->session().CurrentPMTransID, 0);
+    QCOMPARE(farm_->session.CurrentPMTransID, 0);
     QVERIFY(!list.CellFontBold(2, 7));
 }
 
@@ -266,11 +266,11 @@ void frmPestMon2Test::deleteRemovesOneRowAtOnce()
     issue(QStringLiteral("Count"), {1}, {1});
     select(first);
     click("cmdPdel");
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTrans")), 1);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 1);
     // Its findings stay.
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMData where PMTransID = %1").arg(first)), 3);
-    QCOMPARE(farm_->session().ListRow, 1);
-    QVERIFY(farm_->session().CurrentPMTransID != first);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where PMTransID = %1").arg(first)), 3);
+    QCOMPARE(farm_->session.ListRow, 1);
+    QVERIFY(farm_->session.CurrentPMTransID != first);
 }
 
 void frmPestMon2Test::periodStartIsKept()
@@ -281,7 +281,7 @@ void frmPestMon2Test::periodStartIsKept()
     from.setFocus();
     from.setValue(QDate(2026, 3, 1));
     grid("grdGS").setFocus();
-    QCOMPARE(farm_->session().CurrentSDate, QStringLiteral("2026/03/01"));
+    QCOMPARE(farm_->session.CurrentSDate, QStringLiteral("2026/03/01"));
     frmPestMon2 next(*host_);
     QCOMPARE(next.findChild<controls::DatePicker *>(QStringLiteral("dtpDateFrom"))->Value(), QDate(2026, 3, 1));
 }
@@ -295,23 +295,23 @@ void frmPestMon2Test::activationShowsOpenOnes()
     QCOMPARE(grid("grdGS").Rows(), 3);
     QVERIFY(find<QRadioButton>("chkComplete").isChecked());
     // Nothing was remembered, so the empty last row is selected.
-    farm_->session().ListRow = 0;
+    farm_->session.ListRow = 0;
     screen_->activateScreen();
     QCOMPARE(grid("grdGS").Row(), 2);
-    QCOMPARE(farm_->session().CurrentPMTransID, 0);
+    QCOMPARE(farm_->session.CurrentPMTransID, 0);
 }
 
 void frmPestMon2Test::activationWaitsForAnOpenTab()
 {
     click("cmdAdd");
     clickCell("grdBlockIn", 1, BlockMark);
-    farm_->session().FilterAll = true;
+    farm_->session.FilterAll = true;
     screen_->activateScreen();
     QCOMPARE(grid("grdBlockIn").CellBackColor(1, BlockMark), std::optional(mark::Yellow));
-    QVERIFY(farm_->session().FilterAll);
+    QVERIFY(farm_->session.FilterAll);
     host_->dialogs().queueAnswer(Answer::No);
     click("cmdTCancel");
-    QVERIFY(!farm_->session().FilterAll);
+    QVERIFY(!farm_->session.FilterAll);
 }
 
 void frmPestMon2Test::newInstructionStartsClean()
@@ -319,9 +319,9 @@ void frmPestMon2Test::newInstructionStartsClean()
     // A choice left in the working tables belongs to nobody.
     host_->objPestMON().New_Add_Block_for_Instruction(1, 3);
     host_->objPestMON().New_Add_Pest_for_Instruction(3);
-    farm_->session().CurrentPMCom = true;
+    farm_->session.CurrentPMCom = true;
     click("cmdAdd");
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTBlock")), 0);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTBlock")), 0);
     QCOMPARE(find<QLineEdit>("txtWeekNo").text(), QStringLiteral("18"));
     QVERIFY(find<QCheckBox>("chkRepeat").isChecked());
     QCOMPARE(find<ItemCombo>("cmbPerson").Text(), QString());
@@ -331,7 +331,7 @@ void frmPestMon2Test::newInstructionStartsClean()
     QCOMPARE(find<QTabWidget>("tabBlock").isTabEnabled(0), false);
     host_->dialogs().queueAnswer(Answer::No);
     click("cmdTCancel");
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTrans")), 0);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 0);
 }
 
 void frmPestMon2Test::saveAsksForPersonThenMethod()
@@ -344,7 +344,7 @@ void frmPestMon2Test::saveAsksForPersonThenMethod()
     expectMessage();
     click("cmdTSave");
     QCOMPARE(host_->dialogs().takeLastText(), QStringLiteral("Select a method"));
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTrans")), 0);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 0);
     host_->dialogs().queueAnswer(Answer::No);
     click("cmdTCancel");
 }
@@ -356,7 +356,7 @@ void frmPestMon2Test::saveStoresAndShowsPrint()
     QCOMPARE(
         farm_->number(QStringLiteral("Select NoofMpoints from tblPMBlockTrans where PMTransID = %1 and BlockID = 2").arg(key)),
         5);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMData where PMTransID = %1").arg(key)), 16);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where PMTransID = %1").arg(key)), 16);
     const dao::Recordset saved = host_->objPestMON().Get_PMTrans(key);
     QCOMPARE(saved.text("PMNotes"), QStringLiteral("NA"));
     QCOMPARE(saved.longValue("PMMethodID"), 2);
@@ -382,7 +382,7 @@ void frmPestMon2Test::closingUnsavedAsks()
     host_->dialogs().queueAnswer(Answer::Yes);
     expectMessage();
     click("cmdTCancel");
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTrans")), 1);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 1);
     const auto &asked = host_->dialogs().shown().front();
     QCOMPARE(asked.text, QStringLiteral("Do you want to save the changes?"));
     QCOMPARE(asked.title, QStringLiteral("Save Changes"));
@@ -396,9 +396,9 @@ void frmPestMon2Test::unselectingABlockOfASavedOneActsAtOnce()
     click("cmdEdit");
     clickCell("grdBlockIn", 3, 2);
     clickCell("grdPestIn", 2, PestMark);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMBlockTrans where PMTransID = %1").arg(key)), 1);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTarTrans where PMTransID = %1").arg(key)), 1);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMData where PMTransID = %1").arg(key)), 10);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMBlockTrans where PMTransID = %1").arg(key)), 1);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTarTrans where PMTransID = %1").arg(key)), 1);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where PMTransID = %1").arg(key)), 10);
     host_->dialogs().queueAnswer(Answer::No);
     click("cmdTCancel");
 }
@@ -412,14 +412,14 @@ void frmPestMon2Test::pestTypeNarrowsTheView()
     QCOMPARE(grid("grdPestIn").Rows(), 5 + 2);
     // Pest 4 is a weed and chosen; pest 1 is out of view and stays chosen.
     QCOMPARE(grid("grdPestIn").CellBackColor(1, PestMark), std::optional(mark::Yellow));
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTPest")), 2);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTPest")), 2);
     click("cmdTCancel");
     // In an unsaved one a chosen pest that comes into view again is dropped, one out of view is kept.
     click("cmdAdd");
     clickCell("grdPestIn", 1, PestMark);
     clickCell("grdPestIn", 4, PestMark);
     choose("cmbTPest", QStringLiteral("Weeds"));
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTPest")), 1);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTPest")), 1);
     QCOMPARE(farm_->number(QStringLiteral("Select CTargetID from tblPMTPest")), 1);
     host_->dialogs().queueAnswer(Answer::No);
     click("cmdTCancel");
@@ -433,7 +433,7 @@ void frmPestMon2Test::allPaintsWithoutChoosing()
     QCOMPARE(pests.TextMatrix(20, PestMark), QStringLiteral("+"));
     QCOMPARE(pests.CellBackColor(20, PestMark), std::optional(mark::Yellow));
     QVERIFY(!pests.CellBackColor(21, PestMark).has_value());
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTPest")), 0);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTPest")), 0);
     click("chkSelectPest");
     QCOMPARE(pests.TextMatrix(20, PestMark), QString());
     host_->dialogs().queueAnswer(Answer::No);
@@ -449,7 +449,7 @@ void frmPestMon2Test::dateRewritesTheWeekAlone()
     date.setFocus();
     QTest::keyClick(&date, Qt::Key_Up);
     QCOMPARE(date.Value(), QDate(2027, 5, 4));
-    QCOMPARE(farm_->session().CurrentPMDate.date(), QDate(2027, 5, 4));
+    QCOMPARE(farm_->session.CurrentPMDate.date(), QDate(2027, 5, 4));
     QVERIFY(find<QPushButton>("cmdPALL").isVisible());
     click("cmdTCancel");
 }
@@ -457,7 +457,7 @@ void frmPestMon2Test::dateRewritesTheWeekAlone()
 void frmPestMon2Test::personOutsideTheListIsKept()
 {
     const int key = issue(QStringLiteral("Count"), {1}, {1});
-    farm_->session().dbPest->Execute(QStringLiteral("UPDATE tblPMTrans SET PMPerson = 'Zoë, who left'"));
+    farm_->session.dbPest->Execute(QStringLiteral("UPDATE tblPMTrans SET PMPerson = 'Zoë, who left'"));
     select(key);
     click("cmdEdit");
     QCOMPARE(find<ItemCombo>("cmbPerson").Text(), QStringLiteral("Zoë, who left"));
@@ -584,7 +584,7 @@ void frmPestMon2Test::failedWriteKeepsTheBox()
     auto &box = find<QLineEdit>("txtG1");
     {
         // Somebody else holds the file, so neither point nor total can be written.
-        const auto other = dao::Workspace::OpenDatabase(farm_->session().PestDBFile, false, false, store::connectText());
+        const auto other = dao::Workspace::OpenDatabase(farm_->session.PestDBFile, false, false, store::connectText());
         dao::WriteScope held(*other);
         other->Execute(QStringLiteral("UPDATE tblPMMethod SET PMMethod = PMMethod"));
         QTest::keyClicks(&box, QStringLiteral("8"));
@@ -632,7 +632,7 @@ void frmPestMon2Test::answersToggle()
     clickCell("grdPest", Point1, Value2);
     QCOMPARE(cells.CellBackColor(Point1, Value2), std::optional(mark::White));
     QCOMPARE(storedTotal(2, "PMYesMax"), 1);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMData where PMYes = True")), 1);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where PMYes = True")), 1);
     // The total can be typed over by hand here too.
     typeInto(Total, Value2, QStringLiteral("9"));
     QCOMPARE(storedTotal(2, "PMYesMax"), 9);
@@ -645,7 +645,7 @@ void frmPestMon2Test::answerTakenBackAtTotalZero()
     clickCell("grdPest", Point1, Value1);
     typeInto(Total, Value1, QStringLiteral("0"));
     clickCell("grdPest", Point1, Value1);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMData where PMYes = True")), 0);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where PMYes = True")), 0);
     QCOMPARE(storedTotal(1, "PMYesMax"), 0);
 }
 
@@ -701,7 +701,7 @@ void frmPestMon2Test::completionIssuesOneSuccessor()
     QTest::keyClicks(&find<QLineEdit>("txtPMMNotes"), QStringLiteral(" seen"));
     click("cmdSaveTrans");
     click("cmdSaveTrans");
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTrans")), 2);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 2);
     const dao::Recordset done = host_->objPestMON().Get_PMTrans(key);
     QVERIFY(done.boolean("PMTransCom"));
     QCOMPARE(done.date("PMTransDateCom")->date(), QDate(2026, 5, 4));
@@ -709,7 +709,7 @@ void frmPestMon2Test::completionIssuesOneSuccessor()
     QCOMPARE(next.text("PMNotes"), QStringLiteral("NA seen"));
     QVERIFY(!next.boolean("PMTransCom"));
     QCOMPARE(farm_->number(QStringLiteral("Select PMCount from tblPMData where PMTransID = %1").arg(key + 1)), 0);
-    QCOMPARE(farm_->session().CurrentPMTransID, key);
+    QCOMPARE(farm_->session.CurrentPMTransID, key);
     QVERIFY(find<QTabWidget>("tabBlock").isVisible());
 }
 
@@ -721,12 +721,12 @@ void frmPestMon2Test::uncompletedSaveStillRepeats()
     click("cmdSaveTrans");
     QVERIFY(!host_->objPestMON().Get_PMTrans(key).boolean("PMTransCom"));
     QVERIFY(host_->objPestMON().Get_PMTrans(key).isNull("PMTransDateCom"));
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTrans")), 2);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 2);
     click("Command4");
     const int single = issue(QStringLiteral("Count"), {1}, {1}, false);
     capture(single, QStringLiteral("Blok A"));
     click("cmdSaveTrans");
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTrans")), 3);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 3);
 }
 
 void frmPestMon2Test::completedRowOpensForCapture()

@@ -4,6 +4,7 @@
 #include "pestmon/frmPestMon2.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/controls/Look.h"
+#include "shell/ChildScreen.h"
 #include "shell/FarmApplication.h"
 #include "shell/MDI_Monitoring.h"
 
