@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QPixmap>
+#include <QTest>
 #include <QTextStream>
 #include <QWidget>
 
@@ -45,8 +46,11 @@ void Report::compare(const QString &found, const QString &expected, const QStrin
 
 void Report::picture(QWidget &window, const QString &name)
 {
-    const QString path =
-        QDir(pictures_).filePath(QStringLiteral("%1-%2.png").arg(++pictureNumber_, 2, 10, QLatin1Char('0')).arg(name));
+    // Layouts and repaints that are still due come first.
+    constexpr int Settled = 300;
+    QTest::qWait(Settled);
+    const QString file = QStringLiteral("%1-%2.png").arg(++pictureNumber_, 2, 10, QLatin1Char('0')).arg(name);
+    const QString path = QDir(pictures_).filePath(file);
     check(window.grab().save(path), QStringLiteral("the picture %1 could not be written").arg(path));
 }
 
