@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/Backups.h"
+#include "platform/basic/Clock.h"
+#include "support/TemporaryFarm.h"
+
+#include <QDir>
+#include <QFile>
+#include <QtTest>
+
+using store::DatabaseFile;
+
+/// Dated copies of the pest database and putting one back.
+class BackupsTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    static void goTo(int day) { basic::Clock::stopAt(QDateTime(QDate(2026, 5, 1).addDays(day), QTime(7, 30))); }
+
+    static QStringList days(const TemporaryFarm &farm)
+    {
+        QStringList all;
+        for (const store::Backup &backup : store::listBackups(farm.databasesPath()))
+            all.append(backup.day.toString("MM-dd"));
+        return all;
+    }
+
+    static int errorOf(const std::function<void()> &body)
+    {
+        try {
+            body();
+            return 0;
+        } catch (const basic::RunTimeError &error) {
+            return error.number();
+        }
+    }
+
+private Q_SLOTS:
+    void cleanup() { basic::Clock::stopAt({}); }
+
+    void theFirstCopyOfADayIsKeptAndTenInAll()
+    {
+        TemporaryFarm farm;
+        for (int day = 0; day < 13; ++day) {
+            goTo(day);
+            store::backupForToday(farm.session);
+        }
+        QCOMPARE(days(farm).size(), store::BackupsKept);
+        QCOMPARE(days(farm).first(), QString("05-13"));
+        QCOMPARE(days(farm).last(), QString("05-04"));
+        // A second start of the day leaves the copy from before the day's work.
+        farm.addInstruction({});
+        store::backupForToday(farm.session);
+        const auto copy = dao::Workspace::OpenDatabase(store::listBackups(farm.databasesPath()).front().path, false, true,
+                                                       store::connectText());
+        QVERIFY(copy->OpenRecordset("Select * from tblPMTrans").Eof());
+        QCOMPARE(QDir(farm.databasesPath() + "/Backups").entryList(QDir::Files).size(), store::BackupsKept);
+    }
+
+    void aFolderThatCannotBeWrittenIsTold()
+    {
+        TemporaryFarm farm;
+        QFile inTheWay(farm.databasesPath() + "/Backups");
+        QVERIFY(inTheWay.open(QIODevice::WriteOnly));
+        QCOMPARE(errorOf([&] { store::backupForToday(farm.session); }), static_cast<int>(basic::ErrorNumber::PathFileAccess));
+        farm.session.dbPest.set(nullptr);
+        store::backupForToday(farm.session);
+    }
+
+    void aCopyIsPutBackAndTheReplacedFileKept()
+    {
+        TemporaryFarm farm;
+        goTo(0);
+        farm.addInstruction({});
+        store::backupForToday(farm.session);
+        farm.addInstruction({});
+        farm.close();
+        const QString copy = store::listBackups(farm.databasesPath()).front().path;
+        const QString kept = store::restoreBackup(farm.databasesPath(), copy);
+        farm.open();
+        QCOMPARE(farm.count("tblPMTrans"), 1);
+        const auto replaced = dao::Workspace::OpenDatabase(kept, false, true, store::connectText());
+        QCOMPARE(replaced->OpenRecordset("Select * from tblPMTrans").RecordCount(), 2);
+        // It is no dated copy, so it never falls to the ten that are kept.
+        QCOMPARE(days(farm), QStringList{"05-01"});
+        farm.close();
+        QVERIFY(store::restoreBackup(farm.databasesPath(), copy) != kept);
+    }
+
+    void aJournalOfTheReplacedFileIsNotPlayedIntoTheRestoredOne()
+    {
+        TemporaryFarm farm;
+        goTo(0);
+        farm.addInstruction({});
+        store::backupForToday(farm.session);
+        farm.close();
+        const QString pest = farm.filePath(DatabaseFile::Pest);
+        QFile damaged(pest);
+        QVERIFY(damaged.open(QIODevice::WriteOnly));
+        damaged.write(QByteArray(8192, 'x'));
+        damaged.close();
+        QFile journal(pest + "-journal");
+        QVERIFY(journal.open(QIODevice::WriteOnly));
+        journal.write(QByteArray(4096, 'j'));
+        journal.close();
+        store::restoreBackup(farm.databasesPath(), store::listBackups(farm.databasesPath()).front().path);
+        QVERIFY(!QFile::exists(pest + "-journal"));
+        farm.open();
+        QCOMPARE(farm.count("tblPMTrans"), 1);
+    }
+
+    void aDamagedOrForeignFileIsRefused_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::newRow("missing") << "none.mdb";
+        QTest::newRow("noise") << "noise.mdb";
+        QTest::newRow("cut") << "cut.mdb";
+        QTest::newRow("another database") << "ZN4.mdb";
+        QTest::newRow("another password") << "locked.mdb";
+    }
+
+    void aDamagedOrForeignFileIsRefused()
+    {
+        QFETCH(QString, file);
+        TemporaryFarm farm;
+        farm.addInstruction({.blocks = {{1, 20}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
+        farm.close();
+        const QString folder = farm.databasesPath() + '/';
+        const auto write = [&](const char *name, const QByteArray &bytes) {
+            QFile one(folder + name);
+            QVERIFY(one.open(QIODevice::WriteOnly));
+            one.write(bytes);
+        };
+        QFile pest(farm.filePath(DatabaseFile::Pest));
+        QVERIFY(pest.open(QIODevice::ReadOnly));
+        const QByteArray whole = pest.readAll();
+        pest.close();
+        write("noise.mdb", QByteArray(20000, '\x5a'));
+        write("cut.mdb", whole.left(whole.size() / 2));
+        dao::Workspace::CreateDatabase(folder + "locked.mdb", ";pwd=other");
+        QCOMPARE(errorOf([&] { store::restoreBackup(farm.databasesPath(), folder + file); }),
+                 static_cast<int>(basic::ErrorNumber::InvalidArgument));
+        QVERIFY(pest.open(QIODevice::ReadOnly));
+        QCOMPARE(pest.readAll(), whole);
+        QVERIFY(!QFile::exists(folder + "Backups"));
+    }
+};
+
+QTEST_GUILESS_MAIN(BackupsTest)
+#include "BackupsTest.moc"

@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/Upgrades.h"
+#include "store/SqlText.h"
+#include "support/TemporaryFarm.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QtTest>
+
+#include <array>
+#include <random>
+
+using store::DatabaseFile;
+using store::sqlText;
+
+namespace
+{
+
+const QString CopyRows = QStringLiteral("Select tBlockPID, tPBlock, tBlockID, tBlock, tFlag, PBActive from tblTempBlockPlant");
+
+QByteArray fingerprint(const QString &path)
+{
+    QFile file(path);
+    QCryptographicHash hash(QCryptographicHash::Sha1);
+    return file.open(QIODevice::ReadOnly) && hash.addData(&file) ? hash.result() : QByteArray();
+}
+
+/// The refresh told row by row: look up, add or edit, and at the end the flagged rows.
+void refreshRowByRow(SessionContext &session)
+{
+    dao::Recordset source =
+        session.dbMain->OpenRecordset("Select *, tblBlockPlant.BlockID as TTT from tblBlockPlant, tblBlock where "
+                                      "tblBlockPlant.BlockID = tblBlock.BlockID");
+    for (; !source.Eof(); source.MoveNext()) {
+        dao::Recordset copy = session.dbPest->OpenRecordset(
+            sqlText(u"Select * from tblTempBlockPlant where tBlockPID = ", source.longValue("BlockPID")),
+            dao::RecordsetType::Dynaset);
+        if (copy.Eof())
+            copy.AddNew();
+        else
+            copy.Edit();
+        copy.set(u"tBlockPID", source.value("BlockPID"));
+        copy.set(u"tBlockID", source.value("TTT"));
+        copy.set(u"tPBlock", source.value("PBlock"));
+        copy.set(u"tBlock", source.value("Block"));
+        copy.set(u"tFlag", false);
+        copy.set(u"PBActive", source.value("PBActive"));
+        copy.Update();
+    }
+    dao::Recordset flagged = session.dbPest->OpenRecordset(sqlText(u"Select * from tblTempBlockPlant where tFlag = ", true),
+                                                           dao::RecordsetType::Dynaset);
+    for (; !flagged.Eof(); flagged.MoveNext()) {
+        flagged.Edit();
+        flagged.set(u"PBActive", true);
+        flagged.Update();
+    }
+}
+
+/// A farm and a copy in any state: plantings without block, rows flagged, doubled, out of date, left over.
+void fillAtRandom(TemporaryFarm &farm, unsigned int seed)
+{
+    dao::WriteScope mainScope(*farm.session.dbMain);
+    dao::WriteScope pestScope(*farm.session.dbPest);
+    std::mt19937 random(seed);
+    const auto below = [&](unsigned int limit) { return static_cast<int>(random() % limit); };
+    const std::array<dao::Value, 4> names{QString("O'Brien"), QString(), dao::Null{}, QString("élan")};
+    const auto name = [&] { return names[static_cast<std::size_t>(below(4))]; };
+    for (int i = 0; i < 3; ++i)
+        farm.add(u"tblBlock", {{u"BlockID", i + 1}, {u"Block", name()}, {u"FarmID", 1}, {u"active", true}});
+    for (int i = 0; i < 8; ++i) {
+        farm.add(u"tblBlockPlant",
+                 {{u"BlockPID", i + 1}, {u"BlockID", below(4) + 1}, {u"PBlock", name()}, {u"PBActive", below(2) == 0}});
+    }
+    for (int i = 0; i < 10; ++i) {
+        farm.add(u"tblTempBlockPlant",
+                 {{u"tBlockPID", below(11)},
+                  {u"tPBlock", name()},
+                  {u"tBlockID", below(4) + 1},
+                  {u"tBlock", name()},
+                  {u"tFlag", below(3) == 0},
+                  {u"PBActive", below(2) == 0}});
+    }
+}
+
+} // namespace
+
+/// What every start does to the databases.
+class UpgradesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theCopyEndsAsToldRowByRow()
+    {
+        for (unsigned int seed = 1; seed <= 12; ++seed) {
+            TemporaryFarm quick;
+            TemporaryFarm told;
+            fillAtRandom(quick, seed);
+            fillAtRandom(told, seed);
+            store::Update_TempBlock(quick.session);
+            const dao::WriteScope oneWait(*told.session.dbPest);
+            refreshRowByRow(told.session);
+            QCOMPARE(quick.rows(DatabaseFile::Pest, CopyRows), told.rows(DatabaseFile::Pest, CopyRows));
+        }
+    }
+
+    void nothingIsWrittenWhenNothingChanged()
+    {
+        TemporaryFarm farm;
+        const int block = farm.addBlock({.name = "Dam"});
+        farm.addPlanting({.name = "a", .block = block});
+        farm.addPlanting({.name = "b", .block = block, .active = false});
+        farm.addInstruction({.issued = QDate(2026, 2, 2), .completed = QDate(2026, 12, 31)});
+        store::Update_TempBlock(farm.session);
+        store::Recalc_PMTransWeek(farm.session);
+        const QByteArray before = fingerprint(farm.filePath(DatabaseFile::Pest));
+        QVERIFY(!before.isEmpty());
+        store::Ensure_TempBlockTable(farm.session, [](const basic::RunTimeError &) { QFAIL("no step may fail"); });
+        store::Ensure_PMRepeatField(farm.session);
+        store::Update_TempBlock(farm.session);
+        store::Recalc_PMTransWeek(farm.session);
+        QCOMPARE(fingerprint(farm.filePath(DatabaseFile::Pest)), before);
+    }
+
+    void anOlderFileGetsTheTableAndTheField()
+    {
+        TemporaryFarm farm;
+        farm.session.dbPest.set(nullptr);
+        const QString older = farm.databasesPath() + "/older.mdb";
+        {
+            const auto database = dao::Workspace::CreateDatabase(older, store::connectText());
+            dao::TableDef instructions("tblPMTrans");
+            instructions.Append(dao::TableDef::CreateField("PMTransID", dao::FieldType::Long));
+            database->Append(instructions);
+            dao::Recordset rows = database->OpenRecordset("Select * from tblPMTrans", dao::RecordsetType::Dynaset);
+            rows.AddNew();
+            rows.set(u"PMTransID", 1);
+            rows.Update();
+        }
+        farm.session.dbPest.set(dao::Workspace::OpenDatabase(older, false, false, store::connectText()));
+        farm.addPlanting({.name = "", .block = farm.addBlock({.name = "Dam"})});
+        QCOMPARE(store::TestTableExists(farm.session, "tblTempBlockPlant"), QString());
+        store::Ensure_TempBlockTable(farm.session, [](const basic::RunTimeError &) { QFAIL("no step may fail"); });
+        QCOMPARE(store::TestTableExists(farm.session, "TBLTEMPBLOCKPLANT"), QString("TBLTEMPBLOCKPLANT"));
+        store::Update_TempBlock(farm.session);
+        QCOMPARE(farm.rows(DatabaseFile::Pest, CopyRows), QStringList{"1||1|Dam|False|True"});
+
+        store::Ensure_PMRepeatField(farm.session);
+        QCOMPARE(farm.rows(DatabaseFile::Pest, "Select * from tblPMTrans"), QStringList{"1|False"});
+        farm.session.dbPest->Execute("UPDATE tblPMTrans SET PMRepeat = True");
+        store::Ensure_PMRepeatField(farm.session);
+        QCOMPARE(farm.rows(DatabaseFile::Pest, "Select * from tblPMTrans"), QStringList{"1|True"});
+    }
+
+    void aStepThatFailsIsReportedOnce()
+    {
+        TemporaryFarm farm;
+        farm.close();
+        const QString empty = farm.databasesPath() + "/empty.mdb";
+        dao::Workspace::CreateDatabase(empty, store::connectText());
+        farm.session.dbPest.set(dao::Workspace::OpenDatabase(empty, false, true, store::connectText()));
+        QList<int> reported;
+        store::Ensure_TempBlockTable(farm.session, [&](const basic::RunTimeError &error) { reported.append(error.number()); });
+        QCOMPARE(reported, QList<int>{static_cast<int>(dao::DataErrorNumber::ReadOnly)});
+        store::Ensure_PMRepeatField(farm.session);
+    }
+
+    void withoutTheDatabaseOnlyTheRefreshFails()
+    {
+        TemporaryFarm farm;
+        farm.session.dbPest.set(nullptr);
+        farm.session.dbPest.setFailure("PestMon.mdb", "it is locked");
+        QCOMPARE(store::TestTableExists(farm.session, "tblTempBlockPlant"), QString("tblTempBlockPlant"));
+        store::Ensure_TempBlockTable(farm.session, [](const basic::RunTimeError &) { QFAIL("no box for this"); });
+        store::Ensure_PMRepeatField(farm.session);
+        try {
+            store::Update_TempBlock(farm.session);
+            QFAIL("an error was expected");
+        } catch (const basic::RunTimeError &error) {
+            QCOMPARE(error.number(), static_cast<int>(basic::ErrorNumber::ObjectNotSet));
+            QVERIFY(error.description().contains("PestMon.mdb"));
+        }
+    }
+
+    void weeksFollowTheDateOfCompletion()
+    {
+        TemporaryFarm farm;
+        const auto add = [&](const dao::Value &completed, const dao::Value &week) {
+            farm.add(u"tblPMTrans", {{u"PMTransDateCom", completed}, {u"PMTransWeek", week}, {u"PMTransCom", true}});
+        };
+        const auto date = [](int month, int day) { return basic::SerialDate::fromDate(QDate(2024, month, day)); };
+        add(date(1, 1), 9);
+        add(date(1, 7), 9);
+        add(date(1, 8), 9);
+        add(date(12, 31), 1);
+        add(basic::SerialDate::fromDateTime(QDate(2024, 1, 7), QTime(23, 59, 59)), dao::Null{});
+        add(basic::SerialDate(), 7); // the zero date counts as a date here
+        add(dao::Null{}, 44);
+        add(dao::Null{}, dao::Null{});
+        store::Recalc_PMTransWeek(farm.session);
+        QCOMPARE(farm.rows(DatabaseFile::Pest, "Select PMTransWeek from tblPMTrans order by PMTransID"),
+                 (QStringList{"1", "1", "2", "53", "1", "52", "44", "NULL"}));
+    }
+};
+
+QTEST_GUILESS_MAIN(UpgradesTest)
+#include "UpgradesTest.moc"

@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Check.h"
+
+#include "Output.h"
+#include "Progress.h"
+
+#include "platform/basic/RunTimeError.h"
+#include "platform/basic/TextFiles.h"
+#include "store/Schema.h"
+
+#include <QDir>
+#include <QHash>
+#include <QSet>
+
+#include <array>
+#include <memory>
+
+using store::DatabaseFile;
+using store::SchemaTable;
+
+namespace
+{
+
+using Keys = QSet<std::int32_t>;
+using DatabasePointer = std::unique_ptr<dao::Database>;
+
+Keys keysOf(dao::Database &database, QStringView table, QStringView field)
+{
+    Keys keys;
+    dao::Recordset rows = database.OpenRecordset(QStringLiteral("Select distinct %1 from %2").arg(field, table));
+    for (; !rows.Eof(); rows.MoveNext())
+        keys.insert(rows.longValue(0));
+    return keys;
+}
+
+/// Tells faults and notes as they are found.
+class Findings
+{
+public:
+    void fault(const QString &text)
+    {
+        printLine(QStringLiteral("  FAULT: %1").arg(text));
+        ++faults_;
+    }
+    void note(qint64 count, const QString &text)
+    {
+        if (count > 0)
+            printLine(QStringLiteral("  note: %1: %2").arg(text).arg(count));
+    }
+    bool none() const { return faults_ == 0; }
+
+private:
+    int faults_ = 0;
+};
+
+void checkTables(const dao::Database &database, DatabaseFile file, Findings &findings)
+{
+    const QStringList present = database.tableNames();
+    for (const SchemaTable &table : store::schema()) {
+        if (table.file != file)
+            continue;
+        if (!present.contains(table.name, Qt::CaseInsensitive)) {
+            if (table.optional)
+                printLine(QStringLiteral("  note: without %1, which the first start adds").arg(table.name));
+            else
+                findings.fault(QStringLiteral("the table %1 is missing").arg(table.name));
+            continue;
+        }
+        const dao::TableDef definition = database.tableDef(table.name);
+        for (const dao::Field &field : table.fields) {
+            const dao::Field *found = definition.findField(field.name);
+            if (!found && store::isOptionalField(table, field.name))
+                printLine(QStringLiteral("  note: without %1.%2, which the first start adds").arg(table.name, field.name));
+            else if (!found)
+                findings.fault(QStringLiteral("the field %1 of the table %2 is missing").arg(field.name, table.name));
+            else if (found->type != field.type && !store::isOfOpenType(table, field.name))
+                findings.fault(QStringLiteral("the field %1 of the table %2 has another type").arg(field.name, table.name));
+        }
+    }
+}
+
+DatabasePointer checkFile(const QString &folder, DatabaseFile file, Findings &findings)
+{
+    const QString wanted = folder + u'/' + store::fileName(file);
+    const QString path = basic::findPath(wanted).value_or(wanted);
+    printLine(path);
+    try {
+        DatabasePointer database = dao::Workspace::OpenDatabase(path, false, true, store::connectText());
+        QStringList damage;
+        {
+            Progress progress(QStringLiteral("Checking %1").arg(store::fileName(file)), 100);
+            damage = database->checkIntegrity([&](int percent) { progress.show(percent); });
+        }
+        for (const QString &one : damage)
+            findings.fault(one);
+        checkTables(*database, file, findings);
+        return damage.isEmpty() ? std::move(database) : nullptr;
+    } catch (const basic::RunTimeError &error) {
+        findings.fault(error.description());
+        return nullptr;
+    }
+}
+
+/// A key that should be found in another table.
+struct Reference {
+    QStringView table;
+    QStringView field;
+    QStringView what;
+};
+
+void noteOrphans(dao::Database &database, const Keys &known, const Reference &reference, Findings &findings)
+{
+    qint64 orphans = 0;
+    const Keys used = keysOf(database, reference.table, reference.field);
+    for (const std::int32_t key : used) {
+        // 0 is the empty key of the older generation of rows.
+        if (key == 0 || known.contains(key))
+            continue;
+        dao::Recordset rows = database.OpenRecordset(
+            QStringLiteral("Select Count(*) from %1 where %2 = %3").arg(reference.table, reference.field).arg(key));
+        orphans += rows.longValue(0);
+    }
+    findings.note(orphans, QStringLiteral("rows of %1 whose %2 is gone").arg(reference.table, reference.what));
+}
+
+void noteMainOrphans(dao::Database &database, Findings &findings)
+{
+    noteOrphans(database, keysOf(database, u"tblFarms", u"FarmID"), {u"tblBlock", u"FarmID", u"farm"}, findings);
+    noteOrphans(database, keysOf(database, u"tblBlock", u"BlockID"), {u"tblBlockPlant", u"BlockID", u"block"}, findings);
+    noteOrphans(database, keysOf(database, u"tblCrVariety", u"CrVaID"), {u"tblBlockPlant", u"CrVaID", u"variety"}, findings);
+}
+
+void notePestOrphans(dao::Database &pest, dao::Database *main, dao::Database *spray, Findings &findings)
+{
+    const Keys instructions = keysOf(pest, u"tblPMTrans", u"PMTransID");
+    for (const QStringView table : {u"tblPMBlockTrans", u"tblPMTarTrans", u"tblPMData", u"tblPMDataMax"})
+        noteOrphans(pest, instructions, {table, u"PMTransID", u"instruction"}, findings);
+    if (main) {
+        noteOrphans(pest, keysOf(*main, u"tblBlock", u"BlockID"), {u"tblPMBlockTrans", u"BlockID", u"block"}, findings);
+        const Keys plantings = keysOf(*main, u"tblBlockPlant", u"BlockPID");
+        for (const QStringView table :
+             {u"tblLeaveAnalysis", u"tblFruitAnalysis", u"tblSoilBasic", u"tblSoilMicro", u"tblSoilExtraction"})
+            noteOrphans(pest, plantings, {table, u"BlockPID", u"planting"}, findings);
+    }
+    if (spray)
+        noteOrphans(pest, keysOf(*spray, u"tblCTarget", u"CTargetID"), {u"tblPMTarTrans", u"CTargetID", u"target"}, findings);
+}
+
+/// Rows beyond the first for the same keys that hold nothing but zeros: saving an instruction again leaves them behind.
+qint64 doubledZeroRows(dao::Database &database, QStringView table, const QStringList &keys, const QStringList &values,
+                       std::int32_t instruction)
+{
+    dao::Recordset rows = database.OpenRecordset(QStringLiteral("Select %1, %2 from %3 where PMTransID = %4 order by %1")
+                                                     .arg(keys.join(u", "), values.join(u", "), table)
+                                                     .arg(instruction));
+    qint64 doubled = 0;
+    std::vector<dao::Value> before;
+    for (; !rows.Eof(); rows.MoveNext()) {
+        std::vector<dao::Value> now;
+        for (int i = 0; i < keys.size(); ++i)
+            now.push_back(rows.value(i));
+        bool zero = true;
+        for (int i = 0; i < values.size(); ++i)
+            zero = zero && rows.longValue(static_cast<int>(keys.size()) + i) == 0;
+        if (zero && now == before)
+            ++doubled;
+        before = std::move(now);
+    }
+    return doubled;
+}
+
+void noteDoubledRows(dao::Database &pest, Findings &findings)
+{
+    const Keys instructions = keysOf(pest, u"tblPMTrans", u"PMTransID");
+    Progress progress(QStringLiteral("Counting doubled rows"), instructions.size());
+    qint64 data = 0;
+    qint64 totals = 0;
+    for (const std::int32_t instruction : instructions) {
+        data += doubledZeroRows(pest, u"tblPMData", {"BlockID", "CTargetID", "PMBPunt"},
+                                {"PMCount", "PMCountUnder", "PMCountUpper", "PMYes", "PMYesUnder", "PMYesUpper"}, instruction);
+        totals += doubledZeroRows(
+            pest, u"tblPMDataMax", {"CTargetID", "BlockID"},
+            {"PMCountMax", "PMCountUnderMax", "PMCountUpperMax", "PMYesMax", "PMYesUnderMax", "PMYesUpperMax"}, instruction);
+        progress.advance();
+    }
+    findings.note(data, QStringLiteral("doubled zero rows of tblPMData, as saving an instruction again makes them"));
+    findings.note(totals, QStringLiteral("further zero rows of tblPMDataMax, as every instruction has them"));
+}
+
+} // namespace
+
+bool checkFarm(const QString &databasesFolder)
+{
+    const QString folder = QDir(databasesFolder).absolutePath();
+    Findings findings;
+    std::array<DatabasePointer, std::size(store::AllDatabaseFiles)> databases;
+    for (std::size_t i = 0; i < databases.size(); ++i)
+        databases[i] = checkFile(folder, store::AllDatabaseFiles[i], findings);
+    const auto &[main, pest, spray] = databases;
+    // With a table missing the links cannot be followed.
+    if (findings.none()) {
+        printLine(QStringLiteral("Links between tables"));
+        noteMainOrphans(*main, findings);
+        notePestOrphans(*pest, main.get(), spray.get(), findings);
+        noteDoubledRows(*pest, findings);
+    }
+    printLine(findings.none() ? QStringLiteral("Nothing is wrong.") : QStringLiteral("Faults were found."));
+    return findings.none();
+}

@@ -1,0 +1,293 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Import.h"
+
+#include "JetFile.h"
+#include "Output.h"
+#include "Progress.h"
+#include "Staging.h"
+
+#include "platform/basic/RunTimeError.h"
+#include "platform/basic/TextFiles.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <map>
+
+using basic::ErrorNumber;
+using basic::RunTimeError;
+using dao::FieldType;
+using store::DatabaseFile;
+using store::SchemaTable;
+
+namespace
+{
+
+/// A table to copy: its definition in the copy, and for each of its fields the place in a row of the source.
+struct TableCopy {
+    JetTable source;
+    dao::TableDef target;
+    std::vector<std::size_t> places;
+    /// Place of the auto key among the target's fields.
+    std::optional<int> autoKey;
+    QStringList absentFields;
+    QStringList leftOutFields;
+};
+
+struct FileCopy {
+    DatabaseFile file;
+    std::unique_ptr<JetFile> source;
+    std::vector<TableCopy> tables;
+    QStringList absentTables;
+    QStringList leftOutTables;
+};
+
+bool sameName(const QString &left, const QString &right)
+{
+    return left.compare(right, Qt::CaseInsensitive) == 0;
+}
+
+QString nameOf(JetType type)
+{
+    static const std::map<JetType, QString> names{
+        {JetType::Boolean, QStringLiteral("a Boolean")},     {JetType::Byte, QStringLiteral("a Byte")},
+        {JetType::Integer, QStringLiteral("an Integer")},    {JetType::Long, QStringLiteral("a Long")},
+        {JetType::Single, QStringLiteral("a Single")},       {JetType::Double, QStringLiteral("a Double")},
+        {JetType::Date, QStringLiteral("a Date")},           {JetType::Text, QStringLiteral("a Text")},
+        {JetType::Other, QStringLiteral("of another type")},
+    };
+    return names.at(type);
+}
+
+/// The type that holds every value of the source's; nothing for types that the databases do not know.
+std::optional<FieldType> typeLike(JetType type)
+{
+    switch (type) {
+    case JetType::Boolean:
+        return FieldType::Boolean;
+    case JetType::Byte:
+    case JetType::Integer:
+        return FieldType::Integer;
+    case JetType::Long:
+        return FieldType::Long;
+    case JetType::Single:
+        return FieldType::Single;
+    case JetType::Double:
+        return FieldType::Double;
+    case JetType::Date:
+        return FieldType::Date;
+    case JetType::Text:
+        return FieldType::Text;
+    case JetType::Other:
+        break;
+    }
+    return std::nullopt;
+}
+
+bool fits(JetType source, FieldType target)
+{
+    const std::optional<FieldType> like = typeLike(source);
+    return like == target || (target == FieldType::Long && like == FieldType::Integer)
+        || (target == FieldType::Double && like == FieldType::Single);
+}
+
+/// The field as the copy has it: the program's type where it is settled, the source's where it is open, and room for the
+/// source's longest text.
+std::optional<dao::Field> fieldFor(const SchemaTable &table, const dao::Field &wanted, const JetField &found)
+{
+    dao::Field field = wanted;
+    if (store::isOfOpenType(table, wanted.name)) {
+        const std::optional<FieldType> type = typeLike(found.type);
+        if (!type)
+            return std::nullopt;
+        field.type = *type;
+    } else if (!fits(found.type, wanted.type)) {
+        return std::nullopt;
+    }
+    if (field.type == FieldType::Text)
+        field.size = std::max(field.size, found.size);
+    return field;
+}
+
+/// Definition without the fields that the source lacks. A key that the source does not guard against doubles is no primary
+/// key in the copy, so that no row is refused.
+dao::TableDef definitionOf(const SchemaTable &table, const std::vector<dao::Field> &fields, bool keyIsUnique)
+{
+    dao::TableDef definition(table.name);
+    for (const dao::Field &field : fields)
+        definition.Append(field);
+    const dao::TableDef whole = table.definition();
+    for (dao::Index index : whole.Indexes()) {
+        if (index.primary && !keyIsUnique)
+            index.primary = index.unique = false;
+        definition.Append(index);
+    }
+    return definition;
+}
+
+TableCopy planTable(const SchemaTable &wanted, JetTable source, QStringList &faults)
+{
+    TableCopy copy{std::move(source), dao::TableDef(wanted.name), {}, {}, {}, {}};
+    std::vector<dao::Field> fields;
+    bool keyIsUnique = wanted.hasAutoKey();
+    for (const dao::Field &field : wanted.fields) {
+        const auto found = std::find_if(copy.source.fields.begin(), copy.source.fields.end(),
+                                        [&](const JetField &one) { return sameName(one.name, field.name); });
+        if (found == copy.source.fields.end()) {
+            if (store::isOptionalField(wanted, field.name))
+                copy.absentFields.append(field.name);
+            else
+                faults.append(QStringLiteral("the table %1 lacks the field %2").arg(wanted.name, field.name));
+            continue;
+        }
+        const std::optional<dao::Field> target = fieldFor(wanted, field, *found);
+        if (!target) {
+            faults.append(QStringLiteral("the field %1 of the table %2 is %3").arg(field.name, wanted.name, nameOf(found->type)));
+            continue;
+        }
+        if (target->autoIncrement)
+            copy.autoKey = static_cast<int>(fields.size());
+        if (field.name == wanted.key && found->primary)
+            keyIsUnique = true;
+        fields.push_back(*target);
+        copy.places.push_back(static_cast<std::size_t>(found - copy.source.fields.begin()));
+    }
+    for (const JetField &field : copy.source.fields) {
+        const bool known = std::any_of(wanted.fields.begin(), wanted.fields.end(),
+                                       [&](const dao::Field &one) { return sameName(one.name, field.name); });
+        if (!known)
+            copy.leftOutFields.append(field.name);
+    }
+    copy.target = definitionOf(wanted, fields, keyIsUnique);
+    return copy;
+}
+
+FileCopy planFile(DatabaseFile file, const QString &from, QStringList &faults)
+{
+    const QString wantedPath = from + u'/' + store::fileName(file);
+    const std::optional<QString> path = basic::findPath(wantedPath);
+    if (!path)
+        throw RunTimeError(ErrorNumber::FileNotFound, QStringLiteral("%1 does not exist.").arg(wantedPath));
+    FileCopy copy{file, std::make_unique<JetFile>(*path), {}, {}, {}};
+    const QStringList present = copy.source->tableNames();
+    for (const SchemaTable &table : store::schema()) {
+        if (table.file != file)
+            continue;
+        if (present.contains(table.name, Qt::CaseInsensitive))
+            copy.tables.push_back(planTable(table, copy.source->table(table.name), faults));
+        else if (table.optional)
+            copy.absentTables.append(table.name);
+        else
+            faults.append(QStringLiteral("%1 lacks the table %2").arg(store::fileName(file), table.name));
+    }
+    std::copy_if(present.begin(), present.end(), std::back_inserter(copy.leftOutTables), [file](const QString &name) {
+        const SchemaTable *known = store::findTable(name);
+        return !known || known->file != file;
+    });
+    return copy;
+}
+
+/// The next number of the auto key comes after the last that the source ever gave out, also when its row is gone.
+void keepNextNumber(dao::Database &database, const TableCopy &table, std::int32_t highest)
+{
+    if (!table.autoKey || table.source.lastAutoKey <= highest)
+        return;
+    const QString key = table.target.Fields()[static_cast<std::size_t>(*table.autoKey)].name;
+    dao::Recordset rows = database.OpenRecordset(QStringLiteral("Select * from %1 where %2 =0").arg(table.target.Name(), key),
+                                                 dao::RecordsetType::Dynaset);
+    rows.AddNew();
+    rows.set(key, table.source.lastAutoKey);
+    rows.Update();
+    database.Execute(QStringLiteral("Delete from %1 where %2 =%3").arg(table.target.Name(), key).arg(table.source.lastAutoKey));
+}
+
+void copyRows(const JetFile &source, dao::Database &database, const TableCopy &table, Progress &progress)
+{
+    const QString &name = table.target.Name();
+    const std::vector<dao::Field> &fields = table.target.Fields();
+    dao::Recordset rows = database.OpenRecordset(QStringLiteral("Select * from %1").arg(name), dao::RecordsetType::Dynaset);
+    std::int32_t highest = 0;
+    std::uint32_t number = 0;
+    const std::uint32_t count = source.readRows(table.source.name, [&](const JetFile::Row &row) {
+        ++number;
+        try {
+            rows.AddNew();
+            for (std::size_t i = 0; i < fields.size(); ++i)
+                rows.set(static_cast<int>(i), row[table.places[i]]);
+            if (table.autoKey)
+                highest = std::max(highest, rows.longValue(*table.autoKey));
+            rows.Update();
+        } catch (const RunTimeError &error) {
+            throw RunTimeError(error.number(),
+                               QStringLiteral("Row %1 of %2 cannot be copied: %3").arg(number).arg(name, error.description()));
+        }
+        progress.advance();
+    });
+    if (count != table.source.rowCount) {
+        throw RunTimeError(ErrorNumber::DeviceError,
+                           QStringLiteral("%1: %2 rows can be read from the table %3, but its definition counts %4. Repair the "
+                                          "file in the suite first.")
+                               .arg(source.path())
+                               .arg(count)
+                               .arg(name)
+                               .arg(table.source.rowCount));
+    }
+    keepNextNumber(database, table, highest);
+}
+
+void copyFile(const FileCopy &copy, const QString &path, Progress &progress)
+{
+    const std::unique_ptr<dao::Database> database = dao::Workspace::CreateDatabase(path, store::connectText());
+    dao::WriteScope scope(*database);
+    for (const TableCopy &table : copy.tables) {
+        database->Append(table.target);
+        copyRows(*copy.source, *database, table, progress);
+    }
+    scope.commit();
+}
+
+void tell(const FileCopy &copy)
+{
+    printLine(store::fileName(copy.file));
+    for (const TableCopy &table : copy.tables) {
+        printLine(QStringLiteral("  %1  %2 of %2 rows").arg(table.target.Name(), -20).arg(table.source.rowCount));
+        for (const QString &field : table.absentFields)
+            printLine(QStringLiteral("    without %1, which the first start adds").arg(field));
+        if (!table.leftOutFields.isEmpty())
+            printLine(QStringLiteral("    left out, not used by this program: fields %1").arg(table.leftOutFields.join(u", ")));
+    }
+    for (const QString &table : copy.absentTables)
+        printLine(QStringLiteral("  without %1, which the first start adds").arg(table));
+    if (!copy.leftOutTables.isEmpty())
+        printLine(QStringLiteral("  left out, not used by this program: tables %1").arg(copy.leftOutTables.join(u", ")));
+}
+
+} // namespace
+
+void importFarm(const QString &from, const QString &databasesFolder)
+{
+    Staging staging(databasesFolder);
+    QStringList faults;
+    std::vector<FileCopy> copies;
+    for (const DatabaseFile file : store::AllDatabaseFiles)
+        copies.push_back(planFile(file, from, faults));
+    if (!faults.isEmpty()) {
+        throw RunTimeError(ErrorNumber::InvalidArgument,
+                           QStringLiteral("The files in %1 cannot be imported: %2.").arg(from, faults.join(u"; ")));
+    }
+    std::int64_t total = 0;
+    for (const FileCopy &copy : copies) {
+        for (const TableCopy &table : copy.tables)
+            total += table.source.rowCount;
+    }
+    {
+        Progress progress(QStringLiteral("Importing"), total);
+        for (const FileCopy &copy : copies)
+            copyFile(copy, staging.path(copy.file), progress);
+    }
+    staging.moveIn();
+    for (const FileCopy &copy : copies)
+        tell(copy);
+    printLine(QStringLiteral("%1 rows imported. The password of the source files was not asked: their pages are read without it.")
+                  .arg(total));
+}

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Staging.h"
+
+#include "platform/basic/RunTimeError.h"
+#include "platform/basic/TextFiles.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+using basic::ErrorNumber;
+using basic::RunTimeError;
+
+Staging::Staging(const QString &databasesFolder) : target_(QDir(databasesFolder).absolutePath())
+{
+    if (QFileInfo::exists(target_) && !QFileInfo(target_).isDir())
+        throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("%1 is no folder.").arg(target_));
+    for (const store::DatabaseFile file : store::AllDatabaseFiles) {
+        if (const auto present = basic::findPath(target_ + u'/' + store::fileName(file))) {
+            throw RunTimeError(ErrorNumber::PathFileAccess,
+                               QStringLiteral("%1 exists already and is left as it is; choose another folder.").arg(*present));
+        }
+    }
+    const QString parent = QFileInfo(target_).absolutePath();
+    QDir().mkpath(parent);
+    staged_ = std::make_unique<QTemporaryDir>(target_ + QStringLiteral(".new-XXXXXX"));
+    if (!staged_->isValid())
+        throw RunTimeError(ErrorNumber::PathFileAccess,
+                           QStringLiteral("Nothing can be written in %1: %2.").arg(parent, staged_->errorString()));
+}
+
+QString Staging::path(store::DatabaseFile file) const
+{
+    return staged_->filePath(store::fileName(file));
+}
+
+void Staging::moveIn()
+{
+    QDir().mkpath(target_);
+    QStringList moved;
+    for (const store::DatabaseFile file : store::AllDatabaseFiles) {
+        const QString to = target_ + u'/' + store::fileName(file);
+        if (!QFile::rename(path(file), to)) {
+            for (const QString &one : moved)
+                QFile::remove(one);
+            throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("%1 cannot be written; nothing was made.").arg(to));
+        }
+        moved.append(to);
+    }
+}

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "store/Schema.h"
+
+#include <QString>
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// New databases on their way: made in a folder beside the target, moved in when all three are whole.
+class Staging
+{
+public:
+    /// Refuses a target that has one of the databases, or that is no folder.
+    explicit Staging(const QString &databasesFolder);
+
+    QString path(store::DatabaseFile file) const;
+    /// The staged folder itself, laid out as a Databases folder.
+    QString folder() const { return staged_->path(); }
+    /// All three or none.
+    void moveIn();
+
+private:
+    QString target_;
+    std::unique_ptr<QTemporaryDir> staged_;
+};
