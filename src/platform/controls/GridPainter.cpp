@@ -76,15 +76,19 @@ const QFontMetrics &GridPainter::metricsOf(int row, int col) const
     return state_.drawnBold(row, col) ? boldMetrics_ : plainMetrics_;
 }
 
-/// Edges moved to whole device pixels, so that fills meet without gaps at scales such as 1.25.
+/// Edges moved to whole device pixels, so that fills meet without gaps at scales such as 1.25. A length of one pixel becomes a
+/// line of even strength that ends where the cell ends.
 QRectF GridPainter::onPixels(const QPainter &painter, const QRectF &rect) const
 {
     const QTransform &device = painter.deviceTransform();
-    const auto snap = [](double value, double scale, double offset) {
-        return (std::round(value * scale + offset) - offset) / scale;
+    const auto span = [](double from, double length, double scale, double offset) {
+        const double end = std::round((from + length) * scale + offset);
+        const double begin = length == 1 ? end - std::max(1.0, std::floor(scale)) : std::round(from * scale + offset);
+        return std::pair((begin - offset) / scale, (end - offset) / scale);
     };
-    return {QPointF(snap(rect.left(), device.m11(), device.dx()), snap(rect.top(), device.m22(), device.dy())),
-            QPointF(snap(rect.right(), device.m11(), device.dx()), snap(rect.bottom(), device.m22(), device.dy()))};
+    const auto [left, right] = span(rect.left(), rect.width(), device.m11(), device.dx());
+    const auto [top, bottom] = span(rect.top(), rect.height(), device.m22(), device.dy());
+    return {QPointF(left, top), QPointF(right, bottom)};
 }
 
 void GridPainter::fill(QPainter &painter, const QRectF &rect, const QColor &colour) const
