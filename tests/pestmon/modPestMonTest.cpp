@@ -39,8 +39,8 @@ void modPestMonTest::init()
 {
     store_.reset();
     farm_ = std::make_unique<PestMonFarm>();
-    store_ = std::make_unique<clsPestMONNew>(farm_->session());
-    SessionContext &session = farm_->session();
+    store_ = std::make_unique<clsPestMONNew>(farm_->session);
+    SessionContext &session = farm_->session;
     session.CurrentPMMethodID = 1;
     session.CurrentPMDate = basic::SerialDate::fromDate(QDate(2026, 5, 4));
     session.CurrentPMWeek = 18;
@@ -62,15 +62,15 @@ void modPestMonTest::choose(std::initializer_list<int> blocks, std::initializer_
 void modPestMonTest::newInstructionGetsItsZeroRows()
 {
     choose({1, 2}, {7, 3});
-    QCOMPARE(Save_Instruction(farm_->session(), *store_), Done);
-    const int key = farm_->session().CurrentPMTransID;
+    QCOMPARE(Save_Instruction(farm_->session, *store_), Done);
+    const int key = farm_->session.CurrentPMTransID;
     QVERIFY(key > 0);
-    QVERIFY(!farm_->session().RepeatDone);
+    QVERIFY(!farm_->session.RepeatDone);
     // (3 + 5) points x 2 pests, less the row that the step takes first: there was none to take.
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMData")), 16);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMDataMax where BlockID = 1 and CTargetID = 3")), 3);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData")), 16);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMDataMax where BlockID = 1 and CTargetID = 3")), 3);
     // Order of creation: block, point, pest.
-    dao::Recordset rows = farm_->session().dbPest->OpenRecordset(QStringLiteral("Select * from tblPMData"));
+    dao::Recordset rows = farm_->session.dbPest->OpenRecordset(QStringLiteral("Select * from tblPMData"));
     rows.MoveNext();
     QCOMPARE(rows.longValue("BlockID"), 1);
     QCOMPARE(rows.longValue("PMBPunt"), 1);
@@ -84,43 +84,43 @@ void modPestMonTest::newInstructionGetsItsZeroRows()
 void modPestMonTest::savingTwiceLeavesTwoSetsLessOneRow()
 {
     choose({1}, {3});
-    QCOMPARE(Save_Instruction(farm_->session(), *store_), Done);
-    QCOMPARE(Save_Instruction(farm_->session(), *store_), Done);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTrans")), 1);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMBlockTrans")), 1);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTarTrans")), 1);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMData")), 5);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMDataMax")), 5);
+    QCOMPARE(Save_Instruction(farm_->session, *store_), Done);
+    QCOMPARE(Save_Instruction(farm_->session, *store_), Done);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 1);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMBlockTrans")), 1);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTarTrans")), 1);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData")), 5);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMDataMax")), 5);
     // The row that went was the oldest: point 1 of the first set.
     QCOMPARE(farm_->number(QStringLiteral("Select PMBPunt from tblPMData order by PMDataID asc")), 2);
 }
 
 void modPestMonTest::instructionWithoutChoiceSaves()
 {
-    QCOMPARE(Save_Instruction(farm_->session(), *store_), Done);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTrans")), 1);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMData")), 0);
+    QCOMPARE(Save_Instruction(farm_->session, *store_), Done);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 1);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData")), 0);
 }
 
 void modPestMonTest::unselectedBlockKeepsItsRows()
 {
     choose({1, 2}, {3});
-    QCOMPARE(Save_Instruction(farm_->session(), *store_), Done);
-    const int key = farm_->session().CurrentPMTransID;
+    QCOMPARE(Save_Instruction(farm_->session, *store_), Done);
+    const int key = farm_->session.CurrentPMTransID;
     QCOMPARE(store_->New_Delete_Block_for_Instruction(2), Done);
     QCOMPARE(store_->New_Delete_Block_for_Transaction(key, 2), Done);
-    QCOMPARE(Save_Instruction(farm_->session(), *store_), Done);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMData where BlockID = 2")), 5);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMData where BlockID = 1")), 3 + 3 - 1);
+    QCOMPARE(Save_Instruction(farm_->session, *store_), Done);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where BlockID = 2")), 5);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where BlockID = 1")), 3 + 3 - 1);
 }
 
 void modPestMonTest::successorIsEqualAndEmpty()
 {
     choose({1}, {3, 7});
-    QCOMPARE(Save_Instruction(farm_->session(), *store_), Done);
-    SessionContext &session = farm_->session();
+    QCOMPARE(Save_Instruction(farm_->session, *store_), Done);
+    SessionContext &session = farm_->session;
     const int key = session.CurrentPMTransID;
-    farm_->session().dbPest->Execute(QStringLiteral("UPDATE tblPMData SET PMCount = 9"));
+    farm_->session.dbPest->Execute(QStringLiteral("UPDATE tblPMData SET PMCount = 9"));
     session.CurrentPMNotes = QStringLiteral("changed at completion");
     QCOMPARE(Repeat_Instruction(session, *store_), Done);
     QCOMPARE(session.CurrentPMTransID, key);
@@ -130,32 +130,32 @@ void modPestMonTest::successorIsEqualAndEmpty()
     QCOMPARE(successor.longValue("PMTransWeek"), 18);
     QVERIFY(successor.boolean("PMRepeat"));
     const QString ofSuccessor = QStringLiteral("Select * from tblPMData where PMTransID = %1 and PMCount = %2").arg(key + 1);
-    QCOMPARE(farm_->count(ofSuccessor.arg(0)), 6);
-    QCOMPARE(farm_->count(ofSuccessor.arg(9)), 0);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMData where PMTransID = %1 and PMCount = 9").arg(key)), 6);
+    QCOMPARE(farm_->countOf(ofSuccessor.arg(0)), 6);
+    QCOMPARE(farm_->countOf(ofSuccessor.arg(9)), 0);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where PMTransID = %1 and PMCount = 9").arg(key)), 6);
 }
 
 void modPestMonTest::valueTooLongWritesNothing()
 {
     choose({1}, {3});
-    SessionContext &session = farm_->session();
+    SessionContext &session = farm_->session;
     session.CurrentPMPerson = QString(80, QLatin1Char('x'));
     QCOMPARE(Save_Instruction(session, *store_), clsPestMONNew::Failed);
     QVERIFY(store_->lastError().has_value());
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTrans")), 0);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 0);
     QCOMPARE(session.CurrentPMTransID, 0);
     // Corrected, the same save goes through.
     session.CurrentPMPerson = QStringLiteral("Anna");
     QCOMPARE(Save_Instruction(session, *store_), Done);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMData")), 3);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData")), 3);
 }
 
 void modPestMonTest::clearEmptiesBothTables()
 {
     choose({1, 2, 2}, {3, 3, 4});
     QCOMPARE(Clear_Instruction(*store_), Done);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTBlock")), 0);
-    QCOMPARE(farm_->count(QStringLiteral("Select * from tblPMTPest")), 0);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTBlock")), 0);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTPest")), 0);
 }
 
 QTEST_GUILESS_MAIN(modPestMonTest)

@@ -5,6 +5,8 @@
 #include "platform/controls/ItemCombo.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QRadioButton>
 #include <QTest>
 #include <QTextStream>
 
@@ -26,7 +28,11 @@ void *Hands::missing(const char *name)
 
 void Hands::click(const char *name) const
 {
-    QTest::mouseClick(&find<QWidget>(name), Qt::LeftButton);
+    auto &control = find<QWidget>(name);
+    // A tick box answers on its box and caption alone, not on the rest of its line.
+    const bool tick = qobject_cast<QCheckBox *>(&control) || qobject_cast<QRadioButton *>(&control);
+    constexpr int OnTheBox = 8;
+    QTest::mouseClick(&control, Qt::LeftButton, {}, tick ? QPoint(OnTheBox, control.height() / 2) : control.rect().center());
 }
 
 void Hands::clickCell(const char *grid, int row, int col) const

@@ -155,18 +155,11 @@ std::vector<QByteArray> Catalog::createStatements(const TableDef &definition)
 
 std::shared_ptr<TableInfo> Catalog::find(QStringView name)
 {
+    readNames();
     const QString folded = name.toString().toLower();
-    auto found = tables_.find(folded);
+    const auto found = tables_.find(folded);
     if (found == tables_.end()) {
-        if (!hasChanged()) {
-            return nullptr;
-        }
-        forget();
-        readNames();
-        found = tables_.find(folded);
-        if (found == tables_.end()) {
-            return nullptr;
-        }
+        return nullptr;
     }
     if (!found->second) {
         found->second = read(storedNames_[folded]);
@@ -176,10 +169,7 @@ std::shared_ptr<TableInfo> Catalog::find(QStringView name)
 
 QStringList Catalog::tableNames()
 {
-    if (hasChanged()) {
-        forget();
-        readNames();
-    }
+    readNames();
     QStringList names;
     for (const auto &[folded, stored] : storedNames_) {
         names.push_back(stored);
@@ -200,13 +190,16 @@ void Catalog::forget()
     schemaVersion_ = -1;
 }
 
-bool Catalog::hasChanged()
+bool Catalog::isOutdated()
 {
-    return schemaVersion_ < 0 || connection_.number("PRAGMA schema_version") != schemaVersion_;
+    return schemaVersion_ >= 0 && connection_.number("PRAGMA schema_version") != schemaVersion_;
 }
 
 void Catalog::readNames()
 {
+    if (schemaVersion_ >= 0) {
+        return;
+    }
     schemaVersion_ = connection_.number("PRAGMA schema_version");
     Statement statement(connection_, "SELECT name FROM sqlite_schema WHERE type = 'table' ORDER BY rowid");
     while (statement.step()) {

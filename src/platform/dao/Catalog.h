@@ -38,11 +38,13 @@ class Catalog
 public:
     explicit Catalog(Connection &connection) : connection_(connection) {}
 
-    /// nullptr when there is no such table. Looks again when another program has changed the schema.
+    /// nullptr when there is no such table.
     std::shared_ptr<TableInfo> find(QStringView name);
     QStringList tableNames();
     /// To be called after a change to the schema.
     void forget();
+    /// Whether the schema is another than what was read, by a writer on another connection.
+    bool isOutdated();
 
     /// The statements that make a table and its indexes.
     static std::vector<QByteArray> createStatements(const TableDef &definition);
@@ -53,7 +55,6 @@ private:
     using Tables = std::map<QString, std::shared_ptr<TableInfo>>;
 
     void readNames();
-    bool hasChanged();
     std::shared_ptr<TableInfo> read(const QString &name);
     void readIndexes(TableInfo &table);
 

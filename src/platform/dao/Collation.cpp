@@ -14,10 +14,10 @@ namespace
 {
 
 // Weights: 0 counts for nothing (accents), signs from 1, digits from 64, letters from 80, everything else at its code
-// point behind them. The two tie breakers have weights of their own so that the first pass can leave them out.
+// point behind them. The two tie breakers come behind all plain letters, so "coop" stands before "co-op".
 constexpr std::uint32_t Ignored = 0;
-constexpr std::uint32_t Apostrophe = 62;
-constexpr std::uint32_t Hyphen = 63;
+constexpr std::uint32_t Apostrophe = 200;
+constexpr std::uint32_t Hyphen = 201;
 constexpr std::uint32_t FirstDigit = 64;
 constexpr std::uint32_t FirstLetter = 80;
 constexpr std::uint32_t BeyondAscii = 0x100;

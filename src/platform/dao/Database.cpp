@@ -40,6 +40,7 @@ int Database::Execute(const QString &sql)
 void Database::Append(const TableDef &definition)
 {
     Engine &engine = *state_->engine;
+    engine.refreshSchema();
     if (engine.catalog().find(definition.Name())) {
         throw DataError(DataErrorNumber::TableExists,
                         QStringLiteral("The table %1 exists already in %2.").arg(definition.Name(), Name()));
@@ -82,6 +83,7 @@ void Database::Append(const QString &table, const Field &field)
 
 TableDef Database::tableDef(const QString &name) const
 {
+    state_->engine->refreshSchema();
     const auto info = state_->engine->catalog().find(name);
     if (!info) {
         throw DataError(DataErrorNumber::ItemNotFound,
@@ -99,6 +101,7 @@ TableDef Database::tableDef(const QString &name) const
 
 QStringList Database::tableNames() const
 {
+    state_->engine->refreshSchema();
     return state_->engine->catalog().tableNames();
 }
 

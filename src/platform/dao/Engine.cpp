@@ -104,17 +104,22 @@ Engine::BoundQuery Engine::find(const QString &sql, Translate translate)
     if (queries_.size() > MostQueries) {
         queries_.clear();
     }
-    std::shared_ptr<Query> &query = queries_[list.shape];
+    // A select is never kept under the shape of an action or the other way round: their first words differ, and a text that
+    // is neither is not kept.
+    std::shared_ptr<Query> query = queries_.value(list.shape);
     if (!query) {
         try {
             query = prepare(list, translate);
-        } catch (const basic::RunTimeError &) {
-            queries_.remove(list.shape);
-            throw;
+        } catch (const DataError &) {
+            // The name that was not found may be one that another program has added since.
+            if (!refreshSchema()) {
+                throw;
+            }
+            query = prepare(list, translate);
         }
+        queries_.insert(list.shape, query);
     }
-    // A select is never kept under the shape of an action or the other way round: their first words differ.
-    return {query, std::move(list.literals)};
+    return {std::move(query), std::move(list.literals)};
 }
 
 std::shared_ptr<Query> Engine::prepare(const TokenList &list, Translate translate)
@@ -133,6 +138,15 @@ void Engine::forgetSchema()
     queries_.clear();
     statements_.clear();
     catalog_.forget();
+}
+
+bool Engine::refreshSchema()
+{
+    const bool isOutdated = catalog_.isOutdated();
+    if (isOutdated) {
+        forgetSchema();
+    }
+    return isOutdated;
 }
 
 Statement &Engine::prepared(const QByteArray &sql)

@@ -48,6 +48,8 @@ public:
     BoundQuery action(const QString &sql);
     /// Tables have come or changed: nothing prepared is valid any more.
     void forgetSchema();
+    /// Forgets the schema when a writer on another connection has changed it; returns whether that was so.
+    bool refreshSchema();
 
     /// A statement of ours by its text.
     Statement &prepared(const QByteArray &sql);

@@ -81,6 +81,9 @@ void checkHeader(const Connection &connection)
     if (!header.startsWith(QByteArrayView("SQLite format 3\0", 16))) {
         failFormat(path, QStringLiteral("is no database of this program."));
     }
+    if (size < HeaderSize) {
+        failDamaged(path, QStringLiteral("most of it is missing"));
+    }
     if (numberAt(header, 68) != static_cast<quint32>(ApplicationId)) {
         failFormat(path, QStringLiteral("is a database of another program."));
     }

@@ -16,7 +16,6 @@ namespace
 {
 
 constexpr int BusyMilliseconds = 2000;
-constexpr const char *Settings = "PRAGMA synchronous=FULL; PRAGMA temp_store=MEMORY; PRAGMA cache_size=-8000;";
 
 int compareForEngine(void *, int leftSize, const void *left, int rightSize, const void *right)
 {
@@ -103,7 +102,6 @@ Connection::Connection(const QString &path, Mode mode) : path_(path)
     sqlite3_create_collation(handle, CollationName, SQLITE_UTF8, nullptr, compareForEngine);
     sqlite3_create_function(handle, "datepart", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, datePartForEngine, nullptr,
                             nullptr);
-    execute(Settings);
 }
 
 bool Connection::isReadOnly() const

@@ -15,6 +15,10 @@ namespace dao
 namespace
 {
 
+// A rollback journal, so that at rest the file alone holds everything, and a wait for the disk at every commit.
+constexpr const char *Settings =
+    "PRAGMA journal_mode=DELETE; PRAGMA synchronous=FULL; PRAGMA temp_store=MEMORY; PRAGMA cache_size=-8000;";
+
 QString existingFile(const QString &told)
 {
     const auto path = basic::findPath(told);
@@ -40,7 +44,7 @@ void readFirst(Connection &connection, bool exclusive)
                                                        : "BEGIN EXCLUSIVE; COMMIT");
         }
         connection.number("SELECT count(*) FROM sqlite_schema");
-        connection.execute("PRAGMA journal_mode=DELETE");
+        connection.execute(Settings);
     } catch (const DataError &error) {
         if (error.number() != static_cast<int>(DataErrorNumber::Locked)) {
             throw;
@@ -82,6 +86,7 @@ std::unique_ptr<Database> Workspace::CreateDatabase(const QString &path, const Q
     file.close();
     try {
         Connection connection(target, Connection::Mode::ReadWrite);
+        connection.execute(Settings);
         connection.execute("BEGIN IMMEDIATE");
         connection.execute("PRAGMA application_id=" + QByteArray::number(ApplicationId));
         storePassword(connection, passwordIn(connect));
