@@ -196,6 +196,11 @@ void MDI_Monitoring::unload(ChildScreen *screen)
     screen->deleteLater();
 }
 
+ChildScreen *MDI_Monitoring::CurrentForm() const
+{
+    return CurrentForm_;
+}
+
 bool MDI_Monitoring::menuIsOpen() const
 {
     return ui_->clientArea->currentWidget() == ui_->menuArea;

@@ -35,7 +35,7 @@ public:
     Load load(const QString &appPath);
 
     /// The screen now open; nothing while the menu is.
-    ChildScreen *CurrentForm() const { return CurrentForm_; }
+    ChildScreen *CurrentForm() const;
     bool menuIsOpen() const;
     /// What the status line shows.
     QString statusText() const;

@@ -11,12 +11,14 @@ namespace
 {
 
 constexpr int IconSize = 16;
+constexpr int SideMargin = 18;
 
 } // namespace
 
 StatusLine::StatusLine(QWidget *parent) : QStatusBar(parent), icon_(new QLabel(this)), text_(new QLabel(this))
 {
     setSizeGripEnabled(false);
+    setContentsMargins(SideMargin, 0, SideMargin, 0);
     icon_->setFixedWidth(IconSize);
     text_->setObjectName(QStringLiteral("statusText"));
     text_->setTextFormat(Qt::PlainText);

@@ -76,15 +76,19 @@ const QFontMetrics &GridPainter::metricsOf(int row, int col) const
     return state_.drawnBold(row, col) ? boldMetrics_ : plainMetrics_;
 }
 
-/// Edges moved to whole device pixels, so that fills meet without gaps at scales such as 1.25.
+/// Edges moved to whole device pixels, so that fills meet without gaps at scales such as 1.25. A length of one pixel becomes a
+/// line of even strength that ends where the cell ends.
 QRectF GridPainter::onPixels(const QPainter &painter, const QRectF &rect) const
 {
     const QTransform &device = painter.deviceTransform();
-    const auto snap = [](double value, double scale, double offset) {
-        return (std::round(value * scale + offset) - offset) / scale;
+    const auto span = [](double from, double length, double scale, double offset) {
+        const double end = std::round((from + length) * scale + offset);
+        const double begin = length == 1 ? end - std::max(1.0, std::floor(scale)) : std::round(from * scale + offset);
+        return std::pair((begin - offset) / scale, (end - offset) / scale);
     };
-    return {QPointF(snap(rect.left(), device.m11(), device.dx()), snap(rect.top(), device.m22(), device.dy())),
-            QPointF(snap(rect.right(), device.m11(), device.dx()), snap(rect.bottom(), device.m22(), device.dy()))};
+    const auto [left, right] = span(rect.left(), rect.width(), device.m11(), device.dx());
+    const auto [top, bottom] = span(rect.top(), rect.height(), device.m22(), device.dy());
+    return {QPointF(left, top), QPointF(right, bottom)};
 }
 
 void GridPainter::fill(QPainter &painter, const QRectF &rect, const QColor &colour) const
@@ -175,17 +179,28 @@ void GridPainter::paintCell(QPainter &painter, int row, int col, const QRect &re
     }
 }
 
-int GridPainter::padding(const QString &text, const QFontMetrics &metrics, int width) const
+/// Texts that would just be cut short get a narrower edge; a header with room for two lines wraps instead.
+int GridPainter::padding(int row, int col, const QSize &cell) const
 {
-    return metrics.horizontalAdvance(text) + 2 * TextPadding < width ? TextPadding : NarrowPadding;
+    const QFontMetrics &metrics = metricsOf(row, col);
+    const bool fits = metrics.horizontalAdvance(state_.store.at(row, col).text) + 2 * TextPadding < cell.width();
+    return fits || mostLines(row, col, cell.height()) > 1 ? TextPadding : NarrowPadding;
+}
+
+int GridPainter::mostLines(int row, int col, int height) const
+{
+    if (row >= state_.rows.fixed()) {
+        return 1;
+    }
+    return std::clamp(height / std::max(1, metricsOf(row, col).lineSpacing()), 1, MostLines);
 }
 
 QStringList GridPainter::linesOf(int row, int col, const QSize &room) const
 {
     const QString &text = state_.store.at(row, col).text;
     const QFontMetrics &metrics = metricsOf(row, col);
-    const int most = std::clamp(room.height() / std::max(1, metrics.lineSpacing()), 1, MostLines);
-    if (most == 1 || row >= state_.rows.fixed() || metrics.horizontalAdvance(text) <= room.width()) {
+    const int most = mostLines(row, col, room.height());
+    if (most == 1 || metrics.horizontalAdvance(text) <= room.width()) {
         return {text};
     }
     return wrapped(text, state_.drawnBold(row, col) ? bold_ : view_.font, room.width(), most);
@@ -194,7 +209,7 @@ QStringList GridPainter::linesOf(int row, int col, const QSize &room) const
 void GridPainter::paintText(QPainter &painter, int row, int col, const QRect &rect, const QColor &ink) const
 {
     const QFontMetrics &metrics = metricsOf(row, col);
-    const int inset = padding(state_.store.at(row, col).text, metrics, rect.width() - 1);
+    const int inset = padding(row, col, rect.adjusted(0, 0, -1, -1).size());
     const QRect room = rect.adjusted(inset, 0, -inset - 1, -1);
     const CellAlignment alignment = state_.alignment(row, col);
     const Qt::Alignment horizontal = alignment == CellAlignment::Centre ? Qt::AlignHCenter
@@ -223,7 +238,7 @@ bool GridPainter::isElided(int row, int col) const
     const CellSpan span = state_.spanOf(row, col, 0, state_.rows.count() - 1, 0, state_.cols.count() - 1);
     const QRect rect = spanRect(span);
     const QFontMetrics &metrics = metricsOf(row, col);
-    const int inset = padding(text, metrics, rect.width() - 1);
+    const int inset = padding(row, col, rect.adjusted(0, 0, -1, -1).size());
     const QSize room(rect.width() - 2 * inset - 1, rect.height() - 1);
     const QStringList lines = linesOf(row, col, room);
     return std::any_of(lines.begin(), lines.end(),

@@ -43,7 +43,8 @@ private:
     QRect spanRect(const CellSpan &span) const;
     Colours coloursOf(int row, int col) const;
     QStringList linesOf(int row, int col, const QSize &room) const;
-    int padding(const QString &text, const QFontMetrics &metrics, int width) const;
+    int padding(int row, int col, const QSize &cell) const;
+    int mostLines(int row, int col, int height) const;
     const QFontMetrics &metricsOf(int row, int col) const;
     QRectF onPixels(const QPainter &painter, const QRectF &rect) const;
     void fill(QPainter &painter, const QRectF &rect, const QColor &colour) const;

@@ -17,6 +17,9 @@ namespace
 /// From this size on a picture is drawn with the thin line, or it would look heavy beside its caption.
 constexpr double PictureSize = 40;
 
+/// The one fill of the icons.
+const QString LeafGreen = QStringLiteral("#4C9A4E");
+
 } // namespace
 
 IconEngine::IconEngine(QString svg, QString colourName) : svg_(std::move(svg)), colourName_(std::move(colourName)) {}
@@ -26,6 +29,9 @@ QByteArray IconEngine::tinted(QIcon::Mode mode, double logicalSize) const
     const QColor colour = Look::colour(mode == QIcon::Disabled ? QStringLiteral("disabled") : colourName_);
     QString text = svg_;
     text.replace(QStringLiteral("currentColor"), colour.name());
+    if (mode == QIcon::Disabled) {
+        text.replace(LeafGreen, Look::colours().line.name());
+    }
     if (logicalSize >= PictureSize) {
         text.replace(QStringLiteral("stroke-width=\"1.5\""), QStringLiteral("stroke-width=\"1\""));
     }

@@ -5,7 +5,9 @@
 
 #include <QCompleter>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 #include <QWheelEvent>
 
 namespace controls
@@ -28,6 +30,9 @@ ItemCombo::ItemCombo(QWidget *parent) : QComboBox(parent)
     setCompleter(nullptr);
     setFocusPolicy(Qt::StrongFocus);
     setMaxVisibleItems(16);
+    // The style sheet reaches the entries of this delegate alone.
+    setItemDelegate(new QStyledItemDelegate(this));
+    lineEdit()->installEventFilter(this);
     connect(this, &QComboBox::activated, this, [this](int index) {
         chosen_ = index;
         Q_EMIT Click();
@@ -96,6 +101,17 @@ void ItemCombo::setText(const QString &text)
 void ItemCombo::setTypingAllowed(bool allowed)
 {
     lineEdit()->setReadOnly(!allowed);
+}
+
+bool ItemCombo::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool opens = event->type() == QEvent::MouseButtonPress
+        || (event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Space);
+    if (opens && watched == lineEdit() && lineEdit()->isReadOnly() && isEnabled()) {
+        showPopup();
+        return true;
+    }
+    return QComboBox::eventFilter(watched, event);
 }
 
 void ItemCombo::wheelEvent(QWheelEvent *event)
