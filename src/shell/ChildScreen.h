@@ -21,6 +21,10 @@ public:
     virtual void activateScreen() = 0;
     virtual QString screenTitle() const = 0;
 
+    /// Which kind of record the screen serves; set by the menu before the screen is shown.
+    const QString &Tag() const { return tag_; }
+    void setTag(const QString &tag) { tag_ = tag; }
+
     void closeScreen() { Q_EMIT closeRequested(); }
 
     /// Runs what a signal brought about and shows an error that it does not take itself. No exception may pass through the
@@ -45,4 +49,5 @@ protected:
 
 private:
     ScreenHost &host_;
+    QString tag_;
 };

@@ -9,6 +9,7 @@
 namespace
 {
 constexpr int KeyColumn = 1;
+constexpr int HeaderHeight = 400;
 } // namespace
 
 PickGrid::PickGrid(controls::FlexGrid &grid, std::vector<Column> columns) : grid_(grid), columns_(std::move(columns))
@@ -23,6 +24,7 @@ void PickGrid::layOut(int count)
     grid_.setRows(count + 2);
     grid_.setFixedRows(1);
     grid_.setFixedCols(0);
+    grid_.setRowHeight(0, HeaderHeight);
     for (int col = 0; col < grid_.Cols(); ++col) {
         const Column &column = columns_[static_cast<std::size_t>(col)];
         grid_.setColWidth(col, column.width);

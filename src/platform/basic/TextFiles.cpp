@@ -139,11 +139,16 @@ std::int32_t readFirstLong(const QString &path)
     const bool isPlain = std::all_of(item.begin(), item.end(), [](QChar c) { return QStringView(u"0123456789+-.").contains(c); });
     bool isNumber = false;
     const double value = QLocale::c().toDouble(item, &isNumber);
+    const QString told =
+        QStringLiteral("The file %1 holds \"%2\" where a number is expected. Correct or delete it.").arg(path, item);
     if (!isPlain || !isNumber) {
-        throw RunTimeError(ErrorNumber::TypeMismatch,
-                           QStringLiteral("The file %1 holds \"%2\" where a number is expected.").arg(path, item));
+        throw RunTimeError(ErrorNumber::TypeMismatch, told);
     }
-    return toLong32(value);
+    try {
+        return toLong32(value);
+    } catch (const RunTimeError &) {
+        throw RunTimeError(ErrorNumber::Overflow, told);
+    }
 }
 
 void writeLine(const QString &path, const QString &line)

@@ -6,7 +6,8 @@
 namespace controls
 {
 
-/// A date with a calendar. Format yyyy/MM/dd unless set otherwise. The mouse wheel changes nothing.
+/// A date with a calendar. Format yyyy/MM/dd unless set otherwise. A digit typed over a full year, month or day begins it
+/// anew. The mouse wheel changes nothing.
 class DatePicker : public QDateEdit
 {
     Q_OBJECT
@@ -20,11 +21,18 @@ public:
 Q_SIGNALS:
     /// The user changed the date, once per finished change of keys, arrows or calendar.
     void Change();
+    /// The field was left; not for its own calendar, nor when the whole window is left.
     void LostFocus();
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+
+private:
+    void announce(QDate date);
+
+    QDate announced_;
 };
 
 } // namespace controls

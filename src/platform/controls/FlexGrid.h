@@ -22,7 +22,7 @@ inline constexpr int Green = 65280;
 inline constexpr int PaleYellow = 0xC0FFFF;
 } // namespace mark
 
-enum class CellAlignment { Default, Left, Centre, Right };
+enum class CellAlignment : quint8 { Default, Left, Centre, Right };
 
 /// A grid over its own compact cell store, quick at 50,000 rows.
 ///
@@ -107,11 +107,15 @@ public:
     /// A row drawn with the accent bar and lines of a selection; -1 for none.
     void setSelectedRow(int row);
     int selectedRow() const;
-    /// Draw 0 in muted colour (counts), and a tick on yellow and red cells without text.
+    /// Draw the text "0" in the muted colour, so that the counts stand out. Off unless set.
     void setMuteZeros(bool mute);
+    /// Draw a tick on yellow and red cells without text; it is no text of the cell. On unless set.
+    void setTicks(bool ticks);
 
     /// Where a cell lies in the viewport, in logical pixels; empty for a hidden or scrolled-out cell.
     QRect cellRect(int row, int col) const;
+    /// Row and column under a point of the viewport, fixed ones included; nothing beyond the last cell.
+    std::optional<std::pair<int, int>> cellAt(QPoint position) const;
 
     /// Gives screen reader and tool tip what a cell says; without it a default names row, column header, text and mark.
     void setCellDescriber(std::function<QString(int row, int col)> describer);
@@ -119,9 +123,10 @@ public:
 
 Q_SIGNALS:
     /// The mouse was pressed on a cell that is not fixed, which has become the current one; also Space or F2 on the current cell
-    /// when setKeyClicks asks for it.
+    /// when setKeyClicks asks for it. The cell becomes current first, then the grid takes the focus, then Click comes: whoever
+    /// loses the focus to the grid already finds the new Row and Col.
     void Click(int row, int col);
-    /// After Click of the first press.
+    /// After Click of the first press, for the same cell.
     void DblClick(int row, int col);
     /// A key moved the current cell to another row or column.
     void cellMovedByKey(int row, int col);
@@ -129,12 +134,18 @@ Q_SIGNALS:
     void KeyDown(QKeyEvent *event);
     void GotFocus();
     void LostFocus();
+    /// Other rows or columns came into view, also by code.
+    void Scroll();
 
 public:
     enum class KeyClick { None, F2, SpaceAndF2 };
     void setKeyClicks(KeyClick keys);
 
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;

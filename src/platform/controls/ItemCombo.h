@@ -28,7 +28,7 @@ public:
     QString Text() const { return currentText(); }
     /// Shows a text, in the list or not; the index follows the first equal entry. Silent.
     void setText(const QString &text);
-    /// When false the user can choose but not type.
+    /// When false the user can choose but not type; a click or Space in the box then opens the list.
     void setTypingAllowed(bool allowed);
 
 Q_SIGNALS:
@@ -38,7 +38,12 @@ Q_SIGNALS:
     void Change();
 
 protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+
+private:
+    /// The chosen entry; QComboBox's own index clings to an entry while another text is typed.
+    int chosen_ = -1;
 };
 
 } // namespace controls

@@ -10,12 +10,26 @@ class QApplication;
 namespace controls
 {
 
-/// The colours by name; see resources/style/palette in the light and the dark form.
+/// The colours of one form, light or dark. The names in the style sheet and in resources/style/palette.txt stand behind each.
 struct PaletteColours {
-    QColor window, base, header, line, border, text, muted, disabled, accent, accentHover, accentPressed, soft, onAccent, danger;
+    QColor window;
+    QColor base;
+    QColor header;
+    QColor line;
+    QColor border;
+    QColor text;
+    QColor muted;
+    QColor disabled;
+    QColor accent;
+    QColor accentHover; // ahover
+    QColor accentPressed; // apress
+    QColor soft;
+    QColor onAccent; // onacc
+    QColor danger;
 };
 
 /// The look of the program: Fusion, the palette, the style sheet with its names filled in, the icons tinted.
+/// Before apply() the light colours hold.
 class Look
 {
 public:
@@ -24,9 +38,11 @@ public:
     static void apply(QApplication &application, bool dark);
     static bool isDark();
     static const PaletteColours &colours();
-    /// An icon of resources/icons by its name without ending ("add"), in text colour, with its disabled form.
-    /// `colour` names another palette colour: "onacc", "danger", "muted".
-    static QIcon icon(const QString &name, const QString &colour = QStringLiteral("text"));
+    /// Of a colour's name in the palette file; error 5 for a name that is not there.
+    static QColor colour(const QString &name);
+    /// An icon of resources/icons by its name without ending ("add"), with its disabled form. `colourName` is a name of the
+    /// palette: "text", "onacc", "danger", "muted". The icon follows the palette by itself. Error 53 without such an icon.
+    static QIcon icon(const QString &name, const QString &colourName = QStringLiteral("text"));
 };
 
 } // namespace controls

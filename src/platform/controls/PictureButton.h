@@ -15,6 +15,10 @@ public:
 
     bool hasHoverBorder() const { return hoverBorder_; }
     void setHoverBorder(bool on);
+    /// A disabled picture is drawn muted and shows `reason` as its tool tip.
+    void setUnavailable(const QString &reason);
+    void setAvailable();
+    QSize sizeHint() const override;
 
 Q_SIGNALS:
     /// The pointer moved over the picture.
@@ -22,6 +26,8 @@ Q_SIGNALS:
 
 protected:
     void mouseMoveEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 
 private:
     bool hoverBorder_ = false;

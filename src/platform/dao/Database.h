@@ -64,7 +64,9 @@ private:
 /// Bulk work as one unit of the file: changes between construction and destruction reach the disk together at the end.
 /// Also when an error passes through, what was written before it stays (a partly done step is kept, as the screens' rules
 /// say); a process killed inside a scope leaves nothing of it. Scopes nest; the outermost counts. Call commit() to learn of a
-/// failed write; the destructor is silent and rolls back when the commit fails.
+/// failed write; the destructor is silent and rolls back when the commit fails. The file is locked for other writers from the
+/// first write on, not before, so a scope that writes nothing costs nothing. When the engine itself undoes the scope (a full
+/// disk can make it), every later write and the commit raise that error again, until the outermost scope has ended.
 class WriteScope
 {
 public:
@@ -86,7 +88,8 @@ class Workspace
 {
 public:
     /// Opens an existing file; never creates one. `connect` holds ";pwd=..." . 3024 no such file, 3031 wrong password, 3051 no
-    /// rights or a folder in its place, 3045 opened exclusively elsewhere, 3049 damaged, 3343 no database of this program.
+    /// rights or a folder in its place, 3045 opened exclusively elsewhere, 3049 damaged, 3343 no database of this program. The
+    /// path is found without regard to case. A file without the right to write opens all the same; writing to it raises 3027.
     static std::unique_ptr<Database> OpenDatabase(const QString &path, bool exclusive, bool readOnly, const QString &connect);
     /// Makes a new empty file with the password of `connect`; 3204 is not raised: an existing file is refused with 75.
     static std::unique_ptr<Database> CreateDatabase(const QString &path, const QString &connect);

@@ -205,7 +205,7 @@ void Engine::openScope()
 void Engine::beginScopes()
 {
     if (lost_) {
-        raiseLost();
+        throw lostError();
     }
     while (begunScopes_ < scopes_) {
         connection_.execute(begunScopes_ == 0 ? "BEGIN IMMEDIATE" : "SAVEPOINT scope");
@@ -216,10 +216,17 @@ void Engine::beginScopes()
     }
 }
 
-void Engine::raiseLost() const
+DataError Engine::lostError() const
 {
-    throw DataError(static_cast<DataErrorNumber>(lost_->number()),
-                    lost_->description() + QStringLiteral(" Everything since the step began was undone."));
+    return {static_cast<DataErrorNumber>(lost_->number()),
+            lost_->description() + QStringLiteral(" Everything since the step began was undone.")};
+}
+
+void Engine::endLostScope()
+{
+    if (--scopes_ == 0) {
+        lost_.reset();
+    }
 }
 
 void Engine::endTransaction(const QByteArray &sql)
@@ -236,19 +243,18 @@ void Engine::endTransaction(const QByteArray &sql)
 void Engine::commitScope()
 {
     if (lost_) {
-        const DataError reason = *lost_;
-        --scopes_;
-        if (scopes_ > 0) {
-            throw DataError(reason);
-        }
-        lost_.reset();
-        throw DataError(static_cast<DataErrorNumber>(reason.number()),
-                        reason.description() + QStringLiteral(" Everything since the step began was undone."));
+        const DataError reason = lostError();
+        endLostScope();
+        throw DataError(reason);
     }
     try {
         endTransaction(scopes_ == 1 ? "COMMIT" : "RELEASE scope");
-    } catch (const DataError &) {
+    } catch (const DataError &error) {
         ++changeStamp_;
+        begunScopes_ = 0;
+        if (scopes_ > 0) {
+            lost_ = error;
+        }
         if (!connection_.isAutocommit()) {
             connection_.execute("ROLLBACK");
         }
@@ -260,9 +266,7 @@ void Engine::rollbackScope()
 {
     ++changeStamp_;
     if (lost_) {
-        if (--scopes_ == 0) {
-            lost_.reset();
-        }
+        endLostScope();
         return;
     }
     endTransaction(scopes_ == 1 ? "ROLLBACK" : "ROLLBACK TO scope; RELEASE scope");

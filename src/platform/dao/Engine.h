@@ -74,7 +74,8 @@ private:
     std::shared_ptr<Query> prepare(const TokenList &list, Translate translate);
     void beginScopes();
     void endTransaction(const QByteArray &sql);
-    [[noreturn]] void raiseLost() const;
+    DataError lostError() const;
+    void endLostScope();
 
     Connection connection_;
     Catalog catalog_;

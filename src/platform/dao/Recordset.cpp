@@ -251,7 +251,8 @@ void Recordset::set(int index, const Value &newValue)
     if (state_->editing == State::Editing::None) {
         throw DataError(DataErrorNumber::UpdateWithoutEdit, QStringLiteral("A field is set without AddNew or Edit."));
     }
-    const TableInfo &table = state_->requireTable();
+    // A set that is being edited reads one table.
+    const TableInfo &table = *state_->query->translation.table;
     const auto field = static_cast<std::size_t>(column.field);
     if (column.field == table.keyField && table.hasAutoKey() && state_->editing == State::Editing::Editing) {
         throw DataError(DataErrorNumber::ReadOnly, QStringLiteral("The auto key %1 cannot be changed.").arg(column.name));

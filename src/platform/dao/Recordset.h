@@ -19,8 +19,10 @@ struct ResultColumn;
 /// Rows of a query, with a current row. Rows are numbered by position only; the set opens on its first row.
 ///
 /// A snapshot holds the rows as they were when it was opened and refuses AddNew, Edit and Delete (3027).
-/// A dynaset holds the keys of the rows found when it was opened and their values as last read; it can write when the
-/// query reads one table. Reading or editing a row that has been deleted meanwhile raises 3167.
+/// A dynaset holds the keys of the rows found when it was opened; a row is read again when this connection has written since,
+/// and by Edit always. It can write when the query reads plain fields of one table. Reading or editing a row that has been
+/// deleted meanwhile raises 3167. Rows added are not part of the set until it is opened anew.
+/// Rows that ORDER BY leaves equal, or that have none, come in the order of their keys.
 ///
 /// Fields are named without regard to case, as the query names them (alias or field name). Where two tables of a join give
 /// the same name, the plain name means the first and "table.field" tells them apart. An unknown name raises 3265.
@@ -36,24 +38,27 @@ public:
     bool Bof() const;
     /// True behind the last row, and for an empty set. (The layer's own name is a macro of the C library.)
     bool Eof() const;
-    /// Rows in the set, whether visited or not.
+    /// Rows in the set, whether visited or not, without those deleted through it.
     int RecordCount() const;
+    /// 3021 for a set without rows, as MoveLast.
     void MoveFirst();
     void MoveLast();
     void MovePrevious();
     /// Past the last row Eof becomes true; a further move raises 3021.
     void MoveNext();
+    /// Lets the rows go; afterwards the set is empty.
     void Close();
 
-    /// Starts a new row. The auto key has its value at once and keeps it if Update follows.
+    /// Starts a new row. The auto key has its value at once and keeps it if Update follows; a row brought from another file may
+    /// set it.
     void AddNew();
     void Edit();
-    /// Writes the fields set since AddNew or Edit; durable when it returns, unless a WriteScope is open. After AddNew the
-    /// current row is the one that was current before. 3020 without AddNew or Edit. On failure nothing is written and the
-    /// row stays in editing.
+    /// Writes the fields set since AddNew or Edit (after Edit only those that differ from what is stored); durable when it
+    /// returns, unless a WriteScope is open. After AddNew the current row is the one that was current before. 3020 without AddNew
+    /// or Edit. On failure nothing is written and the row stays in editing.
     void Update();
     void CancelUpdate();
-    /// Deletes the current row; the set then has no current row until a move.
+    /// Deletes the current row; until a move, reading it raises 3167.
     void Delete();
 
     int fieldCount() const;
@@ -69,7 +74,8 @@ public:
     bool isNull(QAnyStringView name) const { return isNull(fieldIndex(name)); }
 
     /// Null reads as empty text, 0, 0.0 and False; a Boolean read as a number is -1 or 0, a number read as a Boolean is
-    /// false for 0 only. Other types raise 13. text() of a number is its plain text, of a Single its shortest.
+    /// false for 0 only. Other types raise 13, so a date has no text of its own. text() of a number is its plain text, of a
+    /// Single its shortest, of a Boolean True or False.
     QString text(int index) const;
     QString text(QAnyStringView name) const { return text(fieldIndex(name)); }
     std::int32_t longValue(int index) const;

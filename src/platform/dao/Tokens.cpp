@@ -162,6 +162,7 @@ private:
         }
         list_.shape.append(u'[');
         add(TokenKind::Bracketed, sql_.mid(at_ + 1, end - at_ - 1));
+        list_.shape.append(u']');
         at_ = end + 1;
     }
 

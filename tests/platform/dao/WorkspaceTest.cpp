@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include <functional>
+#include <unistd.h>
 
 using namespace dao;
 
@@ -25,6 +26,31 @@ void putAt(QFile &file, qint64 at, const QByteArray &bytes)
     QCOMPARE(file.write(bytes), bytes.size());
 }
 
+/// Gives a folder to an ordinary user and works as that user, where the tests run as one who may do everything.
+class OrdinaryUser
+{
+public:
+    explicit OrdinaryUser(const QString &folder) : isRoot_(::geteuid() == 0)
+    {
+        constexpr uid_t Nobody = 65534;
+        for (const QString &path : {folder, folder + "/Things.mdb"}) {
+            QVERIFY(!isRoot_ || ::chown(QFile::encodeName(path).constData(), Nobody, Nobody) == 0);
+        }
+        QVERIFY(!isRoot_ || ::seteuid(Nobody) == 0);
+    }
+    ~OrdinaryUser()
+    {
+        if (isRoot_ && ::seteuid(0) != 0) {
+            qFatal("the test cannot go on as another user");
+        }
+    }
+    OrdinaryUser(const OrdinaryUser &) = delete;
+    OrdinaryUser &operator=(const OrdinaryUser &) = delete;
+
+private:
+    bool isRoot_;
+};
+
 } // namespace
 
 class WorkspaceTest : public QObject
@@ -41,6 +67,7 @@ private Q_SLOTS:
     void aFieldIsAddedToOldRows();
     void lockedByAnother();
     void readOnlyReadsButDoesNotWrite();
+    void rightsThatAreMissing();
     void copyIsOfOneMoment();
     void anExistingFileIsNeverReplaced();
 };
@@ -207,6 +234,29 @@ void WorkspaceTest::readOnlyReadsButDoesNotWrite()
     QCOMPARE(errorOf([&] { reader->Execute("Delete from Things"); }), 3027);
     scope.commit();
     QCOMPARE(file->OpenRecordset("Select * from Things").RecordCount(), 1);
+}
+
+void WorkspaceTest::rightsThatAreMissing()
+{
+    TestFile file;
+    file.add("a");
+    file.close();
+    const OrdinaryUser user(file.folder());
+    const auto writeError = [&] {
+        const auto opened = file.openAgain();
+        return opened->OpenRecordset("Select * from Things").RecordCount() == 1
+            ? errorOf([&] { opened->Execute("Delete from Things"); })
+            : -1;
+    };
+    QVERIFY(QFile::setPermissions(file.path(), QFile::ReadOwner));
+    QCOMPARE(writeError(), 3027);
+    QVERIFY(QFile::setPermissions(file.path(), QFile::Permissions()));
+    QCOMPARE(errorOf([&] { file.openAgain(); }), 3051);
+    QVERIFY(QFile::setPermissions(file.path(), QFile::ReadOwner | QFile::WriteOwner));
+    QVERIFY(QFile::setPermissions(file.folder(), QFile::ReadOwner | QFile::ExeOwner));
+    QCOMPARE(writeError(), 3027);
+    QVERIFY(QFile::setPermissions(file.folder(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    QCOMPARE(writeError(), 0);
 }
 
 void WorkspaceTest::copyIsOfOneMoment()

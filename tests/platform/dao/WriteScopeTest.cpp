@@ -6,6 +6,8 @@
 
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace dao;
 
@@ -48,6 +50,7 @@ private Q_SLOTS:
     void rollbackDropsItsOwnPartOnly();
     void keysOfADroppedScopeAreNotGivenAgain();
     void tablesOfADroppedScopeAreGone();
+    void aKilledProgramLeavesNothingOfItsScope();
     void fullDiskKeepsTheOldValue();
     void fullDiskInAScopeIsTold();
 };
@@ -138,6 +141,40 @@ void WriteScopeTest::tablesOfADroppedScopeAreGone()
     }
     QCOMPARE(errorOf([&] { file->OpenRecordset("Select * from tblShort"); }), 3078);
     QCOMPARE(file->tableNames(), QStringList{"Things"});
+}
+
+void WriteScopeTest::aKilledProgramLeavesNothingOfItsScope()
+{
+    TestFile file;
+    file.add("before");
+    TableDef wide("tblWide");
+    wide.Append(TableDef::CreateField("Filler", FieldType::Text, 255));
+    file->Append(wide);
+    const QString path = file.path();
+    file.close();
+    const pid_t child = ::fork();
+    if (child == 0) {
+        // Enough rows that the engine has to write into the file before the end.
+        const auto database = Workspace::OpenDatabase(path, false, false, ";pwd=secret");
+        WriteScope scope(*database);
+        database->Execute("Update Things set Name = 'after'");
+        Recordset set = database->OpenRecordset("Select * from tblWide", RecordsetType::Dynaset);
+        for (int i = 0; i < 60000; ++i) {
+            set.AddNew();
+            set.set(0, QString(255, u'x'));
+            set.Update();
+        }
+        ::kill(::getpid(), SIGKILL);
+    }
+    int status = 0;
+    QCOMPARE(::waitpid(child, &status, 0), child);
+    QVERIFY(WIFSIGNALED(status));
+    QVERIFY(QFileInfo(path + "-journal").size() > 0);
+    const auto again = file.openAgain();
+    QCOMPARE(again->OpenRecordset("Select * from Things").text("Name"), QStringLiteral("before"));
+    QVERIFY(again->OpenRecordset("Select * from tblWide").Eof());
+    QCOMPARE(again->checkIntegrity(), QStringList());
+    QVERIFY(!QFileInfo::exists(path + "-journal"));
 }
 
 void WriteScopeTest::fullDiskKeepsTheOldValue()

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "pestmon/frmPestMon2.h"
+#include "platform/controls/Dialogs.h"
+#include "platform/controls/Look.h"
+#include "shell/FarmApplication.h"
+#include "shell/MDI_Monitoring.h"
+
+#include <functional>
+
+namespace
+{
+
+constexpr int Failed = 1;
+
+template <typename Screen> std::function<ChildScreen *(ScreenHost &, QWidget *)> screen()
+{
+    return [](ScreenHost &host, QWidget *parent) { return new Screen(host, parent); };
+}
+
+/// What each picture opens. A picture that is not told here shows as not yet available.
+std::vector<MenuEntry> menuEntries()
+{
+    return {
+        {QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, screen<frmPestMon2>()},
+    };
+}
+
+int run(FarmApplication &application)
+{
+    controls::MessageBoxes boxes;
+    try {
+        MDI_Monitoring window(boxes, menuEntries());
+        if (window.load(QCoreApplication::applicationDirPath()) != MDI_Monitoring::Load::Done) {
+            return Failed;
+        }
+        boxes.setParent(&window);
+        application.setErrorHandler([&window](const basic::RunTimeError &error) { window.showError(error); });
+        window.showMaximized();
+        return FarmApplication::exec();
+    } catch (const basic::RunTimeError &error) {
+        boxes.message(errorText(error), {}, controls::BoxIcon::Critical);
+        return Failed;
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    FarmApplication application(argc, argv);
+    controls::Look::apply(application);
+    return run(application);
+}

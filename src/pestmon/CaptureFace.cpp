@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "pestmon/CaptureFace.h"
+
+#include "pestmon/modPestMon.h"
+#include "platform/basic/Clock.h"
+#include "platform/basic/Formats.h"
+#include "platform/controls/Dialogs.h"
+#include "store/clsPestMONNew.h"
+#include "ui_frmPestMon2.h"
+
+CaptureFace::CaptureFace(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui)
+    : PestMonFace(screen, host, ui), grid_(screen, host, ui)
+{
+    ui_.cmbBlock->setTypingAllowed(false);
+    on(ui_.cmbBlock, &controls::ItemCombo::Click, [this] { blockClick(); });
+    on(ui_.chkPMCom, &QCheckBox::clicked, [this](bool) { completedClick(); });
+    on(ui_.cmdSaveTrans, &QPushButton::clicked, [this](bool) { cmdSaveTrans(); });
+    on(ui_.cmdPP, &QPushButton::clicked, [this](bool) {
+        if (settleBox()) {
+            this->host().showFailure(QStringLiteral("Field sheets are not yet part of this version"));
+        }
+    });
+    on(ui_.Command4, &QPushButton::clicked, [this](bool) { close(); });
+}
+
+void CaptureFace::open()
+{
+    const SessionContext &values = session();
+    ui_.fraBasic->setTitle(QStringLiteral("%1: %2").arg(basic::shortDate(values.CurrentPMDate.date()), values.CurrentPMNotes));
+    fillBlocks();
+    ui_.txtPMMethod->setText(values.CurrentPMMethod);
+    ui_.dtpPMMTransDate->setValue(values.CurrentPMDate.date());
+    ui_.txtPMPerson->setText(values.CurrentPMPerson);
+    ui_.txtPMMNotes->setText(values.CurrentPMNotes);
+    ui_.txtPMWeekNo->setText(QString::number(values.CurrentPMWeek));
+    ui_.chkPMCom->setChecked(true);
+    completedClick();
+    ui_.grdPest->hide();
+    ui_.cmbBlock->setEnabled(true);
+}
+
+void CaptureFace::fillBlocks()
+{
+    ui_.cmbBlock->Clear();
+    dao::Recordset rows = objPestMON().New_Get_Blocks_For_Transaction(session().CurrentPMTransID);
+    for (; !rows.Eof(); rows.MoveNext()) {
+        const std::int32_t block = rows.longValue("BlockID");
+        const dao::Recordset found = objPestMON().Get_Block_byID(block);
+        ui_.cmbBlock->AddItem(found.Eof() ? QString() : found.text("Block"), block);
+    }
+}
+
+void CaptureFace::blockClick()
+{
+    if (!settleBox()) {
+        ui_.txtG1->setFocus();
+        return;
+    }
+    silently(QStringLiteral("The block could not be shown"), [&] {
+        session().CurrentBlockID = ui_.cmbBlock->ItemData(ui_.cmbBlock->ListIndex());
+        grid_.Fill_Capture();
+        ui_.grdPest->show();
+    });
+}
+
+void CaptureFace::completedClick()
+{
+    if (ui_.chkPMCom->isChecked()) {
+        ui_.dtpPestMCom->setValue(basic::Clock::today());
+        ui_.dtpPestMCom->show();
+    }
+}
+
+bool CaptureFace::settleBox()
+{
+    if (grid_.leaveBox()) {
+        return true;
+    }
+    const auto answer =
+        host().dialogs().question(QStringLiteral("The value \"%1\" could not be saved. Go on without it?").arg(ui_.txtG1->text()),
+                                  QString(), controls::Answer::No);
+    if (answer == controls::Answer::Yes) {
+        grid_.closeBox();
+    }
+    return answer == controls::Answer::Yes;
+}
+
+void CaptureFace::cmdSaveTrans()
+{
+    if (settleBox()) {
+        silently(QStringLiteral("The instruction could not be saved"), [&] { save(); });
+    }
+}
+
+void CaptureFace::save()
+{
+    SessionContext &values = session();
+    values.CurrentPMCom = ui_.chkPMCom->isChecked();
+    if (values.CurrentPMCom) {
+        values.CurrentPMDateCom = basic::SerialDate::fromDate(ui_.dtpPestMCom->Value());
+    }
+    values.CurrentPMNotes = ui_.txtPMMNotes->text();
+    const auto status = objPestMON().New_Save_PMTrans(values.CurrentPMTransID, values.CurrentPMMethodID, values.CurrentPMDate,
+                                                      values.CurrentPMNotes, values.CurrentPMPerson, values.CurrentPMWeek,
+                                                      values.CurrentPMDateCom, values.CurrentPMCom, values.CurrentPMRepeat);
+    const QString name = QStringLiteral("Instruction of %1").arg(basic::formatDate(values.CurrentPMDate, u"yyyy/MM/dd"));
+    if (status == clsPestMONNew::Failed) {
+        showStoreFailure(QStringLiteral("%1 could not be saved").arg(name));
+        return;
+    }
+    QString saved =
+        values.CurrentPMCom ? QStringLiteral("%1 saved as completed").arg(name) : QStringLiteral("%1 saved").arg(name);
+    bool repeated = true;
+    if (!values.RepeatDone && values.CurrentPMRepeat) {
+        repeated = silently(QStringLiteral("The repeated instruction could not be issued"), [&] {
+            if (Repeat_Instruction(values, objPestMON()) == clsPestMONNew::Failed) {
+                throw objPestMON().lastError().value_or(basic::RunTimeError(0, QString()));
+            }
+        });
+        saved += QStringLiteral(", repeated instruction issued");
+    }
+    values.RepeatDone = true;
+    if (repeated) {
+        host().showStatus(saved);
+    }
+}
+
+void CaptureFace::close()
+{
+    if (settleBox()) {
+        Q_EMIT closed();
+    }
+}

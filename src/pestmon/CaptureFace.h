@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "pestmon/CaptureGrid.h"
+#include "pestmon/PestMonFace.h"
+
+/// The tab in which findings are typed in and an instruction is completed, which may issue its successor.
+class CaptureFace : public PestMonFace
+{
+    Q_OBJECT
+public:
+    CaptureFace(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui);
+
+    /// Shows the session's instruction, ticked as completed today, with no block chosen.
+    void open();
+    /// Empties the grid before another face takes over.
+    void clear() { grid_.clear(); }
+
+Q_SIGNALS:
+    void closed();
+
+private:
+    void fillBlocks();
+    void blockClick();
+    void completedClick();
+    void cmdSaveTrans();
+    void save();
+    void close();
+    /// Saves an open cell, or asks whether it may be dropped; false when it is to stay.
+    bool settleBox();
+
+    CaptureGrid grid_;
+};

@@ -1,0 +1,512 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "pestmon/CaptureGrid.h"
+
+#include "common/grid/CellEditor.h"
+#include "platform/basic/Numbers.h"
+#include "platform/controls/Dialogs.h"
+#include "platform/dao/Database.h"
+#include "store/clsPestMONNew.h"
+#include "ui_frmPestMon2.h"
+
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+#include <array>
+
+using controls::CellAlignment;
+namespace mark = controls::mark;
+
+namespace
+{
+
+constexpr int TallRow = 400;
+constexpr int PointWidth = 500;
+constexpr int ValueWidth = 1000;
+
+/// The fields of a pest's three values, in the detail and in the total rows, by method.
+constexpr std::array<const char *, 3> CountFields{"PMCount", "PMCountUnder", "PMCountUpper"};
+constexpr std::array<const char *, 3> YesFields{"PMYes", "PMYesUnder", "PMYesUpper"};
+constexpr std::array<const char *, 3> CountTotalFields{"PMCountMax", "PMCountUnderMax", "PMCountUpperMax"};
+constexpr std::array<const char *, 3> YesTotalFields{"PMYesMax", "PMYesUnderMax", "PMYesUpperMax"};
+
+const char *field(const std::array<const char *, 3> &fields, int value)
+{
+    return fields[static_cast<std::size_t>(value - 1)];
+}
+
+int selector(clsPestMONNew::FieldSelector first, int value)
+{
+    return first + value - 1;
+}
+
+/// The values with one count, or one total, in the place of `value`; the others are not written.
+clsPestMONNew::PointValues countAt(int value, std::int16_t count)
+{
+    using Values = clsPestMONNew::PointValues;
+    constexpr std::array Members{&Values::PMCount, &Values::PMCountUnder, &Values::PMCountUpper};
+    Values values;
+    values.*Members[static_cast<std::size_t>(value - 1)] = count;
+    return values;
+}
+
+clsPestMONNew::PointValues answerAt(int value, bool yes)
+{
+    using Values = clsPestMONNew::PointValues;
+    constexpr std::array Members{&Values::PMYes, &Values::PMYesUnder, &Values::PMYesUpper};
+    Values values;
+    values.*Members[static_cast<std::size_t>(value - 1)] = yes;
+    return values;
+}
+
+clsPestMONNew::TotalValues totalAt(bool counts, int value, std::int16_t total)
+{
+    using Values = clsPestMONNew::TotalValues;
+    constexpr std::array Counts{&Values::PMCountMax, &Values::PMCountUnderMax, &Values::PMCountUpperMax};
+    constexpr std::array Answers{&Values::PMYesMax, &Values::PMYesUnderMax, &Values::PMYesUpperMax};
+    Values values;
+    values.*(counts ? Counts : Answers)[static_cast<std::size_t>(value - 1)] = total;
+    return values;
+}
+
+} // namespace
+
+CaptureGrid::CaptureGrid(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui) : PestMonFace(screen, host, ui)
+{
+    controls::FlexGrid &grid = *ui_.grdPest;
+    grid.setMuteZeros(true);
+    grid.setCellDescriber([this](int row, int col) { return describe(row, col); });
+    ui_.txtG1->setParent(grid.viewport());
+    ui_.txtG1->installEventFilter(this);
+    layOut();
+    on(&grid, &controls::FlexGrid::Click,
+       [this](int row, int col) { silently(QStringLiteral("The cell could not be changed"), [&] { click(row, col); }); });
+    on(&grid, &controls::FlexGrid::KeyDown, [this](QKeyEvent *event) { keyDown(event); });
+    on(&grid, &controls::FlexGrid::Scroll, [this] { placeBox(); });
+}
+
+bool CaptureGrid::isCount() const
+{
+    return session().CurrentPMMethod == QLatin1String("Count");
+}
+
+std::int16_t CaptureGrid::numberIn(int row, int col) const
+{
+    return basic::toInteger16(basic::Val(ui_.grdPest->TextMatrix(row, col)));
+}
+
+std::int32_t CaptureGrid::keyIn(int row, int pest) const
+{
+    return basic::toLong32(basic::Val(ui_.grdPest->TextMatrix(row, capture::keyColumn(pest))));
+}
+
+void CaptureGrid::paint(int row, int col, const capture::CellPicture &picture)
+{
+    ui_.grdPest->setTextMatrix(row, col, picture.text);
+    ui_.grdPest->setCellBackColor(row, col, picture.mark);
+    ui_.grdPest->setCellAlignment(row, col, CellAlignment::Centre);
+}
+
+void CaptureGrid::clear()
+{
+    closeBox();
+    NoOfPests = 0;
+    PestIDs.clear();
+    layOut();
+}
+
+void CaptureGrid::layOut()
+{
+    controls::FlexGrid &grid = *ui_.grdPest;
+    grid.Clear();
+    grid.setRows(capture::FirstPointRow);
+    grid.setCols(capture::columnsFor(NoOfPests));
+    grid.setFixedRows(capture::TotalRow);
+    grid.setFixedCols(capture::FirstPestColumn);
+    grid.setRowHeight(capture::PestNameRow, TallRow);
+    grid.setRowHeight(capture::TotalRow, TallRow);
+    grid.setColWidth(0, 0);
+    grid.setColWidth(1, 0);
+    grid.setColWidth(capture::PointColumn, PointWidth);
+    for (int pest = 1; pest <= NoOfPests; ++pest) {
+        grid.setColWidth(capture::keyColumn(pest), 0);
+        grid.setColWidth(capture::valueColumn(pest, 1), ValueWidth);
+        grid.setColWidth(capture::valueColumn(pest, 2), 0);
+        grid.setColWidth(capture::valueColumn(pest, 3), 0);
+    }
+    grid.setMergeCol(capture::PointColumn, true);
+    grid.setMergeRow(capture::PestNameRow, true);
+    grid.setColAlignment(capture::PointColumn, CellAlignment::Centre);
+    grid.setTextMatrix(capture::PestNameRow, 0, QStringLiteral("PMTransID"));
+    grid.setTextMatrix(capture::HeadingRow, capture::PointColumn, QStringLiteral("Point"));
+    grid.setTextMatrix(capture::TotalRow, capture::PointColumn, QStringLiteral("(Total)"));
+    for (const int row : {capture::HeadingRow, capture::TotalRow}) {
+        grid.setCellFontBold(row, capture::PointColumn, true);
+    }
+}
+
+void CaptureGrid::writeHeadings(const std::vector<QString> &names)
+{
+    controls::FlexGrid &grid = *ui_.grdPest;
+    const std::array<QString, 3> PMHeader{isCount() ? QStringLiteral("Cnt") : QStringLiteral("Y/N"), QStringLiteral("In"),
+                                          QStringLiteral("Out")};
+    for (int pest = 1; pest <= NoOfPests; ++pest) {
+        for (int value = 1; value <= capture::ValuesPerPest; ++value) {
+            const int col = capture::valueColumn(pest, value);
+            grid.setTextMatrix(capture::PestNameRow, col, names[static_cast<std::size_t>(pest - 1)]);
+            grid.setTextMatrix(capture::HeadingRow, col, PMHeader[static_cast<std::size_t>(value - 1)]);
+            for (const int row : {capture::PestNameRow, capture::HeadingRow, capture::TotalRow}) {
+                grid.setCellFontBold(row, col, true);
+                grid.setCellAlignment(row, col, CellAlignment::Centre);
+            }
+            grid.setCellBackColor(capture::TotalRow, col, mark::Green);
+        }
+    }
+}
+
+void CaptureGrid::Fill_Capture()
+{
+    closeBox();
+    controls::FlexGrid &grid = *ui_.grdPest;
+    grid.setRedraw(false);
+    NoOfPests = objPestMON().No_of_Pests(session().CurrentPMTransID);
+    PestIDs.clear();
+    std::vector<QString> names;
+    for (dao::Recordset rows = objPestMON().Get_Pests_For_Transaction(session().CurrentPMTransID); !rows.Eof(); rows.MoveNext()) {
+        PestIDs.push_back(rows.longValue("CCTargetID"));
+        names.push_back(objPestMON().CTarget_Is(PestIDs.back()));
+    }
+    layOut();
+    writeHeadings(names);
+    fillTotals();
+    fillPoints();
+    grid.setCell(capture::TotalRow, qMin(capture::FirstValueColumn, grid.Cols() - 1));
+    grid.setTopRow(capture::TotalRow);
+    grid.setLeftCol(capture::FirstPestColumn);
+    grid.setRedraw(true);
+}
+
+void CaptureGrid::fillTotals()
+{
+    for (int pest = 1; pest <= NoOfPests; ++pest) {
+        const dao::Recordset rows = objPestMON().New_Get_PestDataMax_for_Transaction(
+            session().CurrentBlockID, PestIDs[static_cast<std::size_t>(pest - 1)], session().CurrentPMTransID);
+        if (rows.Eof()) {
+            continue;
+        }
+        ui_.grdPest->setTextMatrix(capture::TotalRow, capture::keyColumn(pest), rows.text("PMDataMaxID"));
+        for (int value = 1; value <= capture::ValuesPerPest; ++value) {
+            const std::int32_t total = rows.longValue(field(isCount() ? CountTotalFields : YesTotalFields, value));
+            paint(capture::TotalRow, capture::valueColumn(pest, value), capture::storedTotal(basic::toInteger16(total)));
+        }
+    }
+}
+
+void CaptureGrid::fillPoints()
+{
+    controls::FlexGrid &grid = *ui_.grdPest;
+    grid.setRows(capture::FirstPointRow + 1);
+    int row = capture::FirstPointRow - 1;
+    std::optional<std::int32_t> shownPoint;
+    // One set for the whole block, by point, pest and key; the first row of a point and pest decides.
+    dao::Recordset rows =
+        objPestMON().Get_PestData_for_Block_of_Transaction(session().CurrentPMTransID, session().CurrentBlockID);
+    for (; !rows.Eof(); rows.MoveNext()) {
+        const std::int32_t point = rows.longValue("PMBPunt");
+        if (shownPoint != point) {
+            shownPoint = point;
+            ++row;
+            grid.setRows(row + 2);
+            grid.setTextMatrix(row, capture::PointColumn, QString::number(point));
+        }
+        const auto found = std::find(PestIDs.begin(), PestIDs.end(), rows.longValue("CTargetID"));
+        const int pest = static_cast<int>(found - PestIDs.begin()) + 1;
+        if (found != PestIDs.end() && grid.TextMatrix(row, capture::keyColumn(pest)).isEmpty()) {
+            fillPointCells(row, pest, rows);
+        }
+    }
+}
+
+void CaptureGrid::fillPointCells(int row, int pest, const dao::Recordset &rows)
+{
+    ui_.grdPest->setTextMatrix(row, capture::keyColumn(pest), rows.text("PMDataID"));
+    for (int value = 1; value <= capture::ValuesPerPest; ++value) {
+        if (isCount()) {
+            const std::int32_t count = rows.longValue(field(CountFields, value));
+            paint(row, capture::valueColumn(pest, value), capture::storedPoint(basic::toInteger16(count)));
+        } else {
+            const bool yes = rows.boolean(field(YesFields, value));
+            paint(row, capture::valueColumn(pest, value), {QString(), yes ? mark::Red : mark::White, 0});
+        }
+    }
+}
+
+void CaptureGrid::click(int row, int col)
+{
+    if (boxOpen_) {
+        // What lies in the box could not be saved: it keeps its place until it is.
+        ui_.grdPest->setCell(BoxRow, BoxCol);
+        ui_.txtG1->setFocus();
+        return;
+    }
+    if (session().CurrentPMTransID == 0) {
+        host().dialogs().message(QStringLiteral("Enter all information to save the transaction"));
+        return;
+    }
+    if (col > lastPestCol() || col < capture::FirstValueColumn) {
+        return;
+    }
+    if (row == capture::TotalRow || isCount()) {
+        openBox();
+    } else {
+        toggle(row, col);
+    }
+}
+
+void CaptureGrid::keyDown(QKeyEvent *event)
+{
+    controls::FlexGrid &grid = *ui_.grdPest;
+    const int row = grid.Row();
+    const int col = grid.Col();
+    if (event->key() == Qt::Key_F2) {
+        event->accept();
+        silently(QStringLiteral("The cell could not be changed"), [&] { click(row, col); });
+        // A toggle leaves the current cell in the point column; whoever works by keys wants to go on from where he was.
+        grid.setCell(row, col);
+        return;
+    }
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool character = !event->text().isEmpty() && event->text().front().isPrint();
+    if ((!enter && !character) || (row != capture::TotalRow && !isCount())) {
+        return;
+    }
+    event->accept();
+    openBox();
+    if (boxOpen_ && character) {
+        Send_Keys(event->text(), true);
+    }
+}
+
+void CaptureGrid::openBox()
+{
+    controls::FlexGrid &grid = *ui_.grdPest;
+    const auto column = capture::pestColumn(grid.Col(), NoOfPests);
+    if (!column) {
+        return;
+    }
+    if (grid.Row() > capture::TotalRow && keyIn(grid.Row(), column->pest) == 0) {
+        host().showFailure(QStringLiteral("There is no monitoring point to fill in here"));
+        return;
+    }
+    BoxRow = grid.Row();
+    BoxCol = grid.Col();
+    grid.showCell(BoxRow, BoxCol);
+    ui_.txtG1->setText(grid.Text());
+    OldValue = basic::toInteger16(basic::Val(ui_.txtG1->text()));
+    boxOpen_ = true;
+    placeBox();
+    ui_.txtG1->show();
+    ui_.txtG1->raise();
+    ui_.txtG1->setFocus();
+    ui_.txtG1->selectAll();
+}
+
+void CaptureGrid::placeBox()
+{
+    if (!boxOpen_) {
+        return;
+    }
+    controls::FlexGrid &grid = *ui_.grdPest;
+    const QRect cell = grid.cellRect(BoxRow, BoxCol);
+    constexpr int Inset = 2;
+    if (cell.isEmpty()) {
+        ui_.txtG1->move(-ui_.txtG1->width(), -ui_.txtG1->height());
+        return;
+    }
+    ui_.txtG1->setGeometry(cell.adjusted(0, 0, -Inset, -Inset));
+}
+
+void CaptureGrid::closeBox()
+{
+    boxOpen_ = false;
+    ui_.txtG1->setSelection(0, 0);
+    ui_.txtG1->hide();
+}
+
+bool CaptureGrid::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != ui_.txtG1) {
+        return PestMonFace::eventFilter(watched, event);
+    }
+    if (event->type() == QEvent::FocusOut && boxOpen_) {
+        const auto reason = static_cast<QFocusEvent *>(event)->reason();
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
+            leaveBox();
+        }
+        return false;
+    }
+    if (event->type() != QEvent::KeyPress) {
+        return false;
+    }
+    controls::FlexGrid &grid = *ui_.grdPest;
+    const int key = static_cast<QKeyEvent *>(event)->key();
+    const int step = key == Qt::Key_Down ? 1 : key == Qt::Key_Up ? -1 : 0;
+    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    if (!enter && step == 0) {
+        return false;
+    }
+    const int target = BoxRow + step;
+    if (step != 0 && target >= capture::TotalRow && target < grid.Rows()) {
+        grid.setRow(target);
+        grid.showCell(target, BoxCol);
+    }
+    grid.setFocus();
+    return true;
+}
+
+bool CaptureGrid::leaveBox()
+{
+    if (!boxOpen_ || leaving_) {
+        return !boxOpen_;
+    }
+    const QScopedValueRollback guard(leaving_, true);
+    controls::FlexGrid &grid = *ui_.grdPest;
+    const int row = grid.Row();
+    const int col = grid.Col();
+    if (col > lastPestCol() || col < capture::FirstValueColumn) {
+        return false;
+    }
+    bool mayClose = false;
+    const QString name = cellName(BoxRow, *capture::pestColumn(BoxCol, NoOfPests));
+    silently(QStringLiteral("%1 could not be saved").arg(name), [&] {
+        if (BoxRow == capture::TotalRow) {
+            saveTypedTotal();
+            mayClose = true;
+        } else {
+            mayClose = savePoint();
+        }
+    });
+    if (mayClose) {
+        closeBox();
+        grid.setCell(row, col);
+    } else {
+        grid.setCell(BoxRow, BoxCol);
+    }
+    return mayClose;
+}
+
+void CaptureGrid::saveTypedTotal()
+{
+    const capture::PestColumn column = *capture::pestColumn(BoxCol, NoOfPests);
+    const capture::CellPicture typed = capture::typedTotal(ui_.txtG1->text());
+    dao::WriteScope scope(*session().dbPest);
+    saveTotal(column, typed);
+    scope.commit();
+}
+
+bool CaptureGrid::savePoint()
+{
+    const capture::PestColumn column = *capture::pestColumn(BoxCol, NoOfPests);
+    const capture::CellPicture typed = capture::typedPoint(ui_.txtG1->text());
+    const std::int16_t total = capture::runningTotal(numberIn(capture::TotalRow, BoxCol), OldValue, typed.value);
+    dao::WriteScope scope(*session().dbPest);
+    paint(BoxRow, BoxCol, typed);
+    // From here on the total counts the new value; should the point fail, a second try starts from it.
+    OldValue = typed.value;
+    saveTotal(column, capture::changedTotal(total));
+    session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column.pest - 1)];
+    if (storePoint(column, BoxRow, typed.value) == clsPestMONNew::Failed) {
+        showStoreFailure(QStringLiteral("%1 could not be saved").arg(cellName(BoxRow, column)));
+        return false;
+    }
+    scope.commit();
+    host().showStatus(QStringLiteral("%1 = %2 saved").arg(cellName(BoxRow, column)).arg(typed.value));
+    return true;
+}
+
+clsPestMONNew::Status CaptureGrid::storePoint(const capture::PestColumn &column, int row, std::int16_t count)
+{
+    std::int32_t PMDataID = keyIn(row, column.pest);
+    return objPestMON().Save_PestData(PMDataID, session().CurrentPMTransID, session().CurrentCTargetID, point(row),
+                                      countAt(column.value, count), selector(clsPestMONNew::Count, column.value));
+}
+
+void CaptureGrid::saveTotal(const capture::PestColumn &column, const capture::CellPicture &total)
+{
+    paint(capture::TotalRow, capture::valueColumn(column.pest, column.value), total);
+    session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column.pest - 1)];
+    std::int32_t PMDataMaxID = keyIn(capture::TotalRow, column.pest);
+    const auto first = isCount() ? clsPestMONNew::Count : clsPestMONNew::Yes;
+    const auto status =
+        objPestMON().Save_PestDataMax(PMDataMaxID, session().CurrentPMTransID, session().CurrentCTargetID,
+                                      totalAt(isCount(), column.value, total.value), selector(first, column.value));
+    const QString name = cellName(capture::TotalRow, column);
+    if (status == clsPestMONNew::Failed) {
+        showStoreFailure(QStringLiteral("%1 could not be saved").arg(name));
+        return;
+    }
+    host().showStatus(QStringLiteral("%1 = %2 saved").arg(name).arg(total.value));
+}
+
+void CaptureGrid::toggle(int row, int col)
+{
+    controls::FlexGrid &grid = *ui_.grdPest;
+    const auto colour = grid.CellBackColor(row, col);
+    const auto column = capture::pestColumn(col, NoOfPests);
+    if (!column || (colour != mark::White && colour != mark::Red)) {
+        return;
+    }
+    const bool yes = colour == mark::White;
+    grid.setCellBackColor(row, col, yes ? mark::Red : mark::White);
+    const QString name = cellName(row, *column);
+    dao::WriteScope scope(*session().dbPest);
+    Toggle_PMYes(*column, yes);
+    session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column->pest - 1)];
+    std::int32_t PMDataID = keyIn(row, column->pest);
+    const auto status = objPestMON().Save_PestData(PMDataID, session().CurrentPMTransID, session().CurrentCTargetID, point(row),
+                                                   answerAt(column->value, yes), selector(clsPestMONNew::Yes, column->value));
+    grid.setCol(capture::PointColumn);
+    if (status == clsPestMONNew::Failed) {
+        showStoreFailure(QStringLiteral("%1 could not be saved").arg(name));
+        return;
+    }
+    scope.commit();
+    host().showStatus(QStringLiteral("%1 = %2 saved").arg(name, yes ? QStringLiteral("Yes") : QStringLiteral("No")));
+}
+
+void CaptureGrid::Toggle_PMYes(const capture::PestColumn &column, bool yes)
+{
+    const std::int16_t total = numberIn(capture::TotalRow, capture::valueColumn(column.pest, column.value));
+    if (!yes && total < 1) {
+        return;
+    }
+    const std::int16_t changed = basic::toInteger16(total + (yes ? 1.0 : -1.0));
+    saveTotal(column, capture::changedTotal(changed));
+}
+
+QString CaptureGrid::cellName(int row, const capture::PestColumn &column) const
+{
+    const QString pest = ui_.grdPest->TextMatrix(capture::PestNameRow, capture::valueColumn(column.pest, column.value));
+    const QString block = ui_.cmbBlock->Text();
+    if (row == capture::TotalRow) {
+        return QStringLiteral("%1, total, %2").arg(block, pest);
+    }
+    return QStringLiteral("%1, point %2, %3").arg(block, ui_.grdPest->TextMatrix(row, capture::PointColumn), pest);
+}
+
+QString CaptureGrid::describe(int row, int col) const
+{
+    const controls::FlexGrid &grid = *ui_.grdPest;
+    const auto column = capture::pestColumn(col, NoOfPests);
+    if (row < capture::TotalRow || !column) {
+        return grid.TextMatrix(row, col);
+    }
+    const QString pest = grid.TextMatrix(capture::PestNameRow, col);
+    const QString place = row == capture::TotalRow ? QStringLiteral("total")
+                                                   : QStringLiteral("point %1").arg(grid.TextMatrix(row, capture::PointColumn));
+    const auto colour = grid.CellBackColor(row, col);
+    const bool isAnswer = !isCount() && row != capture::TotalRow && colour.has_value();
+    const QString value =
+        isAnswer ? (colour == mark::Red ? QStringLiteral("Yes") : QStringLiteral("No")) : grid.TextMatrix(row, col);
+    return QStringLiteral("%1, %2, %3").arg(place, pest, value);
+}

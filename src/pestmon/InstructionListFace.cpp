@@ -1,0 +1,309 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "pestmon/InstructionListFace.h"
+
+#include "common/HandOffFiles.h"
+#include "common/WeekNumber.h"
+#include "platform/basic/Clock.h"
+#include "platform/basic/Formats.h"
+#include "platform/basic/Numbers.h"
+#include "store/clsPestMONNew.h"
+#include "ui_frmPestMon2.h"
+
+#include <QHash>
+
+#include <array>
+
+namespace
+{
+
+enum ListColumn { KeyCol, MethodKeyCol, IssuedCol, DoneCol, CompletedCol, PersonCol, MethodCol, NotesCol, RepeatCol };
+
+struct Column {
+    const char *header;
+    int width;
+};
+constexpr std::array<Column, 9> Columns{{
+    {"PMTransID", 0},
+    {"PMMethodID", 0},
+    {"Date issued", 1100},
+    {"Done", 600},
+    {"Date Completed", 1100},
+    {"Person", 1400},
+    {"Method", 1000},
+    {"Notes", 3400},
+    {"Repeat", 800},
+}};
+constexpr int HeaderHeight = 400;
+
+void setDate(controls::FlexGrid &grid, int row, int col, const std::optional<basic::SerialDate> &date)
+{
+    if (date && !date->isZero()) {
+        grid.setTextMatrix(row, col, basic::shortDate(date->date()));
+        grid.setCellValue(row, col, QVariant::fromValue(*date));
+    }
+}
+
+std::optional<basic::SerialDate> dateIn(const controls::FlexGrid &grid, int row, int col)
+{
+    const QVariant value = grid.cellValue(row, col);
+    if (!value.isValid()) {
+        return {};
+    }
+    return value.value<basic::SerialDate>();
+}
+
+std::int32_t keyIn(const controls::FlexGrid &grid, int row, int col)
+{
+    return basic::toLong32(basic::Val(grid.TextMatrix(row, col)));
+}
+
+} // namespace
+
+InstructionListFace::InstructionListFace(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui)
+    : PestMonFace(screen, host, ui)
+{
+    ui_.grdGS->setKeyClicks(controls::FlexGrid::KeyClick::None);
+    ui_.grdGS->setStretchColumns({NotesCol});
+    ui_.fraGS->setFocusProxy(ui_.grdGS);
+    layOutGrid(0);
+    on(ui_.grdGS, &controls::FlexGrid::Click, [this](int row, int col) { rowClick(row, col); });
+    on(ui_.grdGS, &controls::FlexGrid::cellMovedByKey, [this](int row, int col) { rowClick(row, col); });
+    on(ui_.grdGS, &controls::FlexGrid::DblClick, [this](int, int) { editCurrentRow(); });
+    on(ui_.chkComplete, &QRadioButton::clicked, [this](bool) { filterChanged(true, false, false); });
+    on(ui_.chkNComplete, &QRadioButton::clicked, [this](bool) { filterChanged(false, false, true); });
+    on(ui_.chkAll, &QRadioButton::clicked, [this](bool) { filterChanged(false, true, true); });
+    on(ui_.dtpDateFrom, &controls::DatePicker::Change, [this] { periodChanged(); });
+    on(ui_.dtpDateTo, &controls::DatePicker::Change, [this] { periodChanged(); });
+    on(ui_.dtpDateFrom, &controls::DatePicker::LostFocus, [this] { keepPeriodStart(); });
+    on(ui_.cmdAdd, &QPushButton::clicked, [this](bool) { Q_EMIT addRequested(); });
+    on(ui_.cmdEdit, &QPushButton::clicked, [this](bool) { editCurrentRow(); });
+    on(ui_.cmdComp, &QPushButton::clicked, [this](bool) { Q_EMIT captureRequested(); });
+    on(ui_.cmdPdel, &QPushButton::clicked, [this](bool) { deleteCurrentRow(); });
+}
+
+void InstructionListFace::load()
+{
+    const QString unreadable = Read_FindSDate(session());
+    if (!unreadable.isEmpty()) {
+        host().showFailure(unreadable);
+    }
+    const QDate today = basic::Clock::today();
+    if (session().CurrentSDate.isEmpty()) {
+        session().CurrentSDate = QStringLiteral("01/01/%1").arg(basic::formatDate(today, u"yyyy"));
+    }
+    ui_.dtpDateFrom->setValue(basic::dateFromText(session().CurrentSDate));
+    ui_.dtpDateTo->setValue(today);
+}
+
+void InstructionListFace::layOutGrid(int records)
+{
+    controls::FlexGrid &grid = *ui_.grdGS;
+    grid.Clear();
+    grid.setCols(static_cast<int>(Columns.size()));
+    grid.setRows(records + 2);
+    grid.setFixedRows(1);
+    grid.setFixedCols(0);
+    grid.setRowHeight(0, HeaderHeight);
+    for (int col = 0; col < grid.Cols(); ++col) {
+        const Column &column = Columns[static_cast<std::size_t>(col)];
+        grid.setColWidth(col, column.width);
+        grid.setTextMatrix(0, col, QLatin1String(column.header));
+        grid.setCellFontBold(0, col, true);
+    }
+}
+
+void InstructionListFace::Fill_PestList()
+{
+    ui_.grdGS->setRedraw(false);
+    layOutGrid(0);
+    dao::Recordset rows = objPestMON().New_Get_PestTransactions(basic::SerialDate::fromDate(ui_.dtpDateFrom->Value()),
+                                                                basic::SerialDate::fromDate(ui_.dtpDateTo->Value()));
+    layOutGrid(rows.RecordCount());
+    // A few methods serve thousands of rows.
+    QHash<std::int32_t, QString> methods;
+    for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
+        const std::int32_t key = rows.longValue("PMMethodID");
+        if (!methods.contains(key)) {
+            const dao::Recordset method = objPestMON().Get_PMMethod_for_PMTrans(key);
+            methods.insert(key, method.Eof() ? QString() : method.text("PMMethod"));
+        }
+        fillRow(row, rows, methods.value(key));
+    }
+    ui_.grdGS->setRedraw(true);
+}
+
+void InstructionListFace::fillRow(int row, dao::Recordset &rows, const QString &method)
+{
+    controls::FlexGrid &grid = *ui_.grdGS;
+    const bool done = rows.boolean("PMTransCom");
+    grid.setTextMatrix(row, KeyCol, rows.text("PMTransID"));
+    grid.setTextMatrix(row, MethodKeyCol, rows.text("PMMethodID"));
+    setDate(grid, row, IssuedCol, rows.date("PMTransDate"));
+    grid.setTextMatrix(row, DoneCol, done ? QStringLiteral("Yes") : QStringLiteral("No"));
+    if (done) {
+        setDate(grid, row, CompletedCol, rows.date("PMTransDateCom"));
+    }
+    grid.setTextMatrix(row, PersonCol, rows.text("PMPerson"));
+    grid.setTextMatrix(row, MethodCol, method);
+    grid.setTextMatrix(row, NotesCol, rows.text("PMNotes"));
+    grid.setTextMatrix(row, RepeatCol, basic::booleanText(rows.boolean("PMRepeat")));
+    for (int col = IssuedCol; done && col <= RepeatCol; ++col) {
+        grid.setCellBackColor(row, col, controls::mark::Green);
+    }
+}
+
+void InstructionListFace::activate()
+{
+    SessionContext &values = session();
+    values.FilterCompleted = false;
+    values.FilterAll = false;
+    Fill_PestList();
+    const int rows = ui_.grdGS->Rows();
+    if (values.ListCol == 0) {
+        values.ListCol = 1;
+    }
+    if (values.ListRow > rows - 2) {
+        values.ListRow = rows - 2;
+    }
+    if (values.ListRow == 0) {
+        values.ListRow = rows - 1;
+    }
+    selectRow(values.ListRow, values.ListCol);
+}
+
+void InstructionListFace::refresh(NoRowMeans noRow)
+{
+    Fill_PestList();
+    if (session().ListRow == 0) {
+        session().ListRow = noRow == NoRowMeans::FirstDataRow ? 1 : ui_.grdGS->Rows() - 2;
+    }
+    selectRow(session().ListRow, session().ListCol);
+}
+
+void InstructionListFace::selectRow(int row, int col)
+{
+    controls::FlexGrid &grid = *ui_.grdGS;
+    const int shownCol = col > grid.Cols() - 1 ? 1 : col;
+    const int shownRow = row > grid.Rows() - 1 ? 1 : row;
+    if (!grid.RowIsVisible(shownRow)) {
+        grid.setTopRow(shownRow);
+    }
+    grid.setCell(shownRow, shownCol);
+    rowClick(shownRow, shownCol);
+}
+
+void InstructionListFace::setRowBold(int row, bool bold)
+{
+    for (int col = 1; col < ui_.grdGS->Cols(); ++col) {
+        ui_.grdGS->setCellFontBold(row, col, bold);
+    }
+}
+
+void InstructionListFace::rowClick(int row, int col)
+{
+    controls::FlexGrid &grid = *ui_.grdGS;
+    SessionContext &values = session();
+    if (values.ListRow > 0 && values.ListRow < grid.Rows() - 1) {
+        setRowBold(values.ListRow, false);
+    }
+    const bool hasRecord = row > 0 && !grid.TextMatrix(row, KeyCol).trimmed().isEmpty();
+    if (hasRecord) {
+        setRowBold(row, true);
+    }
+    grid.setSelectedRow(hasRecord ? row : -1);
+    values.ListRow = row;
+    values.ListCol = col;
+    values.CurrentPMTransID = currentRowKey();
+    if (values.CurrentPMTransID == 0) {
+        return;
+    }
+    readCurrentRow();
+    values.CurrentPMWeek = weekNumber(currentRowDate(), ui_.dtpPestM->Value());
+}
+
+std::int32_t InstructionListFace::currentRowKey() const
+{
+    return keyIn(*ui_.grdGS, ui_.grdGS->Row(), KeyCol);
+}
+
+bool InstructionListFace::currentRowIsDone() const
+{
+    return ui_.grdGS->TextMatrix(ui_.grdGS->Row(), DoneCol) == QLatin1String("Yes");
+}
+
+bool InstructionListFace::currentRowRepeats() const
+{
+    return ui_.grdGS->TextMatrix(ui_.grdGS->Row(), RepeatCol) == basic::booleanText(true);
+}
+
+QDate InstructionListFace::currentRowDate() const
+{
+    return dateIn(*ui_.grdGS, ui_.grdGS->Row(), IssuedCol).value_or(basic::SerialDate()).date();
+}
+
+void InstructionListFace::readCurrentRow()
+{
+    const controls::FlexGrid &grid = *ui_.grdGS;
+    SessionContext &values = session();
+    const int row = grid.Row();
+    values.CurrentPMTransID = currentRowKey();
+    values.CurrentPMMethodID = keyIn(grid, row, MethodKeyCol);
+    values.CurrentPMDate = dateIn(grid, row, IssuedCol).value_or(basic::SerialDate());
+    values.CurrentPMCom = currentRowIsDone();
+    if (const auto completed = dateIn(grid, row, CompletedCol)) {
+        values.CurrentPMDateCom = completed;
+    }
+    values.CurrentPMPerson = grid.TextMatrix(row, PersonCol);
+    values.CurrentPMMethod = grid.TextMatrix(row, MethodCol);
+    values.CurrentPMNotes = grid.TextMatrix(row, NotesCol);
+}
+
+void InstructionListFace::filterChanged(bool completed, bool all, bool canComplete)
+{
+    session().FilterCompleted = completed;
+    session().FilterAll = all;
+    ui_.cmdComp->setVisible(canComplete);
+    session().ListRow = 0;
+    refresh(NoRowMeans::LastDataRow);
+    ui_.fraGS->setFocus();
+}
+
+void InstructionListFace::periodChanged()
+{
+    session().ListRow = 0;
+    refresh(NoRowMeans::LastDataRow);
+}
+
+void InstructionListFace::keepPeriodStart()
+{
+    session().CurrentSDate = basic::formatDate(ui_.dtpDateFrom->Value(), u"yyyy/MM/dd");
+    Write_FindSDate(session());
+}
+
+void InstructionListFace::editCurrentRow()
+{
+    if (currentRowKey() == 0) {
+        return;
+    }
+    if (currentRowIsDone()) {
+        Q_EMIT captureRequested();
+        return;
+    }
+    readCurrentRow();
+    session().CurrentPMRepeat = currentRowRepeats();
+    Q_EMIT editRequested();
+}
+
+void InstructionListFace::deleteCurrentRow()
+{
+    if (session().CurrentPMTransID == 0) {
+        return;
+    }
+    const QString what = QStringLiteral("Instruction of %1").arg(basic::formatDate(session().CurrentPMDate, u"yyyy/MM/dd"));
+    if (objPestMON().Delete_PestMonTrans(session().CurrentPMTransID) == clsPestMONNew::Done) {
+        host().showStatus(QStringLiteral("%1 deleted").arg(what));
+    } else {
+        showStoreFailure(QStringLiteral("%1 could not be deleted").arg(what));
+    }
+    refresh(NoRowMeans::FirstDataRow);
+}

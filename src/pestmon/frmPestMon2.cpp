@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "pestmon/frmPestMon2.h"
+
+#include "common/WeekNumber.h"
+#include "pestmon/CaptureFace.h"
+#include "pestmon/InstructionEditorFace.h"
+#include "pestmon/InstructionListFace.h"
+#include "platform/controls/Look.h"
+#include "store/clsPestMONNew.h"
+#include "ui_frmPestMon2.h"
+
+frmPestMon2::frmPestMon2(ScreenHost &host, QWidget *parent) : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmPestMon2>())
+{
+    ui_->setupUi(this);
+    ui_->tabBlock->hide();
+    list_ = new InstructionListFace(*this, host, *ui_);
+    editor_ = new InstructionEditorFace(*this, host, *ui_);
+    capture_ = new CaptureFace(*this, host, *ui_);
+    setIcons();
+    connect(list_, &InstructionListFace::addRequested, this, [this] { guarded([this] { openNew(); }); });
+    connect(list_, &InstructionListFace::editRequested, this, [this] { guarded([this] { openSaved(); }); });
+    connect(list_, &InstructionListFace::captureRequested, this, [this] { guarded([this] { openCapture(); }); });
+    connect(editor_, &InstructionEditorFace::closed, this, [this] { guarded([this] { closeTab(); }); });
+    connect(capture_, &CaptureFace::closed, this, [this] { guarded([this] { closeTab(); }); });
+    connect(ui_->Command1, &QPushButton::clicked, this, [this] { closeScreen(); });
+    load();
+}
+
+frmPestMon2::~frmPestMon2() = default;
+
+QString frmPestMon2::screenTitle() const
+{
+    return QStringLiteral("Pest Monitoring");
+}
+
+void frmPestMon2::load()
+{
+    editor_->load();
+    list_->load();
+}
+
+void frmPestMon2::setIcons()
+{
+    struct Picture {
+        QPushButton *button;
+        const char *icon;
+        const char *colour;
+    };
+    const Picture pictures[] = {
+        {ui_->cmdAdd, "add", "onacc"},        {ui_->cmdEdit, "edit", "text"},   {ui_->cmdComp, "complete", "text"},
+        {ui_->cmdPdel, "delete", "danger"},   {ui_->Command1, "close", "text"}, {ui_->cmdTSave, "save", "onacc"},
+        {ui_->cmdPALL, "print", "text"},      {ui_->cmdExcel, "sheet", "text"}, {ui_->cmdTCancel, "close", "text"},
+        {ui_->cmdSaveTrans, "save", "onacc"}, {ui_->cmdPP, "print", "text"},    {ui_->Command4, "close", "text"},
+    };
+    for (const Picture &picture : pictures) {
+        picture.button->setIcon(controls::Look::icon(QLatin1String(picture.icon), QLatin1String(picture.colour)));
+    }
+}
+
+void frmPestMon2::activateScreen()
+{
+    if (!ui_->tabBlock->isHidden()) {
+        activationWaits_ = true;
+        return;
+    }
+    activationWaits_ = false;
+    guarded([this] {
+        editor_->blankCounts();
+        list_->activate();
+    });
+}
+
+void frmPestMon2::showTab(Tab tab)
+{
+    const Tab other = tab == CaptureTab ? InstructionTab : CaptureTab;
+    ui_->fraBasic->setVisible(tab == CaptureTab);
+    ui_->Frame3->setVisible(tab == InstructionTab);
+    ui_->Frame4->setVisible(tab == InstructionTab);
+    ui_->tabBlock->setTabEnabled(tab, true);
+    ui_->tabBlock->setTabEnabled(other, false);
+    ui_->tabBlock->setCurrentIndex(tab);
+    ui_->fraGS->hide();
+    ui_->tabBlock->show();
+    ui_->tabBlock->raise();
+}
+
+void frmPestMon2::closeTab()
+{
+    ui_->tabBlock->hide();
+    ui_->fraGS->show();
+    list_->refresh(InstructionListFace::NoRowMeans::FirstDataRow);
+    ui_->grdGS->setFocus();
+    if (activationWaits_) {
+        activateScreen();
+    }
+}
+
+void frmPestMon2::openNew()
+{
+    editor_->openNew();
+    showTab(InstructionTab);
+    ui_->cmbPMethod->setFocus();
+}
+
+void frmPestMon2::openSaved()
+{
+    capture_->clear();
+    if (editor_->openSaved()) {
+        showTab(InstructionTab);
+        ui_->cmbPMethod->setFocus();
+    }
+}
+
+void frmPestMon2::openCapture()
+{
+    capture_->clear();
+    session().CurrentPMTransID = list_->currentRowKey();
+    if (session().CurrentPMTransID == 0) {
+        return;
+    }
+    list_->readCurrentRow();
+    session().CurrentPMRepeat = list_->currentRowRepeats();
+    session().CurrentPMWeek = weekNumber(list_->currentRowDate());
+    capture_->open();
+    showTab(CaptureTab);
+    ui_->cmbBlock->setFocus();
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "shell/ChildScreen.h"
+
+#include <memory>
+
+namespace Ui
+{
+class frmPestMon2;
+}
+class InstructionListFace;
+class InstructionEditorFace;
+class CaptureFace;
+
+/// The workbench of pest monitoring: the list of instructions, and over it one of two tabs, the instruction's editor or the
+/// capture of its findings. One face is visible at a time. While a tab is open an activation waits, so that nothing under open
+/// input is rebuilt.
+class frmPestMon2 : public ChildScreen
+{
+    Q_OBJECT
+public:
+    explicit frmPestMon2(ScreenHost &host, QWidget *parent = nullptr);
+    ~frmPestMon2() override;
+
+    void activateScreen() override;
+    QString screenTitle() const override;
+
+private:
+    enum Tab { CaptureTab = 0, InstructionTab = 1 };
+
+    void load();
+    void setIcons();
+    void showTab(Tab tab);
+    void closeTab();
+    void openNew();
+    void openSaved();
+    void openCapture();
+
+    std::unique_ptr<Ui::frmPestMon2> ui_;
+    InstructionListFace *list_;
+    InstructionEditorFace *editor_;
+    CaptureFace *capture_;
+    bool activationWaits_ = false;
+};

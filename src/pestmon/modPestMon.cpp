@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "pestmon/modPestMon.h"
+
+#include "platform/dao/Database.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace
+{
+
+using Status = clsPestMONNew::Status;
+using Key = clsPestMONNew::Key;
+constexpr Status Done = clsPestMONNew::Done;
+constexpr Status Failed = clsPestMONNew::Failed;
+
+struct ChosenBlock {
+    Key block;
+    std::int16_t points;
+};
+
+std::vector<ChosenBlock> readBlocks(dao::Recordset rows)
+{
+    std::vector<ChosenBlock> blocks;
+    for (; !rows.Eof(); rows.MoveNext()) {
+        blocks.push_back({rows.longValue("BlockID"), static_cast<std::int16_t>(rows.longValue("NoofMpoints"))});
+    }
+    return blocks;
+}
+
+std::vector<Key> readPests(dao::Recordset rows)
+{
+    std::vector<Key> pests;
+    for (; !rows.Eof(); rows.MoveNext()) {
+        pests.push_back(rows.longValue("CTargetID"));
+    }
+    return pests;
+}
+
+/// Runs a writer for every item; the first failure ends it.
+template <typename Items, typename Writer> Status forEach(const Items &items, Writer writer)
+{
+    const bool allDone = std::all_of(items.begin(), items.end(), [&](const auto &item) { return writer(item) == Done; });
+    return allDone ? Done : Failed;
+}
+
+/// Runs the writers in order until one fails.
+template <typename... Writers> Status inOrder(Writers... writers)
+{
+    return ((writers() == Done) && ...) ? Done : Failed;
+}
+
+/// Calls `addRow(block, point, pest)` for every block, point and pest of an instruction.
+template <typename AddRow> Status forEachPoint(clsPestMONNew &objPestMON, Key instruction, AddRow addRow)
+{
+    const auto blocks = readBlocks(objPestMON.New_Get_Blocks_For_Transaction(instruction));
+    const auto pests = readPests(objPestMON.Get_Pests_For_Transaction(instruction));
+    return forEach(blocks, [&](const ChosenBlock &chosen) {
+        for (int point = 1; point <= chosen.points; ++point) {
+            const auto addPest = [&](Key pest) { return addRow(chosen.block, static_cast<std::int16_t>(point), pest); };
+            if (forEach(pests, addPest) == Failed) {
+                return Failed;
+            }
+        }
+        return Done;
+    });
+}
+
+/// Takes one row from each table of results, then adds the full set of zero rows.
+Status layOutRows(clsPestMONNew &objPestMON, Key instruction)
+{
+    return inOrder([&] { return objPestMON.Delete_PMData_for_Trans(instruction); },
+                   [&] { return objPestMON.Delete_PMDataMax_for_Trans(instruction); },
+                   [&] { return Create_PMData(objPestMON, instruction); },
+                   [&] { return Create_PMDataMax(objPestMON, instruction); });
+}
+
+Status addTransaction(SessionContext &session, clsPestMONNew &objPestMON, Key &key)
+{
+    return objPestMON.New_Add_PMTrans(key, session.CurrentPMMethodID, session.CurrentPMDate, session.CurrentPMNotes,
+                                      session.CurrentPMPerson, session.CurrentPMWeek, session.CurrentPMRepeat);
+}
+
+Status saveTransaction(SessionContext &session, clsPestMONNew &objPestMON)
+{
+    if (session.CurrentPMTransID == 0) {
+        Key key = 0;
+        const Status status = addTransaction(session, objPestMON, key);
+        if (status == Done) {
+            session.CurrentPMTransID = key;
+        }
+        return status;
+    }
+    return objPestMON.New_Save_PMTrans(session.CurrentPMTransID, session.CurrentPMMethodID, session.CurrentPMDate,
+                                       session.CurrentPMNotes, session.CurrentPMPerson, session.CurrentPMWeek,
+                                       session.CurrentPMDateCom, session.CurrentPMCom, session.CurrentPMRepeat);
+}
+
+/// Puts a value back when it goes out of scope, unless told that the change may stay.
+class KeyGuard
+{
+public:
+    explicit KeyGuard(Key &key) : key_(key), kept_(key) {}
+    ~KeyGuard()
+    {
+        if (restore_) {
+            key_ = kept_;
+        }
+    }
+    KeyGuard(const KeyGuard &) = delete;
+    KeyGuard &operator=(const KeyGuard &) = delete;
+    void letStay() { restore_ = false; }
+
+private:
+    Key &key_;
+    Key kept_;
+    bool restore_ = true;
+};
+
+} // namespace
+
+Status Clear_Instruction(clsPestMONNew &objPestMON)
+{
+    const auto blocks = readBlocks(objPestMON.New_Get_Blocks_For_Instruction());
+    const auto pests = readPests(objPestMON.New_Get_Pests_For_Instruction());
+    return inOrder(
+        [&] {
+            return forEach(blocks,
+                           [&](const ChosenBlock &chosen) { return objPestMON.New_Delete_Block_for_Instruction(chosen.block); });
+        },
+        [&] { return forEach(pests, [&](Key pest) { return objPestMON.New_Delete_Pest_for_Instruction(pest); }); });
+}
+
+Status Load_Selection(clsPestMONNew &objPestMON, Key instruction)
+{
+    const auto blocks = readBlocks(objPestMON.New_Get_Blocks_For_Transaction(instruction));
+    const auto pests = readPests(objPestMON.New_Get_Pests_For_Transaction(instruction));
+    return inOrder(
+        [&] {
+            return forEach(blocks, [&](const ChosenBlock &chosen) {
+                return objPestMON.New_Add_Block_for_Instruction(chosen.block, chosen.points);
+            });
+        },
+        [&] { return forEach(pests, [&](Key pest) { return objPestMON.New_Add_Pest_for_Instruction(pest); }); });
+}
+
+Status Store_Selection(clsPestMONNew &objPestMON, Key instruction)
+{
+    const auto blocks = readBlocks(objPestMON.New_Get_Blocks_For_Instruction());
+    const auto pests = readPests(objPestMON.New_Get_Pests_For_Instruction());
+    return inOrder(
+        [&] {
+            return forEach(blocks, [&](const ChosenBlock &chosen) {
+                return objPestMON.New_Add_Block_for_Transaction(instruction, chosen.block, chosen.points);
+            });
+        },
+        [&] { return forEach(pests, [&](Key pest) { return objPestMON.Add_Pest_for_Trans(instruction, pest); }); });
+}
+
+Status Create_PMData(clsPestMONNew &objPestMON, Key instruction)
+{
+    return forEachPoint(objPestMON, instruction, [&](Key block, std::int16_t point, Key pest) {
+        return objPestMON.New_Add_PestData(instruction, block, pest, point, {});
+    });
+}
+
+Status Create_PMDataMax(clsPestMONNew &objPestMON, Key instruction)
+{
+    return forEachPoint(objPestMON, instruction, [&](Key block, std::int16_t, Key pest) {
+        return objPestMON.New_Add_PestDataMax(instruction, pest, block, {});
+    });
+}
+
+Status Save_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
+{
+    // Where the whole scope is lost, on a full disk say, a key that it gave out must not be taken for a saved one.
+    KeyGuard guard(session.CurrentPMTransID);
+    dao::WriteScope scope(*session.dbPest);
+    const Status status = inOrder([&] { return saveTransaction(session, objPestMON); },
+                                  [&] { return Store_Selection(objPestMON, session.CurrentPMTransID); },
+                                  [&] {
+                                      session.RepeatDone = true;
+                                      return layOutRows(objPestMON, session.CurrentPMTransID);
+                                  });
+    scope.commit();
+    guard.letStay();
+    if (status == Done) {
+        session.RepeatDone = false;
+    }
+    return status;
+}
+
+Status Repeat_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
+{
+    dao::WriteScope scope(*session.dbPest);
+    Key successor = 0;
+    const Status status = inOrder(
+        [&] { return Clear_Instruction(objPestMON); }, [&] { return Load_Selection(objPestMON, session.CurrentPMTransID); },
+        [&] { return addTransaction(session, objPestMON, successor); }, [&] { return Store_Selection(objPestMON, successor); },
+        [&] { return layOutRows(objPestMON, successor); });
+    scope.commit();
+    return status;
+}

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "store/clsPestMONNew.h"
+
+/// The steps of issuing, saving and repeating a monitoring instruction, without a widget. Each works on the session's
+/// instruction. A status of 1 ends a step where it stands; what was written before it stays.
+
+/// Empties the two working tables of chosen blocks and pests.
+clsPestMONNew::Status Clear_Instruction(clsPestMONNew &objPestMON);
+
+/// Copies the blocks and pests of an instruction to the working tables.
+clsPestMONNew::Status Load_Selection(clsPestMONNew &objPestMON, clsPestMONNew::Key instruction);
+
+/// Adds the blocks and pests of the working tables to an instruction. Pairs that are there stay as they are.
+clsPestMONNew::Status Store_Selection(clsPestMONNew &objPestMON, clsPestMONNew::Key instruction);
+
+/// One zero row per block, point and pest of an instruction, in this order; the totals the same, without the point, so that a
+/// pair has as many total rows as the block has points.
+clsPestMONNew::Status Create_PMData(clsPestMONNew &objPestMON, clsPestMONNew::Key instruction);
+clsPestMONNew::Status Create_PMDataMax(clsPestMONNew &objPestMON, clsPestMONNew::Key instruction);
+
+/// Saves the instruction in hand with the chosen blocks and pests and lays out its zero rows next to what is there, less one row
+/// per table. CurrentPMTransID gets the key of a new one. One write scope. RepeatDone is True while the rows are laid out, False
+/// at the end.
+clsPestMONNew::Status Save_Instruction(SessionContext &session, clsPestMONNew &objPestMON);
+
+/// Issues the successor of the instruction in hand: same values, blocks and pests, fresh zero rows. One write scope.
+/// CurrentPMTransID is the same before and after.
+clsPestMONNew::Status Repeat_Instruction(SessionContext &session, clsPestMONNew &objPestMON);

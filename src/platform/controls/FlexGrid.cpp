@@ -1,0 +1,392 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/controls/FlexGrid.h"
+
+#include "platform/controls/FlexGridPrivate.h"
+
+#include <QScrollBar>
+
+#include <algorithm>
+#include <limits>
+
+namespace controls
+{
+
+FlexGrid::FlexGrid(QWidget *parent) : QAbstractScrollArea(parent), d_(std::make_unique<Private>(*this))
+{
+    installGridAccessibility();
+    // A press sets the current cell before it takes the focus, so the focus is not left to Qt.
+    setFocusPolicy(Qt::TabFocus);
+    viewport()->setAutoFillBackground(false);
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    setRows(2);
+    setCols(2);
+    setFixedRows(1);
+    setFixedCols(0);
+    setCell(1, 0);
+}
+
+FlexGrid::~FlexGrid() = default;
+
+void FlexGrid::Clear()
+{
+    d_->state.store.clear();
+    d_->state.mergedRows.clear();
+    d_->state.mergedCols.clear();
+    std::fill(d_->state.colAlignments.begin(), d_->state.colAlignments.end(), CellAlignment::Default);
+    d_->repaintLater();
+}
+
+int FlexGrid::Rows() const
+{
+    return d_->state.rows.count();
+}
+
+int FlexGrid::Cols() const
+{
+    return d_->state.cols.count();
+}
+
+void FlexGrid::setRows(int rows)
+{
+    Private::check(rows, std::numeric_limits<int>::max(), "Row count");
+    d_->state.store.setRows(rows);
+    d_->state.rows.setCount(rows);
+    d_->keepCurrentInside();
+    d_->layoutLater();
+}
+
+void FlexGrid::setCols(int cols)
+{
+    Private::check(cols, std::numeric_limits<int>::max(), "Column count");
+    d_->state.store.setCols(cols);
+    d_->state.cols.setCount(cols);
+    d_->state.colAlignments.resize(static_cast<std::size_t>(cols), CellAlignment::Default);
+    d_->keepCurrentInside();
+    d_->layoutLater();
+}
+
+int FlexGrid::FixedRows() const
+{
+    return d_->state.rows.fixed();
+}
+
+int FlexGrid::FixedCols() const
+{
+    return d_->state.cols.fixed();
+}
+
+void FlexGrid::setFixedRows(int rows)
+{
+    Private::check(rows, Rows() + 1, "Fixed row count");
+    d_->state.rows.setFixed(rows);
+    d_->layoutLater();
+}
+
+void FlexGrid::setFixedCols(int cols)
+{
+    Private::check(cols, Cols() + 1, "Fixed column count");
+    d_->state.cols.setFixed(cols);
+    d_->layoutLater();
+}
+
+int FlexGrid::Row() const
+{
+    return d_->state.row;
+}
+
+int FlexGrid::Col() const
+{
+    return d_->state.col;
+}
+
+void FlexGrid::setRow(int row)
+{
+    setCell(row, Col());
+}
+
+void FlexGrid::setCol(int col)
+{
+    setCell(Row(), col);
+}
+
+void FlexGrid::setCell(int row, int col)
+{
+    d_->checkCell(row, col);
+    if (row == d_->state.row && col == d_->state.col) {
+        return;
+    }
+    d_->state.row = row;
+    d_->state.col = col;
+    d_->repaintLater();
+}
+
+QString FlexGrid::TextMatrix(int row, int col) const
+{
+    d_->checkCell(row, col);
+    return d_->state.store.at(row, col).text;
+}
+
+void FlexGrid::setTextMatrix(int row, int col, const QString &text)
+{
+    d_->checkCell(row, col);
+    d_->state.store.setText(row, col, text);
+    d_->repaintLater();
+    d_->announceText(row, col);
+}
+
+QVariant FlexGrid::cellValue(int row, int col) const
+{
+    d_->checkCell(row, col);
+    return d_->state.store.value(row, col);
+}
+
+void FlexGrid::setCellValue(int row, int col, const QVariant &value)
+{
+    d_->checkCell(row, col);
+    d_->state.store.setValue(row, col, value);
+}
+
+std::optional<int> FlexGrid::CellBackColor(int row, int col) const
+{
+    d_->checkCell(row, col);
+    const qint32 colour = d_->state.store.at(row, col).colour;
+    return colour == GridCell::NoColour ? std::nullopt : std::optional<int>(colour);
+}
+
+void FlexGrid::setCellBackColor(int row, int col, int colour)
+{
+    d_->checkCell(row, col);
+    d_->state.store.edit(row, col).colour = colour;
+    d_->repaintLater();
+    d_->announceText(row, col);
+}
+
+bool FlexGrid::CellFontBold(int row, int col) const
+{
+    d_->checkCell(row, col);
+    return d_->state.store.at(row, col).bold;
+}
+
+void FlexGrid::setCellFontBold(int row, int col, bool bold)
+{
+    d_->checkCell(row, col);
+    d_->state.store.edit(row, col).bold = bold;
+    d_->repaintLater();
+}
+
+CellAlignment FlexGrid::cellAlignment(int row, int col) const
+{
+    d_->checkCell(row, col);
+    return d_->state.store.at(row, col).alignment;
+}
+
+void FlexGrid::setCellAlignment(int row, int col, CellAlignment alignment)
+{
+    d_->checkCell(row, col);
+    d_->state.store.edit(row, col).alignment = alignment;
+    d_->repaintLater();
+}
+
+CellAlignment FlexGrid::colAlignment(int col) const
+{
+    Private::check(col, Cols(), "Column");
+    return d_->state.colAlignments[static_cast<std::size_t>(col)];
+}
+
+void FlexGrid::setColAlignment(int col, CellAlignment alignment)
+{
+    Private::check(col, Cols(), "Column");
+    d_->state.colAlignments[static_cast<std::size_t>(col)] = alignment;
+    d_->repaintLater();
+}
+
+int FlexGrid::ColWidth(int col) const
+{
+    Private::check(col, Cols(), "Column");
+    return d_->state.cols.twips(col);
+}
+
+void FlexGrid::setColWidth(int col, int twips)
+{
+    Private::check(col, Cols(), "Column");
+    d_->state.cols.setTwips(col, std::max(0, twips));
+    d_->layoutLater();
+}
+
+int FlexGrid::RowHeight(int row) const
+{
+    Private::check(row, Rows(), "Row");
+    return d_->state.rows.twips(row);
+}
+
+void FlexGrid::setRowHeight(int row, int twips)
+{
+    Private::check(row, Rows(), "Row");
+    d_->state.rows.setTwips(row, std::max(0, twips));
+    d_->layoutLater();
+}
+
+bool FlexGrid::MergeRow(int row) const
+{
+    Private::check(row, Rows(), "Row");
+    return d_->state.mergedRows.count(row) > 0;
+}
+
+void FlexGrid::setMergeRow(int row, bool merge)
+{
+    Private::check(row, Rows(), "Row");
+    merge ? static_cast<void>(d_->state.mergedRows.insert(row)) : static_cast<void>(d_->state.mergedRows.erase(row));
+    d_->repaintLater();
+}
+
+bool FlexGrid::MergeCol(int col) const
+{
+    Private::check(col, Cols(), "Column");
+    return d_->state.mergedCols.count(col) > 0;
+}
+
+void FlexGrid::setMergeCol(int col, bool merge)
+{
+    Private::check(col, Cols(), "Column");
+    merge ? static_cast<void>(d_->state.mergedCols.insert(col)) : static_cast<void>(d_->state.mergedCols.erase(col));
+    d_->repaintLater();
+}
+
+int FlexGrid::TopRow() const
+{
+    d_->layOut();
+    return d_->state.rows.first();
+}
+
+void FlexGrid::setTopRow(int row)
+{
+    Private::check(row, Rows(), "Row");
+    d_->setFirst(d_->state.rows, verticalScrollBar(), row);
+}
+
+int FlexGrid::LeftCol() const
+{
+    d_->layOut();
+    return d_->state.cols.first();
+}
+
+void FlexGrid::setLeftCol(int col)
+{
+    Private::check(col, Cols(), "Column");
+    d_->setFirst(d_->state.cols, horizontalScrollBar(), col);
+}
+
+bool FlexGrid::RowIsVisible(int row) const
+{
+    Private::check(row, Rows(), "Row");
+    d_->layOut();
+    return d_->state.rows.isFullyShown(row, d_->viewSize().height());
+}
+
+void FlexGrid::showCell(int row, int col)
+{
+    d_->checkCell(row, col);
+    d_->layOut();
+    const auto reveal = [this](GridAxis &axis, QScrollBar *bar, int line, int extent) {
+        if (line < axis.fixed() || axis.isHidden(line) || axis.isFullyShown(line, extent)) {
+            return;
+        }
+        if (line < axis.first()) {
+            d_->setFirst(axis, bar, line);
+            return;
+        }
+        // Scroll on until the line's far edge is inside, but never past the line itself.
+        while (!axis.isFullyShown(line, extent) && bar->value() < bar->maximum()) {
+            bar->setValue(bar->value() + 1);
+        }
+    };
+    reveal(d_->state.rows, verticalScrollBar(), row, d_->viewSize().height());
+    reveal(d_->state.cols, horizontalScrollBar(), col, d_->viewSize().width());
+}
+
+bool FlexGrid::Redraw() const
+{
+    return d_->redraw;
+}
+
+void FlexGrid::setRedraw(bool redraw)
+{
+    if (redraw == d_->redraw) {
+        return;
+    }
+    d_->redraw = redraw;
+    if (redraw) {
+        d_->layOut();
+    }
+    setUpdatesEnabled(redraw);
+}
+
+void FlexGrid::setStretchColumns(const QList<int> &columns)
+{
+    d_->state.cols.setStretched(columns);
+    d_->layoutLater();
+}
+
+void FlexGrid::setSelectedRow(int row)
+{
+    d_->state.selectedRow = row;
+    d_->repaintLater();
+}
+
+int FlexGrid::selectedRow() const
+{
+    return d_->state.selectedRow;
+}
+
+void FlexGrid::setMuteZeros(bool mute)
+{
+    d_->state.muteZeros = mute;
+    d_->repaintLater();
+}
+
+void FlexGrid::setTicks(bool ticks)
+{
+    d_->state.ticks = ticks;
+    d_->repaintLater();
+}
+
+QRect FlexGrid::cellRect(int row, int col) const
+{
+    d_->checkCell(row, col);
+    d_->layOut();
+    const auto top = d_->state.rows.viewStart(row);
+    const auto left = d_->state.cols.viewStart(col);
+    if (!top || !left || *top >= d_->viewSize().height() || *left >= d_->viewSize().width()) {
+        return {};
+    }
+    return {*left, *top, d_->state.cols.size(col), d_->state.rows.size(row)};
+}
+
+std::optional<std::pair<int, int>> FlexGrid::cellAt(QPoint position) const
+{
+    d_->layOut();
+    const auto row = d_->state.rows.lineAtPixel(position.y());
+    const auto col = d_->state.cols.lineAtPixel(position.x());
+    if (!row || !col) {
+        return std::nullopt;
+    }
+    return std::pair(*row, *col);
+}
+
+void FlexGrid::setCellDescriber(std::function<QString(int row, int col)> describer)
+{
+    d_->state.describer = std::move(describer);
+}
+
+QString FlexGrid::cellDescription(int row, int col) const
+{
+    d_->checkCell(row, col);
+    return d_->state.describe(row, col);
+}
+
+void FlexGrid::setKeyClicks(KeyClick keys)
+{
+    d_->keyClicks = keys;
+}
+
+} // namespace controls

@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/controls/GridAxis.h"
+
+#include <algorithm>
+
+namespace controls
+{
+
+namespace
+{
+
+int pixels(int twips)
+{
+    return twips == 0 ? 0 : std::max(1, (twips + GridAxis::TwipsPerPixel / 2) / GridAxis::TwipsPerPixel);
+}
+
+} // namespace
+
+void GridAxis::setCount(int count)
+{
+    twips_.resize(static_cast<std::size_t>(count), defaultTwips_);
+    stale_ = true;
+}
+
+void GridAxis::setFixed(int fixed)
+{
+    fixed_ = fixed;
+    stale_ = true;
+}
+
+void GridAxis::setTwips(int line, int twips)
+{
+    twips_[static_cast<std::size_t>(line)] = twips;
+    stale_ = true;
+}
+
+void GridAxis::setStretched(const QList<int> &lines)
+{
+    stretched_ = lines;
+    stale_ = true;
+}
+
+void GridAxis::spread(int extent)
+{
+    if (!stretched_.isEmpty() && extent != spreadExtent_) {
+        stale_ = true;
+    }
+    spreadExtent_ = extent;
+}
+
+void GridAxis::rebuild() const
+{
+    std::vector<int> lengths(twips_.size());
+    std::transform(twips_.begin(), twips_.end(), lengths.begin(), pixels);
+
+    std::vector<std::size_t> takers;
+    for (const int line : stretched_) {
+        if (line < count() && !isHidden(line)) {
+            takers.push_back(static_cast<std::size_t>(line));
+        }
+    }
+    int spare = spreadExtent_;
+    for (const int length : lengths) {
+        spare -= length;
+    }
+    for (std::size_t i = 0; i < takers.size() && spare > 0; ++i) {
+        const int share = spare / static_cast<int>(takers.size() - i);
+        lengths[takers[i]] += share;
+        spare -= share;
+    }
+
+    starts_.assign(1, 0);
+    starts_.reserve(lengths.size() + 1);
+    scrolled_.clear();
+    for (std::size_t i = 0; i < lengths.size(); ++i) {
+        starts_.push_back(starts_.back() + lengths[i]);
+        if (lengths[i] > 0 && static_cast<int>(i) >= fixed_) {
+            scrolled_.push_back(static_cast<int>(i));
+        }
+    }
+    stale_ = false;
+}
+
+int GridAxis::start(int line) const
+{
+    if (stale_) {
+        rebuild();
+    }
+    return starts_[static_cast<std::size_t>(line)];
+}
+
+int GridAxis::positions() const
+{
+    if (stale_) {
+        rebuild();
+    }
+    return static_cast<int>(scrolled_.size());
+}
+
+int GridAxis::position(int line) const
+{
+    if (positions() == 0) {
+        return 0;
+    }
+    const auto found = std::lower_bound(scrolled_.begin(), scrolled_.end(), line);
+    return std::min(static_cast<int>(found - scrolled_.begin()), positions() - 1);
+}
+
+int GridAxis::lineAt(int position) const
+{
+    if (positions() == 0) {
+        return fixed();
+    }
+    return scrolled_[static_cast<std::size_t>(std::clamp(position, 0, positions() - 1))];
+}
+
+int GridAxis::first() const
+{
+    return lineAt(position(std::max(first_, fixed())));
+}
+
+void GridAxis::setFirst(int line)
+{
+    first_ = line;
+}
+
+int GridAxis::lastPosition(int extent) const
+{
+    if (positions() == 0) {
+        return 0;
+    }
+    const int room = extent - fixedExtent();
+    const auto fits = [this, room](int line) { return total() - start(line) > room; };
+    const auto found = std::partition_point(scrolled_.begin(), scrolled_.end(), fits);
+    return std::min(static_cast<int>(found - scrolled_.begin()), positions() - 1);
+}
+
+int GridAxis::page(int extent) const
+{
+    const int end = start(first() < count() ? first() : count()) + extent - fixedExtent();
+    const auto fits = [this, end](int line) { return start(line + 1) <= end; };
+    const auto found = std::partition_point(scrolled_.begin(), scrolled_.end(), fits);
+    return std::max(1, static_cast<int>(found - scrolled_.begin()) - position(first()));
+}
+
+std::optional<int> GridAxis::viewStart(int line) const
+{
+    if (size(line) == 0) {
+        return std::nullopt;
+    }
+    if (line < fixed()) {
+        return start(line);
+    }
+    if (line < first()) {
+        return std::nullopt;
+    }
+    return fixedExtent() + start(line) - start(first());
+}
+
+bool GridAxis::isFullyShown(int line, int extent) const
+{
+    const auto begin = viewStart(line);
+    return begin && (*begin + size(line) <= extent || line == first());
+}
+
+std::optional<int> GridAxis::lineAtPixel(int pixel) const
+{
+    if (pixel < 0 || count() == 0) {
+        return std::nullopt;
+    }
+    const bool scrolls = pixel >= fixedExtent();
+    if (scrolls && positions() == 0) {
+        return std::nullopt;
+    }
+    const int target = scrolls ? pixel - fixedExtent() + start(first()) : pixel;
+    if (target >= total()) {
+        return std::nullopt;
+    }
+    // A hidden line starts where the next one starts; the last of equal starts is the one that shows.
+    const auto after = std::upper_bound(starts_.begin(), starts_.end(), target);
+    return static_cast<int>(after - starts_.begin()) - 1;
+}
+
+std::vector<int> GridAxis::shownWithin(int extent) const
+{
+    std::vector<int> lines;
+    for (int line = 0; line < fixed(); ++line) {
+        if (size(line) > 0 && start(line) < extent) {
+            lines.push_back(line);
+        }
+    }
+    for (int place = position(first()); place < positions(); ++place) {
+        const int line = lineAt(place);
+        if (*viewStart(line) >= extent) {
+            break;
+        }
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+} // namespace controls

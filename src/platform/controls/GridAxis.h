@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QList>
+
+#include <optional>
+#include <vector>
+
+namespace controls
+{
+
+/// The rows or the columns of a grid as lengths: stored twips, drawn pixels, and which line stands first behind the fixed ones.
+/// Sums are rebuilt on the first question after a change, so filling a grid line by line costs one pass.
+class GridAxis
+{
+public:
+    static constexpr int TwipsPerPixel = 10;
+
+    explicit GridAxis(int defaultTwips) : defaultTwips_(defaultTwips) {}
+
+    int count() const { return static_cast<int>(twips_.size()); }
+    void setCount(int count);
+    /// Never more than count(), though a larger number comes back into force when lines are added.
+    int fixed() const { return std::min(fixed_, count()); }
+    void setFixed(int fixed);
+    int twips(int line) const { return twips_[static_cast<std::size_t>(line)]; }
+    void setTwips(int line, int twips);
+    bool isHidden(int line) const { return twips(line) == 0; }
+
+    /// Lines that share what `extent` pixels leave over; their stored twips stay as they are.
+    void setStretched(const QList<int> &lines);
+    void spread(int extent);
+
+    int size(int line) const { return start(line + 1) - start(line); }
+    int total() const { return start(count()); }
+    int fixedExtent() const { return start(fixed()); }
+
+    /// First scrolled line that shows; a hidden one gives way to the next that shows.
+    int first() const;
+    void setFirst(int line);
+    /// Place of a line among those that show and scroll, counted from 0; of a hidden line the place of the next.
+    int position(int line) const;
+    /// The line at a place, kept within the lines there are; the first scrolled line when none shows.
+    int lineAt(int position) const;
+    int positions() const;
+    /// The last place to which scrolling makes sense: from there on everything fits into `extent`.
+    int lastPosition(int extent) const;
+    /// How many lines fit behind the fixed ones, starting from the current first line; at least 1.
+    int page(int extent) const;
+
+    /// Distance of a line from the edge of the view; nothing when it is hidden or scrolled out at the near edge.
+    std::optional<int> viewStart(int line) const;
+    bool isFullyShown(int line, int extent) const;
+    /// The line under a pixel of the view; nothing beyond the last one.
+    std::optional<int> lineAtPixel(int pixel) const;
+    /// Lines that show within `extent`, fixed ones first.
+    std::vector<int> shownWithin(int extent) const;
+
+private:
+    int start(int line) const;
+    void rebuild() const;
+
+    int defaultTwips_;
+    int fixed_ = 0;
+    int first_ = 0;
+    std::vector<int> twips_;
+    QList<int> stretched_;
+    int spreadExtent_ = 0;
+    mutable bool stale_ = true;
+    /// Pixels before each line, one more than there are lines; and the scrolled lines that show.
+    mutable std::vector<int> starts_;
+    mutable std::vector<int> scrolled_;
+};
+
+} // namespace controls

@@ -1,0 +1,285 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/controls/GridPainter.h"
+
+#include "platform/controls/Look.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <cmath>
+
+namespace controls
+{
+
+namespace
+{
+
+constexpr int TextPadding = 6;
+constexpr int NarrowPadding = 2;
+constexpr int MostLines = 2;
+constexpr int SelectionBar = 4;
+constexpr double TickSize = 16;
+constexpr double TickPen = 1.5;
+
+QColor fromStored(qint32 colour)
+{
+    return {colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF};
+}
+
+QFont boldOf(QFont font)
+{
+    font.setBold(true);
+    return font;
+}
+
+void paintTick(QPainter &painter, const QRect &rect)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(QRectF(rect).center() - QPointF(TickSize / 2, TickSize / 2));
+    painter.scale(TickSize / 24, TickSize / 24);
+    painter.setPen(QPen(Qt::black, TickPen * 24 / TickSize, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolyline(QPolygonF({QPointF(6, 12.5), QPointF(10, 16.5), QPointF(18, 7.5)}));
+    painter.restore();
+}
+
+/// Breaks a text at words into at most `most` lines; the last one keeps what is left over.
+QStringList wrapped(const QString &text, const QFont &font, int width, int most)
+{
+    QTextLayout layout(text, font);
+    QStringList lines;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        const bool last = lines.size() + 1 == most;
+        lines += (last ? text.mid(line.textStart()) : text.mid(line.textStart(), line.textLength())).trimmed();
+        if (last) {
+            break;
+        }
+    }
+    layout.endLayout();
+    return lines;
+}
+
+} // namespace
+
+GridPainter::GridPainter(const GridState &state, const GridView &view)
+    : state_(state), view_(view), bold_(boldOf(view.font)), plainMetrics_(view.font), boldMetrics_(bold_),
+      rows_(state.rows.shownWithin(view.size.height())), cols_(state.cols.shownWithin(view.size.width()))
+{
+}
+
+const QFontMetrics &GridPainter::metricsOf(int row, int col) const
+{
+    return state_.drawnBold(row, col) ? boldMetrics_ : plainMetrics_;
+}
+
+/// Edges moved to whole device pixels, so that fills meet without gaps at scales such as 1.25. A length of one pixel becomes a
+/// line of even strength that ends where the cell ends.
+QRectF GridPainter::onPixels(const QPainter &painter, const QRectF &rect) const
+{
+    const QTransform &device = painter.deviceTransform();
+    const auto span = [](double from, double length, double scale, double offset) {
+        const double end = std::round((from + length) * scale + offset);
+        const double begin = length == 1 ? end - std::max(1.0, std::floor(scale)) : std::round(from * scale + offset);
+        return std::pair((begin - offset) / scale, (end - offset) / scale);
+    };
+    const auto [left, right] = span(rect.left(), rect.width(), device.m11(), device.dx());
+    const auto [top, bottom] = span(rect.top(), rect.height(), device.m22(), device.dy());
+    return {QPointF(left, top), QPointF(right, bottom)};
+}
+
+void GridPainter::fill(QPainter &painter, const QRectF &rect, const QColor &colour) const
+{
+    painter.fillRect(onPixels(painter, rect), colour);
+}
+
+void GridPainter::paint(QPainter &painter)
+{
+    painter.fillRect(QRect(QPoint(), view_.size), Look::colours().window);
+    if (rows_.empty() || cols_.empty()) {
+        return;
+    }
+    paintCells(painter);
+    paintSelectedRow(painter);
+    paintCurrentCell(painter);
+}
+
+void GridPainter::paintCells(QPainter &painter)
+{
+    const auto firstBeside = [](const std::vector<int> &lines, int fixed) {
+        const auto scrolled = std::find_if(lines.begin(), lines.end(), [fixed](int line) { return line >= fixed; });
+        return scrolled == lines.end() ? lines.back() : *scrolled;
+    };
+    const int firstRow = firstBeside(rows_, state_.rows.fixed());
+    const int firstCol = firstBeside(cols_, state_.cols.fixed());
+    for (const int row : rows_) {
+        const int upper = row < state_.rows.fixed() ? 0 : firstRow;
+        int drawnTo = -1;
+        for (const int col : cols_) {
+            if (col <= drawnTo) {
+                continue;
+            }
+            const int left = col < state_.cols.fixed() ? 0 : firstCol;
+            const CellSpan span = state_.spanOf(row, col, upper, rows_.back(), left, cols_.back());
+            drawnTo = span.col + span.cols - 1;
+            const bool drawnAbove = span.row < row
+                && std::any_of(rows_.begin(), rows_.end(), [&](int other) { return other >= span.row && other < row; });
+            if (!drawnAbove) {
+                paintCell(painter, row, col, spanRect(span));
+            }
+        }
+    }
+}
+
+QRect GridPainter::spanRect(const CellSpan &span) const
+{
+    const auto reach = [](const GridAxis &axis, int line, int count) {
+        std::optional<int> begin;
+        int length = 0;
+        for (int i = line; i < line + count; ++i) {
+            begin = begin ? begin : axis.viewStart(i);
+            length += begin ? axis.size(i) : 0;
+        }
+        return std::pair(begin.value_or(0), length);
+    };
+    const auto [top, height] = reach(state_.rows, span.row, span.rows);
+    const auto [left, width] = reach(state_.cols, span.col, span.cols);
+    return {left, top, width, height};
+}
+
+GridPainter::Colours GridPainter::coloursOf(int row, int col) const
+{
+    const PaletteColours &colours = Look::colours();
+    const GridCell &cell = state_.store.at(row, col);
+    const QColor text = view_.enabled ? colours.text : colours.disabled;
+    if (state_.isMarked(row, col)) {
+        return {fromStored(cell.colour), Qt::black};
+    }
+    if (state_.isFixed(row, col)) {
+        return {colours.header, text};
+    }
+    const bool muted = state_.muteZeros && cell.text == QStringLiteral("0");
+    return {colours.base, muted ? colours.muted : text};
+}
+
+void GridPainter::paintCell(QPainter &painter, int row, int col, const QRect &rect)
+{
+    const Colours colours = coloursOf(row, col);
+    fill(painter, rect, colours.background);
+    const QColor &line = Look::colours().line;
+    fill(painter, QRectF(rect.right(), rect.top(), 1, rect.height()), line);
+    fill(painter, QRectF(rect.left(), rect.bottom(), rect.width(), 1), line);
+    if (state_.showsTick(row, col)) {
+        paintTick(painter, rect.adjusted(0, 0, -1, -1));
+    } else if (!state_.store.at(row, col).text.isEmpty()) {
+        paintText(painter, row, col, rect, colours.ink);
+    }
+}
+
+/// Texts that would just be cut short get a narrower edge; a header with room for two lines wraps instead.
+int GridPainter::padding(int row, int col, const QSize &cell) const
+{
+    const QFontMetrics &metrics = metricsOf(row, col);
+    const bool fits = metrics.horizontalAdvance(state_.store.at(row, col).text) + 2 * TextPadding < cell.width();
+    return fits || mostLines(row, col, cell.height()) > 1 ? TextPadding : NarrowPadding;
+}
+
+int GridPainter::mostLines(int row, int col, int height) const
+{
+    if (row >= state_.rows.fixed()) {
+        return 1;
+    }
+    return std::clamp(height / std::max(1, metricsOf(row, col).lineSpacing()), 1, MostLines);
+}
+
+QStringList GridPainter::linesOf(int row, int col, const QSize &room) const
+{
+    const QString &text = state_.store.at(row, col).text;
+    const QFontMetrics &metrics = metricsOf(row, col);
+    const int most = mostLines(row, col, room.height());
+    if (most == 1 || metrics.horizontalAdvance(text) <= room.width()) {
+        return {text};
+    }
+    return wrapped(text, state_.drawnBold(row, col) ? bold_ : view_.font, room.width(), most);
+}
+
+void GridPainter::paintText(QPainter &painter, int row, int col, const QRect &rect, const QColor &ink) const
+{
+    const QFontMetrics &metrics = metricsOf(row, col);
+    const int inset = padding(row, col, rect.adjusted(0, 0, -1, -1).size());
+    const QRect room = rect.adjusted(inset, 0, -inset - 1, -1);
+    const CellAlignment alignment = state_.alignment(row, col);
+    const Qt::Alignment horizontal = alignment == CellAlignment::Centre ? Qt::AlignHCenter
+        : alignment == CellAlignment::Right                             ? Qt::AlignRight
+                                                                        : Qt::AlignLeft;
+    const QStringList lines = linesOf(row, col, room.size());
+    painter.setFont(state_.drawnBold(row, col) ? bold_ : view_.font);
+    painter.setPen(ink);
+    const int spacing = lines.size() > 1 ? std::min(metrics.lineSpacing(), room.height() / static_cast<int>(lines.size())) : 0;
+    int top = lines.size() > 1 ? room.top() + (room.height() - spacing * static_cast<int>(lines.size())) / 2 : room.top();
+    for (const QString &line : lines) {
+        const QRect place(room.left(), top, room.width(), lines.size() > 1 ? spacing : room.height());
+        const QString shown =
+            metrics.horizontalAdvance(line) > room.width() ? metrics.elidedText(line, Qt::ElideRight, room.width()) : line;
+        painter.drawText(place, static_cast<int>(horizontal | Qt::AlignVCenter) | Qt::TextSingleLine | Qt::TextDontClip, shown);
+        top += spacing;
+    }
+}
+
+bool GridPainter::isElided(int row, int col) const
+{
+    const QString &text = state_.store.at(row, col).text;
+    if (text.isEmpty()) {
+        return false;
+    }
+    const CellSpan span = state_.spanOf(row, col, 0, state_.rows.count() - 1, 0, state_.cols.count() - 1);
+    const QRect rect = spanRect(span);
+    const QFontMetrics &metrics = metricsOf(row, col);
+    const int inset = padding(row, col, rect.adjusted(0, 0, -1, -1).size());
+    const QSize room(rect.width() - 2 * inset - 1, rect.height() - 1);
+    const QStringList lines = linesOf(row, col, room);
+    return std::any_of(lines.begin(), lines.end(),
+                       [&](const QString &line) { return metrics.horizontalAdvance(line) > room.width(); });
+}
+
+void GridPainter::paintSelectedRow(QPainter &painter)
+{
+    const int row = state_.selectedRow;
+    if (row < 0 || row >= state_.rows.count()) {
+        return;
+    }
+    const auto top = state_.rows.viewStart(row);
+    if (!top || *top >= view_.size.height()) {
+        return;
+    }
+    const int height = state_.rows.size(row);
+    const int width = *state_.cols.viewStart(cols_.back()) + state_.cols.size(cols_.back());
+    const PaletteColours &colours = Look::colours();
+    fill(painter, QRectF(0, *top - 1, width, 1), colours.text);
+    fill(painter, QRectF(0, *top + height - 1, width, 1), colours.text);
+    fill(painter, QRectF(0, *top, SelectionBar, height - 1), colours.accent);
+}
+
+void GridPainter::paintCurrentCell(QPainter &painter)
+{
+    if (state_.row >= state_.rows.count() || state_.col >= state_.cols.count() || state_.isFixed(state_.row, state_.col)) {
+        return;
+    }
+    const auto top = state_.rows.viewStart(state_.row);
+    const auto left = state_.cols.viewStart(state_.col);
+    if (!top || !left) {
+        return;
+    }
+    const QRectF cell(*left, *top, state_.cols.size(state_.col) - 1, state_.rows.size(state_.row) - 1);
+    const QColor ink = state_.isMarked(state_.row, state_.col) ? QColor(Qt::black) : Look::colours().text;
+    const double width = view_.focused ? 2 : 1;
+    fill(painter, QRectF(cell.left(), cell.top(), cell.width(), width), ink);
+    fill(painter, QRectF(cell.left(), cell.bottom() - width, cell.width(), width), ink);
+    fill(painter, QRectF(cell.left(), cell.top(), width, cell.height()), ink);
+    fill(painter, QRectF(cell.right() - width, cell.top(), width, cell.height()), ink);
+}
+
+} // namespace controls

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/controls/GridState.h"
+
+#include <QFont>
+#include <QFontMetrics>
+#include <QRect>
+
+class QPainter;
+
+namespace controls
+{
+
+/// How the view around the cells is to be drawn.
+struct GridView {
+    QSize size;
+    QFont font;
+    bool focused = false;
+    bool enabled = true;
+};
+
+/// Draws what of a grid lies in its view, and knows which texts do not fit.
+class GridPainter
+{
+public:
+    GridPainter(const GridState &state, const GridView &view);
+
+    void paint(QPainter &painter);
+    /// Whether a cell shows its text cut short.
+    bool isElided(int row, int col) const;
+
+private:
+    struct Colours {
+        QColor background;
+        QColor ink;
+    };
+    void paintCells(QPainter &painter);
+    void paintCell(QPainter &painter, int row, int col, const QRect &rect);
+    void paintText(QPainter &painter, int row, int col, const QRect &rect, const QColor &ink) const;
+    void paintSelectedRow(QPainter &painter);
+    void paintCurrentCell(QPainter &painter);
+    QRect spanRect(const CellSpan &span) const;
+    Colours coloursOf(int row, int col) const;
+    QStringList linesOf(int row, int col, const QSize &room) const;
+    int padding(int row, int col, const QSize &cell) const;
+    int mostLines(int row, int col, int height) const;
+    const QFontMetrics &metricsOf(int row, int col) const;
+    QRectF onPixels(const QPainter &painter, const QRectF &rect) const;
+    void fill(QPainter &painter, const QRectF &rect, const QColor &colour) const;
+
+    const GridState &state_;
+    const GridView &view_;
+    QFont bold_;
+    QFontMetrics plainMetrics_;
+    QFontMetrics boldMetrics_;
+    std::vector<int> rows_;
+    std::vector<int> cols_;
+};
+
+} // namespace controls

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/Connection.h"
+
+#include "common/SessionContext.h"
+#include "platform/basic/TextFiles.h"
+#include "platform/dao/Database.h"
+#include "store/Schema.h"
+
+namespace
+{
+
+void open(dao::DatabaseHandle &handle, const QString &file)
+{
+    try {
+        const QString path = basic::findPath(file).value_or(file);
+        handle.set(dao::Workspace::OpenDatabase(path, false, false, store::connectText()));
+    } catch (const basic::RunTimeError &error) {
+        handle.setFailure(file, error.description());
+        throw;
+    }
+}
+
+} // namespace
+
+void openDatabases(SessionContext &session)
+{
+    session.MainDBFile = session.DatabasePath + store::fileName(store::DatabaseFile::Main);
+    session.PestDBFile = session.DatabasePath + store::fileName(store::DatabaseFile::Pest);
+    const QString sprayFile = session.DatabasePath + store::fileName(store::DatabaseFile::Spray);
+    open(session.dbMain, session.MainDBFile);
+    open(session.dbPest, session.PestDBFile);
+    open(session.dbSpray, sprayFile);
+}

@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+struct SessionContext;
+
+/// Opens the main, the pest and the spray database in this order. The first one that fails ends it with its error; that handle
+/// then tells the file and the reason to whoever uses it, and the handles after it stay empty.
+void openDatabases(SessionContext &session);

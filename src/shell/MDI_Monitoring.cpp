@@ -1,0 +1,320 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/MDI_Monitoring.h"
+
+#include "common/HandOffFiles.h"
+#include "common/ProgramLock.h"
+#include "platform/basic/TextFiles.h"
+#include "platform/controls/Dialogs.h"
+#include "platform/controls/Look.h"
+#include "shell/ChildScreen.h"
+#include "shell/Connection.h"
+#include "shell/FarmApplication.h"
+#include "shell/ListFillers.h"
+#include "store/Backups.h"
+#include "store/Upgrades.h"
+#include "ui_MDI_Monitoring.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDir>
+
+using basic::leaveSilently;
+using basic::RunTimeError;
+
+namespace
+{
+
+constexpr int BarIcon = 20;
+
+} // namespace
+
+MDI_Monitoring::MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry> entries, QWidget *parent)
+    : QMainWindow(parent), ui_(std::make_unique<Ui::MDI_Monitoring>()), dialogs_(dialogs), objPestMON_(session_)
+{
+    ui_->setupUi(this);
+    setWindowIcon(controls::Look::icon(QStringLiteral("pest-monitoring")));
+    setUpBar();
+    ui_->picPro->setEntries(std::move(entries));
+    connect(ui_->picPro, &MenuPanel::entryClicked, this, &MDI_Monitoring::openEntry);
+    connect(ui_->picPro, &MenuPanel::closeClicked, this, &MDI_Monitoring::endProcess);
+    connect(qApp, &QGuiApplication::applicationStateChanged, this, &MDI_Monitoring::windowEntered);
+}
+
+MDI_Monitoring::~MDI_Monitoring()
+{
+    // Screens use the session until their end, and members go before children.
+    qDeleteAll(findChildren<ChildScreen *>());
+}
+
+void MDI_Monitoring::setUpBar()
+{
+    ui_->picCon3->setAttribute(Qt::WA_StyledBackground);
+    ui_->Image4->setPixmap(controls::Look::icon(QStringLiteral("exit")).pixmap(QSize(BarIcon, BarIcon), devicePixelRatioF()));
+    ui_->cmbFarm->setTypingAllowed(false);
+    ui_->cmbYear->setTypingAllowed(false);
+    connect(ui_->cmbFarm, &controls::ItemCombo::Click, this, &MDI_Monitoring::farmChosen);
+    connect(ui_->cmbYear, &controls::ItemCombo::Click, this, &MDI_Monitoring::yearChosen);
+    connect(ui_->CommandButton1, &QPushButton::clicked, this, &MDI_Monitoring::process);
+    connect(ui_->cmdLExit, &ExitLabel::clicked, this, &MDI_Monitoring::endProcess);
+    connect(ui_->cmdLExit, &ExitLabel::MouseMove, this, [this] { ui_->cmdLExit->setHovered(true); });
+    for (QWidget *ground : {static_cast<QWidget *>(ui_->picCon3), static_cast<QWidget *>(ui_->Image4)}) {
+        ground->setMouseTracking(true);
+        ground->installEventFilter(this);
+    }
+}
+
+MDI_Monitoring::Load MDI_Monitoring::load(const QString &appPath)
+{
+    lock_ = ProgramLock::tryLock(appPath);
+    if (!lock_) {
+        dialogs_.message(QStringLiteral("The Pest Monitoring Module is already open!"), {}, controls::BoxIcon::Critical);
+        return Load::OtherCopyRuns;
+    }
+    session_.DatabasePath = appPath + QStringLiteral("/Databases/");
+    session_.AppPath = appPath;
+    openMenu();
+    Read_FindFarm(session_);
+    Read_FindFarmID(session_);
+    Read_FindYear(session_);
+    Read_FindYearID(session_);
+    Connect_Databases();
+    backUp();
+    upgrade();
+    Update_TempBlock();
+    store::Recalc_PMTransWeek(session_);
+    session_.MenuRestore = true;
+    openMenu();
+    if (ui_->cmbFarm->ListCount() > 0) {
+        ui_->cmbFarm->setListIndex(0);
+    }
+    return Load::Done;
+}
+
+/// Any error ends it without a box; what could not be opened shows in the status line.
+void MDI_Monitoring::Connect_Databases()
+{
+    try {
+        openDatabases(session_);
+        Fill_Farm_Combo(*ui_->cmbFarm, objPestMON_);
+        ui_->cmbFarm->setText(session_.CurrentFarm);
+    } catch (const RunTimeError &error) {
+        const QString unopened = session_.dbMain.failure() + session_.dbPest.failure() + session_.dbSpray.failure();
+        noteStartFailure(unopened.isEmpty() ? error.description() : unopened);
+    }
+}
+
+void MDI_Monitoring::noteStartFailure(const QString &text)
+{
+    startFailures_ += text;
+    showFailure(startFailures_.join(u' '));
+}
+
+/// A day without its copy is better than a farm office that cannot start.
+void MDI_Monitoring::backUp()
+{
+    try {
+        store::backupForToday(session_);
+    } catch (const RunTimeError &error) {
+        noteStartFailure(tr("Today's copy of the pest database was not made: %1").arg(error.description()));
+    }
+}
+
+void MDI_Monitoring::upgrade()
+{
+    store::Ensure_TempBlockTable(session_, [this](const RunTimeError &error) {
+        const QString text = QStringLiteral("Database could not be updated. Contact Torvane Data for support...        \n"
+                                            "Error message: %1\n%2");
+        dialogs_.message(text.arg(error.number()).arg(error.description()), QStringLiteral("Error"), controls::BoxIcon::Critical);
+    });
+    store::Ensure_PMRepeatField(session_);
+}
+
+void MDI_Monitoring::Update_TempBlock()
+{
+    store::Update_TempBlock(session_);
+}
+
+void MDI_Monitoring::openEntry(const MenuEntry &entry)
+{
+    const auto zeroPosition = [&](ZeroPosition moment) {
+        if (entry.zeroPosition == moment) {
+            session_.ListRow = 0;
+            session_.ListCol = 0;
+        }
+    };
+    lastPicture_ = entry.picture;
+    zeroPosition(ZeroPosition::First);
+    Close_Form();
+    if (entry.reportsFolder) {
+        makeReportsFolder();
+    }
+    zeroPosition(ZeroPosition::AfterReportsFolder);
+    ChildScreen *screen = entry.factory(*this, this);
+    screen->setTag(entry.mode);
+    showScreen(screen);
+}
+
+/// A folder that is there or cannot be made is no hindrance to the screen.
+void MDI_Monitoring::makeReportsFolder()
+{
+    const QString folder = basic::pathForWriting(session_.AppPath + QStringLiteral("/Reports/Pest Monitor Reports"));
+    static_cast<void>(QDir().mkpath(folder));
+}
+
+void MDI_Monitoring::showScreen(ChildScreen *screen)
+{
+    CurrentForm_ = screen;
+    connect(screen, &ChildScreen::closeRequested, this, [this, screen] { unload(screen); });
+    ui_->screenArea->setWidget(screen);
+    ui_->clientArea->setCurrentWidget(ui_->screenArea);
+    screen->show();
+    screen->setFocus();
+    screen->activateScreen();
+}
+
+void MDI_Monitoring::Close_Form()
+{
+    leaveSilently([this] {
+        if (CurrentForm_) {
+            unload(CurrentForm_);
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        }
+    });
+}
+
+/// Called from within the screen's own handlers too, hence it is deleted later.
+void MDI_Monitoring::unload(ChildScreen *screen)
+{
+    if (screen != CurrentForm_) {
+        return;
+    }
+    // Taken out while it is the current one, so that a field with the focus is left in the ordinary way.
+    restoreMenu();
+    CurrentForm_ = nullptr;
+    ui_->screenArea->takeWidget();
+    screen->setParent(this);
+    screen->deleteLater();
+}
+
+ChildScreen *MDI_Monitoring::CurrentForm() const
+{
+    return CurrentForm_;
+}
+
+bool MDI_Monitoring::menuIsOpen() const
+{
+    return ui_->clientArea->currentWidget() == ui_->menuArea;
+}
+
+void MDI_Monitoring::openMenu()
+{
+    ui_->clientArea->setCurrentWidget(ui_->menuArea);
+}
+
+void MDI_Monitoring::restoreMenu()
+{
+    if (session_.MenuRestore) {
+        openMenu();
+        ui_->picPro->focusPicture(lastPicture_);
+    }
+}
+
+void MDI_Monitoring::farmChosen()
+{
+    const controls::ItemCombo &combo = *ui_->cmbFarm;
+    Close_Form();
+    // Without a selection this raises an error; only what follows is left silently.
+    session_.CurrentFarmID = combo.ItemData(combo.ListIndex());
+    leaveSilently([&] {
+        session_.CurrentFarmID = combo.ItemData(combo.ListIndex());
+        session_.CurrentFarm = combo.Text();
+        if (session_.MenuRestore) {
+            openMenu();
+        }
+    });
+}
+
+void MDI_Monitoring::yearChosen()
+{
+    const controls::ItemCombo &combo = *ui_->cmbYear;
+    leaveSilently([&] {
+        session_.CurrentYearID = combo.ItemData(combo.ListIndex());
+        session_.CurrentYear = combo.Text();
+    });
+}
+
+void MDI_Monitoring::process()
+{
+    Close_Form();
+    session_.MenuRestore = true;
+    openMenu();
+}
+
+/// A screen is activated again when the window is entered from another program, never when a box of our own closes.
+void MDI_Monitoring::windowEntered(Qt::ApplicationState state)
+{
+    if (state != Qt::ApplicationActive) {
+        windowLeft_ = true;
+        return;
+    }
+    const bool entered = windowLeft_ && QApplication::activeModalWidget() == nullptr;
+    windowLeft_ = false;
+    if (!entered || !CurrentForm_) {
+        return;
+    }
+    // Queued, so that an error meets the handler of events and not the window system's code that told of the change.
+    const QPointer<ChildScreen> screen = CurrentForm_;
+    QMetaObject::invokeMethod(
+        this,
+        [this, screen] {
+            if (screen && screen == CurrentForm_) {
+                screen->activateScreen();
+            }
+        },
+        Qt::QueuedConnection);
+}
+
+bool MDI_Monitoring::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseMove) {
+        Clear_Exit_Hover();
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MDI_Monitoring::Clear_Exit_Hover()
+{
+    ui_->cmdLExit->setHovered(false);
+}
+
+void MDI_Monitoring::showStatus(const QString &text)
+{
+    ui_->statusLine->showWritten(text);
+}
+
+void MDI_Monitoring::showFailure(const QString &text)
+{
+    ui_->statusLine->showFailure(text);
+}
+
+void MDI_Monitoring::showError(const RunTimeError &error)
+{
+    dialogs_.message(errorText(error), {}, controls::BoxIcon::Critical);
+}
+
+QString MDI_Monitoring::statusText() const
+{
+    return ui_->statusLine->text();
+}
+
+void MDI_Monitoring::closeEvent(QCloseEvent *event)
+{
+    event->accept();
+    endProcess();
+}
+
+void MDI_Monitoring::endProcess()
+{
+    Q_EMIT ended();
+    QCoreApplication::exit(0);
+}

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "common/SessionContext.h"
+#include "shell/MenuEntry.h"
+#include "shell/ScreenHost.h"
+#include "store/clsPestMONNew.h"
+
+#include <QMainWindow>
+#include <QPointer>
+
+#include <memory>
+#include <vector>
+
+namespace Ui
+{
+class MDI_Monitoring;
+}
+class ChildScreen;
+class ProgramLock;
+
+/// The main window. Its load is the whole start of the program; after it the menu opens one screen at a time.
+class MDI_Monitoring : public QMainWindow, public ScreenHost
+{
+    Q_OBJECT
+public:
+    enum class Load { Done, OtherCopyRuns };
+
+    /// Boxes of the start and of the screens go to `dialogs`.
+    MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry> entries, QWidget *parent = nullptr);
+    ~MDI_Monitoring() override;
+
+    /// Reads the hand-off files, opens the databases, brings them up to date and selects the first farm. `appPath` is the
+    /// program's folder. Errors that the start does not take pass through; the program is then to end.
+    Load load(const QString &appPath);
+
+    /// The screen now open; nothing while the menu is.
+    ChildScreen *CurrentForm() const;
+    bool menuIsOpen() const;
+    /// What the status line shows.
+    QString statusText() const;
+    /// Brings the menu's farm copy up to date; part of the load.
+    void Update_TempBlock();
+
+    SessionContext &session() override { return session_; }
+    clsPestMONNew &objPestMON() override { return objPestMON_; }
+    controls::Dialogs &dialogs() override { return dialogs_; }
+    void showStatus(const QString &text) override;
+    void showFailure(const QString &text) override;
+    void showError(const basic::RunTimeError &error) override;
+
+Q_SIGNALS:
+    /// The user ended the program; no screen was asked.
+    void ended();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void setUpBar();
+    /// Adds to what the status line says of the start.
+    void noteStartFailure(const QString &text);
+    void Connect_Databases();
+    void backUp();
+    void upgrade();
+    void openEntry(const MenuEntry &entry);
+    void makeReportsFolder();
+    void showScreen(ChildScreen *screen);
+    void Close_Form();
+    void unload(ChildScreen *screen);
+    void openMenu();
+    void restoreMenu();
+    void farmChosen();
+    void yearChosen();
+    void process();
+    void windowEntered(Qt::ApplicationState state);
+    void Clear_Exit_Hover();
+    void endProcess();
+
+    std::unique_ptr<Ui::MDI_Monitoring> ui_;
+    controls::Dialogs &dialogs_;
+    SessionContext session_;
+    clsPestMONNew objPestMON_;
+    std::unique_ptr<ProgramLock> lock_;
+    QPointer<ChildScreen> CurrentForm_;
+    QString lastPicture_;
+    QStringList startFailures_;
+    bool windowLeft_ = false;
+};

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/MenuPanel.h"
+
+#include "platform/controls/Look.h"
+#include "platform/controls/PictureButton.h"
+#include "ui_MenuPanel.h"
+
+#include <QEvent>
+
+#include <algorithm>
+#include <array>
+
+using controls::PictureButton;
+
+namespace
+{
+
+struct Picture {
+    const char *name;
+    const char *icon;
+};
+
+/// In the order in which a hover border is looked for.
+constexpr std::array<Picture, 9> pictures{{
+    {"imLeave", "leaf"},
+    {"imGG", "graphs"},
+    {"imFF", "field-sheets"},
+    {"ImPM", "pest-monitor-info"},
+    {"imSpray", "pest-monitoring"},
+    {"imAsset", "fruit"},
+    {"imBas", "soil-basic"},
+    {"imEx", "soil-extraction"},
+    {"imMic", "soil-micro"},
+}};
+
+constexpr int SmallPicture = 24;
+
+} // namespace
+
+MenuPanel::MenuPanel(QWidget *parent) : QWidget(parent), ui_(std::make_unique<Ui::MenuPanel>())
+{
+    ui_->setupUi(this);
+    setAttribute(Qt::WA_StyledBackground);
+    ui_->banner->setAttribute(Qt::WA_StyledBackground);
+    setUpPictures();
+    ui_->imHyd->setPixmap(controls::Look::icon(QStringLiteral("soil"), QStringLiteral("muted"))
+                              .pixmap(QSize(SmallPicture, SmallPicture), devicePixelRatioF()));
+    ui_->cmdClose->setIcon(controls::Look::icon(QStringLiteral("close")));
+    connect(ui_->cmdClose, &QToolButton::clicked, this, &MenuPanel::closeClicked);
+    for (QWidget *ground : {static_cast<QWidget *>(this), static_cast<QWidget *>(ui_->Frame4),
+                            static_cast<QWidget *>(ui_->Frame6), static_cast<QWidget *>(ui_->fraSoil)}) {
+        ground->setMouseTracking(true);
+        ground->installEventFilter(this);
+    }
+}
+
+MenuPanel::~MenuPanel() = default;
+
+PictureButton *MenuPanel::picture(const QString &name) const
+{
+    return findChild<PictureButton *>(name);
+}
+
+void MenuPanel::setUpPictures()
+{
+    for (const Picture &entry : pictures) {
+        PictureButton *button = picture(QLatin1String(entry.name));
+        button->setIcon(controls::Look::icon(QLatin1String(entry.icon)));
+        button->setUnavailable(tr("Not yet available in this version"));
+        connect(button, &PictureButton::MouseMove, this, [this, button] { hover(button); });
+    }
+}
+
+void MenuPanel::setEntries(std::vector<MenuEntry> entries)
+{
+    entries_ = std::move(entries);
+    for (const MenuEntry &entry : entries_) {
+        PictureButton *button = picture(entry.picture);
+        if (button == nullptr || !entry.factory) {
+            continue;
+        }
+        button->setAvailable();
+        connect(button, &PictureButton::clicked, this, [this, &entry] { Q_EMIT entryClicked(entry); });
+    }
+}
+
+void MenuPanel::focusPicture(const QString &name)
+{
+    if (PictureButton *button = picture(name)) {
+        button->setFocus();
+    }
+}
+
+void MenuPanel::hover(PictureButton *button)
+{
+    // A border left on another picture goes off only when the pointer crosses the ground between them.
+    button->setHoverBorder(true);
+    HoverImage_ = button;
+}
+
+void MenuPanel::Clear_Image_Hover()
+{
+    const auto match = std::find_if(pictures.begin(), pictures.end(),
+                                    [this](const Picture &entry) { return picture(QLatin1String(entry.name)) == HoverImage_; });
+    if (match != pictures.end() && HoverImage_ != nullptr) {
+        HoverImage_->setHoverBorder(false);
+    }
+    HoverImage_ = nullptr;
+}
+
+bool MenuPanel::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseMove) {
+        Clear_Image_Hover();
+    }
+    return QWidget::eventFilter(watched, event);
+}

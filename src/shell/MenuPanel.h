@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "shell/MenuEntry.h"
+
+#include <QWidget>
+
+#include <memory>
+#include <vector>
+
+namespace Ui
+{
+class MenuPanel;
+}
+namespace controls
+{
+class PictureButton;
+}
+
+/// The menu: nine pictures in two frames, a banner and the hints. It knows which picture the pointer last lay on, and leaves
+/// what a click does to its owner.
+class MenuPanel : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit MenuPanel(QWidget *parent = nullptr);
+    ~MenuPanel() override;
+
+    /// Connects the pictures of the entries; pictures without an entry or without a screen are disabled.
+    void setEntries(std::vector<MenuEntry> entries);
+    /// The picture that the pointer last lay on; nothing once it was cleared.
+    const controls::PictureButton *HoverImage() const { return HoverImage_; }
+    void focusPicture(const QString &name);
+
+Q_SIGNALS:
+    void entryClicked(const MenuEntry &entry);
+    void closeClicked();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    controls::PictureButton *picture(const QString &name) const;
+    void setUpPictures();
+    void hover(controls::PictureButton *picture);
+    void Clear_Image_Hover();
+
+    std::unique_ptr<Ui::MenuPanel> ui_;
+    std::vector<MenuEntry> entries_;
+    controls::PictureButton *HoverImage_ = nullptr;
+};

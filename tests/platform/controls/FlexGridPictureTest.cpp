@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/controls/FlexGrid.h"
+#include "platform/controls/Look.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QImage>
+#include <QPainter>
+#include <QTest>
+
+using controls::FlexGrid;
+namespace mark = controls::mark;
+
+/// What the grid draws: marks exact in both palettes, ticks, merged cells, and long lists.
+class FlexGridPictureTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void marksAreExact_data();
+    void marksAreExact();
+    void whiteIsDrawnAsTheBase();
+    void tickOnlyWithoutText();
+    void equalNeighboursAreOneCell();
+    void cellsMeetAtFractionalScales();
+    void longListIsPaintedByWhatShows();
+
+private:
+    static QImage picture(FlexGrid &grid, double scale = 1);
+};
+
+QImage FlexGridPictureTest::picture(FlexGrid &grid, double scale)
+{
+    grid.setFixedSize(400, 200);
+    grid.ensurePolished();
+    QImage image(QSize(400, 200) * scale, QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::magenta);
+    grid.render(&image);
+    return image;
+}
+
+void FlexGridPictureTest::marksAreExact_data()
+{
+    QTest::addColumn<bool>("dark");
+    QTest::addColumn<int>("stored");
+    QTest::addColumn<QColor>("drawn");
+    for (const bool dark : {false, true}) {
+        const auto form = dark ? "dark" : "light";
+        QTest::addRow("yellow, %s", form) << dark << mark::Yellow << QColor(0xFF, 0xFF, 0);
+        QTest::addRow("red, %s", form) << dark << mark::Red << QColor(0xFF, 0, 0);
+        QTest::addRow("green, %s", form) << dark << mark::Green << QColor(0, 0xFF, 0);
+        QTest::addRow("pale yellow, %s", form) << dark << mark::PaleYellow << QColor(0xFF, 0xFF, 0xC0);
+    }
+}
+
+void FlexGridPictureTest::marksAreExact()
+{
+    QFETCH(bool, dark);
+    QFETCH(int, stored);
+    QFETCH(QColor, drawn);
+    controls::Look::apply(*qApp, dark);
+    FlexGrid grid;
+    grid.setTextMatrix(1, 1, QStringLiteral("HHH"));
+    grid.setCellFontBold(1, 1, true);
+    grid.setCellBackColor(1, 1, stored);
+    grid.setSelectedRow(1);
+    const QImage image = picture(grid);
+    const QRect cell = grid.cellRect(1, 1).translated(grid.viewport()->pos());
+    QCOMPARE(image.pixelColor(cell.right() - 3, cell.top() + 4), drawn);
+    QCOMPARE(image.pixelColor(cell.right() - 1, cell.center().y()), drawn);
+    bool black = false;
+    for (int x = cell.left(); x < cell.right(); ++x) {
+        black = black || image.pixelColor(x, cell.center().y()).lightness() < 60;
+    }
+    QVERIFY2(black, "the ink on a mark is black in both forms");
+}
+
+void FlexGridPictureTest::whiteIsDrawnAsTheBase()
+{
+    controls::Look::apply(*qApp, true);
+    FlexGrid grid;
+    grid.setCellBackColor(1, 1, mark::White);
+    const QImage image = picture(grid);
+    const QRect cell = grid.cellRect(1, 1).translated(grid.viewport()->pos());
+    QCOMPARE(image.pixelColor(cell.center()), controls::Look::colours().base);
+    QCOMPARE(grid.CellBackColor(1, 1), std::optional<int>(mark::White));
+    QCOMPARE(image.pixelColor(380, 190), controls::Look::colours().window);
+}
+
+void FlexGridPictureTest::tickOnlyWithoutText()
+{
+    controls::Look::apply(*qApp, false);
+    FlexGrid grid;
+    const auto inked = [&] {
+        const QImage image = picture(grid);
+        const QRect cell = grid.cellRect(1, 1).translated(grid.viewport()->pos()).adjusted(2, 2, -3, -3);
+        int pixels = 0;
+        for (int y = cell.top(); y <= cell.bottom(); ++y) {
+            for (int x = cell.left(); x <= cell.right(); ++x) {
+                pixels += image.pixelColor(x, y) != QColor(0xFF, 0, 0) ? 1 : 0;
+            }
+        }
+        return pixels;
+    };
+    grid.setCellBackColor(1, 1, mark::Red);
+    QVERIFY(inked() > 10);
+    QCOMPARE(grid.TextMatrix(1, 1), QString());
+    grid.setTicks(false);
+    QCOMPARE(inked(), 0);
+}
+
+void FlexGridPictureTest::equalNeighboursAreOneCell()
+{
+    controls::Look::apply(*qApp, false);
+    FlexGrid grid;
+    grid.setCols(4);
+    const auto hasLineAfter = [&](int row, int col) {
+        const QImage image = picture(grid);
+        const QRect cell = grid.cellRect(row, col).translated(grid.viewport()->pos());
+        return image.pixelColor(cell.right(), cell.top() + 3) == controls::Look::colours().line;
+    };
+    grid.setTextMatrix(0, 1, QStringLiteral("Thrips"));
+    grid.setTextMatrix(0, 2, QStringLiteral("Thrips"));
+    QVERIFY(hasLineAfter(0, 1));
+    grid.setMergeRow(0, true);
+    QVERIFY(!hasLineAfter(0, 1));
+    QVERIFY(hasLineAfter(0, 2));
+    grid.setTextMatrix(0, 2, QStringLiteral("Aphids"));
+    QVERIFY(hasLineAfter(0, 1));
+    grid.setTextMatrix(0, 1, {});
+    grid.setTextMatrix(0, 2, {});
+    QVERIFY2(hasLineAfter(0, 1), "empty neighbours stay apart");
+    grid.setMergeCol(1, true);
+    grid.setTextMatrix(0, 1, QStringLiteral("A"));
+    grid.setTextMatrix(1, 1, QStringLiteral("A"));
+    QVERIFY2(hasLineAfter(0, 1), "a merged column does not join the header to the cells");
+}
+
+void FlexGridPictureTest::cellsMeetAtFractionalScales()
+{
+    controls::Look::apply(*qApp, false);
+    for (const double scale : {1.25, 1.5, 2.0}) {
+        FlexGrid grid;
+        grid.setCellBackColor(1, 0, mark::Green);
+        grid.setCellBackColor(1, 1, mark::Green);
+        const QImage image = picture(grid, scale);
+        const int y = static_cast<int>((grid.cellRect(1, 0).center().y() + grid.viewport()->y()) * scale);
+        int strangers = 0;
+        for (int x = static_cast<int>(20 * scale); x < static_cast<int>(180 * scale); ++x) {
+            const QColor colour = image.pixelColor(x, y);
+            strangers += colour != QColor(0, 0xFF, 0) && colour != controls::Look::colours().line && colour != Qt::black
+                    && colour != controls::Look::colours().text
+                ? 1
+                : 0;
+        }
+        QCOMPARE(strangers, 0);
+    }
+}
+
+void FlexGridPictureTest::longListIsPaintedByWhatShows()
+{
+    FlexGrid grid;
+    constexpr int rows = 50000;
+    grid.setRows(rows);
+    grid.setCols(9);
+    grid.setMergeCol(2, true);
+    for (int row = 1; row < rows; ++row) {
+        grid.setTextMatrix(row, 2, QStringLiteral("same"));
+        grid.setTextMatrix(row, 3, QString::number(row));
+    }
+    picture(grid);
+    const auto timeOf = [&](int top) {
+        grid.setTopRow(top);
+        QElapsedTimer timer;
+        timer.start();
+        picture(grid);
+        return timer.nsecsElapsed();
+    };
+    const qint64 atTop = std::min(timeOf(1), timeOf(1));
+    const qint64 atEnd = std::min(timeOf(rows - 1), timeOf(rows - 1));
+    // Walking over all rows would cost some hundred times as much at the end as at the top.
+    QVERIFY2(atEnd < 20 * atTop, qPrintable(QStringLiteral("%1 ns against %2 ns").arg(atEnd).arg(atTop)));
+    QVERIFY(grid.RowIsVisible(rows - 1));
+}
+
+QTEST_MAIN(FlexGridPictureTest)
+#include "FlexGridPictureTest.moc"

@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/basic/RunTimeError.h"
+#include "platform/controls/DatePicker.h"
+#include "platform/controls/Dialogs.h"
+#include "platform/controls/ItemCombo.h"
+#include "platform/controls/Look.h"
+#include "platform/controls/PictureButton.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+using namespace controls;
+
+/// Which setters are silent and which raise their event, and what wheel, keys and boxes do.
+class InputControlsTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void comboSettersAreSilentButTheIndex();
+    void comboKeepsTextsOutsideItsList();
+    void comboTypingLosesTheChoice();
+    void comboRefusesIndexesItHasNot();
+    void wheelChangesNothing();
+    void dateIsSilentFromCode();
+    void dateTypedIsOneChange();
+    void escapeOnAQuestionIsNo();
+    void unexpectedBoxesAreCounted();
+    void everyColourAndIconIsThere();
+    void enterPressesAPicture();
+};
+
+void InputControlsTest::comboSettersAreSilentButTheIndex()
+{
+    ItemCombo combo;
+    QSignalSpy clicks(&combo, &ItemCombo::Click);
+    QSignalSpy changes(&combo, &ItemCombo::Change);
+    combo.AddItem(QStringLiteral("Anna"), 3);
+    combo.AddItem(QStringLiteral("Thabo"), 5);
+    QCOMPARE(combo.ListIndex(), -1);
+    QCOMPARE(combo.Text(), QString());
+    combo.setText(QStringLiteral("Thabo"));
+    QCOMPARE(combo.ListIndex(), 1);
+    QCOMPARE(clicks.size(), 0);
+    combo.setListIndex(1);
+    QCOMPARE(clicks.size(), 1);
+    QCOMPARE(combo.ItemData(combo.ListIndex()), 5);
+    combo.setListIndex(-1);
+    QCOMPARE(clicks.size(), 2);
+    QCOMPARE(combo.Text(), QString());
+    combo.setListIndex(0);
+    combo.Clear();
+    QCOMPARE(combo.ListIndex(), -1);
+    QCOMPARE(combo.ListCount(), 0);
+    QCOMPARE(clicks.size(), 3);
+    QCOMPARE(changes.size(), 0);
+}
+
+void InputControlsTest::comboKeepsTextsOutsideItsList()
+{
+    ItemCombo combo;
+    combo.setText(QStringLiteral("Pieter, who left"));
+    combo.AddItem(QStringLiteral("Anna"), 3);
+    QCOMPARE(combo.Text(), QStringLiteral("Pieter, who left"));
+    QCOMPARE(combo.ListIndex(), -1);
+    // Leaving the field must not choose an entry that differs in case only.
+    combo.setText(QStringLiteral("ANNA"));
+    QSignalSpy clicks(&combo, &ItemCombo::Click);
+    combo.show();
+    QVERIFY(QTest::qWaitForWindowActive(&combo));
+    QVERIFY(combo.hasFocus());
+    combo.lineEdit()->clearFocus();
+    QCOMPARE(combo.Text(), QStringLiteral("ANNA"));
+    QCOMPARE(combo.ListIndex(), -1);
+    QCOMPARE(clicks.size(), 0);
+}
+
+void InputControlsTest::comboTypingLosesTheChoice()
+{
+    ItemCombo combo;
+    combo.AddItem(QStringLiteral("Anna"), 3);
+    combo.setListIndex(0);
+    QSignalSpy changes(&combo, &ItemCombo::Change);
+    QTest::keyClicks(combo.lineEdit(), QStringLiteral("b"));
+    QCOMPARE(changes.size(), 1);
+    QCOMPARE(combo.Text(), QStringLiteral("Annab"));
+    QCOMPARE(combo.ListIndex(), -1);
+    QSignalSpy clicks(&combo, &ItemCombo::Click);
+    QTest::keyClick(&combo, Qt::Key_Home, Qt::ControlModifier);
+    combo.setTypingAllowed(false);
+    QTest::keyClicks(combo.lineEdit(), QStringLiteral("c"));
+    QCOMPARE(changes.size(), 1);
+}
+
+void InputControlsTest::comboRefusesIndexesItHasNot()
+{
+    ItemCombo combo;
+    combo.AddItem(QStringLiteral("Anna"), 3);
+    QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, combo.setListIndex(1));
+    QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, combo.ItemData(-1));
+}
+
+void InputControlsTest::wheelChangesNothing()
+{
+    ItemCombo combo;
+    combo.AddItem(QStringLiteral("Anna"), 3);
+    combo.AddItem(QStringLiteral("Thabo"), 5);
+    combo.setListIndex(0);
+    DatePicker picker;
+    picker.setValue(QDate(2026, 5, 4));
+    for (QWidget *widget : {static_cast<QWidget *>(&combo), static_cast<QWidget *>(&picker)}) {
+        widget->show();
+        QWheelEvent notch(QPointF(5, 5), widget->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(widget, &notch);
+        QVERIFY(!notch.isAccepted());
+    }
+    QCOMPARE(combo.ListIndex(), 0);
+    QCOMPARE(picker.Value(), QDate(2026, 5, 4));
+}
+
+void InputControlsTest::dateIsSilentFromCode()
+{
+    DatePicker picker;
+    QSignalSpy changes(&picker, &DatePicker::Change);
+    picker.setValue(QDate(2026, 5, 4));
+    picker.setValue(QDate());
+    QCOMPARE(picker.Value(), QDate(2026, 5, 4));
+    QCOMPARE(picker.text(), QStringLiteral("2026/05/04"));
+    QCOMPARE(changes.size(), 0);
+    QTest::keyClick(&picker, Qt::Key_Up);
+    QCOMPARE(changes.size(), 1);
+}
+
+void InputControlsTest::dateTypedIsOneChange()
+{
+    DatePicker picker;
+    picker.setValue(QDate(2026, 5, 4));
+    QSignalSpy changes(&picker, &DatePicker::Change);
+    picker.show();
+    QVERIFY(QTest::qWaitForWindowActive(&picker));
+    picker.setFocus();
+    picker.setCurrentSection(QDateTimeEdit::YearSection);
+    QTest::keyClicks(&picker, QStringLiteral("2025"));
+    QCOMPARE(changes.size(), 0);
+    QTest::keyClick(&picker, Qt::Key_Return);
+    QCOMPARE(changes.size(), 1);
+    QCOMPARE(picker.Value(), QDate(2025, 5, 4));
+}
+
+void InputControlsTest::escapeOnAQuestionIsNo()
+{
+    MessageBoxes boxes;
+    for (const Answer preselected : {Answer::Yes, Answer::No}) {
+        for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+            QTimer::singleShot(0, this, [key] { QTest::keyClick(QApplication::activeModalWidget(), key); });
+            const Answer answer = boxes.question(QStringLiteral("Print?"), {}, preselected);
+            QCOMPARE(answer, key == Qt::Key_Escape ? Answer::No : preselected);
+        }
+    }
+}
+
+void InputControlsTest::unexpectedBoxesAreCounted()
+{
+    QueuedDialogs dialogs;
+    QVERIFY(dialogs.allAsExpected());
+    dialogs.queueAnswer(Answer::Yes);
+    QVERIFY(!dialogs.allAsExpected());
+    QCOMPARE(dialogs.question(QStringLiteral("Print?"), {}, Answer::No), Answer::Yes);
+    dialogs.expectMessage();
+    dialogs.message(QStringLiteral("Saved"), {}, BoxIcon::None);
+    QVERIFY(dialogs.allAsExpected());
+    QCOMPARE(dialogs.takeLastText(), QStringLiteral("Saved"));
+    QCOMPARE(dialogs.question(QStringLiteral("Again?"), {}, Answer::No), Answer::No);
+    QVERIFY(!dialogs.allAsExpected());
+}
+
+void InputControlsTest::everyColourAndIconIsThere()
+{
+    Look::apply(*qApp, true);
+    QVERIFY2(!qApp->styleSheet().contains(u'@'), "every name of the style sheet is filled in");
+    for (const char *name : {"window", "base", "header", "line", "border", "text", "muted", "disabled", "accent", "ahover",
+                             "apress", "soft", "onacc", "danger"}) {
+        QVERIFY2(Look::colour(QLatin1String(name)).isValid(), name);
+    }
+    const QIcon icon = Look::icon(QStringLiteral("add"));
+    const QImage dark = icon.pixmap(QSize(24, 24)).toImage();
+    Look::apply(*qApp, false);
+    QVERIFY(icon.pixmap(QSize(24, 24)).toImage() != dark);
+    QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, Look::icon(QStringLiteral("no such icon")));
+    for (const char *path : {"light/tick", "dark/tick", "dark/chevron-down", "light/calendar-disabled"}) {
+        QVERIFY2(QFile::exists(QStringLiteral(":/farm/tinted/%1.svg").arg(QLatin1String(path))), path);
+    }
+}
+
+void InputControlsTest::enterPressesAPicture()
+{
+    PictureButton picture;
+    QSignalSpy clicks(&picture, &PictureButton::clicked);
+    picture.show();
+    QTest::keyClick(&picture, Qt::Key_Return);
+    QTest::keyClick(&picture, Qt::Key_Space);
+    QCOMPARE(clicks.size(), 2);
+    picture.setUnavailable(QStringLiteral("Later"));
+    QTest::mouseClick(&picture, Qt::LeftButton);
+    QCOMPARE(clicks.size(), 2);
+}
+
+QTEST_MAIN(InputControlsTest)
+#include "InputControlsTest.moc"

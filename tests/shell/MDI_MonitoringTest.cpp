@@ -1,0 +1,337 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/MDI_Monitoring.h"
+#include "platform/controls/Dialogs.h"
+#include "platform/controls/ItemCombo.h"
+#include "platform/controls/PictureButton.h"
+#include "shell/ChildScreen.h"
+#include "shell/ExitLabel.h"
+#include "shell/FarmApplication.h"
+#include "shell/MenuPanel.h"
+#include "support/TemporaryFarm.h"
+
+#include <QDialog>
+#include <QDir>
+#include <QFile>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+
+using controls::PictureButton;
+
+namespace
+{
+
+/// What the screens of a test did, in order.
+QStringList journal;
+
+class PlainScreen : public ChildScreen
+{
+public:
+    PlainScreen(ScreenHost &screenHost, QWidget *parent) : ChildScreen(screenHost, parent)
+    {
+        journal += QStringLiteral("load at row %1").arg(session().ListRow);
+    }
+    ~PlainScreen() override { journal += QStringLiteral("end"); }
+    void activateScreen() override { journal += QStringLiteral("activate") + Tag(); }
+    QString screenTitle() const override { return QStringLiteral("Plain"); }
+
+protected:
+    void closeEvent(QCloseEvent *) override { journal += QStringLiteral("asked"); }
+    void hideEvent(QHideEvent *) override { session().ListRow = 9; }
+};
+
+ChildScreen *plain(ScreenHost &host, QWidget *parent)
+{
+    return new PlainScreen(host, parent);
+}
+
+ChildScreen *broken(ScreenHost &, QWidget *)
+{
+    throw basic::RunTimeError(3061, QStringLiteral("Too few parameters."));
+}
+
+} // namespace
+
+/// Menu, screens, farm choice and the ends of the program.
+class MDI_MonitoringTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void captionsAndPicturesWithoutScreen();
+    void screenOpensAndBringsTheMenuBack();
+    void positionIsZeroedWhereTold_data();
+    void positionIsZeroedWhereTold();
+    void reportsFolderIsMadeOnTheWay();
+    void farmChoiceClosesTheScreenUnasked();
+    void processBringsTheMenuBack();
+    void screenIsActivatedOnReturnFromElsewhere();
+    void untakenErrorIsShownAndTheProgramGoesOn();
+    void hoverBordersGoOffOnTheGroundOnly();
+    void exitIsBlueUnderThePointer();
+    void endsAtOnce_data();
+    void endsAtOnce();
+    void everythingIsReachedByTab();
+
+private:
+    template <typename Widget> Widget &control(const char *name)
+    {
+        auto *found = window_->findChild<Widget *>(QLatin1String(name));
+        Q_ASSERT(found != nullptr);
+        return *found;
+    }
+    void open(const char *picture) { control<PictureButton>(picture).click(); }
+
+    std::unique_ptr<TemporaryFarm> farm_;
+    std::unique_ptr<controls::QueuedDialogs> dialogs_;
+    std::unique_ptr<MDI_Monitoring> window_;
+};
+
+void MDI_MonitoringTest::init()
+{
+    farm_ = std::make_unique<TemporaryFarm>();
+    farm_->addFarm(QStringLiteral("Riverbend"));
+    farm_->addFarm(QStringLiteral("Aloe Ridge"));
+    farm_->close();
+    dialogs_ = std::make_unique<controls::QueuedDialogs>();
+    std::vector<MenuEntry> entries{
+        {QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, plain},
+        {QStringLiteral("ImPM"), ZeroPosition::Never, false, {}, plain},
+        {QStringLiteral("imLeave"), ZeroPosition::First, true, QStringLiteral(" Leaf"), plain},
+        {QStringLiteral("imGG"), ZeroPosition::Never, false, {}, broken},
+        {QStringLiteral("imFF"), ZeroPosition::Never, false, {}, {}},
+    };
+    window_ = std::make_unique<MDI_Monitoring>(*dialogs_, std::move(entries));
+    static_cast<FarmApplication *>(qApp)->setErrorHandler(
+        [this](const basic::RunTimeError &error) { window_->showError(error); });
+    QCOMPARE(window_->load(farm_->appPath()), MDI_Monitoring::Load::Done);
+    window_->resize(1366, 738);
+    window_->show();
+    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+    journal.clear();
+}
+
+void MDI_MonitoringTest::cleanup()
+{
+    QVERIFY(dialogs_->allAsExpected());
+    window_.reset();
+}
+
+void MDI_MonitoringTest::captionsAndPicturesWithoutScreen()
+{
+    QCOMPARE(window_->windowTitle(), QStringLiteral("Torvane Data: Farm Monitoring. 2022-08-25"));
+    const std::pair<const char *, const char *> captions[] = {
+        {"imSpray", "Pest Monitoring"},
+        {"ImPM", "Pest Monitor info"},
+        {"imFF", "Existing field sheets"},
+        {"imGG", "Pest Monitoring Graphs"},
+        {"imLeave", "Leaf analysis"},
+        {"imAsset", "Fruit Analysis"},
+        {"imBas", "Soil Analysis: Basic"},
+        {"imEx", "Soil Analysis: Extraction values"},
+        {"imMic", "Soil Analysis: Micro elements"},
+    };
+    for (const auto &[name, caption] : captions) {
+        const PictureButton &picture = control<PictureButton>(name);
+        QCOMPARE(picture.text().remove(u'&'), QLatin1String(caption));
+    }
+    for (const char *name : {"imFF", "imMic"}) {
+        QVERIFY(!control<PictureButton>(name).isEnabled());
+        QCOMPARE(control<PictureButton>(name).toolTip(), QStringLiteral("Not yet available in this version"));
+    }
+    QTest::mouseClick(&control<QWidget>("imHyd"), Qt::LeftButton);
+    QVERIFY(window_->menuIsOpen());
+}
+
+void MDI_MonitoringTest::screenOpensAndBringsTheMenuBack()
+{
+    open("imLeave");
+    QVERIFY(!window_->menuIsOpen());
+    QVERIFY(window_->CurrentForm()->isVisible());
+    QCOMPARE(journal, (QStringList{QStringLiteral("load at row 0"), QStringLiteral("activate Leaf")}));
+    window_->CurrentForm()->closeScreen();
+    QVERIFY(window_->menuIsOpen());
+    QVERIFY(window_->CurrentForm() == nullptr);
+    QVERIFY(control<PictureButton>("imLeave").hasFocus());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(journal.last(), QStringLiteral("end"));
+    QVERIFY(!journal.contains(QStringLiteral("asked")));
+}
+
+void MDI_MonitoringTest::positionIsZeroedWhereTold_data()
+{
+    QTest::addColumn<QByteArray>("picture");
+    QTest::addColumn<int>("row");
+    // The screen before leaves row 9 behind while it closes.
+    QTest::newRow("after the folder") << QByteArray("imSpray") << 0;
+    QTest::newRow("first, hence before the other closes") << QByteArray("imLeave") << 9;
+    QTest::newRow("never") << QByteArray("ImPM") << 9;
+}
+
+void MDI_MonitoringTest::positionIsZeroedWhereTold()
+{
+    QFETCH(QByteArray, picture);
+    QFETCH(int, row);
+    open("ImPM");
+    window_->session().ListRow = 5;
+    open(picture.constData());
+    QVERIFY(journal.contains(QStringLiteral("load at row %1").arg(row)));
+    QVERIFY(window_->CurrentForm() != nullptr);
+}
+
+void MDI_MonitoringTest::reportsFolderIsMadeOnTheWay()
+{
+    const QString folder = farm_->appPath() + QStringLiteral("/Reports/Pest Monitor Reports");
+    open("ImPM");
+    QVERIFY(!QDir(folder).exists());
+    open("imSpray");
+    QVERIFY(QDir(folder).exists());
+    open("imSpray");
+    QVERIFY(window_->CurrentForm() != nullptr);
+    QVERIFY(QDir(farm_->appPath() + QStringLiteral("/Reports")).removeRecursively());
+    QFile inTheWay(farm_->appPath() + QStringLiteral("/Reports"));
+    QVERIFY(inTheWay.open(QIODevice::WriteOnly));
+    open("imSpray");
+    QVERIFY(window_->CurrentForm() != nullptr);
+}
+
+void MDI_MonitoringTest::farmChoiceClosesTheScreenUnasked()
+{
+    open("ImPM");
+    control<controls::ItemCombo>("cmbFarm").setListIndex(1);
+    QCOMPARE(window_->session().CurrentFarmID, 2);
+    QCOMPARE(window_->session().CurrentFarm, QStringLiteral("Aloe Ridge"));
+    QVERIFY(window_->menuIsOpen());
+    QVERIFY(window_->CurrentForm() == nullptr);
+    QVERIFY(!journal.contains(QStringLiteral("asked")));
+    // Nothing selected is an error before anything is left silently; nothing changes.
+    QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, control<controls::ItemCombo>("cmbFarm").setListIndex(-1));
+    QCOMPARE(window_->session().CurrentFarmID, 2);
+}
+
+void MDI_MonitoringTest::processBringsTheMenuBack()
+{
+    open("ImPM");
+    control<QPushButton>("CommandButton1").click();
+    QVERIFY(window_->menuIsOpen());
+    QVERIFY(window_->CurrentForm() == nullptr);
+    control<QPushButton>("CommandButton1").click();
+    QVERIFY(window_->menuIsOpen());
+}
+
+void MDI_MonitoringTest::screenIsActivatedOnReturnFromElsewhere()
+{
+    const auto leaveAndReturn = [] {
+        Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+        Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+        QCoreApplication::processEvents();
+    };
+    open("ImPM");
+    QCOMPARE(journal.count(QStringLiteral("activate")), 1);
+    leaveAndReturn();
+    QCOMPARE(journal.count(QStringLiteral("activate")), 2);
+
+    QDialog box(window_.get());
+    box.setModal(true);
+    box.show();
+    leaveAndReturn();
+    box.close();
+    QCoreApplication::processEvents();
+    QCOMPARE(journal.count(QStringLiteral("activate")), 2);
+
+    // A screen closed before the return is told nothing more.
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+    window_->CurrentForm()->closeScreen();
+    QCoreApplication::processEvents();
+    QCOMPARE(journal.count(QStringLiteral("activate")), 2);
+}
+
+void MDI_MonitoringTest::untakenErrorIsShownAndTheProgramGoesOn()
+{
+    dialogs_->expectMessage();
+    QTest::mouseClick(&control<PictureButton>("imGG"), Qt::LeftButton);
+    QVERIFY(dialogs_->takeLastText().contains(QStringLiteral("3061")));
+    QVERIFY(window_->CurrentForm() == nullptr);
+    QVERIFY(window_->menuIsOpen());
+    open("ImPM");
+    QVERIFY(window_->CurrentForm() != nullptr);
+}
+
+void MDI_MonitoringTest::hoverBordersGoOffOnTheGroundOnly()
+{
+    const MenuPanel &menu = control<MenuPanel>("picPro");
+    PictureButton &first = control<PictureButton>("imSpray");
+    PictureButton &second = control<PictureButton>("ImPM");
+    QTest::mouseMove(&first);
+    QCOMPARE(menu.HoverImage(), &first);
+    QTest::mouseMove(&second);
+    QVERIFY(first.hasHoverBorder());
+    QVERIFY(second.hasHoverBorder());
+    QTest::mouseMove(&control<QWidget>("Frame6"), QPoint(3, 3));
+    QVERIFY(!second.hasHoverBorder());
+    QVERIFY2(first.hasHoverBorder(), "only the last picture is remembered");
+    QVERIFY(menu.HoverImage() == nullptr);
+    QTest::mouseMove(&first);
+    QTest::mouseMove(&control<QWidget>("fraSoil"), QPoint(3, 3));
+    QVERIFY(!first.hasHoverBorder());
+}
+
+void MDI_MonitoringTest::exitIsBlueUnderThePointer()
+{
+    const ExitLabel &exit = control<ExitLabel>("cmdLExit");
+    QTest::mouseMove(&control<ExitLabel>("cmdLExit"));
+    QVERIFY(exit.isHovered());
+    QCOMPARE(exit.inkColour(), QColor(0, 0, 0xFF));
+    QTest::mouseMove(&control<QWidget>("Image4"));
+    QVERIFY(!exit.isHovered());
+}
+
+void MDI_MonitoringTest::endsAtOnce_data()
+{
+    QTest::addColumn<QByteArray>("by");
+    QTest::newRow("close button") << QByteArray("cmdClose");
+    QTest::newRow("exit label") << QByteArray("cmdLExit");
+    QTest::newRow("window") << QByteArray();
+}
+
+void MDI_MonitoringTest::endsAtOnce()
+{
+    QFETCH(QByteArray, by);
+    open("ImPM");
+    QSignalSpy ended(window_.get(), &MDI_Monitoring::ended);
+    QTimer::singleShot(0, this,
+                       [&] { by.isEmpty() ? static_cast<void>(window_->close()) : control<QAbstractButton>(by).click(); });
+    QCOMPARE(QCoreApplication::exec(), 0);
+    QCOMPARE(ended.size(), 1);
+    QVERIFY(!journal.contains(QStringLiteral("asked")));
+}
+
+void MDI_MonitoringTest::everythingIsReachedByTab()
+{
+    QStringList reached;
+    control<QWidget>("cmbFarm").setFocus();
+    for (int step = 0; step < 12; ++step) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QWidget *focused = QApplication::focusWidget();
+        const QString name = focused->objectName();
+        reached += name == QStringLiteral("qt_spinbox_lineedit") || name.isEmpty() ? focused->parent()->objectName() : name;
+    }
+    for (const char *name :
+         {"cmbFarm", "cmbYear", "CommandButton1", "cmdLExit", "imSpray", "ImPM", "imGG", "imLeave", "cmdClose"}) {
+        QVERIFY2(reached.contains(QLatin1String(name)), name);
+    }
+    QTest::keyClick(window_.get(), Qt::Key_Escape);
+    QVERIFY(window_->isVisible());
+}
+
+int main(int argc, char **argv)
+{
+    FarmApplication application(argc, argv);
+    MDI_MonitoringTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "MDI_MonitoringTest.moc"

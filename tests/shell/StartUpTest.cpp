@@ -1,0 +1,229 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "common/ProgramLock.h"
+#include "platform/basic/TextFiles.h"
+#include "platform/controls/Dialogs.h"
+#include "platform/controls/ItemCombo.h"
+#include "shell/MDI_Monitoring.h"
+#include "store/Backups.h"
+#include "support/TemporaryFarm.h"
+
+#include <QFile>
+#include <QTest>
+
+using store::DatabaseFile;
+
+/// The load of the main window on folders that are whole, partly filled or damaged.
+class StartUpTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void startsOnTheFirstActiveFarm();
+    void withoutActiveFarmTheKeyStaysAsRead_data();
+    void withoutActiveFarmTheKeyStaysAsRead();
+    void lettersInAKeyEndTheStart();
+    void otherCopyIsRefusedFirst();
+    void unopenedFilesEndTheStart_data();
+    void unopenedFilesEndTheStart();
+    void withoutTheSprayFileTheListIsEmpty();
+    void bringsThePestFileUpToDate();
+    void copyIsMadeBeforeTheFirstWrite();
+    void failedCopyIsNamedAndNoHindrance();
+
+private:
+    struct Start {
+        controls::QueuedDialogs dialogs;
+        MDI_Monitoring window{dialogs, {}};
+        std::optional<MDI_Monitoring::Load> load;
+        std::optional<basic::RunTimeError> error;
+
+        explicit Start(const QString &appPath)
+        {
+            try {
+                load = window.load(appPath);
+            } catch (const basic::RunTimeError &raised) {
+                error = raised;
+            }
+        }
+        const SessionContext &session() { return window.session(); }
+        const controls::ItemCombo &farms() const { return *window.findChild<controls::ItemCombo *>(QStringLiteral("cmbFarm")); }
+    };
+    static void handOff(const TemporaryFarm &farm, const QString &file, const QString &line)
+    {
+        basic::writeLine(farm.appPath() + u'/' + file, line);
+    }
+};
+
+void StartUpTest::startsOnTheFirstActiveFarm()
+{
+    TemporaryFarm farm;
+    farm.addFarm(QStringLiteral("Given up"), false);
+    farm.addFarm(QStringLiteral("Riverbend"));
+    farm.addFarm(QStringLiteral("Aloe Ridge"));
+    farm.close();
+    handOff(farm, QStringLiteral("findFARM.txt"), QStringLiteral("Aloe Ridge"));
+    handOff(farm, QStringLiteral("FindfarmID.txt"), QStringLiteral("3"));
+    handOff(farm, QStringLiteral("Findyear.txt"), QStringLiteral("\"2026, late\""));
+    handOff(farm, QStringLiteral("FindyearID.txt"), QStringLiteral("7"));
+
+    Start start(farm.appPath());
+    QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::Done));
+    QCOMPARE(start.session().CurrentFarmID, 2);
+    QCOMPARE(start.session().CurrentFarm, QStringLiteral("Riverbend"));
+    QCOMPARE(start.session().CurrentYear, QStringLiteral("2026, late"));
+    QCOMPARE(start.session().CurrentYearID, 7);
+    QCOMPARE(start.farms().ListCount(), 2);
+    QVERIFY(start.session().MenuRestore);
+    QVERIFY(start.window.menuIsOpen());
+    QCOMPARE(start.window.statusText(), QString());
+    QVERIFY(start.dialogs.allAsExpected());
+}
+
+void StartUpTest::withoutActiveFarmTheKeyStaysAsRead_data()
+{
+    QTest::addColumn<bool>("yearKey");
+    QTest::addColumn<int>("farmKey");
+    QTest::newRow("all files") << true << 3;
+    QTest::newRow("no season key: the farm's key goes") << false << 0;
+}
+
+void StartUpTest::withoutActiveFarmTheKeyStaysAsRead()
+{
+    QFETCH(bool, yearKey);
+    TemporaryFarm farm;
+    farm.addFarm(QStringLiteral("Given up"), false);
+    farm.close();
+    handOff(farm, QStringLiteral("Findfarm.txt"), QStringLiteral("Given up"));
+    handOff(farm, QStringLiteral("FindfarmID.txt"), QStringLiteral("3"));
+    if (yearKey) {
+        handOff(farm, QStringLiteral("FindyearID.txt"), QStringLiteral("7"));
+    }
+    Start start(farm.appPath());
+    QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::Done));
+    QTEST(start.session().CurrentFarmID, "farmKey");
+    QCOMPARE(start.farms().ListCount(), 0);
+    QCOMPARE(start.farms().Text(), QStringLiteral("Given up"));
+}
+
+void StartUpTest::lettersInAKeyEndTheStart()
+{
+    TemporaryFarm farm;
+    farm.close();
+    handOff(farm, QStringLiteral("FindfarmID.txt"), QStringLiteral("three"));
+    Start start(farm.appPath());
+    QVERIFY(start.error);
+    QCOMPARE(start.error->number(), 13);
+    QVERIFY(start.error->description().contains(QStringLiteral("FindfarmID.txt"), Qt::CaseInsensitive));
+    QVERIFY(!start.session().dbMain.isSet());
+}
+
+void StartUpTest::otherCopyIsRefusedFirst()
+{
+    TemporaryFarm farm;
+    farm.close();
+    handOff(farm, QStringLiteral("FindfarmID.txt"), QStringLiteral("three"));
+    const auto other = ProgramLock::tryLock(farm.appPath());
+    QVERIFY(other != nullptr);
+    Start start(farm.appPath());
+    QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::OtherCopyRuns));
+    QCOMPARE(start.dialogs.shown().size(), std::size_t(1));
+    QCOMPARE(start.dialogs.shown().front().text, QStringLiteral("The Pest Monitoring Module is already open!"));
+    QCOMPARE(start.dialogs.shown().front().icon, controls::BoxIcon::Critical);
+    QVERIFY(!start.session().dbMain.isSet());
+}
+
+void StartUpTest::unopenedFilesEndTheStart_data()
+{
+    QTest::addColumn<int>("file");
+    QTest::addColumn<bool>("damaged");
+    QTest::newRow("no main file") << int(DatabaseFile::Main) << false;
+    QTest::newRow("damaged main file") << int(DatabaseFile::Main) << true;
+    QTest::newRow("no pest file") << int(DatabaseFile::Pest) << false;
+    QTest::newRow("damaged pest file") << int(DatabaseFile::Pest) << true;
+}
+
+void StartUpTest::unopenedFilesEndTheStart()
+{
+    QFETCH(int, file);
+    QFETCH(bool, damaged);
+    TemporaryFarm farm;
+    farm.close();
+    const QString path = farm.filePath(static_cast<DatabaseFile>(file));
+    QVERIFY(QFile::remove(path));
+    if (damaged) {
+        basic::writeLine(path, QString(5000, u'x'));
+    }
+    Start start(farm.appPath());
+    QVERIFY(start.error);
+    QCOMPARE(start.error->number(), 91);
+    QVERIFY2(start.error->description().contains(store::fileName(static_cast<DatabaseFile>(file))),
+             qPrintable(start.error->description()));
+    QVERIFY2(start.dialogs.shown().empty(), "nothing is said before the error itself");
+    QVERIFY(!start.session().MenuRestore);
+    QCOMPARE(QFile::exists(path), damaged);
+}
+
+void StartUpTest::withoutTheSprayFileTheListIsEmpty()
+{
+    TemporaryFarm farm;
+    farm.addFarm(QStringLiteral("Riverbend"));
+    farm.close();
+    QVERIFY(QFile::remove(farm.filePath(DatabaseFile::Spray)));
+    Start start(farm.appPath());
+    QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::Done));
+    QCOMPARE(start.farms().ListCount(), 0);
+    QVERIFY(start.session().MenuRestore);
+    QVERIFY(start.window.statusText().contains(store::fileName(DatabaseFile::Spray)));
+    QVERIFY(start.dialogs.shown().empty());
+}
+
+void StartUpTest::bringsThePestFileUpToDate()
+{
+    TemporaryFarm farm;
+    const int block = farm.addBlock({.name = QStringLiteral("Block 1")});
+    farm.addPlanting({.name = QStringLiteral("1a"), .block = block});
+    farm.addInstruction({.completed = QDate(2026, 1, 8)});
+    farm.session.dbPest->Execute(QStringLiteral("UPDATE tblPMTrans SET PMTransWeek = 40"));
+    farm.close();
+    {
+        Start start(farm.appPath());
+        QVERIFY(start.load);
+    }
+    farm.open();
+    QCOMPARE(farm.rows(DatabaseFile::Pest, QStringLiteral("Select PMTransWeek from tblPMTrans")),
+             QStringList{QStringLiteral("2")});
+    QCOMPARE(farm.rows(DatabaseFile::Pest, QStringLiteral("Select tPBlock, tBlock from tblTempBlockPlant")),
+             QStringList{QStringLiteral("1a|Block 1")});
+}
+
+void StartUpTest::copyIsMadeBeforeTheFirstWrite()
+{
+    TemporaryFarm farm;
+    const int block = farm.addBlock({});
+    farm.addPlanting({.block = block});
+    farm.close();
+    {
+        Start start(farm.appPath());
+        QVERIFY(start.load);
+        QCOMPARE(start.window.statusText(), QString());
+    }
+    const auto copies = store::listBackups(farm.databasesPath());
+    QCOMPARE(copies.size(), std::size_t(1));
+    const auto copy = dao::Workspace::OpenDatabase(copies.front().path, false, true, store::connectText());
+    QCOMPARE(copy->OpenRecordset(QStringLiteral("Select * from tblTempBlockPlant")).RecordCount(), 0);
+}
+
+void StartUpTest::failedCopyIsNamedAndNoHindrance()
+{
+    TemporaryFarm farm;
+    farm.addFarm(QStringLiteral("Riverbend"));
+    farm.close();
+    basic::writeLine(farm.databasesPath() + QStringLiteral("/Backups"), QStringLiteral("in the way"));
+    QVERIFY(QFile::remove(farm.filePath(DatabaseFile::Spray)));
+    Start start(farm.appPath());
+    QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::Done));
+    QVERIFY2(start.window.statusText().contains(QStringLiteral("Backups")), qPrintable(start.window.statusText()));
+    QVERIFY2(start.window.statusText().contains(store::fileName(DatabaseFile::Spray)), "what failed before it stays named");
+}
+
+QTEST_MAIN(StartUpTest)
+#include "StartUpTest.moc"

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/basic/RunTimeError.h"
+#include "platform/controls/Dialogs.h"
+#include "shell/ScreenHost.h"
+#include "store/clsPestMONNew.h"
+
+#include <QString>
+
+/// A main window for screens under test: keeps what they tell and answers their boxes from a queue.
+class ScreenHostDouble : public ScreenHost
+{
+public:
+    explicit ScreenHostDouble(SessionContext &session) : session_(session), store_(session) {}
+
+    SessionContext &session() override { return session_; }
+    clsPestMONNew &objPestMON() override { return store_; }
+    controls::QueuedDialogs &dialogs() override { return dialogs_; }
+    void showStatus(const QString &text) override { status = text; }
+    void showFailure(const QString &text) override { failure = text; }
+    void showError(const basic::RunTimeError &error) override { errors.append(error.description()); }
+
+    QString status;
+    QString failure;
+    QStringList errors;
+
+private:
+    SessionContext &session_;
+    clsPestMONNew store_;
+    controls::QueuedDialogs dialogs_;
+};
