@@ -118,9 +118,10 @@ QString plainText(const Decimal &number, int largestExponent)
         return fixedText(number, std::max(count - number.exponent, 0));
     }
     std::string text = number.negative ? "-" : "";
-    text += number.digits.substr(0, 1);
+    text += number.digits.front();
     if (count > 1) {
-        text += "." + number.digits.substr(1);
+        text += '.';
+        text += number.digits.substr(1);
     }
     const int power = number.exponent - 1;
     return QString::fromStdString(text)
