@@ -6,6 +6,8 @@
 #include "platform/dao/Database.h"
 #include "store/Schema.h"
 
+#include <QFileInfo>
+
 namespace
 {
 
@@ -15,7 +17,7 @@ void open(dao::DatabaseHandle &handle, const QString &file)
         const QString path = basic::findPath(file).value_or(file);
         handle.set(dao::Workspace::OpenDatabase(path, false, false, store::connectText()));
     } catch (const basic::RunTimeError &error) {
-        handle.setFailure(file, error.description());
+        handle.setFailure(QFileInfo(file).fileName(), error.description());
         throw;
     }
 }

@@ -87,6 +87,7 @@ MDI_Monitoring::Load MDI_Monitoring::load(const QString &appPath)
     if (ui_->cmbFarm->ListCount() > 0) {
         ui_->cmbFarm->setListIndex(0);
     }
+    ui_->picPro->focusPicture(QStringLiteral("imSpray"));
     return Load::Done;
 }
 

@@ -6,8 +6,8 @@
 
 #include <QString>
 
-/// A small farm for the tests of pest monitoring: three active blocks with 3, 0 and 2 points and one inactive, a worker and one without
-/// nickname, and pests 1 to 20, of which every fourth is of kind "W".
+/// A small farm for the tests of pest monitoring: three active blocks with 3, 0 and 2 points and one inactive, a worker and one
+/// without nickname, and pests 1 to 20, of which every fourth is of kind "W".
 class PestMonFarm : public TemporaryFarm
 {
 public:

@@ -1,0 +1,279 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "BigFarm.h"
+#include "RawSqlite.h"
+#include "pestmon/frmPestMon2.h"
+#include "pestmon/modPestMon.h"
+#include "platform/controls/Dialogs.h"
+#include "platform/controls/FlexGrid.h"
+#include "platform/controls/ItemCombo.h"
+#include "platform/controls/Look.h"
+#include "platform/dao/Database.h"
+#include "shell/ChildScreen.h"
+#include "shell/FarmApplication.h"
+#include "shell/MDI_Monitoring.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QPushButton>
+#include <QRadioButton>
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+/// Each row times what the program does and, in the same run, the floor: the engine alone doing the same work. The time shown is
+/// the program's; "floor_ms" and "ratio" stand beside it.
+namespace
+{
+
+double seconds(const std::function<void()> &body)
+{
+    QElapsedTimer timer;
+    timer.start();
+    body();
+    return static_cast<double>(timer.nsecsElapsed()) * 1e-9;
+}
+
+double median(std::vector<double> values)
+{
+    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
+    return values[values.size() / 2];
+}
+
+/// Runs both in turn, so that both see the same machine.
+void compare(benchmark::State &state, const std::function<void()> &ours, const std::function<void()> &floor)
+{
+    std::vector<double> oursTimes;
+    std::vector<double> floorTimes;
+    for (auto _ : state) {
+        oursTimes.push_back(seconds(ours));
+        floorTimes.push_back(seconds(floor));
+        state.SetIterationTime(oursTimes.back());
+    }
+    state.counters["floor_ms"] = median(floorTimes) * 1e3;
+    state.counters["ours_ms"] = median(oursTimes) * 1e3;
+    state.counters["ratio"] = median(oursTimes) / median(floorTimes);
+}
+
+struct Program {
+    Program()
+    {
+        const MenuEntry entry{
+            QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, [](ScreenHost &host, QWidget *parent) {
+                return new frmPestMon2(host, parent);
+            }};
+        window = std::make_unique<MDI_Monitoring>(dialogs, std::vector<MenuEntry>{entry});
+        window->load(farm.folder());
+        window->resize(1366, 768);
+        window->show();
+    }
+    template <typename Control> Control &find(const char *name) { return *window->findChild<Control *>(QLatin1String(name)); }
+
+    BigFarm farm;
+    controls::QueuedDialogs dialogs;
+    std::unique_ptr<MDI_Monitoring> window;
+};
+
+Program &program()
+{
+    static Program instance;
+    return instance;
+}
+
+void runProcess(const char *path, const QStringList &arguments)
+{
+    QProcess process;
+    process.start(QString::fromLocal8Bit(path), arguments);
+    if (!process.waitForFinished(60000) || process.exitCode() != 0) {
+        qFatal("%s did not end well", path);
+    }
+}
+
+/// The bar is the empty window plus half a second, so the difference counts, not the ratio.
+void start(benchmark::State &state)
+{
+    const BigFarm farm;
+    // The first start of a day makes the copy and writes the weeks.
+    runProcess(START_PROGRAM, {farm.folder()});
+    compare(
+        state, [&] { runProcess(START_PROGRAM, {farm.folder()}); }, [&] { runProcess(EMPTY_PROGRAM, {}); });
+    state.counters["over_ms"] = state.counters["ours_ms"] - state.counters["floor_ms"];
+}
+
+void chooseForSaving(clsPestMONNew &store, int blocks, int points, int pests)
+{
+    Clear_Instruction(store);
+    for (int block = 1; block <= blocks; ++block) {
+        store.New_Add_Block_for_Instruction(block, static_cast<std::int16_t>(points));
+    }
+    for (int pest = 1; pest <= pests; ++pest) {
+        store.New_Add_Pest_for_Instruction(pest);
+    }
+}
+
+void saveInstruction(benchmark::State &state)
+{
+    constexpr int Blocks = 50;
+    constexpr int Points = 20;
+    constexpr int Pests = 15;
+    SessionContext &session = program().window->session();
+    clsPestMONNew &store = program().window->objPestMON();
+    chooseForSaving(store, Blocks, Points, Pests);
+    RawSqlite raw(program().farm.pestFile());
+    sqlite3_stmt *data =
+        raw.prepare("INSERT INTO tblPMData (PMTransID, BlockID, CTargetID, PMBPunt, PMCount, PMCountUnder, PMCountUpper, "
+                    "PMYes, PMYesUnder, PMYesUpper) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+    sqlite3_stmt *totals =
+        raw.prepare("INSERT INTO tblPMDataMax (PMTransID, BlockID, CTargetID, PMCountMax, PMCountUnderMax, "
+                    "PMCountUpperMax, PMYesMax, PMYesUnderMax, PMYesUpperMax) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)");
+    int rawInstruction = 10 * BigFarm::Instructions;
+    compare(
+        state,
+        [&] {
+            session.CurrentPMTransID = 0;
+            session.CurrentPMMethodID = 1;
+            if (Save_Instruction(session, store) != clsPestMONNew::Done) {
+                state.SkipWithError("not saved");
+            }
+        },
+        [&] {
+            ++rawInstruction;
+            raw.run("BEGIN");
+            for (int block = 1; block <= Blocks; ++block) {
+                for (int point = 1; point <= Points; ++point) {
+                    for (int pest = 1; pest <= Pests; ++pest) {
+                        raw.step(data, {rawInstruction, block, pest, point, 0, 0, 0, 0, 0, 0});
+                    }
+                }
+            }
+            for (int row = 0; row < Blocks * Points * Pests; ++row) {
+                raw.step(totals, {rawInstruction, 1 + row % Blocks, 1 + row % Pests, 0, 0, 0, 0, 0, 0});
+            }
+            raw.run("COMMIT");
+        });
+}
+
+void leaveCell(benchmark::State &state)
+{
+    SessionContext &session = program().window->session();
+    clsPestMONNew &store = program().window->objPestMON();
+    RawSqlite raw(program().farm.pestFile());
+    sqlite3_stmt *point = raw.prepare("UPDATE tblPMData SET PMCount = ? WHERE PMDataID = ?");
+    sqlite3_stmt *total = raw.prepare("UPDATE tblPMDataMax SET PMCountMax = ? WHERE PMDataMaxID = ?");
+    std::int16_t value = 0;
+    compare(
+        state,
+        [&] {
+            value = static_cast<std::int16_t>((value + 1) % 1000);
+            std::int32_t pointKey = 1000001;
+            std::int32_t totalKey = 50001;
+            dao::WriteScope scope(*session.dbPest);
+            store.Save_PestDataMax(totalKey, 10001, 1, {.PMCountMax = value}, clsPestMONNew::Count);
+            store.Save_PestData(pointKey, 10001, 1, 1, {.PMCount = value}, clsPestMONNew::Count);
+            scope.commit();
+        },
+        [&] {
+            raw.step(total, {value, 50001});
+            raw.step(point, {value, 1000001});
+        });
+}
+
+/// "own_ms" is what the screen adds to its queries; its bar is a frame of 60 Hz.
+void chooseBlock(benchmark::State &state)
+{
+    constexpr int Points = 20;
+    constexpr int Pests = 15;
+    SessionContext &session = program().window->session();
+    clsPestMONNew &store = program().window->objPestMON();
+    chooseForSaving(store, 1, Points, Pests);
+    session.CurrentPMTransID = 0;
+    session.CurrentPMMethodID = 1;
+    session.CurrentPMMethod = QStringLiteral("Count");
+    session.CurrentPMDate = basic::SerialDate(43000.0);
+    Save_Instruction(session, store);
+    const std::int32_t key = session.CurrentPMTransID;
+    program().find<QWidget>("imSpray").setFocus();
+    QMetaObject::invokeMethod(&program().find<QAbstractButton>("imSpray"), "click");
+    session.CurrentPMTransID = key;
+    session.CurrentPMMethod = QStringLiteral("Count");
+    auto &combo = program().find<controls::ItemCombo>("cmbBlock");
+    combo.Clear();
+    combo.AddItem(QStringLiteral("Block 1"), 1);
+    RawSqlite raw(program().farm.pestFile());
+    sqlite3_stmt *pests = raw.prepare("SELECT * FROM tblPMTarTrans WHERE PMTransID = ? ORDER BY CTargetID");
+    sqlite3_stmt *totals = raw.prepare("SELECT * FROM tblPMDataMax WHERE CTargetID = ? AND PMTransID = ? AND BlockID = ?");
+    sqlite3_stmt *data =
+        raw.prepare("SELECT * FROM tblPMData WHERE PMTransID = ? AND BlockID = ? ORDER BY PMBPunt, CTargetID, PMDataID");
+    std::vector<double> queries;
+    std::vector<double> whole;
+    compare(
+        state, [&] { whole.push_back(seconds([&] { combo.setListIndex(0); })); },
+        [&] {
+            raw.step(pests, {key});
+            for (int pest = 1; pest <= Pests; ++pest) {
+                raw.step(totals, {pest, key, 1});
+            }
+            raw.step(data, {key, 1});
+        });
+    for (int run = 0; run < 20; ++run) {
+        queries.push_back(seconds([&] {
+            store.No_of_Pests(key);
+            for (dao::Recordset rows = store.Get_Pests_For_Transaction(key); !rows.Eof(); rows.MoveNext()) {
+                const std::int32_t pest = rows.longValue("CCTargetID");
+                store.CTarget_Is(pest);
+                store.New_Get_PestDataMax_for_Transaction(1, pest, key);
+            }
+            for (dao::Recordset rows = store.Get_PestData_for_Block_of_Transaction(key, 1); !rows.Eof(); rows.MoveNext()) {
+                benchmark::DoNotOptimize(rows.longValue("PMCount"));
+            }
+        }));
+    }
+    state.counters["queries_ms"] = median(queries) * 1e3;
+    state.counters["own_ms"] = (median(whole) - median(queries)) * 1e3;
+    state.counters["ratio"] = median(queries) * 1e3 / state.counters["floor_ms"];
+}
+
+void listInstructions(benchmark::State &state)
+{
+    QMetaObject::invokeMethod(&program().find<QAbstractButton>("imSpray"), "click");
+    auto &all = program().find<QRadioButton>("chkAll");
+    program().find<QDateEdit>("dtpDateFrom").setDate(QDate(2000, 1, 1));
+    RawSqlite raw(program().farm.pestFile());
+    sqlite3_stmt *list =
+        raw.prepare("SELECT * FROM tblPMTrans WHERE PMTransDate >= 36526 AND PMTransDate <= 60000 ORDER BY PMTransDate");
+    compare(
+        state, [&] { all.click(); }, [&] { raw.step(list); });
+    state.counters["rows"] = program().find<controls::FlexGrid>("grdGS").Rows();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    FarmApplication application(argc, argv);
+    controls::Look::apply(application, false);
+    benchmark::RegisterBenchmark("Start/5000 plantings, 20000 instructions, 2M rows", start)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(7);
+    benchmark::RegisterBenchmark("SaveInstruction/50 blocks x 20 points x 15 pests", saveInstruction)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(7);
+    benchmark::RegisterBenchmark("LeaveCell/2M rows", leaveCell)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(100);
+    benchmark::RegisterBenchmark("ChooseBlock/20 points x 15 pests", chooseBlock)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(50);
+    benchmark::RegisterBenchmark("ListInstructions/20000", listInstructions)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(9);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

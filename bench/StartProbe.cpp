@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "pestmon/frmPestMon2.h"
+#include "platform/controls/Dialogs.h"
+#include "platform/controls/Look.h"
+#include "shell/ChildScreen.h"
+#include "shell/FarmApplication.h"
+#include "shell/MDI_Monitoring.h"
+
+#include <QTimer>
+
+/// The program on the folder of its one argument, ended once its window has been painted.
+int main(int argc, char **argv)
+{
+    FarmApplication application(argc, argv);
+    controls::Look::apply(application, false);
+    controls::QueuedDialogs dialogs;
+    const MenuEntry entry{
+        QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, [](ScreenHost &host, QWidget *parent) {
+            return new frmPestMon2(host, parent);
+        }};
+    MDI_Monitoring window(dialogs, {entry});
+    if (window.load(FarmApplication::arguments().value(1)) != MDI_Monitoring::Load::Done) {
+        return 1;
+    }
+    window.resize(1366, 768);
+    window.show();
+    window.repaint();
+    QTimer::singleShot(0, &application, &QApplication::quit);
+    return FarmApplication::exec();
+}
