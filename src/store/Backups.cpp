@@ -55,6 +55,20 @@ void moveOver(const QString &from, const QString &to)
         fail(QStringLiteral("%1 could not be written: %2.").arg(to, QString::fromStdString(error.message())));
 }
 
+/// The name of a file on its way to `target`; whatever is left under it goes with the object.
+class FileBeside
+{
+public:
+    explicit FileBeside(const QString &target) : path_(target + QStringLiteral(".new")) { QFile::remove(path_); }
+    ~FileBeside() { QFile::remove(path_); }
+    FileBeside(const FileBeside &) = delete;
+    FileBeside &operator=(const FileBeside &) = delete;
+    const QString &path() const { return path_; }
+
+private:
+    QString path_;
+};
+
 void makeFolder(const QString &folder)
 {
     if (!QDir().mkpath(folder))
@@ -72,21 +86,23 @@ void copyOver(const dao::Database &database, const QString &databasesFolder)
 {
     makeFolder(backupFolder(databasesFolder));
     const QString target = copyOfDay(databasesFolder, basic::Clock::today());
-    const QString beside = target + QStringLiteral(".new");
-    QFile::remove(beside);
-    database.backupTo(beside);
-    moveOver(beside, target);
+    const FileBeside beside(target);
+    database.backupTo(beside.path());
+    moveOver(beside.path(), target);
     removeOldest(databasesFolder);
 }
 
 /// Brings a file whose last program was killed to rest, so that no rollback journal belongs to it any more. A file that cannot
-/// be opened keeps its journal, and both are put aside together.
+/// be opened keeps its journal, and both are put aside together; a file that somebody has open stops the restore.
 void bringToRest(const QString &file)
 {
-    basic::leaveSilently([&] {
+    try {
         const std::unique_ptr<dao::Database> database = dao::Workspace::OpenDatabase(file, true, false, connectText());
         database->tableNames();
-    });
+    } catch (const basic::RunTimeError &error) {
+        if (error.number() == static_cast<int>(dao::DataErrorNumber::FileInUse))
+            throw;
+    }
 }
 
 /// Where the replaced file goes: a name of its own that no listing takes for a dated copy.
@@ -106,7 +122,7 @@ QString putAside(const QString &databasesFolder)
     if (!QFileInfo::exists(current))
         return {};
     bringToRest(current);
-    const QString place = placeForReplaced(databasesFolder);
+    QString place = placeForReplaced(databasesFolder);
     if (!QFile::copy(current, place))
         fail(QStringLiteral("The present %1 could not be kept as %2; nothing was restored.").arg(current, place));
     // A journal left beside the restored file would be played into the wrong file.
@@ -150,11 +166,11 @@ std::vector<Backup> listBackups(const QString &databasesFolder)
     return backups;
 }
 
-QString whyNotRestorable(const QString &file)
+QString whyNotRestorable(const QString &file, const std::function<void(int percent)> &progress)
 {
     try {
         const std::unique_ptr<dao::Database> database = dao::Workspace::OpenDatabase(file, false, true, connectText());
-        const QStringList faults = database->checkIntegrity();
+        const QStringList faults = database->checkIntegrity(progress);
         if (!faults.isEmpty())
             return QStringLiteral("%1 is damaged: %2").arg(file, faults.front());
         const QStringList names = database->tableNames();
@@ -169,21 +185,20 @@ QString whyNotRestorable(const QString &file)
     return {};
 }
 
-QString restoreBackup(const QString &databasesFolder, const QString &file)
+QString restoreBackup(const QString &databasesFolder, const QString &file, const std::function<void(int percent)> &progress)
 {
-    const QString reason = whyNotRestorable(file);
+    const QString reason = whyNotRestorable(file, progress);
     if (!reason.isEmpty())
         throw basic::RunTimeError(basic::ErrorNumber::InvalidArgument, reason);
     makeFolder(backupFolder(databasesFolder));
     const QString current = pestFile(databasesFolder);
-    const QString beside = current + QStringLiteral(".new");
-    QFile::remove(beside);
+    const FileBeside beside(current);
     {
         const std::unique_ptr<dao::Database> source = dao::Workspace::OpenDatabase(file, false, true, connectText());
-        source->backupTo(beside);
+        source->backupTo(beside.path());
     }
-    const QString kept = putAside(databasesFolder);
-    moveOver(beside, current);
+    QString kept = putAside(databasesFolder);
+    moveOver(beside.path(), current);
     return kept;
 }
 

@@ -6,7 +6,7 @@
 #include <QDate>
 #include <QString>
 
-#include <optional>
+#include <functional>
 #include <vector>
 
 /// Dated copies of the pest database in the folder "Backups" of the Databases folder. Folders are told without a separator at
@@ -34,10 +34,11 @@ std::vector<Backup> listBackups(const QString &databasesFolder);
 
 /// What hinders `file` from taking the place of the pest database: damaged, no database, or without the tables; empty when
 /// nothing does.
-QString whyNotRestorable(const QString &file);
+QString whyNotRestorable(const QString &file, const std::function<void(int percent)> &progress = {});
 
 /// Puts `file` in the place of the pest database, which nobody may have open. The file replaced is kept in the Backups folder;
-/// its path is returned, empty when there was none. Error 5 when `file` is not restorable, in which case nothing changed.
-QString restoreBackup(const QString &databasesFolder, const QString &file);
+/// its path is returned, empty when there was none. Error 5 when `file` is not restorable, 3045 when the present file is in use;
+/// then nothing changed.
+QString restoreBackup(const QString &databasesFolder, const QString &file, const std::function<void(int percent)> &progress = {});
 
 } // namespace store

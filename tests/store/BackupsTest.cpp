@@ -87,6 +87,20 @@ private Q_SLOTS:
         QVERIFY(store::restoreBackup(farm.databasesPath(), copy) != kept);
     }
 
+    void aFileInUseIsNotReplaced()
+    {
+        TemporaryFarm farm;
+        store::backupForToday(farm.session);
+        farm.addInstruction({});
+        const QString copy = store::listBackups(farm.databasesPath()).front().path;
+        const dao::WriteScope writing(*farm.session.dbPest);
+        farm.session.dbPest->Execute("Delete from tblPMTrans");
+        QCOMPARE(errorOf([&] { store::restoreBackup(farm.databasesPath(), copy); }),
+                 static_cast<int>(dao::DataErrorNumber::FileInUse));
+        QCOMPARE(QDir(farm.databasesPath() + "/Backups").entryList(QDir::Files).size(), 1);
+        QVERIFY(!QFile::exists(farm.filePath(DatabaseFile::Pest) + ".new"));
+    }
+
     void aJournalOfTheReplacedFileIsNotPlayedIntoTheRestoredOne()
     {
         TemporaryFarm farm;

@@ -157,6 +157,7 @@ qint64 doubledZeroRows(dao::Database &database, QStringView table, const QString
     std::vector<dao::Value> before;
     for (; !rows.Eof(); rows.MoveNext()) {
         std::vector<dao::Value> now;
+        now.reserve(static_cast<std::size_t>(keys.size()));
         for (int i = 0; i < keys.size(); ++i)
             now.push_back(rows.value(i));
         bool zero = true;

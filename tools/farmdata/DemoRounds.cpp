@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DemoRounds.h"
 
+#include "Progress.h"
+
 #include "common/WeekNumber.h"
 #include "platform/basic/Clock.h"
 #include "store/clsPestMONNew.h"
@@ -198,8 +200,10 @@ void writeDemoRounds(const DemoCatalogue &catalogue, SessionContext &session)
     const QDate thisMonday = today.addDays(1 - today.dayOfWeek());
     dao::WriteScope scope(*session.dbPest);
     RoundWriter writer(catalogue, session);
+    Progress progress(QStringLiteral("Making two seasons"), Weeks);
     for (int week = 0; week < Weeks; ++week) {
-        const QDate monday = thisMonday.addDays(7 * (week + 1 - Weeks));
+        progress.show(week + 1);
+        const QDate monday = thisMonday.addDays(qint64{7} * (week + 1 - Weeks));
         if (isChristmasWeek(monday))
             continue;
         for (const Round &round : rounds()) {

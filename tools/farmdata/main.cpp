@@ -3,6 +3,7 @@
 #include "DemoFarm.h"
 #include "Import.h"
 #include "Output.h"
+#include "Progress.h"
 #include "Staging.h"
 
 #include "common/ProgramLock.h"
@@ -79,7 +80,11 @@ bool restore(const QStringList &arguments)
     // A name alone is looked for among the copies.
     const QString inBackups = folder + QStringLiteral("/Backups/") + arguments[1];
     const QString file = !QFileInfo::exists(arguments[1]) && QFileInfo::exists(inBackups) ? inBackups : arguments[1];
-    const QString kept = store::restoreBackup(folder, QFileInfo(file).absoluteFilePath());
+    QString kept;
+    {
+        Progress progress(QStringLiteral("Reading the copy through"), 100);
+        kept = store::restoreBackup(folder, QFileInfo(file).absoluteFilePath(), [&](int percent) { progress.show(percent); });
+    }
     printLine(QStringLiteral("Restored %1.").arg(file));
     if (!kept.isEmpty())
         printLine(QStringLiteral("The file that it replaced is kept as %1.").arg(kept));
