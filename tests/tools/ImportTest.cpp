@@ -147,12 +147,13 @@ private Q_SLOTS:
             QVERIFY2(!told.isEmpty(), "mdb-export must be installed");
             const QStringList header = told.takeFirst();
             const auto copy = openCopy(fixtures.to(), table.file);
+            const dao::TableDef definition = copy->tableDef(table.name);
             dao::Recordset rows = copy->OpenRecordset("Select * from " + table.name);
             QVERIFY(run.output.contains(QString("%1  %2 of %2 rows").arg(table.name, -20).arg(told.size())));
             QCOMPARE(rows.RecordCount(), static_cast<int>(told.size()));
             for (const QStringList &row : told) {
                 for (int i = 0; i < header.size(); ++i) {
-                    const dao::Field *field = copy->tableDef(table.name).findField(header[i]);
+                    const dao::Field *field = definition.findField(header[i]);
                     QVERIFY2(isSame(rows.value(header[i]), field->type, row[i]),
                              qPrintable(QString("%1.%2: %3").arg(table.name, header[i], row[i])));
                 }
