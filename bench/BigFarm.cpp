@@ -68,7 +68,7 @@ void fillSpray(RawSqlite &file)
 
 } // namespace
 
-BigFarm::BigFarm()
+BigFarm::BigFarm() : folder_(QDir::current().filePath(QStringLiteral("bigfarm-XXXXXX")))
 {
     QDir(folder_.path()).mkpath(QStringLiteral("Databases"));
     const auto make = [this](store::DatabaseFile file, void (*fillFile)(RawSqlite &)) {

@@ -3,6 +3,7 @@
 #include "RawSqlite.h"
 #include "pestmon/frmPestMon2.h"
 #include "pestmon/modPestMon.h"
+#include "platform/controls/DatePicker.h"
 #include "platform/controls/Dialogs.h"
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/ItemCombo.h"
@@ -174,8 +175,9 @@ void leaveCell(benchmark::State &state)
             scope.commit();
         },
         [&] {
-            raw.step(total, {value, 50001});
-            raw.step(point, {value, 1000001});
+            const std::int64_t other = value + 1000; // an equal value would not reach the disk
+            raw.step(total, {other, 50001});
+            raw.step(point, {other, 1000001});
         });
 }
 
@@ -272,7 +274,7 @@ int main(int argc, char **argv)
     benchmark::RegisterBenchmark("ListInstructions/20000", listInstructions)
         ->UseManualTime()
         ->Unit(benchmark::kMillisecond)
-        ->Iterations(9);
+        ->Iterations(60);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -3,7 +3,7 @@
 
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
-#include "platform/controls/FlexGrid.h"
+#include "platform/controls/Marks.h"
 
 namespace capture
 {

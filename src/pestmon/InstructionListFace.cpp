@@ -35,10 +35,18 @@ constexpr std::array<Column, 9> Columns{{
 }};
 constexpr int HeaderHeight = 400;
 
-void setDate(controls::FlexGrid &grid, int row, int col, const std::optional<basic::SerialDate> &date)
+/// Texts of days; a list of years holds each of them several times.
+using DayTexts = QHash<qint64, QString>;
+
+void setDate(controls::FlexGrid &grid, int row, int col, const std::optional<basic::SerialDate> &date, DayTexts &texts)
 {
     if (date && !date->isZero()) {
-        grid.setTextMatrix(row, col, basic::shortDate(date->date()));
+        const QDate day = date->date();
+        QString &text = texts[day.toJulianDay()];
+        if (text.isEmpty()) {
+            text = basic::shortDate(day);
+        }
+        grid.setTextMatrix(row, col, text);
         grid.setCellValue(row, col, QVariant::fromValue(*date));
     }
 }
@@ -50,6 +58,44 @@ std::optional<basic::SerialDate> dateIn(const controls::FlexGrid &grid, int row,
         return {};
     }
     return value.value<basic::SerialDate>();
+}
+
+/// What all rows of the set share: the places of its fields, and the texts of its days.
+struct Fields {
+    explicit Fields(const dao::Recordset &rows)
+        : key(rows.fieldIndex("PMTransID")), methodKey(rows.fieldIndex("PMMethodID")), issued(rows.fieldIndex("PMTransDate")),
+          done(rows.fieldIndex("PMTransCom")), completed(rows.fieldIndex("PMTransDateCom")), person(rows.fieldIndex("PMPerson")),
+          notes(rows.fieldIndex("PMNotes")), repeat(rows.fieldIndex("PMRepeat"))
+    {
+    }
+    int key;
+    int methodKey;
+    int issued;
+    int done;
+    int completed;
+    int person;
+    int notes;
+    int repeat;
+    DayTexts days;
+};
+
+void fillRow(controls::FlexGrid &grid, int row, const dao::Recordset &rows, Fields &fields, const QString &method)
+{
+    const bool done = rows.boolean(fields.done);
+    grid.setTextMatrix(row, KeyCol, rows.text(fields.key));
+    grid.setTextMatrix(row, MethodKeyCol, rows.text(fields.methodKey));
+    setDate(grid, row, IssuedCol, rows.date(fields.issued), fields.days);
+    grid.setTextMatrix(row, DoneCol, done ? QStringLiteral("Yes") : QStringLiteral("No"));
+    if (done) {
+        setDate(grid, row, CompletedCol, rows.date(fields.completed), fields.days);
+    }
+    grid.setTextMatrix(row, PersonCol, rows.text(fields.person));
+    grid.setTextMatrix(row, MethodCol, method);
+    grid.setTextMatrix(row, NotesCol, rows.text(fields.notes));
+    grid.setTextMatrix(row, RepeatCol, basic::booleanText(rows.boolean(fields.repeat)));
+    for (int col = IssuedCol; done && col <= RepeatCol; ++col) {
+        grid.setCellBackColor(row, col, controls::mark::Green);
+    }
 }
 
 std::int32_t keyIn(const controls::FlexGrid &grid, int row, int col)
@@ -119,37 +165,18 @@ void InstructionListFace::Fill_PestList()
     dao::Recordset rows = objPestMON().New_Get_PestTransactions(basic::SerialDate::fromDate(ui_.dtpDateFrom->Value()),
                                                                 basic::SerialDate::fromDate(ui_.dtpDateTo->Value()));
     layOutGrid(rows.RecordCount());
+    Fields fields(rows);
     // A few methods serve thousands of rows.
     QHash<std::int32_t, QString> methods;
     for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
-        const std::int32_t key = rows.longValue("PMMethodID");
+        const std::int32_t key = rows.longValue(fields.methodKey);
         if (!methods.contains(key)) {
             const dao::Recordset method = objPestMON().Get_PMMethod_for_PMTrans(key);
             methods.insert(key, method.Eof() ? QString() : method.text("PMMethod"));
         }
-        fillRow(row, rows, methods.value(key));
+        fillRow(*ui_.grdGS, row, rows, fields, methods.value(key));
     }
     ui_.grdGS->setRedraw(true);
-}
-
-void InstructionListFace::fillRow(int row, dao::Recordset &rows, const QString &method)
-{
-    controls::FlexGrid &grid = *ui_.grdGS;
-    const bool done = rows.boolean("PMTransCom");
-    grid.setTextMatrix(row, KeyCol, rows.text("PMTransID"));
-    grid.setTextMatrix(row, MethodKeyCol, rows.text("PMMethodID"));
-    setDate(grid, row, IssuedCol, rows.date("PMTransDate"));
-    grid.setTextMatrix(row, DoneCol, done ? QStringLiteral("Yes") : QStringLiteral("No"));
-    if (done) {
-        setDate(grid, row, CompletedCol, rows.date("PMTransDateCom"));
-    }
-    grid.setTextMatrix(row, PersonCol, rows.text("PMPerson"));
-    grid.setTextMatrix(row, MethodCol, method);
-    grid.setTextMatrix(row, NotesCol, rows.text("PMNotes"));
-    grid.setTextMatrix(row, RepeatCol, basic::booleanText(rows.boolean("PMRepeat")));
-    for (int col = IssuedCol; done && col <= RepeatCol; ++col) {
-        grid.setCellBackColor(row, col, controls::mark::Green);
-    }
 }
 
 void InstructionListFace::activate()

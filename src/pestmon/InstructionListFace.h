@@ -37,7 +37,6 @@ Q_SIGNALS:
 
 private:
     void layOutGrid(int records);
-    void fillRow(int row, dao::Recordset &rows, const QString &method);
     void selectRow(int row, int col);
     void rowClick(int row, int col);
     void setRowBold(int row, bool bold);

@@ -17,7 +17,10 @@ void open(dao::DatabaseHandle &handle, const QString &file)
         const QString path = basic::findPath(file).value_or(file);
         handle.set(dao::Workspace::OpenDatabase(path, false, false, store::connectText()));
     } catch (const basic::RunTimeError &error) {
-        handle.setFailure(QFileInfo(file).fileName(), error.description());
+        const QString advice =
+            QStringLiteral("%1 The program's databases lie in %2; \"farmdata check\" looks them over, and \"farmdata "
+                           "restore\" puts back a copy of the pest database.");
+        handle.setFailure(QFileInfo(file).fileName(), advice.arg(error.description(), QFileInfo(file).path()));
         throw;
     }
 }

@@ -2,7 +2,7 @@
 #include "pestmon/CaptureCells.h"
 
 #include "platform/basic/RunTimeError.h"
-#include "platform/controls/FlexGrid.h"
+#include "platform/controls/Marks.h"
 
 #include <QTest>
 

@@ -197,10 +197,15 @@ QString longDate(QDate date)
 
 QString shortDate(QDate date)
 {
-    const QLocale locale;
-    QString format = locale.dateFormat(QLocale::ShortFormat);
-    if (!format.contains(QLatin1String("yyyy"))) {
-        format.replace(QLatin1String("yy"), QLatin1String("yyyy"));
+    // Asking the system for its form costs more than using it, and lists use it thousands of times.
+    thread_local QLocale locale = QLocale::c();
+    thread_local QString format;
+    if (const QLocale current; format.isEmpty() || current != locale) {
+        locale = current;
+        format = locale.dateFormat(QLocale::ShortFormat);
+        if (!format.contains(QLatin1String("yyyy"))) {
+            format.replace(QLatin1String("yy"), QLatin1String("yyyy"));
+        }
     }
     return locale.toString(date, format);
 }

@@ -117,7 +117,7 @@ void FlexGrid::Private::announceCurrent() const
 
 void FlexGrid::Private::announceText(int row, int col) const
 {
-    if (QAccessible::isActive() && row == state.row && col == state.col) {
+    if (row == state.row && col == state.col && QAccessible::isActive()) {
         QAccessibleEvent event(&grid_, QAccessible::NameChanged);
         event.setChild(row * state.cols.count() + col);
         QAccessible::updateAccessibility(&event);

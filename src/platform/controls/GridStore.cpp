@@ -48,7 +48,9 @@ GridCell &GridStore::edit(int rowIndex, int col)
 void GridStore::setText(int rowIndex, int col, const QString &text)
 {
     edit(rowIndex, col).text = text;
-    setValue(rowIndex, col, {});
+    if (!row(rowIndex).values.empty()) {
+        setValue(rowIndex, col, {});
+    }
 }
 
 QVariant GridStore::value(int rowIndex, int col) const

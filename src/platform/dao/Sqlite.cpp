@@ -87,6 +87,10 @@ void Connection::Closer::operator()(sqlite3 *handle) const
 
 Connection::Connection(const QString &path, Mode mode) : path_(path)
 {
+    // Counting its memory costs the engine a lock at every allocation. It refuses once another part of the process has
+    // started it, which does no harm.
+    static const int withoutCounting = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+    Q_UNUSED(withoutCounting);
     sqlite3 *handle = nullptr;
     const int flags = mode == Mode::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
     const int code = sqlite3_open_v2(path.toUtf8().constData(), &handle, flags | SQLITE_OPEN_NOMUTEX, nullptr);

@@ -6,7 +6,9 @@
 
 #include <QLocale>
 
+#include <algorithm>
 #include <limits>
+#include <numeric>
 
 namespace dao
 {
@@ -19,14 +21,16 @@ bool isDigit(QChar c)
     return c >= u'0' && c <= u'9';
 }
 
+// Nearly all characters of a query are plain ones, which need no look into the tables of Unicode.
 bool startsWord(QChar c)
 {
-    return c.isLetter() || c == u'_';
+    const bool isPlainLetter = (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_';
+    return isPlainLetter || (c.unicode() >= 0x80 && c.isLetter());
 }
 
 bool continuesWord(QChar c)
 {
-    return startsWord(c) || c.isDigit() || c.isMark();
+    return startsWord(c) || isDigit(c) || (c.unicode() >= 0x80 && (c.isDigit() || c.isMark()));
 }
 
 class Reader
@@ -111,16 +115,31 @@ private:
                 ++at_;
             }
         }
-        const QStringView text = sql_.mid(begin, at_ - begin);
-        bool isNumber = false;
-        const double number = QLocale::c().toDouble(text, &isNumber);
-        if (!isNumber || startsWord(peek(0))) {
+        if (startsWord(peek(0))) {
             at_ = begin;
             fail(QStringLiteral("a number is expected"));
         }
-        const bool isLong = number <= std::numeric_limits<std::int32_t>::max() && !text.contains(u'.')
-            && !text.contains(u'e', Qt::CaseInsensitive);
-        addLiteral(isLong ? Value(static_cast<std::int32_t>(number)) : Value(number));
+        addLiteral(numberOf(begin));
+    }
+
+    /// The number between `begin` and the place reached: a Long where it is whole and fits.
+    Value numberOf(qsizetype begin)
+    {
+        const QStringView text = sql_.mid(begin, at_ - begin);
+        constexpr qsizetype SafeDigits = 9;
+        if (text.size() <= SafeDigits && std::all_of(text.begin(), text.end(), isDigit)) {
+            return std::accumulate(text.begin(), text.end(), std::int32_t{0},
+                                   [](std::int32_t sum, QChar c) { return sum * 10 + (c.unicode() - u'0'); });
+        }
+        bool isNumber = false;
+        const double number = QLocale::c().toDouble(text, &isNumber);
+        if (!isNumber) {
+            at_ = begin;
+            fail(QStringLiteral("a number is expected"));
+        }
+        const bool isWhole = std::all_of(text.begin(), text.end(), isDigit);
+        return isWhole && number <= std::numeric_limits<std::int32_t>::max() ? Value(static_cast<std::int32_t>(number))
+                                                                             : Value(number);
     }
 
     void readText(QChar quote)

@@ -17,7 +17,7 @@ namespace
 
 // A rollback journal, so that at rest the file alone holds everything, and a wait for the disk at every commit.
 constexpr const char *Settings =
-    "PRAGMA journal_mode=DELETE; PRAGMA synchronous=FULL; PRAGMA temp_store=MEMORY; PRAGMA cache_size=-8000;";
+    "PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA; PRAGMA temp_store=MEMORY; PRAGMA cache_size=-8000;";
 
 QString existingFile(const QString &told)
 {
