@@ -7,6 +7,7 @@
 namespace
 {
 constexpr qint64 QuietMilliseconds = 1000;
+constexpr int PercentStep = 5;
 }
 
 Progress::Progress(QString work, std::int64_t total) : work_(std::move(work)), total_(std::max<std::int64_t>(total, 1))
@@ -23,7 +24,8 @@ Progress::~Progress()
 void Progress::show(std::int64_t done)
 {
     done_ = done;
-    const int percent = static_cast<int>(std::min<std::int64_t>(100, done * 100 / total_));
+    const int exact = static_cast<int>(std::min<std::int64_t>(100, done * 100 / total_));
+    const int percent = exact - exact % PercentStep;
     if (percent == shownPercent_ || !timer_.hasExpired(QuietMilliseconds))
         return;
     shownPercent_ = percent;
