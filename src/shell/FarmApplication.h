@@ -7,8 +7,8 @@
 
 #include <functional>
 
-/// The application object. An error that no handler of a screen takes ends here, at the event that raised it: it is shown, the
-/// screen stays, and the program goes on.
+/// The application object, and the last net: window and screens show the errors of their own handlers; one that escapes them all
+/// ends at the event that raised it, and the program goes on.
 class FarmApplication : public QApplication
 {
     Q_OBJECT

@@ -35,7 +35,7 @@ MDI_Monitoring::MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry
     setWindowIcon(controls::Look::icon(QStringLiteral("pest-monitoring")));
     setUpBar();
     ui_->picPro->setEntries(std::move(entries));
-    connect(ui_->picPro, &MenuPanel::entryClicked, this, &MDI_Monitoring::openEntry);
+    connect(ui_->picPro, &MenuPanel::entryClicked, this, [this](const MenuEntry &entry) { guarded([&] { openEntry(entry); }); });
     connect(ui_->picPro, &MenuPanel::closeClicked, this, &MDI_Monitoring::endProcess);
     connect(qApp, &QGuiApplication::applicationStateChanged, this, &MDI_Monitoring::windowEntered);
 }
@@ -46,13 +46,22 @@ MDI_Monitoring::~MDI_Monitoring()
     qDeleteAll(findChildren<ChildScreen *>());
 }
 
+template <typename Body> void MDI_Monitoring::guarded(Body &&body)
+{
+    try {
+        body();
+    } catch (const RunTimeError &error) {
+        showError(error);
+    }
+}
+
 void MDI_Monitoring::setUpBar()
 {
     ui_->picCon3->setAttribute(Qt::WA_StyledBackground);
     ui_->Image4->setPixmap(controls::Look::icon(QStringLiteral("exit")).pixmap(QSize(BarIcon, BarIcon), devicePixelRatioF()));
     ui_->cmbFarm->setTypingAllowed(false);
     ui_->cmbYear->setTypingAllowed(false);
-    connect(ui_->cmbFarm, &controls::ItemCombo::Click, this, &MDI_Monitoring::farmChosen);
+    connect(ui_->cmbFarm, &controls::ItemCombo::Click, this, [this] { guarded([this] { farmChosen(); }); });
     connect(ui_->cmbYear, &controls::ItemCombo::Click, this, &MDI_Monitoring::yearChosen);
     connect(ui_->CommandButton1, &QPushButton::clicked, this, &MDI_Monitoring::process);
     connect(ui_->cmdLExit, &ExitLabel::clicked, this, &MDI_Monitoring::endProcess);
@@ -263,13 +272,13 @@ void MDI_Monitoring::windowEntered(Qt::ApplicationState state)
     if (!entered || !CurrentForm_) {
         return;
     }
-    // Queued, so that an error meets the handler of events and not the window system's code that told of the change.
+    // Queued, so that nothing is rebuilt while the window system still hands the focus over.
     const QPointer<ChildScreen> screen = CurrentForm_;
     QMetaObject::invokeMethod(
         this,
         [this, screen] {
             if (screen && screen == CurrentForm_) {
-                screen->activateScreen();
+                guarded([&] { screen->activateScreen(); });
             }
         },
         Qt::QueuedConnection);

@@ -58,6 +58,8 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    /// Runs what a signal brought about and shows an error that nobody took; none may pass through the toolkit.
+    template <typename Body> void guarded(Body &&body);
     void setUpBar();
     /// Adds to what the status line says of the start.
     void noteStartFailure(const QString &text);
