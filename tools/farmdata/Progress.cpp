@@ -8,7 +8,7 @@ namespace
 {
 constexpr qint64 QuietMilliseconds = 1000;
 constexpr int PercentStep = 5;
-}
+} // namespace
 
 Progress::Progress(QString work, std::int64_t total) : work_(std::move(work)), total_(std::max<std::int64_t>(total, 1))
 {
