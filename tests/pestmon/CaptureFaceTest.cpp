@@ -1,0 +1,291 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PestMonScreen.h"
+
+class CaptureFaceTest : public PestMonScreen
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void countsAreSavedWhenLeft();
+    void totalIsKeptByDifference();
+    void typedTotalStaysTheBase();
+    void textBecomesItsNumber();
+    void overflowStaysInTheBox();
+    void failedWriteKeepsTheBox();
+    void emptyRowTakesNothing();
+    void answersToggle();
+    void answerTakenBackAtTotalZero();
+    void firstOfDoubledRowsShows();
+    void keysOpenTheBox();
+    void completionIssuesOneSuccessor();
+    void uncompletedSaveStillRepeats();
+    void completedRowOpensForCapture();
+    void completionDateStaysWhenReopened();
+};
+
+void CaptureFaceTest::countsAreSavedWhenLeft()
+{
+    capture(issue(QStringLiteral("Count"), {1}, {1, 2}), QStringLiteral("Blok A"));
+    typeInto(Point1, Value1, QStringLiteral("7"));
+    QCOMPARE(cell(Point1, Value1), QStringLiteral("7"));
+    QCOMPARE(grid("grdPest").CellBackColor(Point1, Value1), std::optional(mark::Yellow));
+    QCOMPARE(storedCount(Point1, 1), 7);
+    QCOMPARE(storedTotal(1), 7);
+    QCOMPARE(grid("grdPest").CellBackColor(Total, Value1), std::optional(mark::Green));
+    // Leaving by a click on another cell saves and opens the box there.
+    clickCell("grdPest", Point1 + 1, Value1);
+    QTest::keyClicks(&find<QLineEdit>("txtG1"), QStringLiteral("2"));
+    clickCell("grdPest", Point1, Value2);
+    QCOMPARE(storedCount(Point1 + 1, 1), 2);
+    QCOMPARE(storedTotal(1), 9);
+    QVERIFY(find<QLineEdit>("txtG1").isVisible());
+    QCOMPARE(find<QLineEdit>("txtG1").text(), QStringLiteral("0"));
+    click("Command4");
+    // Back to nothing: "0" on white again, the total empty until it is read anew.
+    QVERIFY(find<QTabWidget>("tabBlock").isHidden());
+}
+
+void CaptureFaceTest::totalIsKeptByDifference()
+{
+    capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
+    typeInto(Point1, Value1, QStringLiteral("3"));
+    typeInto(Point1, Value1, QStringLiteral("5"));
+    QCOMPARE(cell(Total, Value1), QStringLiteral("5"));
+    typeInto(Point1, Value1, QStringLiteral("0"));
+    QCOMPARE(cell(Point1, Value1), QStringLiteral("0"));
+    QCOMPARE(grid("grdPest").CellBackColor(Point1, Value1), std::optional(mark::White));
+    QCOMPARE(cell(Total, Value1), QString());
+    QCOMPARE(grid("grdPest").CellBackColor(Total, Value1), std::optional(mark::White));
+    choose("cmbBlock", QStringLiteral("Blok A"));
+    QCOMPARE(cell(Total, Value1), QStringLiteral("0"));
+}
+
+void CaptureFaceTest::typedTotalStaysTheBase()
+{
+    capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
+    typeInto(Total, Value1, QStringLiteral("40"));
+    QCOMPARE(storedTotal(1), 40);
+    typeInto(Point1, Value1, QStringLiteral("2"));
+    QCOMPARE(cell(Total, Value1), QStringLiteral("42"));
+    typeInto(Total, Value1, QStringLiteral("0"));
+    QCOMPARE(cell(Total, Value1), QString());
+    QCOMPARE(storedTotal(1), 0);
+}
+
+void CaptureFaceTest::textBecomesItsNumber()
+{
+    capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
+    typeInto(Point1, Value1, QStringLiteral("12ab"));
+    QCOMPARE(storedCount(Point1, 1), 12);
+    typeInto(Point1, Value1, QStringLiteral("abc"));
+    QCOMPARE(storedCount(Point1, 1), 0);
+    QCOMPARE(storedTotal(1), 0);
+}
+
+void CaptureFaceTest::overflowStaysInTheBox()
+{
+    capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
+    typeInto(Point1, Value1, QStringLiteral("7"));
+    typeInto(Point1, Value1, QStringLiteral("99999"));
+    auto &box = find<QLineEdit>("txtG1");
+    QVERIFY(box.isVisible());
+    QCOMPARE(box.text(), QStringLiteral("99999"));
+    QVERIFY(!host_->failure.isEmpty());
+    QCOMPARE(cell(Point1, Value1), QStringLiteral("7"));
+    QCOMPARE(storedTotal(1), 7);
+    // Nothing leads away from it unasked.
+    clickCell("grdPest", Point1 + 1, Value1);
+    QCOMPARE(grid("grdPest").Row(), Point1);
+    QVERIFY(box.isVisible());
+    host_->dialogs().queueAnswer(Answer::No);
+    click("Command4");
+    QVERIFY(find<QTabWidget>("tabBlock").isVisible());
+    host_->dialogs().queueAnswer(Answer::Yes);
+    click("Command4");
+    QVERIFY(find<QTabWidget>("tabBlock").isHidden());
+}
+
+void CaptureFaceTest::failedWriteKeepsTheBox()
+{
+    capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
+    typeInto(Point1, Value1, QStringLiteral("3"));
+    clickCell("grdPest", Point1, Value1);
+    auto &box = find<QLineEdit>("txtG1");
+    {
+        // Somebody else holds the file, so neither point nor total can be written.
+        const auto other = dao::Workspace::OpenDatabase(farm_->session.PestDBFile, false, false, store::connectText());
+        dao::WriteScope held(*other);
+        other->Execute(QStringLiteral("UPDATE tblPMMethod SET PMMethod = PMMethod"));
+        QTest::keyClicks(&box, QStringLiteral("8"));
+        QTest::keyClick(&box, Qt::Key_Return);
+        QVERIFY(box.isVisible());
+        QCOMPARE(box.text(), QStringLiteral("8"));
+        QVERIFY(host_->failure.contains(QStringLiteral("point 1")));
+    }
+    QCOMPARE(storedCount(Point1, 1), 3);
+    // A second try writes both, and does not count the difference twice.
+    box.setFocus();
+    QTest::keyClick(&box, Qt::Key_Return);
+    QVERIFY(!box.isVisible());
+    QCOMPARE(storedCount(Point1, 1), 8);
+    QCOMPARE(storedTotal(1), 8);
+}
+
+void CaptureFaceTest::emptyRowTakesNothing()
+{
+    capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
+    const int spare = grid("grdPest").Rows() - 1;
+    clickCell("grdPest", spare, Value1);
+    QVERIFY(!find<QLineEdit>("txtG1").isVisible());
+    QCOMPARE(storedTotal(1), 0);
+    click("Command4");
+    capture(issue(QStringLiteral("Yes/No"), {1}, {1}), QStringLiteral("Blok A"));
+    clickCell("grdPest", spare, Value1);
+    QVERIFY(!grid("grdPest").CellBackColor(spare, Value1).has_value());
+    QCOMPARE(storedTotal(1, "PMYesMax"), 0);
+}
+
+void CaptureFaceTest::answersToggle()
+{
+    capture(issue(QStringLiteral("Yes/No"), {1}, {1, 2}), QStringLiteral("Blok A"));
+    FlexGrid &cells = grid("grdPest");
+    QCOMPARE(cells.TextMatrix(1, Value2), QStringLiteral("Y/N"));
+    clickCell("grdPest", Point1, Value2);
+    clickCell("grdPest", Point1 + 1, Value2);
+    QCOMPARE(cells.CellBackColor(Point1, Value2), std::optional(mark::Red));
+    QCOMPARE(cells.TextMatrix(Point1, Value2), QString());
+    QCOMPARE(cells.Col(), capture::PointColumn);
+    QCOMPARE(cell(Total, Value2), QStringLiteral("2"));
+    QCOMPARE(storedTotal(2, "PMYesMax"), 2);
+    QCOMPARE(storedTotal(1, "PMYesMax"), 0);
+    clickCell("grdPest", Point1, Value2);
+    QCOMPARE(cells.CellBackColor(Point1, Value2), std::optional(mark::White));
+    QCOMPARE(storedTotal(2, "PMYesMax"), 1);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where PMYes = True")), 1);
+    // The total can be typed over by hand here too.
+    typeInto(Total, Value2, QStringLiteral("9"));
+    QCOMPARE(storedTotal(2, "PMYesMax"), 9);
+    QCOMPARE(storedTotal(2), 0);
+}
+
+void CaptureFaceTest::answerTakenBackAtTotalZero()
+{
+    capture(issue(QStringLiteral("Yes/No"), {1}, {1}), QStringLiteral("Blok A"));
+    clickCell("grdPest", Point1, Value1);
+    typeInto(Total, Value1, QStringLiteral("0"));
+    clickCell("grdPest", Point1, Value1);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where PMYes = True")), 0);
+    QCOMPARE(storedTotal(1, "PMYesMax"), 0);
+}
+
+void CaptureFaceTest::firstOfDoubledRowsShows()
+{
+    const int key = issue(QStringLiteral("Count"), {1}, {1});
+    capture(key, QStringLiteral("Blok A"));
+    typeInto(Point1 + 1, Value1, QStringLiteral("6"));
+    click("Command4");
+    select(key);
+    click("cmdEdit");
+    expectMessage();
+    click("cmdTSave");
+    click("cmdTCancel");
+    capture(key, QStringLiteral("Blok A"));
+    // Two sets of rows now; point 1 lost its first row, point 2 still shows what was typed.
+    QCOMPARE(grid("grdPest").Rows(), Point1 + 3 + 1);
+    QCOMPARE(cell(Point1 + 1, Value1), QStringLiteral("6"));
+    QCOMPARE(cell(Point1, Value1), QStringLiteral("0"));
+}
+
+void CaptureFaceTest::keysOpenTheBox()
+{
+    capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
+    FlexGrid &cells = grid("grdPest");
+    auto &box = find<QLineEdit>("txtG1");
+    cells.setFocus();
+    cells.setCell(Point1, Value1);
+    QTest::keyClick(&cells, Qt::Key_4);
+    QVERIFY(box.isVisible());
+    QCOMPARE(box.text(), QStringLiteral("4"));
+    // Down saves and goes on to the next point.
+    QTest::keyClick(&box, Qt::Key_Down);
+    QCOMPARE(storedCount(Point1, 1), 4);
+    QCOMPARE(cells.Row(), Point1 + 1);
+    QVERIFY(cells.hasFocus());
+    // Enter opens with the cell's own text.
+    QTest::keyClick(&cells, Qt::Key_Up);
+    QTest::keyClick(&cells, Qt::Key_Return);
+    QCOMPARE(box.text(), QStringLiteral("4"));
+    QTest::keyClick(&box, Qt::Key_Return);
+    QVERIFY(!box.isVisible());
+    QCOMPARE(cells.Row(), Point1);
+    QTest::keyClick(&cells, Qt::Key_Right);
+    QVERIFY(!box.isVisible());
+}
+
+void CaptureFaceTest::completionIssuesOneSuccessor()
+{
+    const int key = issue(QStringLiteral("Count"), {1}, {1});
+    capture(key, QStringLiteral("Blok A"));
+    typeInto(Point1, Value1, QStringLiteral("7"));
+    QTest::keyClicks(&find<QLineEdit>("txtPMMNotes"), QStringLiteral(" seen"));
+    click("cmdSaveTrans");
+    click("cmdSaveTrans");
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 2);
+    const dao::Recordset done = host_->objPestMON().Get_PMTrans(key);
+    QVERIFY(done.boolean("PMTransCom"));
+    QCOMPARE(done.date("PMTransDateCom")->date(), QDate(2026, 5, 4));
+    const dao::Recordset next = host_->objPestMON().Get_PMTrans(key + 1);
+    QCOMPARE(next.text("PMNotes"), QStringLiteral("NA seen"));
+    QVERIFY(!next.boolean("PMTransCom"));
+    QCOMPARE(farm_->number(QStringLiteral("Select PMCount from tblPMData where PMTransID = %1").arg(key + 1)), 0);
+    QCOMPARE(farm_->session.CurrentPMTransID, key);
+    QVERIFY(find<QTabWidget>("tabBlock").isVisible());
+}
+
+void CaptureFaceTest::uncompletedSaveStillRepeats()
+{
+    const int key = issue(QStringLiteral("Count"), {1}, {1});
+    capture(key, QStringLiteral("Blok A"));
+    click("chkPMCom");
+    click("cmdSaveTrans");
+    QVERIFY(!host_->objPestMON().Get_PMTrans(key).boolean("PMTransCom"));
+    QVERIFY(host_->objPestMON().Get_PMTrans(key).isNull("PMTransDateCom"));
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 2);
+    click("Command4");
+    const int single = issue(QStringLiteral("Count"), {1}, {1}, false);
+    capture(single, QStringLiteral("Blok A"));
+    click("cmdSaveTrans");
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 3);
+}
+
+void CaptureFaceTest::completedRowOpensForCapture()
+{
+    const int key = issue(QStringLiteral("Count"), {1}, {1}, false);
+    capture(key, QStringLiteral("Blok A"));
+    click("cmdSaveTrans");
+    click("Command4");
+    select(key);
+    click("cmdEdit");
+    QCOMPARE(find<QTabWidget>("tabBlock").currentIndex(), 0);
+    QVERIFY(find<QCheckBox>("chkPMCom").isChecked());
+    QVERIFY(!grid("grdPest").isVisible());
+}
+
+void CaptureFaceTest::completionDateStaysWhenReopened()
+{
+    const int key = issue(QStringLiteral("Count"), {1}, {1}, false);
+    capture(key, QStringLiteral("Blok A"));
+    click("cmdSaveTrans");
+    basic::Clock::stopAt(QDateTime(QDate(2026, 5, 9), QTime(10, 0)));
+    click("chkPMCom");
+    click("cmdSaveTrans");
+    const dao::Recordset saved = host_->objPestMON().Get_PMTrans(key);
+    QVERIFY(!saved.boolean("PMTransCom"));
+    QCOMPARE(saved.date("PMTransDateCom")->date(), QDate(2026, 5, 4));
+    click("Command4");
+    select(key);
+    QCOMPARE(grid("grdGS").TextMatrix(1, 4), QString());
+}
+
+QTEST_MAIN(CaptureFaceTest)
+#include "CaptureFaceTest.moc"

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PestMonScreen.h"
+
+class InstructionListFaceTest : public PestMonScreen
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void emptyPeriodSelectsNothing();
+    void listShowsAndFilters();
+    void selectionMovesByMouseAndKey();
+    void deleteRemovesOneRowAtOnce();
+    void periodStartIsKept();
+    void activationShowsOpenOnes();
+    void activationWaitsForAnOpenTab();
+};
+
+void InstructionListFaceTest::emptyPeriodSelectsNothing()
+{
+    QCOMPARE(grid("grdGS").Rows(), 2);
+    farm_->session.CurrentPMTransID = 77;
+    clickCell("grdGS", 1, 5);
+    QCOMPARE(farm_->session.CurrentPMTransID, 0);
+    click("cmdEdit");
+    click("cmdComp");
+    click("cmdPdel");
+    QVERIFY(find<QTabWidget>("tabBlock").isHidden());
+}
+
+void InstructionListFaceTest::listShowsAndFilters()
+{
+    const QString add =
+        QStringLiteral("INSERT INTO tblPMTrans (PMMethodID, PMTransDate, PMTransDateCom, PMTransCom, PMNotes, PMRepeat) "
+                       "VALUES (%1)");
+    farm_->session.dbPest->Execute(add.arg(QStringLiteral("1, #02/03/2026#, #02/05/2026#, True, 'done', False")));
+    farm_->session.dbPest->Execute(add.arg(QStringLiteral("9, #02/02/2026#, #02/05/2026#, False, 'reopened', True")));
+    farm_->session.dbPest->Execute(add.arg(QStringLiteral("1, #12/31/2025#, NULL, False, 'before the period', True")));
+    FlexGrid &list = grid("grdGS");
+    click("chkAll");
+    QCOMPARE(list.Rows(), 4);
+    // By date; a method without its row and a completion that was taken back show empty.
+    QCOMPARE(list.TextMatrix(1, 7), QStringLiteral("reopened"));
+    QCOMPARE(list.TextMatrix(1, 6), QString());
+    QCOMPARE(list.TextMatrix(1, 4), QString());
+    QCOMPARE(list.TextMatrix(1, 8), QStringLiteral("True"));
+    QVERIFY(!list.CellBackColor(1, 7).has_value());
+    QCOMPARE(list.TextMatrix(2, 3), QStringLiteral("Yes"));
+    QCOMPARE(list.TextMatrix(2, 4), QStringLiteral("2026/02/05"));
+    QCOMPARE(list.CellBackColor(2, 7), std::optional(mark::Green));
+    QVERIFY(find<QPushButton>("cmdComp").isVisible());
+    click("chkComplete");
+    QCOMPARE(list.Rows(), 3);
+    QVERIFY(find<QPushButton>("cmdComp").isHidden());
+    click("chkNComplete");
+    QCOMPARE(list.Rows(), 3);
+    QVERIFY(find<QPushButton>("cmdComp").isVisible());
+    QCOMPARE(farm_->session.ListRow, 1);
+}
+
+void InstructionListFaceTest::selectionMovesByMouseAndKey()
+{
+    const int first = issue(QStringLiteral("Count"), {1}, {1});
+    const int second = issue(QStringLiteral("Count"), {1}, {1});
+    FlexGrid &list = grid("grdGS");
+    clickCell("grdGS", 1, 7);
+    QCOMPARE(farm_->session.CurrentPMTransID, first);
+    QVERIFY(list.CellFontBold(1, 7));
+    QTest::keyClick(&list, Qt::Key_Down);
+    QCOMPARE(farm_->session.CurrentPMTransID, second);
+    QVERIFY(!list.CellFontBold(1, 7));
+    QVERIFY(list.CellFontBold(2, 7));
+    // Onto the empty last row.
+    QTest::keyClick(&list, Qt::Key_Down);
+    QCOMPARE(farm_->session.CurrentPMTransID, 0);
+    QVERIFY(!list.CellFontBold(2, 7));
+}
+
+void InstructionListFaceTest::deleteRemovesOneRowAtOnce()
+{
+    const int first = issue(QStringLiteral("Count"), {1}, {1});
+    issue(QStringLiteral("Count"), {1}, {1});
+    select(first);
+    click("cmdPdel");
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 1);
+    // Its findings stay.
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where PMTransID = %1").arg(first)), 3);
+    QCOMPARE(farm_->session.ListRow, 1);
+    QVERIFY(farm_->session.CurrentPMTransID != first);
+}
+
+void InstructionListFaceTest::periodStartIsKept()
+{
+    auto &from = find<controls::DatePicker>("dtpDateFrom");
+    QCOMPARE(from.Value(), QDate(2026, 1, 1));
+    QCOMPARE(find<controls::DatePicker>("dtpDateTo").Value(), QDate(2026, 5, 4));
+    from.setFocus();
+    from.setValue(QDate(2026, 3, 1));
+    grid("grdGS").setFocus();
+    QCOMPARE(farm_->session.CurrentSDate, QStringLiteral("2026/03/01"));
+    frmPestMon2 next(*host_);
+    QCOMPARE(next.findChild<controls::DatePicker *>(QStringLiteral("dtpDateFrom"))->Value(), QDate(2026, 3, 1));
+}
+
+void InstructionListFaceTest::activationShowsOpenOnes()
+{
+    issue(QStringLiteral("Count"), {1}, {1});
+    click("chkComplete");
+    QCOMPARE(grid("grdGS").Rows(), 2);
+    screen_->activateScreen();
+    QCOMPARE(grid("grdGS").Rows(), 3);
+    QVERIFY(find<QRadioButton>("chkComplete").isChecked());
+    // Nothing was remembered, so the empty last row is selected.
+    farm_->session.ListRow = 0;
+    screen_->activateScreen();
+    QCOMPARE(grid("grdGS").Row(), 2);
+    QCOMPARE(farm_->session.CurrentPMTransID, 0);
+}
+
+void InstructionListFaceTest::activationWaitsForAnOpenTab()
+{
+    click("cmdAdd");
+    clickCell("grdBlockIn", 1, BlockMark);
+    farm_->session.FilterAll = true;
+    screen_->activateScreen();
+    QCOMPARE(grid("grdBlockIn").CellBackColor(1, BlockMark), std::optional(mark::Yellow));
+    QVERIFY(farm_->session.FilterAll);
+    host_->dialogs().queueAnswer(Answer::No);
+    click("cmdTCancel");
+    QVERIFY(!farm_->session.FilterAll);
+}
+
+QTEST_MAIN(InstructionListFaceTest)
+#include "InstructionListFaceTest.moc"

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PestMonScreen.h"
+
+void PestMonScreen::init()
+{
+    basic::Clock::stopAt(QDateTime(QDate(2026, 5, 4), QTime(10, 0)));
+    farm_ = std::make_unique<PestMonFarm>();
+    host_ = std::make_unique<ScreenHostDouble>(farm_->session);
+    screen_ = std::make_unique<frmPestMon2>(*host_);
+    screen_->resize(1366, 700);
+    screen_->show();
+    screen_->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(screen_.get()));
+    screen_->activateScreen();
+}
+
+void PestMonScreen::cleanup()
+{
+    QVERIFY2(host_->errors.isEmpty(), qPrintable(host_->errors.join(QLatin1Char(' '))));
+    QVERIFY(host_->dialogs().allAsExpected());
+    screen_.reset();
+    host_.reset();
+    farm_.reset();
+    basic::Clock::stopAt({});
+}
+
+int PestMonScreen::issue(const QString &method, std::initializer_list<int> blockRows, std::initializer_list<int> pestRows,
+                         bool repeat)
+{
+    click("cmdAdd");
+    choose("cmbPMethod", method);
+    choose("cmbPerson", QStringLiteral("Anna"));
+    find<QCheckBox>("chkRepeat").setChecked(repeat);
+    for (const int row : blockRows) {
+        clickCell("grdBlockIn", row, BlockMark);
+    }
+    for (const int row : pestRows) {
+        clickCell("grdPestIn", row, PestMark);
+    }
+    expectMessage();
+    click("cmdTSave");
+    const int key = farm_->session.CurrentPMTransID;
+    click("cmdTCancel");
+    return key;
+}
+
+void PestMonScreen::select(int key)
+{
+    click("chkAll");
+    FlexGrid &list = grid("grdGS");
+    for (int row = 1; row < list.Rows(); ++row) {
+        if (list.TextMatrix(row, 0) == QString::number(key)) {
+            clickCell("grdGS", row, 7);
+            return;
+        }
+    }
+    QFAIL("the instruction is not in the list");
+}
+
+void PestMonScreen::capture(int key, const QString &block)
+{
+    select(key);
+    click("cmdComp");
+    choose("cmbBlock", block);
+    QVERIFY(grid("grdPest").isVisible());
+}
+
+void PestMonScreen::typeInto(int row, int col, const QString &text)
+{
+    clickCell("grdPest", row, col);
+    auto &box = find<QLineEdit>("txtG1");
+    QTest::keyClicks(&box, text);
+    QTest::keyClick(&box, Qt::Key_Return);
+}

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "PestMonFarm.h"
+#include "pestmon/CaptureCells.h"
+#include "pestmon/frmPestMon2.h"
+#include "platform/basic/Clock.h"
+#include "platform/controls/DatePicker.h"
+#include "platform/controls/FlexGrid.h"
+#include "platform/controls/ItemCombo.h"
+#include "support/ScreenHostDouble.h"
+
+#include <QCheckBox>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <QTest>
+
+#include <memory>
+
+using controls::Answer;
+using controls::FlexGrid;
+using controls::ItemCombo;
+namespace mark = controls::mark;
+
+/// The pest monitoring screen on a small farm on 4 May 2026, and the hands to work it. Base of the tests of its faces.
+class PestMonScreen : public QObject
+{
+    Q_OBJECT
+
+protected Q_SLOTS:
+    void init();
+    void cleanup();
+
+protected:
+    static constexpr int BlockMark = 4;
+    static constexpr int PestMark = 3;
+    /// First pest's visible column.
+    static constexpr int Value1 = 4;
+    static constexpr int Value2 = 8;
+    static constexpr int Point1 = capture::FirstPointRow;
+    static constexpr int Total = capture::TotalRow;
+
+    template <typename Control> Control &find(const char *name)
+    {
+        auto *control = screen_->findChild<Control *>(QLatin1String(name));
+        Q_ASSERT(control);
+        return *control;
+    }
+    FlexGrid &grid(const char *name) { return find<FlexGrid>(name); }
+    void click(const char *name) { find<QAbstractButton>(name).click(); }
+    void clickCell(const char *name, int row, int col)
+    {
+        FlexGrid &cells = grid(name);
+        cells.showCell(row, col);
+        QTest::mouseClick(cells.viewport(), Qt::LeftButton, {}, cells.cellRect(row, col).center());
+    }
+    void choose(const char *combo, const QString &text)
+    {
+        find<ItemCombo>(combo).setListIndex(find<ItemCombo>(combo).findText(text));
+    }
+    void expectMessage() { host_->dialogs().expectMessage(); }
+
+    /// Issues an instruction through the editor and leaves the tab; its key.
+    int issue(const QString &method, std::initializer_list<int> blockRows, std::initializer_list<int> pestRows,
+              bool repeat = true);
+    /// Selects the row of an instruction in the list of all.
+    void select(int key);
+    void capture(int key, const QString &block);
+    /// Types into a cell of the capture grid and leaves it by Enter.
+    void typeInto(int row, int col, const QString &text);
+    QString cell(int row, int col) { return grid("grdPest").TextMatrix(row, col); }
+    int storedCount(int row, int pest)
+    {
+        return farm_->number(
+            QStringLiteral("Select PMCount from tblPMData where PMDataID = %1").arg(cell(row, capture::keyColumn(pest))));
+    }
+    int storedTotal(int pest, const char *field = "PMCountMax")
+    {
+        return farm_->number(QStringLiteral("Select %1 from tblPMDataMax where PMDataMaxID = %2")
+                                 .arg(QLatin1String(field), cell(Total, capture::keyColumn(pest))));
+    }
+
+    std::unique_ptr<PestMonFarm> farm_;
+    std::unique_ptr<ScreenHostDouble> host_;
+    std::unique_ptr<frmPestMon2> screen_;
+};
