@@ -283,6 +283,9 @@ std::uint16_t FormatWriter::fontOf(const Style &style, const Style &base, std::s
         setU16(font.bytes(), 6, style[Trait::Bold] != 0 ? boldWeight : plainWeight);
     }
     font.bytes()[10] = static_cast<char>(style[Trait::Underline]);
+    // Older readers take bold and underline from the options.
+    setBits(font.bytes(), 2, 0, 1, static_cast<unsigned>(style[Trait::Bold]));
+    setBits(font.bytes(), 2, 2, 1, style[Trait::Underline] != 0 ? 1 : 0);
     if (style[Trait::FontName] != base[Trait::FontName]) {
         // Family and character set belong to the name.
         font.bytes()[11] = 0;

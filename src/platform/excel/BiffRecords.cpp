@@ -83,16 +83,18 @@ void putSharedText(ContinuedBody &body, const model::Text &text)
     }
     const qsizetype unit = wide ? 2 : 1;
     // The head and the first letter stand together.
-    if (body.room() < head.size() + unit) {
+    if (body.room() < head.size() + 2 * unit) {
         body.next();
     }
     body.stream().raw(head.bytes());
     for (QStringView rest(text.text); !rest.isEmpty();) {
-        if (body.room() < unit) {
+        if (body.room() < 2 * unit) {
             body.next();
             body.stream().u8(wide ? wideLetters : 0U);
         }
-        const qsizetype count = std::min(rest.size(), body.room() / unit);
+        qsizetype count = std::min(rest.size(), body.room() / unit);
+        // Readers take each part by itself, so both halves of a letter stay together.
+        count -= count > 1 && count < rest.size() && rest[count].isLowSurrogate() ? 1 : 0;
         putLetters(body.stream(), rest.first(count), wide);
         rest = rest.sliced(count);
     }

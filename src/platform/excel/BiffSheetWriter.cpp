@@ -162,14 +162,10 @@ private:
 
     void putColumns()
     {
-        constexpr std::uint16_t widthByHand = 2;
         constexpr std::uint16_t columnHidden = 1;
         const auto bodyOf = [&](const model::Column &column) {
-            const bool told = column.width != model::unset;
-            const int width = told ? column.width : fileWidth(*sheet_.book, sheet_.standardWidth);
-            auto options = static_cast<std::uint16_t>(column.options | (told ? widthByHand : 0));
-            options = static_cast<std::uint16_t>(
-                width == 0 ? options | columnHidden : options & ~(told && width > 0 && column.options == 0 ? columnHidden : 0));
+            const int width = column.width != model::unset ? column.width : fileWidth(*sheet_.book, sheet_.standardWidth);
+            const auto options = static_cast<std::uint16_t>(column.options | (width == 0 ? columnHidden : 0));
             const auto style = static_cast<std::uint32_t>(std::max<std::int64_t>(column.style, 0));
             return Bytes().u16(static_cast<std::size_t>(width)).u16(formats_.format(style)).u16(options).u16(0).bytes();
         };

@@ -65,7 +65,7 @@ public:
             if (widest_[at] > 0) {
                 const double pixels = std::ceil(widest_[at] * roomForOtherFonts) + cellMargin;
                 const double characters = std::min(pixels / digit, widestCharacters);
-                sheet_.columns[first + static_cast<int>(at)].width = static_cast<int>(std::lround(characters * 256));
+                sheet_.columns[first + static_cast<int>(at)].setWidth(static_cast<int>(std::lround(characters * 256)));
             }
         }
     }
@@ -123,11 +123,15 @@ double characterWidth(const model::Book &book, int width)
 
 std::optional<int> heightForFonts(const model::Sheet &sheet, const model::Row &row)
 {
-    std::int32_t largest = 0;
+    std::int32_t largest = sheet.book->styles.at(0)[Trait::FontSize];
+    const std::int32_t standard = largest;
     for (const Cell &cell : row.cells) {
         if (cell.content == Content::Number || cell.content == Content::Text) {
             largest = std::max(largest, sheet.book->styles.at(cell.style)[Trait::FontSize]);
         }
+    }
+    if (largest == standard) {
+        return std::nullopt;
     }
     // A line takes the font's size and about a quarter more, in whole pixels of 15 twips.
     const int needed = static_cast<int>(std::ceil(largest * 1.28 / 15)) * 15;

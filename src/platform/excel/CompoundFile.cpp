@@ -27,6 +27,24 @@ constexpr qsizetype classIdLength = 16;
     throw ExcelError(QStringLiteral("its container is damaged."));
 }
 
+/// The library speaks of damage on the error stream; the caller hears of it by an error, so the user's terminal need not.
+class QuietLibrary
+{
+public:
+    QuietLibrary()
+        : handler_(g_log_set_handler(
+            domain, levels, [](const gchar *, GLogLevelFlags, const gchar *, gpointer) {}, nullptr))
+    {
+    }
+    ~QuietLibrary() { g_log_remove_handler(domain, handler_); }
+    Q_DISABLE_COPY_MOVE(QuietLibrary)
+
+private:
+    static constexpr const char *domain = "libgsf:msole";
+    static constexpr auto levels = static_cast<GLogLevelFlags>(G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_WARNING | G_LOG_LEVEL_MESSAGE);
+    guint handler_;
+};
+
 QByteArray bytesOf(GsfInput *input, qsizetype limit)
 {
     const gsf_off_t size = gsf_input_size(input);
@@ -76,6 +94,7 @@ bool isCompound(const QByteArray &bytes)
 std::vector<CompoundEntry> readCompound(const QByteArray &bytes)
 {
     gsf_init();
+    const QuietLibrary quietLibrary;
     const Owned<GsfInput> input(gsf_input_memory_new(reinterpret_cast<const guint8 *>(bytes.constData()), bytes.size(), FALSE));
     const Owned<GsfInfile> root(gsf_infile_msole_new(input.get(), nullptr));
     if (!root) {

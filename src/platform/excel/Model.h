@@ -58,7 +58,14 @@ struct Column {
     /// 256ths of a character.
     int width = unset;
     std::int64_t style = unset;
+    /// As the file formats have them: bit 0 hidden, bit 1 width set by hand.
     std::uint16_t options = 0;
+
+    void setWidth(int told)
+    {
+        width = told;
+        options = static_cast<std::uint16_t>((options & ~1) | 2);
+    }
 };
 
 /// A text with what a file read told of it besides: runs of other fonts, readings.

@@ -90,7 +90,7 @@ void Columns::setColumnWidth(double characters)
     }
     const int width = fileWidth(*book_, characters);
     for (int column = first_; column <= last_; ++column) {
-        sheet.columns[column].width = width;
+        sheet.columns[column].setWidth(width);
     }
 }
 
