@@ -20,6 +20,7 @@ namespace
 {
 constexpr int rowsOfXls = 65536;
 constexpr int columnsOfXls = 256;
+constexpr qsizetype shortestStream = 4096;
 
 void checkLimits(const Book &book)
 {
@@ -68,6 +69,10 @@ public:
             const auto start = static_cast<std::uint32_t>(stream_.size());
             qToLittleEndian(start, stream_.bytes().data() + startPlaces_[number]);
             putSheet(stream_, *book_.sheets[number], number == book_.activeSheet, formats_, texts_);
+        }
+        // A shorter stream would lie in the container's place for small ones, where some programs do not look.
+        if (stream_.size() < shortestStream) {
+            stream_.raw(QByteArray(shortestStream - stream_.size(), '\0'));
         }
         return stream_.bytes();
     }

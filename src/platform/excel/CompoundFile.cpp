@@ -5,6 +5,7 @@
 
 #include <gsf/gsf.h>
 
+#include <array>
 #include <map>
 #include <memory>
 
@@ -32,17 +33,24 @@ class QuietLibrary
 {
 public:
     QuietLibrary()
-        : handler_(g_log_set_handler(
-            domain, levels, [](const gchar *, GLogLevelFlags, const gchar *, gpointer) {}, nullptr))
     {
+        for (std::size_t at = 0; at < domains.size(); ++at) {
+            handlers_[at] = g_log_set_handler(
+                domains[at], levels, [](const gchar *, GLogLevelFlags, const gchar *, gpointer) {}, nullptr);
+        }
     }
-    ~QuietLibrary() { g_log_remove_handler(domain, handler_); }
+    ~QuietLibrary()
+    {
+        for (std::size_t at = 0; at < domains.size(); ++at) {
+            g_log_remove_handler(domains[at], handlers_[at]);
+        }
+    }
     Q_DISABLE_COPY_MOVE(QuietLibrary)
 
 private:
-    static constexpr const char *domain = "libgsf:msole";
+    static constexpr std::array<const char *, 3> domains{nullptr, "libgsf", "libgsf:msole"};
     static constexpr auto levels = static_cast<GLogLevelFlags>(G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_WARNING | G_LOG_LEVEL_MESSAGE);
-    guint handler_;
+    std::array<guint, domains.size()> handlers_{};
 };
 
 QByteArray bytesOf(GsfInput *input, qsizetype limit)
