@@ -13,19 +13,19 @@
 enum class SheetLayout { CountInOut = 1, Single = 2, InOut = 3 };
 
 struct SheetBlock {
-    QString name;
-    QStringList varieties;
+    QString name = {};
+    QStringList varieties = {};
     /// Numbers of its monitoring points, ascending.
-    std::vector<int> points;
+    std::vector<int> points = {};
 };
 
 /// What all sheets of an instruction bear.
 struct FieldSheetData {
-    QString farm;
-    QDate completion;
-    QString person;
+    QString farm = {};
+    QDate completion = {};
+    QString person = {};
     /// Names in the order of their columns.
-    std::vector<QString> pests;
+    std::vector<QString> pests = {};
     SheetLayout layout = SheetLayout::Single;
 };
 

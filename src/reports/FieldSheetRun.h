@@ -10,9 +10,9 @@ class ScreenHost;
 /// What the editor tells of the instruction whose sheets are to be made.
 struct FieldSheetOrder {
     clsPestMONNew::Key instruction = 0;
-    QString method;
-    QDate completion;
-    QString person;
+    QString method = {};
+    QDate completion = {};
+    QString person = {};
     SheetLayout layout = SheetLayout::Single;
 
     /// The sheets of any method but counting note who is absent.

@@ -15,13 +15,13 @@ class ScreenHost;
 
 /// What stands in the capture tab, as it is to be put on paper.
 struct FilledSheet {
-    QString block;
-    QDate completed;
-    QString week;
-    QString person;
-    QString note;
+    QString block = {};
+    QDate completed = {};
+    QString week = {};
+    QString person = {};
+    QString note = {};
     /// The shown columns of every grid row, headings included; an empty text is printed as a blank.
-    std::vector<QStringList> rows;
+    std::vector<QStringList> rows = {};
 };
 
 /// Writes the sheet into the open template. Columns beyond "AE" have no cells.

@@ -10,9 +10,11 @@
 #include "support/ScreenHostDouble.h"
 
 #include <QCheckBox>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -64,6 +66,9 @@ private Q_SLOTS:
     void dateRewritesTheWeekAlone();
     void personOutsideTheListIsKept();
     void tooManyPestsAreAskedAbout();
+    void savedInstructionIsPrinted_data();
+    void savedInstructionIsPrinted();
+    void shownColumnsArePrinted();
 
     void countsAreSavedWhenLeft();
     void totalIsKeptByDifference();
@@ -492,6 +497,47 @@ void frmPestMon2Test::tooManyPestsAreAskedAbout()
     click("cmdPALL");
     QCOMPARE(host_->dialogs().shown().back().text, QStringLiteral("Print?"));
     click("cmdTCancel");
+}
+
+void frmPestMon2Test::savedInstructionIsPrinted_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::newRow("a sheet per block") << "cmdExcel";
+    QTest::newRow("one sheet") << "cmdPALL";
+}
+
+void frmPestMon2Test::savedInstructionIsPrinted()
+{
+    QFETCH(QString, button);
+    const int key = issue(QStringLiteral("Count"), {1, 2}, {1, 2});
+    select(key);
+    click("cmdEdit");
+    host_->dialogs().queueAnswer(Answer::Yes);
+    click(qPrintable(button));
+    QCOMPARE(host_->launcher().opened.size(), 1);
+    QVERIFY2(QFile::exists(host_->launcher().opened[0]), qPrintable(host_->launcher().opened[0]));
+    QVERIFY(find<QProgressBar>("ProgressBar1").isHidden());
+    QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
+    click("cmdTCancel");
+}
+
+void frmPestMon2Test::shownColumnsArePrinted()
+{
+    QDir(farm_->appPath()).mkpath(QStringLiteral("Templates"));
+    excel::Application().Workbooks().Add().SaveAs(farm_->appPath() + QStringLiteral("/Templates/PestMoni.xls"));
+    capture(issue(QStringLiteral("Yes/No"), {1}, {1, 2}), QStringLiteral("Blok A"));
+    clickCell("grdPest", Point1, Value2);
+    click("cmdPP");
+    QCOMPARE(host_->launcher().opened.size(), 1);
+    const FlexGrid &cells = grid("grdPest");
+    QCOMPARE(std::pair(cells.Row(), cells.Col()), std::pair(cells.Rows() - 1, cells.Cols() - 1));
+    excel::Application reader;
+    reader.Workbooks().Open(host_->launcher().opened[0]);
+    // The hidden columns between take no letter.
+    QCOMPARE(reader.Range(QStringLiteral("C5")).value(), QStringLiteral("Pest 02"));
+    QCOMPARE(reader.Range(QStringLiteral("C8")).value(), QStringLiteral("Yes"));
+    QCOMPARE(reader.Range(QStringLiteral("B8")).value(), QStringLiteral(" "));
+    QCOMPARE(reader.Range(QStringLiteral("A2")).value(), QStringLiteral("Block :  Blok A"));
 }
 
 void frmPestMon2Test::countsAreSavedWhenLeft()

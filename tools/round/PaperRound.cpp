@@ -113,10 +113,10 @@ void PaperRound::makePictures()
     for (const QString &workbook : workbooks) {
         const QString name = QFileInfo(workbook).completeBaseName();
         const QString page = pages.filePath(name);
-        report_.check(
-            runTool(painter,
-                    {QStringLiteral("-png"), QStringLiteral("-r"), QStringLiteral("70"), QStringLiteral("-l"), QStringLiteral("3"), page + QStringLiteral(".pdf"), page}),
-            QStringLiteral("%1 has pages").arg(name));
+        report_.check(runTool(painter,
+                              {QStringLiteral("-png"), QStringLiteral("-r"), QStringLiteral("70"), QStringLiteral("-l"),
+                               QStringLiteral("3"), page + QStringLiteral(".pdf"), page}),
+                      QStringLiteral("%1 has pages").arg(name));
     }
     report_.step(QStringLiteral("Pictures of the workbooks: %1").arg(QDir::toNativeSeparators(pages.path())));
 }
