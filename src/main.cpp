@@ -2,6 +2,8 @@
 #include "pestmon/frmPestMon2.h"
 #include "platform/controls/Dialogs.h"
 #include "platform/controls/Look.h"
+#include "reports/frmRepPestInfo.h"
+#include "reports/frmRepPestMon.h"
 #include "shell/FarmApplication.h"
 #include "shell/MDI_Monitoring.h"
 
@@ -22,6 +24,8 @@ std::vector<MenuEntry> menuEntries()
 {
     return {
         {QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, screen<frmPestMon2>()},
+        {QStringLiteral("ImPM"), ZeroPosition::Never, false, {}, screen<frmRepPestInfo>()},
+        {QStringLiteral("imFF"), ZeroPosition::Never, false, {}, screen<frmRepPestMon>()},
     };
 }
 

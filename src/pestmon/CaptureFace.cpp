@@ -5,6 +5,8 @@
 #include "platform/basic/Clock.h"
 #include "platform/basic/Formats.h"
 #include "platform/controls/Dialogs.h"
+#include "reports/FilledSheet.h"
+#include "reports/LongWork.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 
@@ -17,7 +19,7 @@ CaptureFace::CaptureFace(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 
     on(ui_.cmdSaveTrans, &QPushButton::clicked, [this](bool) { cmdSaveTrans(); });
     on(ui_.cmdPP, &QPushButton::clicked, [this](bool) {
         if (settleBox()) {
-            this->host().showFailure(QStringLiteral("Field sheets are not yet part of this version"));
+            printFilledSheet();
         }
     });
     on(ui_.Command4, &QPushButton::clicked, [this](bool) { close(); });
@@ -123,6 +125,18 @@ void CaptureFace::save()
     if (repeated) {
         host().showStatus(saved);
     }
+}
+
+void CaptureFace::printFilledSheet()
+{
+    const LongWork work;
+    Print_Filled_Sheet(host(),
+                       {.block = ui_.cmbBlock->Text(),
+                        .completed = ui_.dtpPestMCom->Value(),
+                        .week = ui_.txtPMWeekNo->text(),
+                        .person = ui_.txtPMPerson->text(),
+                        .note = ui_.txtPMMNotes->text(),
+                        .rows = grid_.shownRows()});
 }
 
 void CaptureFace::close()

@@ -26,6 +26,7 @@ private:
     void cmdSaveTrans();
     void save();
     void close();
+    void printFilledSheet();
     /// Saves an open cell, or asks whether it may be dropped; false when it is to stay.
     bool settleBox();
 

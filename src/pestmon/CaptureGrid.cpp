@@ -510,3 +510,23 @@ QString CaptureGrid::describe(int row, int col) const
         isAnswer ? (colour == mark::Red ? QStringLiteral("Yes") : QStringLiteral("No")) : grid.TextMatrix(row, col);
     return QStringLiteral("%1, %2, %3").arg(place, pest, value);
 }
+
+std::vector<QStringList> CaptureGrid::shownRows()
+{
+    controls::FlexGrid &grid = *ui_.grdPest;
+    std::vector<QStringList> rows;
+    for (int row = 0; row < grid.Rows(); ++row) {
+        QStringList cells;
+        for (int col = 1; col < grid.Cols(); ++col) {
+            if (grid.ColWidth(col) != 0) {
+                cells.append(grid.CellBackColor(row, col) == controls::mark::Red ? QStringLiteral("Yes")
+                                                                                 : grid.TextMatrix(row, col));
+            }
+        }
+        rows.push_back(cells);
+    }
+    if (grid.Rows() > 0 && grid.Cols() > 1) {
+        grid.setCell(grid.Rows() - 1, grid.Cols() - 1);
+    }
+    return rows;
+}

@@ -5,6 +5,8 @@
 #include "pestmon/PestMonFace.h"
 #include "store/clsPestMONNew.h"
 
+#include <QStringList>
+
 #include <vector>
 
 /// The capture grid of one instruction and one block: a row per monitoring point, a group of columns per pest, and a row of
@@ -19,6 +21,10 @@ public:
     /// Shows CurrentBlockID of the instruction in hand.
     void Fill_Capture();
     void clear();
+
+    /// The texts of the shown columns of every row, headings included, "Yes" for an answer; as they are to be put on paper. The
+    /// last cell becomes the current one.
+    std::vector<QStringList> shownRows();
 
     /// Saves what lies in the open box, as leaving it does. False when the box stays open.
     bool leaveBox();

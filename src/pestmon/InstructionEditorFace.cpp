@@ -8,6 +8,8 @@
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/Dialogs.h"
+#include "reports/FieldSheetRun.h"
+#include "reports/LongWork.h"
 #include "shell/ListFillers.h"
 #include "ui_frmPestMon2.h"
 
@@ -22,6 +24,37 @@ constexpr std::int16_t DefaultPoints = 5;
 /// Columns B to P of a field sheet.
 constexpr int MostPests = 15;
 constexpr auto AllTypes = "<All>";
+
+/// The bar under the fields while sheets are made, in steps of half a percent. It starts at the first of them and goes back to
+/// it.
+class SheetBar
+{
+public:
+    explicit SheetBar(QProgressBar &bar) : bar_(bar)
+    {
+        constexpr int whole = 200;
+        bar_.setRange(0, whole);
+        bar_.setValue(1);
+        bar_.show();
+        LongWork::letRepaint();
+    }
+    ~SheetBar()
+    {
+        bar_.hide();
+        bar_.setValue(1);
+    }
+    SheetBar(const SheetBar &) = delete;
+    SheetBar &operator=(const SheetBar &) = delete;
+
+    void show(double percent) const
+    {
+        bar_.setValue(2 * basic::toInteger16(percent));
+        LongWork::letRepaint();
+    }
+
+private:
+    QProgressBar &bar_;
+};
 
 std::vector<PickGrid::Column> blockColumns()
 {
@@ -62,8 +95,8 @@ InstructionEditorFace::InstructionEditorFace(ChildScreen &screen, ScreenHost &ho
     on(ui_.dtpPestM, &controls::DatePicker::Change, [this] { dateChange(); });
     on(ui_.cmdTSave, &QPushButton::clicked, [this](bool) { cmdTSave(); });
     on(ui_.cmdTCancel, &QPushButton::clicked, [this](bool) { cmdTCancel(); });
-    on(ui_.cmdPALL, &QPushButton::clicked, [this](bool) { printSheets(); });
-    on(ui_.cmdExcel, &QPushButton::clicked, [this](bool) { printSheets(); });
+    on(ui_.cmdPALL, &QPushButton::clicked, [this](bool) { printSheets(Sheets::AllBlocks); });
+    on(ui_.cmdExcel, &QPushButton::clicked, [this](bool) { printSheets(Sheets::PerBlock); });
 }
 
 void InstructionEditorFace::load()
@@ -376,9 +409,22 @@ bool InstructionEditorFace::mayPrint()
     return dialogs.question(QStringLiteral("Print?"), QString(), controls::Answer::No) == controls::Answer::Yes;
 }
 
-void InstructionEditorFace::printSheets()
+void InstructionEditorFace::printSheets(Sheets sheets)
 {
-    if (mayPrint()) {
-        host().showFailure(QStringLiteral("Field sheets are not yet part of this version"));
+    if (!mayPrint()) {
+        return;
+    }
+    const FieldSheetOrder order{.instruction = session().CurrentPMTransID,
+                                .method = session().CurrentPMMethod,
+                                .completion = ui_.dtpPestM->Value(),
+                                .person = ui_.cmbPerson->Text(),
+                                .layout = SheetLayout::Single};
+    const LongWork work;
+    const SheetBar bar(*ui_.ProgressBar1);
+    const auto progress = [&bar](double percent) { bar.show(percent); };
+    if (sheets == Sheets::PerBlock) {
+        printBlockSheets(host(), order, progress);
+    } else {
+        Print_All_Blocks(host(), order, progress);
     }
 }

@@ -44,7 +44,8 @@ private:
     void cmdTCancel();
     /// The checks that stand before both kinds of sheet; true when one is to be made.
     bool mayPrint();
-    void printSheets();
+    enum class Sheets { PerBlock, AllBlocks };
+    void printSheets(Sheets sheets);
 
     PickGrid blocks_;
     PickGrid pests_;

@@ -10,6 +10,7 @@
 #include "shell/Connection.h"
 #include "shell/FarmApplication.h"
 #include "shell/ListFillers.h"
+#include "shell/ProgressPicture.h"
 #include "store/Backups.h"
 #include "store/Upgrades.h"
 #include "ui_MDI_Monitoring.h"
@@ -29,9 +30,13 @@ constexpr int BarIcon = 20;
 } // namespace
 
 MDI_Monitoring::MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry> entries, QWidget *parent)
-    : QMainWindow(parent), ui_(std::make_unique<Ui::MDI_Monitoring>()), dialogs_(dialogs), objPestMON_(session_)
+    : QMainWindow(parent), ui_(std::make_unique<Ui::MDI_Monitoring>()), dialogs_(dialogs), objPestMON_(session_), desktop_(*this)
 {
     ui_->setupUi(this);
+    // In the line at the foot, where nothing moves when it comes and goes.
+    Picture4_ = new ProgressPicture(this);
+    ui_->statusLine->addPermanentWidget(Picture4_);
+    Picture4_->hide();
     setWindowIcon(controls::Look::icon(QStringLiteral("pest-monitoring")));
     setUpBar();
     ui_->picPro->setEntries(std::move(entries));

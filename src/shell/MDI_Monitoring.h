@@ -2,6 +2,7 @@
 #pragma once
 
 #include "common/SessionContext.h"
+#include "shell/Launchers.h"
 #include "shell/MenuEntry.h"
 #include "shell/ScreenHost.h"
 #include "store/clsPestMONNew.h"
@@ -39,6 +40,8 @@ public:
     bool menuIsOpen() const;
     /// What the status line shows.
     QString statusText() const;
+    /// Takes finished workbooks in place of the desktop; must outlive the window.
+    void setLauncher(excel::Launcher &launcher) { launcher_ = &launcher; }
     /// Brings the menu's farm copy up to date; part of the load.
     void Update_TempBlock();
 
@@ -48,6 +51,9 @@ public:
     void showStatus(const QString &text) override;
     void showFailure(const QString &text) override;
     void showError(const basic::RunTimeError &error) override;
+    ProgressPicture &Picture4() override { return *Picture4_; }
+    excel::Launcher &launcher() override { return *launcher_; }
+    std::optional<excel::Application> &excelApplication() override { return excelApplication_; }
 
 Q_SIGNALS:
     /// The user ended the program; no screen was asked.
@@ -85,6 +91,10 @@ private:
     SessionContext session_;
     clsPestMONNew objPestMON_;
     std::unique_ptr<ProgramLock> lock_;
+    DesktopLauncher desktop_;
+    excel::Launcher *launcher_ = &desktop_;
+    std::optional<excel::Application> excelApplication_;
+    ProgressPicture *Picture4_ = nullptr;
     QPointer<ChildScreen> CurrentForm_;
     QString lastPicture_;
     QStringList startFailures_;

@@ -2,10 +2,14 @@
 #pragma once
 
 #include "common/SessionContext.h"
+#include "platform/excel/Application.h"
 
 #include <QString>
 
+#include <optional>
+
 class clsPestMONNew;
+class ProgressPicture;
 
 namespace basic
 {
@@ -29,4 +33,10 @@ public:
     virtual void showFailure(const QString &text) = 0;
     /// An error that no handler took: a box with number and description; the screen stays.
     virtual void showError(const basic::RunTimeError &error) = 0;
+    /// The box of the main window in which long work shows how far it is.
+    virtual ProgressPicture &Picture4() = 0;
+    /// Who takes finished workbooks.
+    virtual excel::Launcher &launcher() = 0;
+    /// The one spreadsheet application of the session: nothing before its first use and after each report.
+    virtual std::optional<excel::Application> &excelApplication() = 0;
 };

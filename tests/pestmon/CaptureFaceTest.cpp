@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PestMonScreen.h"
 
+#include <QDir>
+
 class CaptureFaceTest : public PestMonScreen
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void countsAreSavedWhenLeft();
+    void shownColumnsArePrinted();
     void totalIsKeptByDifference();
     void typedTotalStaysTheBase();
     void textBecomesItsNumber();
@@ -285,6 +288,25 @@ void CaptureFaceTest::completionDateStaysWhenReopened()
     click("Command4");
     select(key);
     QCOMPARE(grid("grdGS").TextMatrix(1, 4), QString());
+}
+
+void CaptureFaceTest::shownColumnsArePrinted()
+{
+    QDir(farm_->appPath()).mkpath(QStringLiteral("Templates"));
+    excel::Application().Workbooks().Add().SaveAs(farm_->appPath() + QStringLiteral("/Templates/PestMoni.xls"));
+    capture(issue(QStringLiteral("Yes/No"), {1}, {1, 2}), QStringLiteral("Blok A"));
+    clickCell("grdPest", Point1, Value2);
+    click("cmdPP");
+    QCOMPARE(host_->launcher().opened.size(), 1);
+    const FlexGrid &cells = grid("grdPest");
+    QCOMPARE(std::pair(cells.Row(), cells.Col()), std::pair(cells.Rows() - 1, cells.Cols() - 1));
+    excel::Application reader;
+    reader.Workbooks().Open(host_->launcher().opened[0]);
+    // The hidden columns between take no letter.
+    QCOMPARE(reader.Range(QStringLiteral("C5")).value(), QStringLiteral("Pest 02"));
+    QCOMPARE(reader.Range(QStringLiteral("C8")).value(), QStringLiteral("Yes"));
+    QCOMPARE(reader.Range(QStringLiteral("B8")).value(), QStringLiteral(" "));
+    QCOMPARE(reader.Range(QStringLiteral("A2")).value(), QStringLiteral("Block :  Blok A"));
 }
 
 QTEST_MAIN(CaptureFaceTest)

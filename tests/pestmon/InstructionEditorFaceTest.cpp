@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PestMonScreen.h"
 
+#include <QProgressBar>
+
 class InstructionEditorFaceTest : public PestMonScreen
 {
     Q_OBJECT
@@ -16,6 +18,8 @@ private Q_SLOTS:
     void dateRewritesTheWeekAlone();
     void personOutsideTheListIsKept();
     void tooManyPestsAreAskedAbout();
+    void savedInstructionIsPrinted_data();
+    void savedInstructionIsPrinted();
 };
 
 void InstructionEditorFaceTest::newInstructionStartsClean()
@@ -195,6 +199,28 @@ void InstructionEditorFaceTest::tooManyPestsAreAskedAbout()
     host_->dialogs().queueAnswer(Answer::No);
     click("cmdPALL");
     QCOMPARE(host_->dialogs().shown().back().text, QStringLiteral("Print?"));
+    click("cmdTCancel");
+}
+
+void InstructionEditorFaceTest::savedInstructionIsPrinted_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::newRow("a sheet per block") << "cmdExcel";
+    QTest::newRow("one sheet") << "cmdPALL";
+}
+
+void InstructionEditorFaceTest::savedInstructionIsPrinted()
+{
+    QFETCH(QString, button);
+    const int key = issue(QStringLiteral("Count"), {1, 2}, {1, 2});
+    select(key);
+    click("cmdEdit");
+    host_->dialogs().queueAnswer(Answer::Yes);
+    click(qPrintable(button));
+    QCOMPARE(host_->launcher().opened.size(), 1);
+    QVERIFY2(QFile::exists(host_->launcher().opened[0]), qPrintable(host_->launcher().opened[0]));
+    QVERIFY(find<QProgressBar>("ProgressBar1").isHidden());
+    QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
     click("cmdTCancel");
 }
 

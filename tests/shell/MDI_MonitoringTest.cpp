@@ -7,6 +7,7 @@
 #include "shell/ExitLabel.h"
 #include "shell/FarmApplication.h"
 #include "shell/MenuPanel.h"
+#include "shell/ProgressPicture.h"
 #include "support/TemporaryFarm.h"
 
 #include <QDialog>
@@ -76,6 +77,8 @@ private Q_SLOTS:
     void endsAtOnce_data();
     void endsAtOnce();
     void everythingIsReachedByTab();
+    void workbookWithoutProgramIsTold();
+    void progressPictureTakesNoRoom();
 
 private:
     template <typename Widget> Widget &control(const char *name)
@@ -342,6 +345,39 @@ void MDI_MonitoringTest::everythingIsReachedByTab()
     }
     QTest::keyClick(window_.get(), Qt::Key_Escape);
     QVERIFY(window_->isVisible());
+}
+
+void MDI_MonitoringTest::workbookWithoutProgramIsTold()
+{
+    dialogs_->expectMessage();
+    window_->launcher().tellWhere(QStringLiteral("/farm/Reports/Count.xlsx"));
+    QVERIFY(dialogs_->takeLastText().contains(QLatin1String("/farm/Reports/Count.xlsx")));
+    QVERIFY(window_->statusText().contains(QLatin1String("/farm/Reports/Count.xlsx")));
+    RecordingLauncher recording;
+    window_->setLauncher(recording);
+    QCOMPARE(&window_->launcher(), &recording);
+}
+
+void MDI_MonitoringTest::progressPictureTakesNoRoom()
+{
+    ProgressPicture &picture = window_->Picture4();
+    QVERIFY(picture.isHidden());
+    const QRect before = control<QWidget>("clientArea").geometry();
+    picture.setCaption(QStringLiteral("10% of Pest monitor records"));
+    picture.drawBar(10);
+    picture.show();
+    QCoreApplication::processEvents();
+    QCOMPARE(control<QWidget>("clientArea").geometry(), before);
+    const auto &label = control<QWidget>("LabelP");
+    QCOMPARE(label.x(), picture.width() / 2 - label.width() / 2);
+    const QImage drawn = picture.grab().toImage();
+    const auto pixelAt = [&](int x) { return drawn.pixelColor(QPoint(x, 3) * drawn.devicePixelRatio()); };
+    QCOMPARE(pixelAt(picture.width() * 9 / 100), QColor(0, 0, 255));
+    QVERIFY(pixelAt(picture.width() * 11 / 100) != QColor(0, 0, 255));
+    picture.drawBar(130);
+    QCOMPARE(picture.barWidth(), picture.width());
+    picture.Cls();
+    QCOMPARE(picture.barWidth(), 0);
 }
 
 int main(int argc, char **argv)

@@ -3,6 +3,8 @@
 
 #include "platform/basic/RunTimeError.h"
 #include "platform/controls/Dialogs.h"
+#include "shell/Launchers.h"
+#include "shell/ProgressPicture.h"
 #include "shell/ScreenHost.h"
 #include "store/clsPestMONNew.h"
 
@@ -20,6 +22,9 @@ public:
     void showStatus(const QString &text) override { status = text; }
     void showFailure(const QString &text) override { failure = text; }
     void showError(const basic::RunTimeError &error) override { errors.append(error.description()); }
+    ProgressPicture &Picture4() override { return picture_; }
+    RecordingLauncher &launcher() override { return launcher_; }
+    std::optional<excel::Application> &excelApplication() override { return excelApplication_; }
 
     QString status;
     QString failure;
@@ -29,4 +34,7 @@ private:
     SessionContext &session_;
     clsPestMONNew store_;
     controls::QueuedDialogs dialogs_;
+    RecordingLauncher launcher_;
+    ProgressPicture picture_;
+    std::optional<excel::Application> excelApplication_;
 };

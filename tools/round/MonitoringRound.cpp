@@ -28,8 +28,9 @@ constexpr int PestMark = 3;
 
 } // namespace
 
-MonitoringRound::MonitoringRound(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, Report &report)
-    : window_(window), dialogs_(dialogs), report_(report), hands_(window)
+MonitoringRound::MonitoringRound(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, const RecordingLauncher &launcher,
+                                 Report &report)
+    : window_(window), dialogs_(dialogs), report_(report), hands_(window), paper_(window, dialogs, launcher, report)
 {
 }
 
@@ -56,6 +57,7 @@ void MonitoringRound::playCounts()
     refuseTooLarge();
     compareWithFile();
     report_.picture(window_, QStringLiteral("counts"));
+    paper_.printFilledSheet();
     complete();
     checkList(countNotes(), 2);
 }
@@ -68,8 +70,17 @@ void MonitoringRound::playAnswers()
     toggleAnswers();
     compareWithFile();
     report_.picture(window_, QStringLiteral("answers"));
+    paper_.printFilledSheet();
     complete();
     checkList(notes, 1);
+}
+
+void MonitoringRound::playReports()
+{
+    hands_.click("Command1");
+    paper_.runReports();
+    paper_.openStored();
+    paper_.makePictures();
 }
 
 void MonitoringRound::issue(const QString &method, const QString &notes, int blocks, int pests, bool repeat)
@@ -105,6 +116,7 @@ void MonitoringRound::issue(const QString &method, const QString &notes, int blo
                     QStringLiteral("message after Save"));
     report_.check(hands_.find<QPushButton>("cmdPALL").isVisible(), QStringLiteral("a saved instruction can be printed"));
     report_.picture(window_, QStringLiteral("editor"));
+    paper_.printFieldSheets();
     hands_.click("cmdTCancel");
 }
 

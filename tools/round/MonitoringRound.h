@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Hands.h"
+#include "PaperRound.h"
 #include "Report.h"
 
 #include "platform/controls/Dialogs.h"
@@ -15,13 +16,15 @@ class MDI_Monitoring;
 class MonitoringRound
 {
 public:
-    MonitoringRound(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, Report &report);
+    MonitoringRound(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, const RecordingLauncher &launcher, Report &report);
 
     void openScreen();
     /// Issues an instruction, types its findings, completes it and finds its successor.
     void playCounts();
     /// The same with answers, without a successor.
     void playAnswers();
+    /// Both records reports and the stored sheets; then a picture of every workbook that the round made.
+    void playReports();
     /// Opens what was typed once more, in a program started anew.
     void reopen(const QString &notes);
 
@@ -44,4 +47,5 @@ private:
     controls::QueuedDialogs &dialogs_;
     Report &report_;
     Hands hands_;
+    PaperRound paper_;
 };

@@ -17,6 +17,7 @@ public:
     /// The same for two texts, telling both when they differ.
     void compare(const QString &found, const QString &expected, const QString &what);
     void picture(QWidget &window, const QString &name);
+    const QString &pictures() const { return pictures_; }
     /// Prints the sum; true when everything held.
     bool finish() const;
 

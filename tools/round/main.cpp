@@ -4,6 +4,8 @@
 #include "pestmon/frmPestMon2.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/controls/Look.h"
+#include "reports/frmRepPestInfo.h"
+#include "reports/frmRepPestMon.h"
 #include "shell/ChildScreen.h"
 #include "shell/FarmApplication.h"
 #include "shell/MDI_Monitoring.h"
@@ -20,21 +22,27 @@ namespace
 
 constexpr QSize WindowSize(1366, 768);
 
+template <typename Screen> std::function<ChildScreen *(ScreenHost &, QWidget *)> screen()
+{
+    return [](ScreenHost &host, QWidget *parent) { return new Screen(host, parent); };
+}
+
 /// One run of the program on the farm's folder, from its start to its end.
 void runProgram(const QString &folder, Report &report, const std::function<void(MonitoringRound &)> &play)
 {
     controls::QueuedDialogs dialogs;
-    const MenuEntry pestMonitoring{
-        QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, [](ScreenHost &host, QWidget *parent) {
-            return new frmPestMon2(host, parent);
-        }};
-    MDI_Monitoring window(dialogs, {pestMonitoring});
+    RecordingLauncher launcher;
+    MDI_Monitoring window(dialogs,
+                          {{QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, screen<frmPestMon2>()},
+                           {QStringLiteral("ImPM"), ZeroPosition::Never, false, {}, screen<frmRepPestInfo>()},
+                           {QStringLiteral("imFF"), ZeroPosition::Never, false, {}, screen<frmRepPestMon>()}});
+    window.setLauncher(launcher);
     report.check(window.load(folder) == MDI_Monitoring::Load::Done, QStringLiteral("the program starts"));
     window.resize(WindowSize);
     window.show();
     window.activateWindow();
     report.check(QTest::qWaitForWindowActive(&window), QStringLiteral("the window shows"));
-    MonitoringRound round(window, dialogs, report);
+    MonitoringRound round(window, dialogs, launcher, report);
     play(round);
     report.check(dialogs.allAsExpected(), QStringLiteral("no box came that was not expected, and none stayed away"));
 }
@@ -46,6 +54,7 @@ bool playOn(const QString &folder)
         round.openScreen();
         round.playCounts();
         round.playAnswers();
+        round.playReports();
     });
     runProgram(folder, report, [](MonitoringRound &round) { round.reopen(MonitoringRound::countNotes()); });
     return report.finish();

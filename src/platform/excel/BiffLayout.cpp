@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/BiffLayout.h"
+
+#include "platform/excel/BiffFormats.h"
+
+#include <algorithm>
+
+namespace excel::biff
+{
+
+using model::Record;
+
+namespace
+{
+/// A record and its body in new files, in hexadecimal digits.
+struct Fixed {
+    std::uint16_t id;
+    const char *body;
+};
+
+/// In the order of the format. Those without a body are told by the model or stand here for the order alone.
+constexpr std::array<Fixed, 35> bookOrder{{
+    {beginOfStream, "00060500BB0DCC074100000006000000"},
+    {0x0E1, "B004"},
+    {0x0C1, "0000"},
+    {0x0E2, ""},
+    {0x042, "B004"},
+    {0x161, "0000"},
+    {sheetNumbers, nullptr},
+    {0x09C, "0E00"},
+    {0x019, "0000"},
+    {0x012, "0000"},
+    {0x013, "0000"},
+    {0x1AF, "0000"},
+    {0x1BC, "0000"},
+    {window1, "68010E015C3A651F3800000000000100580200"},
+    {0x040, "0000"},
+    {0x08D, "0000"},
+    {0x022, "0000"},
+    {0x00E, "0100"},
+    {0x1B7, "0000"},
+    {0x0DA, "0000"},
+    {font, nullptr},
+    {numberFormat, nullptr},
+    {extendedFormat, nullptr},
+    {styleName, "008000FF"},
+    {palette, nullptr},
+    {naturalLanguage, "0000"},
+    {boundSheet, nullptr},
+    {country, "01000100"},
+    {externSheet, nullptr},
+    {definedName, nullptr},
+    {newNames, nullptr},
+    {drawingGroup, nullptr},
+    {sharedTexts, nullptr},
+    {sharedTextIndex, nullptr},
+    {endOfStream, ""},
+}};
+
+constexpr std::array<Fixed, 30> sheetOrder{{
+    {beginOfStream, "00061000BB0DCC074100000006000000"},
+    {0x00D, "0100"},
+    {0x00C, "6400"},
+    {0x00F, "0100"},
+    {0x011, "0000"},
+    {0x010, "FCA9F1D24D62503F"},
+    {0x05F, "0100"},
+    {0x02A, "0000"},
+    {0x02B, "0000"},
+    {0x082, "0100"},
+    {0x080, "0000000000000000"},
+    {defaultRowHeight, "00002C01"},
+    {sheetOptions, "C104"},
+    {header, nullptr},
+    {footer, nullptr},
+    {0x083, "0000"},
+    {0x084, "0000"},
+    {leftMargin, nullptr},
+    {rightMargin, nullptr},
+    {topMargin, nullptr},
+    {bottomMargin, nullptr},
+    {setup, nullptr},
+    {defaultColumnWidth, "0800"},
+    {columnInfo, nullptr},
+    {dimensions, nullptr},
+    {rowRecord, nullptr},
+    {window2, "B60000000000400000000000000000000000"},
+    {0x01D, "030000000000000100000000000000"},
+    {mergedCells, nullptr},
+    {endOfStream, ""},
+}};
+
+template <std::size_t size> std::size_t rankOf(const std::array<Fixed, size> &order, std::uint16_t id)
+{
+    return static_cast<std::size_t>(std::find_if(order.begin(), order.end(), [id](const Fixed &fixed) { return fixed.id == id; })
+                                    - order.begin());
+}
+
+template <std::size_t size>
+void complete(std::vector<Record> &records, const std::array<Fixed, size> &order, bool (*isTold)(std::uint16_t))
+{
+    for (std::size_t rank = 0; rank < order.size(); ++rank) {
+        const std::uint16_t id = order[rank].id;
+        const auto has = [id](const Record &record) { return record.id == id; };
+        if (!isTold(id) || std::any_of(records.begin(), records.end(), has)) {
+            continue;
+        }
+        const auto later = std::find_if(records.begin(), records.end(), [&](const Record &record) {
+            const std::size_t other = rankOf(order, record.id);
+            return other > rank && other < order.size();
+        });
+        records.insert(later, Record{id, {}});
+    }
+}
+
+template <std::size_t size> std::vector<Record> fixedRecords(const std::array<Fixed, size> &order)
+{
+    std::vector<Record> records;
+    for (const Fixed &fixed : order) {
+        if (fixed.body) {
+            records.push_back({fixed.id, QByteArray::fromHex(fixed.body)});
+        }
+    }
+    return records;
+}
+
+model::KeptBook makeStandardBook()
+{
+    constexpr std::size_t equalFonts = 4;
+    model::KeptBook book;
+    book.globals = fixedRecords(bookOrder);
+    completeBook(book.globals);
+    Bytes standardFont;
+    standardFont.u16(11 * 20).u16(0).u16(0x7FFF).u16(400).u16(0).u8(0).u8(2).u8(0).u8(0);
+    putShortText(standardFont, QStringLiteral("Calibri"));
+    book.fonts.assign(equalFonts, standardFont.bytes());
+    // Fifteen formats for named styles, of which the first alone is in use, then that of cells never touched.
+    book.formats.push_back(QByteArray::fromHex("00000000F5FF20000000"
+                                               "0000000000000000C020"));
+    for (int number = 1; number < standardFormat; ++number) {
+        book.formats.push_back(QByteArray::fromHex("00000000F5FF200000F4"
+                                                   "0000000000000000C020"));
+    }
+    book.formats.push_back(QByteArray::fromHex("00000000010020000000"
+                                               "0000000000000000C020"));
+    book.palette = standardPalette();
+    book.container = {{{}, true, {}, QByteArray::fromHex("2008020000000000C000000000000046")},
+                      {{QStringLiteral("Workbook")}, false, {}, {}}};
+    return book;
+}
+} // namespace
+
+bool isToldByBook(std::uint16_t id)
+{
+    constexpr std::array<std::uint16_t, 9> told{sheetNumbers, font,        numberFormat, extendedFormat, palette,
+                                                boundSheet,   externSheet, newNames,     sharedTexts};
+    return std::find(told.begin(), told.end(), id) != told.end();
+}
+
+bool isToldBySheet(std::uint16_t id)
+{
+    constexpr std::array<std::uint16_t, 11> told{header, footer,     leftMargin, rightMargin, topMargin,  bottomMargin,
+                                                 setup,  columnInfo, dimensions, rowRecord,   mergedCells};
+    return std::find(told.begin(), told.end(), id) != told.end();
+}
+
+void completeBook(std::vector<Record> &records)
+{
+    complete(records, bookOrder, isToldByBook);
+}
+
+void completeSheet(std::vector<Record> &records)
+{
+    complete(records, sheetOrder, isToldBySheet);
+}
+
+const model::KeptBook &standardBook()
+{
+    static const model::KeptBook book = makeStandardBook();
+    return book;
+}
+
+const std::vector<Record> &standardSheet()
+{
+    static const std::vector<Record> records = [] {
+        std::vector<Record> made = fixedRecords(sheetOrder);
+        completeSheet(made);
+        return made;
+    }();
+    return records;
+}
+
+} // namespace excel::biff

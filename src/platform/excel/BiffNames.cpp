@@ -1,0 +1,257 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/BiffNames.h"
+
+#include "platform/excel/ExcelError.h"
+
+#include <algorithm>
+
+namespace excel::biff
+{
+
+using model::Page;
+using model::Record;
+
+namespace
+{
+enum Token : std::size_t { areaOfSheet = 0x3B, memoryFunction = 0x29, unionOfAreas = 0x10 };
+constexpr std::size_t builtInName = 0x20;
+constexpr std::size_t hiddenName = 0x01;
+constexpr char16_t titlesName = 7;
+constexpr qsizetype areaLength = 11;
+constexpr qsizetype referenceLength = 6;
+constexpr std::size_t lastRow = 0xFFFF;
+constexpr std::size_t lastColumn = 0xFF;
+
+/// A name record taken apart.
+struct Name {
+    std::size_t options = 0;
+    std::size_t sheet = 0;
+    QString text;
+    QByteArray expression;
+    QByteArray rest;
+
+    bool isTitles() const { return (options & builtInName) && text == QChar(titlesName) && sheet > 0; }
+};
+
+Name parseName(const QByteArray &body)
+{
+    Name name;
+    Reader reader(body);
+    name.options = reader.u16();
+    const std::size_t length = reader.skip(1).u8();
+    const std::size_t expressionLength = reader.u16();
+    name.sheet = reader.skip(2).u16();
+    const bool wide = reader.skip(4).u8() & 1;
+    name.text = takeLetters(reader, static_cast<qsizetype>(length), wide);
+    name.expression = reader.raw(static_cast<qsizetype>(expressionLength)).toByteArray();
+    name.rest = reader.raw(reader.left()).toByteArray();
+    return name;
+}
+
+QByteArray nameBody(const Name &name)
+{
+    Bytes body;
+    body.u16(name.options)
+        .u8(0)
+        .u8(static_cast<std::size_t>(name.text.size()))
+        .u16(static_cast<std::size_t>(name.expression.size()));
+    body.u16(0).u16(name.sheet).u32(0).u8(0).raw(name.text.toLatin1()).raw(name.expression);
+    return body.bytes();
+}
+
+/// The areas of an expression; nothing when it holds more than areas.
+std::optional<std::vector<Area>> areasOf(const QByteArray &expression)
+{
+    std::vector<Area> areas;
+    Reader reader(expression);
+    while (reader.left() > 0) {
+        const std::size_t token = reader.u8();
+        if (token == memoryFunction) {
+            reader.skip(2);
+        } else if (token == areaOfSheet && reader.left() >= areaLength - 1) {
+            reader.skip(2);
+            Area area;
+            area.top = static_cast<int>(reader.u16());
+            area.bottom = static_cast<int>(reader.u16());
+            area.left = static_cast<int>(reader.u16() & lastColumn);
+            area.right = static_cast<int>(reader.u16() & lastColumn);
+            areas.push_back(area);
+        } else if (token != unionOfAreas) {
+            return std::nullopt;
+        }
+    }
+    return areas;
+}
+
+void putArea(Bytes &bytes, std::size_t reference, std::size_t top, std::size_t bottom, std::size_t left, std::size_t right)
+{
+    bytes.u8(areaOfSheet).u16(reference).u16(top).u16(bottom).u16(left).u16(right);
+}
+
+bool sameTitles(const Page &one, const Page &other)
+{
+    return one.titleRows == other.titleRows && one.titleColumns == other.titleColumns;
+}
+
+/// A reference book of four bytes stands for the workbook itself.
+bool isOwnBook(const QByteArray &body)
+{
+    return body.size() == 4 && u16At(body, 2) == 0x0401;
+}
+} // namespace
+
+void readTitleNames(model::Book &book)
+{
+    for (const Record &record : book.kept->globals) {
+        if (record.id != definedName || record.body.isEmpty()) {
+            continue;
+        }
+        const Name name = parseName(record.body);
+        book.kept->countsOnSheetPlaces = book.kept->countsOnSheetPlaces || name.sheet != 0;
+        const std::optional<std::vector<Area>> areas = areasOf(name.expression);
+        if (!name.isTitles() || name.sheet > book.sheets.size() || !areas) {
+            continue;
+        }
+        Page &page = book.sheets[name.sheet - 1]->page;
+        for (const Area &area : *areas) {
+            if (area.left == 0 && area.right == static_cast<int>(lastColumn)) {
+                page.titleRows = model::Span{area.top, area.bottom};
+            } else {
+                page.titleColumns = model::Span{area.left, area.right};
+            }
+        }
+        book.sheets[name.sheet - 1]->pageAsRead = page;
+    }
+}
+
+NameWriter::NameWriter(const model::Book &book, const model::KeptBook &kept)
+    : book_(book), referenceOfSheet_(book.sheets.size(), 0), nameStands_(book.sheets.size(), false)
+{
+    std::size_t books = 0;
+    for (const Record &record : kept.globals) {
+        if (record.id == supplyBook) {
+            if (ownBookIsNew_ && isOwnBook(record.body)) {
+                ownBook_ = books;
+                ownBookIsNew_ = false;
+            }
+            ++books;
+        } else if (record.id == externSheet && record.body.size() >= 2) {
+            const qsizetype told = u16At(record.body, 0) * referenceLength;
+            references_ = record.body.mid(2, std::min(told, record.body.size() - 2));
+        } else if (record.id == definedName && !record.body.isEmpty()) {
+            const Name name = parseName(record.body);
+            if (name.isTitles() && name.sheet <= nameStands_.size()) {
+                nameStands_[name.sheet - 1] = true;
+            }
+        }
+    }
+    if (ownBookIsNew_) {
+        ownBook_ = books;
+    }
+    for (std::size_t sheet = 0; sheet < book.sheets.size(); ++sheet) {
+        const Page &page = book.sheets[sheet]->page;
+        if (changed(sheet) && (page.titleRows || page.titleColumns)) {
+            referenceOfSheet_[sheet] = referenceTo(sheet);
+        }
+    }
+}
+
+bool NameWriter::changed(std::size_t sheet) const
+{
+    const model::Sheet &told = *book_.sheets[sheet];
+    return !sameTitles(told.page, told.pageAsRead.value_or(Page{}));
+}
+
+std::size_t NameWriter::referenceTo(std::size_t sheet)
+{
+    Bytes wanted;
+    wanted.u16(ownBook_).u16(sheet).u16(sheet);
+    for (qsizetype at = 0; at + referenceLength <= references_.size(); at += referenceLength) {
+        if (references_.mid(at, referenceLength) == wanted.bytes()) {
+            return static_cast<std::size_t>(at / referenceLength);
+        }
+    }
+    references_ += wanted.bytes();
+    return static_cast<std::size_t>(references_.size() / referenceLength - 1);
+}
+
+void NameWriter::putSupplyBook(Bytes &stream, const QByteArray &body) const
+{
+    QByteArray told = body;
+    if (isOwnBook(body)) {
+        setU16(told, 0, static_cast<std::uint16_t>(book_.sheets.size()));
+    }
+    stream.record(supplyBook, told);
+}
+
+void NameWriter::putReferences(Bytes &stream) const
+{
+    if (references_.isEmpty()) {
+        return;
+    }
+    if (ownBookIsNew_) {
+        stream.head(supplyBook, 4).u16(book_.sheets.size()).u16(0x0401);
+    }
+    Bytes body;
+    body.u16(static_cast<std::size_t>(references_.size() / referenceLength)).raw(references_);
+    for (qsizetype at = 0; at < body.size(); at += longestBody) {
+        stream.record(at == 0 ? externSheet : continuation, body.bytes().mid(at, longestBody));
+    }
+}
+
+QByteArray NameWriter::titleName(std::size_t sheet) const
+{
+    const Page &page = book_.sheets[sheet]->page;
+    Name name;
+    name.options = builtInName;
+    name.sheet = sheet + 1;
+    name.text = QChar(titlesName);
+    Bytes areas;
+    if (page.titleColumns) {
+        putArea(areas, referenceOfSheet_[sheet], 0, lastRow, static_cast<std::size_t>(page.titleColumns->first),
+                static_cast<std::size_t>(page.titleColumns->last));
+    }
+    if (page.titleRows) {
+        putArea(areas, referenceOfSheet_[sheet], static_cast<std::size_t>(page.titleRows->first),
+                static_cast<std::size_t>(page.titleRows->last), 0, lastColumn);
+    }
+    if (page.titleColumns && page.titleRows) {
+        areas.u8(unionOfAreas);
+        Bytes joined;
+        joined.u8(memoryFunction).u16(static_cast<std::size_t>(areas.size())).raw(areas.bytes());
+        areas = joined;
+    }
+    name.expression = areas.bytes();
+    return nameBody(name);
+}
+
+void NameWriter::putName(Bytes &stream, const QByteArray &body) const
+{
+    Name name = parseName(body);
+    const bool ours = name.isTitles() && name.sheet <= book_.sheets.size() && changed(name.sheet - 1);
+    if (!ours) {
+        stream.record(definedName, body);
+        return;
+    }
+    const Page &page = book_.sheets[name.sheet - 1]->page;
+    if (page.titleRows || page.titleColumns) {
+        stream.record(definedName, titleName(name.sheet - 1));
+        return;
+    }
+    // Formulas refer to names by number, so a name that is gone leaves a hidden one in its place.
+    name.options = hiddenName;
+    name.text = QStringLiteral("former_titles");
+    stream.record(definedName, nameBody(name));
+}
+
+void NameWriter::putNewNames(Bytes &stream) const
+{
+    for (std::size_t sheet = 0; sheet < book_.sheets.size(); ++sheet) {
+        const Page &page = book_.sheets[sheet]->page;
+        if (!nameStands_[sheet] && changed(sheet) && (page.titleRows || page.titleColumns)) {
+            stream.record(definedName, titleName(sheet));
+        }
+    }
+}
+
+} // namespace excel::biff

@@ -1,0 +1,304 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/BiffReader.h"
+
+#include "platform/excel/BiffFormats.h"
+#include "platform/excel/BiffLayout.h"
+#include "platform/excel/BiffNames.h"
+#include "platform/excel/BiffSheetReader.h"
+#include "platform/excel/ExcelError.h"
+
+#include <QFile>
+
+#include <algorithm>
+
+namespace excel
+{
+
+using namespace biff;
+using model::Book;
+using model::Record;
+
+namespace
+{
+constexpr int rowsOfXls = 65536;
+constexpr int columnsOfXls = 256;
+
+[[noreturn]] void refuse(const QString &reason)
+{
+    throw ExcelError(reason);
+}
+
+/// The records from a begin to its end.
+std::vector<Record> recordsFrom(const QByteArray &stream, std::size_t offset, qsizetype &budget)
+{
+    if (offset >= static_cast<std::size_t>(stream.size())) {
+        refuse(QStringLiteral("it is damaged: a sheet lies behind its end."));
+    }
+    Reader reader(QByteArrayView(stream).sliced(static_cast<qsizetype>(offset)));
+    const qsizetype start = reader.left();
+    std::vector<Record> records;
+    int depth = 0;
+    do {
+        Record record;
+        record.id = static_cast<std::uint16_t>(reader.u16());
+        const auto length = static_cast<qsizetype>(reader.u16());
+        record.body = reader.raw(length).toByteArray();
+        depth += record.id == beginOfStream ? 1 : record.id == endOfStream ? -1 : 0;
+        if (records.empty() && record.id != beginOfStream) {
+            refuse(QStringLiteral("it is damaged: a sheet has no beginning."));
+        }
+        records.push_back(std::move(record));
+    } while (depth > 0);
+    budget -= start - reader.left();
+    if (budget < 0) {
+        refuse(QStringLiteral("it is damaged: its sheets lie over each other."));
+    }
+    return records;
+}
+
+class BookReader
+{
+public:
+    BookReader(Book &book, const QByteArray &stream) : book_(book), stream_(stream), budget_(stream.size()) {}
+
+    void read()
+    {
+        const std::vector<Record> records = recordsFrom(stream_, 0, budget_);
+        checkKind(records.front());
+        for (std::size_t at = 0; at < records.size(); ++at) {
+            takeGlobal(records, at);
+        }
+        completeBook(book_.kept->globals);
+        if (book_.kept->palette.empty()) {
+            book_.kept->palette = standardPalette();
+        }
+        readFormats();
+        readTexts();
+        if (offsets_.empty()) {
+            refuse(QStringLiteral("it has no sheets."));
+        }
+        for (std::size_t number = 0; number < offsets_.size(); ++number) {
+            readSheetAt(offsets_[number], *book_.sheets[number]);
+        }
+        readTitleNames(book_);
+        book_.activeSheet = activeSheet_ < book_.sheets.size() ? activeSheet_ : 0;
+    }
+
+private:
+    static void checkKind(const Record &begin)
+    {
+        constexpr std::uint16_t kindOfBook = 5;
+        if (u16At(begin.body, 0) != version8) {
+            refuse(QStringLiteral("it was written by a spreadsheet program that is too old; save it as .xls of 97 to 2003."));
+        }
+        if (u16At(begin.body, 2) != kindOfBook) {
+            refuse(QStringLiteral("it is no workbook."));
+        }
+    }
+
+    void hold(std::uint16_t id)
+    {
+        auto &globals = book_.kept->globals;
+        if (std::none_of(globals.begin(), globals.end(), [id](const Record &kept) { return kept.id == id; })) {
+            globals.push_back({id, {}});
+        }
+    }
+
+    void takeGlobal(const std::vector<Record> &records, std::size_t at)
+    {
+        const Record &record = records[at];
+        model::KeptBook &kept = *book_.kept;
+        const auto collect = [&](std::vector<QByteArray> &list, qsizetype least) {
+            Reader(record.body).skip(least);
+            list.push_back(record.body);
+            hold(record.id);
+        };
+        switch (record.id) {
+        case filePass:
+            refuse(QStringLiteral("it is protected by a password."));
+        case font:
+            return collect(kept.fonts, 16);
+        case numberFormat:
+            return collect(kept.numberFormats, 5);
+        case extendedFormat:
+            return collect(kept.formats, 20);
+        case boundSheet:
+            return takeBoundSheet(record.body);
+        case palette:
+            return takePalette(record.body);
+        case sheetNumbers:
+            return hold(record.id);
+        case sharedTextIndex:
+            lastHeld_ = false;
+            return;
+        case sharedTexts:
+            lastHeld_ = false;
+            textParts_.push_back(record.body);
+            for (std::size_t next = at + 1; next < records.size() && records[next].id == continuation; ++next) {
+                textParts_.push_back(records[next].body);
+            }
+            return hold(record.id);
+        case externSheet:
+            lastHeld_ = false;
+            return takeReferences(records, at);
+        case continuation:
+            // What follows a told record was read with it.
+            if (lastHeld_) {
+                kept.globals.push_back(record);
+            }
+            return;
+        case window1:
+            activeSheet_ = u16At(record.body, 10);
+            Reader(record.body).skip(18);
+            break;
+        default:
+            break;
+        }
+        lastHeld_ = true;
+        kept.globals.push_back(record);
+    }
+
+    void takeReferences(const std::vector<Record> &records, std::size_t at)
+    {
+        QByteArray body = records[at].body;
+        for (std::size_t next = at + 1; next < records.size() && records[next].id == continuation; ++next) {
+            body += records[next].body;
+        }
+        book_.kept->countsOnSheetPlaces = true;
+        book_.kept->globals.push_back({externSheet, body});
+    }
+
+    void takeBoundSheet(const QByteArray &body)
+    {
+        Reader reader(body);
+        offsets_.push_back(reader.u32());
+        model::Sheet &sheet = *book_.sheets.emplace_back(std::make_unique<model::Sheet>());
+        sheet.book = &book_;
+        sheet.kind = static_cast<std::uint16_t>(reader.u16());
+        sheet.name = takeShortText(reader);
+        hold(boundSheet);
+    }
+
+    void takePalette(const QByteArray &body)
+    {
+        Reader reader(body);
+        for (std::size_t rest = std::min<std::size_t>(reader.u16(), 56); rest > 0; --rest) {
+            const std::size_t red = reader.u8();
+            const std::size_t green = reader.u8();
+            book_.kept->palette.push_back(static_cast<std::int32_t>((red << 16) | (green << 8) | reader.u8()));
+            reader.skip(1);
+        }
+        hold(palette);
+    }
+
+    void readFormats()
+    {
+        const model::KeptBook &kept = *book_.kept;
+        if (kept.formats.empty() || kept.fonts.empty()) {
+            refuse(QStringLiteral("it is damaged: it tells no formats."));
+        }
+        const FormatReader reader(kept, book_.styles);
+        const std::size_t standard = std::min<std::size_t>(standardFormat, kept.formats.size() - 1);
+        book_.styles.setStandard(reader.style(standard));
+        for (std::size_t format = 0; format < kept.formats.size(); ++format) {
+            shared_.styles.push_back(book_.styles.place(reader.style(format)));
+        }
+    }
+
+    void readTexts()
+    {
+        if (textParts_.empty()) {
+            return;
+        }
+        for (model::Text &text : takeSharedTexts(textParts_)) {
+            const bool plain = text.runs.isEmpty() && text.reading.isEmpty();
+            shared_.texts.push_back(plain ? book_.texts.place(text.text) : book_.texts.add(std::move(text)));
+        }
+    }
+
+    void readSheetAt(std::size_t offset, model::Sheet &sheet)
+    {
+        std::vector<Record> records = recordsFrom(stream_, offset, budget_);
+        sheet.hasCells = (sheet.kind >> 8) == 0 && u16At(records.front().body, 2) == kindOfWorksheet;
+        if (sheet.hasCells) {
+            biff::readSheet(records, shared_, sheet);
+        } else {
+            sheet.kept = std::move(records);
+        }
+    }
+
+    Book &book_;
+    const QByteArray &stream_;
+    qsizetype budget_;
+    std::vector<std::size_t> offsets_;
+    std::vector<QByteArray> textParts_;
+    SharedParts shared_;
+    std::size_t activeSheet_ = 0;
+    bool lastHeld_ = true;
+};
+
+void checkContainer(const QByteArray &bytes)
+{
+    if (bytes.isEmpty()) {
+        refuse(QStringLiteral("it is empty."));
+    }
+    if (bytes.startsWith("PK\x03\x04")) {
+        refuse(QStringLiteral("it is a workbook of another format (.xlsx), whatever its name."));
+    }
+    if (!isCompound(bytes)) {
+        refuse(QStringLiteral("it is no .xls workbook."));
+    }
+}
+
+bool isStream(const CompoundEntry &entry, QLatin1String name)
+{
+    return !entry.isStorage && entry.path.size() == 1 && entry.path.first().compare(name, Qt::CaseInsensitive) == 0;
+}
+} // namespace
+
+std::shared_ptr<Book> bookFromXls(const QByteArray &bytes)
+{
+    checkContainer(bytes);
+    const auto book = std::make_shared<Book>();
+    book->kept.emplace();
+    book->format = xlExcel8;
+    book->rowLimit = rowsOfXls;
+    book->columnLimit = columnsOfXls;
+    auto &container = book->kept->container;
+    container = readCompound(bytes);
+    const auto holds = [&](QLatin1String name) {
+        return std::any_of(container.begin(), container.end(), [&](const CompoundEntry &entry) { return isStream(entry, name); });
+    };
+    const auto found = std::find_if(container.begin(), container.end(),
+                                    [](const CompoundEntry &entry) { return isStream(entry, QLatin1String("Workbook")); });
+    if (found == container.end()) {
+        refuse(holds(QLatin1String("EncryptedPackage")) ? QStringLiteral("it is protected by a password.")
+                   : holds(QLatin1String("Book")) ? QStringLiteral("it was written by a spreadsheet program that is too old; "
+                                                                   "save it as .xls of 97 to 2003.")
+                                                  : QStringLiteral("it holds no workbook."));
+    }
+    const QByteArray stream = std::exchange(found->bytes, QByteArray());
+    BookReader(*book, stream).read();
+    return book;
+}
+
+std::shared_ptr<Book> readXls(const QString &path)
+{
+    const auto fail = [&](const QString &reason) {
+        throw ExcelError(QStringLiteral("The file %1 cannot be opened: %2").arg(path, reason));
+    };
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        fail(file.errorString());
+    }
+    std::shared_ptr<Book> book;
+    try {
+        book = bookFromXls(file.readAll());
+    } catch (const ExcelError &error) {
+        fail(error.description());
+    }
+    book->path = path;
+    return book;
+}
+
+} // namespace excel

@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/excel/Model.h"
+
+#include <QtEndian>
+
+#include <bit>
+
+/// The records of a .xls stream. All numbers are little-endian.
+namespace excel::biff
+{
+
+enum Id : std::uint16_t {
+    dimensions = 0x200,
+    blank = 0x201,
+    number = 0x203,
+    label = 0x204,
+    boolError = 0x205,
+    formulaText = 0x207,
+    rowRecord = 0x208,
+    indexOfRows = 0x20B,
+    array = 0x221,
+    defaultRowHeight = 0x225,
+    dataTable = 0x236,
+    window2 = 0x23E,
+    rk = 0x27E,
+    styleName = 0x293,
+    formula = 0x006,
+    endOfStream = 0x00A,
+    header = 0x014,
+    footer = 0x015,
+    externSheet = 0x017,
+    definedName = 0x018,
+    leftMargin = 0x026,
+    rightMargin = 0x027,
+    topMargin = 0x028,
+    bottomMargin = 0x029,
+    filePass = 0x02F,
+    font = 0x031,
+    continuation = 0x03C,
+    window1 = 0x03D,
+    defaultColumnWidth = 0x055,
+    columnInfo = 0x07D,
+    sheetOptions = 0x081,
+    boundSheet = 0x085,
+    country = 0x08C,
+    palette = 0x092,
+    standardWidth = 0x099,
+    setup = 0x0A1,
+    multipleRk = 0x0BD,
+    multipleBlank = 0x0BE,
+    richString = 0x0D6,
+    rowIndex = 0x0D7,
+    extendedFormat = 0x0E0,
+    mergedCells = 0x0E5,
+    drawingGroup = 0x0EB,
+    sharedTexts = 0x0FC,
+    labelShared = 0x0FD,
+    sharedTextIndex = 0x0FF,
+    sheetNumbers = 0x13D,
+    naturalLanguage = 0x160,
+    supplyBook = 0x1AE,
+    numberFormat = 0x41E,
+    sharedFormula = 0x4BC,
+    beginOfStream = 0x809,
+    /// Not of the format: the place where names that are new are written.
+    newNames = 0xFFFF,
+};
+
+inline constexpr qsizetype longestBody = 8224;
+inline constexpr std::uint16_t version8 = 0x0600;
+/// The format of a cell never touched, in the files that this program makes.
+inline constexpr std::int32_t standardFormat = 15;
+inline constexpr std::uint16_t kindOfWorksheet = 0x10;
+/// Colours 0 to 7 are fixed; the palette tells those behind them. 64 is the automatic one.
+inline constexpr std::int32_t firstPaletteColour = 8;
+inline constexpr std::uint32_t automaticColour = 64;
+
+/// Puts numbers into a body or a stream.
+class Bytes
+{
+public:
+    Bytes() = default;
+    explicit Bytes(QByteArray start) : bytes_(std::move(start)) {}
+
+    template <typename Number> Bytes &put(Number value)
+    {
+        const Number stored = qToLittleEndian(value);
+        bytes_.append(reinterpret_cast<const char *>(&stored), sizeof stored);
+        return *this;
+    }
+    Bytes &u8(std::size_t value) { return put(static_cast<std::uint8_t>(value)); }
+    Bytes &u16(std::size_t value) { return put(static_cast<std::uint16_t>(value)); }
+    Bytes &u32(std::size_t value) { return put(static_cast<std::uint32_t>(value)); }
+    Bytes &real(double value) { return put(std::bit_cast<std::uint64_t>(value)); }
+    Bytes &raw(const QByteArray &more)
+    {
+        bytes_.append(more);
+        return *this;
+    }
+    /// Puts the head of a record whose body follows.
+    Bytes &head(std::uint16_t id, std::size_t length) { return u16(id).u16(length); }
+    Bytes &record(std::uint16_t id, const QByteArray &body) { return head(id, static_cast<std::size_t>(body.size())).raw(body); }
+
+    qsizetype size() const { return bytes_.size(); }
+    void reserve(qsizetype size) { bytes_.reserve(size); }
+    const QByteArray &bytes() const { return bytes_; }
+    QByteArray &bytes() { return bytes_; }
+
+private:
+    QByteArray bytes_;
+};
+
+/// Takes numbers out of a body; ExcelError when the body ends too early.
+class Reader
+{
+public:
+    explicit Reader(QByteArrayView bytes) : bytes_(bytes) {}
+
+    std::size_t u8() { return take<std::uint8_t>(); }
+    std::size_t u16() { return take<std::uint16_t>(); }
+    std::size_t u32() { return take<std::uint32_t>(); }
+    double real() { return std::bit_cast<double>(take<std::uint64_t>()); }
+    QByteArrayView raw(qsizetype length)
+    {
+        need(length);
+        at_ += length;
+        return bytes_.sliced(at_ - length, length);
+    }
+    Reader &skip(qsizetype length)
+    {
+        raw(length);
+        return *this;
+    }
+    qsizetype left() const { return bytes_.size() - at_; }
+
+private:
+    template <typename Number> Number take()
+    {
+        return qFromLittleEndian<Number>(raw(static_cast<qsizetype>(sizeof(Number))).data());
+    }
+    void need(qsizetype length) const;
+
+    QByteArrayView bytes_;
+    qsizetype at_ = 0;
+};
+
+/// The number at a place of a body, which must be that long.
+std::uint16_t u16At(const QByteArray &body, qsizetype at);
+void setU16(QByteArray &body, qsizetype at, std::uint16_t value);
+
+/// The characters of a text whose length and kind are known: one byte each, or two.
+QString takeLetters(Reader &reader, qsizetype count, bool wide);
+/// A text behind a length of one or of two bytes.
+QString takeShortText(Reader &reader);
+QString takeText(Reader &reader);
+void putShortText(Bytes &bytes, const QString &text);
+void putText(Bytes &bytes, const QString &text);
+
+/// Joins the shared texts on, split into continuations; `uses` counts the cells that show one of them.
+void putSharedTexts(Bytes &stream, const std::vector<const model::Text *> &texts, std::size_t uses);
+/// Reads the shared texts from their record and its continuations.
+std::vector<model::Text> takeSharedTexts(const std::vector<QByteArray> &parts);
+
+} // namespace excel::biff

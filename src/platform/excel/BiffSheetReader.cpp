@@ -1,0 +1,329 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/BiffSheetReader.h"
+
+#include "platform/excel/BiffLayout.h"
+#include "platform/excel/ExcelError.h"
+#include "platform/excel/HeaderText.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace excel::biff
+{
+
+using model::Cell;
+using model::Content;
+using model::Record;
+
+namespace
+{
+constexpr std::size_t mostColumns = 256;
+
+double numberOfRk(std::size_t rk)
+{
+    const auto bits = static_cast<std::uint32_t>(rk);
+    const double number = bits & 2 ? static_cast<double>(static_cast<std::int32_t>(bits) >> 2)
+                                   : std::bit_cast<double>(static_cast<std::uint64_t>(bits & ~3U) << 32);
+    return bits & 1 ? number / 100 : number;
+}
+
+bool belongsToFormula(std::uint16_t id)
+{
+    return id == formulaText || id == array || id == dataTable || id == sharedFormula || id == continuation;
+}
+
+class SheetReader
+{
+public:
+    SheetReader(SharedParts &shared, model::Sheet &sheet) : shared_(shared), sheet_(sheet) {}
+
+    void read(const std::vector<Record> &records)
+    {
+        int depth = 0;
+        for (const Record &record : records) {
+            depth += record.id == beginOfStream ? 1 : 0;
+            if (depth > 1 || !take(record)) {
+                sheet_.kept.push_back(record);
+                formulaGoesOn_ = false;
+            }
+            depth -= record.id == endOfStream ? 1 : 0;
+        }
+        completeSheet(sheet_.kept);
+        if (!fitsPages_) {
+            sheet_.page.pagesWide = 0;
+        }
+        sheet_.pageAsRead = sheet_.page;
+    }
+
+private:
+    /// False for a record that goes back as it is.
+    bool take(const Record &record)
+    {
+        if (formulaGoesOn_ && belongsToFormula(record.id)) {
+            sheet_.keptCells.back().push_back(record);
+            return true;
+        }
+        if (record.id == continuation && lastWasTold_) {
+            return true;
+        }
+        formulaGoesOn_ = record.id == formula;
+        lastWasTold_ = record.id == indexOfRows || record.id == rowIndex || readCells(record) || readTold(record);
+        if (!lastWasTold_) {
+            readSettings(record);
+        }
+        return lastWasTold_;
+    }
+
+    void hold(std::uint16_t id, const QByteArray &body)
+    {
+        if (std::none_of(sheet_.kept.begin(), sheet_.kept.end(), [id](const Record &kept) { return kept.id == id; })) {
+            sheet_.kept.push_back({id, body});
+        }
+    }
+
+    bool readCells(const Record &record)
+    {
+        switch (record.id) {
+        case rowRecord:
+            readRow(record.body);
+            break;
+        case blank:
+        case number:
+        case rk:
+        case label:
+        case labelShared:
+        case multipleRk:
+        case multipleBlank:
+            readValues(record);
+            break;
+        case formula:
+        case boolError:
+        case richString:
+            readKept(record);
+            break;
+        default:
+            return false;
+        }
+        hold(rowRecord, {});
+        return true;
+    }
+
+    model::Row &row(std::size_t number)
+    {
+        const std::size_t before = sheet_.rows.size();
+        if (number >= before) {
+            if (number + 1 - before > shared_.rowsLeft) {
+                throw ExcelError(QStringLiteral("its sheets have too many rows."));
+            }
+            shared_.rowsLeft -= number + 1 - before;
+        }
+        return sheet_.row(static_cast<int>(number));
+    }
+
+    std::uint32_t styleOf(std::size_t format) const { return format < shared_.styles.size() ? shared_.styles[format] : 0; }
+
+    Cell &cell(std::size_t rowNumber, std::size_t column, std::size_t format)
+    {
+        if (column >= mostColumns) {
+            throw ExcelError(QStringLiteral("it is damaged: a cell lies outside its sheet."));
+        }
+        row(rowNumber);
+        Cell &result = sheet_.cell(static_cast<int>(rowNumber), static_cast<int>(column));
+        result.style = styleOf(format);
+        result.content = Content::Blank;
+        return result;
+    }
+
+    static void putNumber(Cell &cell, double value)
+    {
+        cell.content = Content::Number;
+        cell.number = value;
+    }
+
+    static void putText(Cell &cell, std::uint32_t place)
+    {
+        cell.content = Content::Text;
+        cell.place = place;
+    }
+
+    void readRow(const QByteArray &body)
+    {
+        constexpr std::uint16_t heightByHand = 0x40;
+        constexpr std::uint16_t hiddenRow = 0x20;
+        constexpr std::uint16_t hasFormat = 0x80;
+        Reader reader(body);
+        model::Row &target = row(reader.u16());
+        const std::size_t height = reader.skip(4).u16();
+        target.options = static_cast<std::uint16_t>(reader.skip(4).u16());
+        const auto twips = static_cast<int>(height & 0x7FFF);
+        if (target.options & (heightByHand | hiddenRow)) {
+            target.height = target.options & hiddenRow ? 0 : twips;
+            target.fittedHeight = twips;
+        } else if ((height & 0x8000) == 0) {
+            target.fittedHeight = twips;
+        }
+        if (target.options & hasFormat) {
+            target.style = styleOf(reader.u16() & 0xFFF);
+        }
+    }
+
+    void readValues(const Record &record)
+    {
+        Reader reader(record.body);
+        const std::size_t rowNumber = reader.u16();
+        const std::size_t column = reader.u16();
+        if (record.id == multipleRk || record.id == multipleBlank) {
+            const qsizetype each = record.id == multipleRk ? 6 : 2;
+            for (std::size_t at = column; reader.left() >= each + 2; ++at) {
+                Cell &target = cell(rowNumber, at, reader.u16());
+                if (record.id == multipleRk) {
+                    putNumber(target, numberOfRk(reader.u32()));
+                }
+            }
+            return;
+        }
+        Cell &target = cell(rowNumber, column, reader.u16());
+        if (record.id == number) {
+            putNumber(target, reader.real());
+        } else if (record.id == rk) {
+            putNumber(target, numberOfRk(reader.u32()));
+        } else if (record.id == label) {
+            putText(target, sheet_.book->texts.place(takeText(reader)));
+        } else if (record.id == labelShared) {
+            const std::size_t text = reader.u32();
+            if (text >= shared_.texts.size()) {
+                throw ExcelError(QStringLiteral("it is damaged: a cell shows a text that is missing."));
+            }
+            putText(target, shared_.texts[text]);
+        }
+    }
+
+    void readKept(const Record &record)
+    {
+        Reader reader(record.body);
+        const std::size_t rowNumber = reader.u16();
+        const std::size_t column = reader.u16();
+        Cell &target = cell(rowNumber, column, reader.u16());
+        target.content = Content::Kept;
+        target.place = static_cast<std::uint32_t>(sheet_.keptCells.size());
+        sheet_.keptCells.push_back({record});
+    }
+
+    bool readTold(const Record &record)
+    {
+        if (!isToldBySheet(record.id)) {
+            return false;
+        }
+        hold(record.id, record.body);
+        switch (record.id) {
+        case header:
+        case footer:
+            if (!record.body.isEmpty()) {
+                Reader reader(record.body);
+                (record.id == header ? sheet_.page.header : sheet_.page.footer) = splitHeader(takeText(reader));
+            }
+            break;
+        case leftMargin:
+        case rightMargin:
+        case topMargin:
+        case bottomMargin:
+            if (const double margin = Reader(record.body).real(); margin >= 0 && margin < 49) {
+                sheet_.page.margins[static_cast<std::size_t>(record.id - leftMargin)] = margin;
+            }
+            break;
+        case setup:
+            readSetup(record.body);
+            break;
+        case columnInfo:
+            readColumns(record.body);
+            break;
+        case mergedCells:
+            readMerges(record.body);
+            break;
+        default:
+            break;
+        }
+        return true;
+    }
+
+    void readSetup(const QByteArray &body)
+    {
+        constexpr std::size_t upright = 2;
+        constexpr std::size_t notSetUp = 4;
+        constexpr std::size_t notTurned = 0x40;
+        Reader reader(body);
+        const std::size_t paper = reader.u16();
+        const std::size_t pagesWide = reader.skip(4).u16();
+        const std::size_t options = reader.skip(2).u16();
+        sheet_.page.pagesWide = static_cast<int>(pagesWide);
+        if ((options & notSetUp) == 0) {
+            sheet_.page.paper = static_cast<int>(paper);
+            sheet_.page.orientation = options & (upright | notTurned) ? xlPortrait : xlLandscape;
+        }
+    }
+
+    void readColumns(const QByteArray &body)
+    {
+        Reader reader(body);
+        const std::size_t first = reader.u16();
+        const std::size_t last = std::min(reader.u16(), mostColumns - 1);
+        const std::size_t width = reader.u16();
+        const std::size_t format = reader.u16();
+        const std::size_t options = reader.u16();
+        for (std::size_t column = first; column <= last; ++column) {
+            sheet_.columns[static_cast<int>(column)] = {static_cast<int>(width), static_cast<std::int64_t>(styleOf(format)),
+                                                        static_cast<std::uint16_t>(options)};
+        }
+    }
+
+    void readMerges(const QByteArray &body)
+    {
+        Reader reader(body);
+        for (std::size_t rest = reader.u16(); rest > 0; --rest) {
+            const auto top = static_cast<int>(reader.u16());
+            const auto bottom = static_cast<int>(reader.u16());
+            const auto left = static_cast<int>(reader.u16());
+            const auto right = static_cast<int>(reader.u16());
+            const Area area{top, left, bottom, right};
+            if (bottom < top || right < left || right >= static_cast<int>(mostColumns)
+                || static_cast<std::size_t>(area.rows()) > shared_.mergedRowsLeft) {
+                throw ExcelError(QStringLiteral("it is damaged: its merged cells make no sense."));
+            }
+            shared_.mergedRowsLeft -= static_cast<std::size_t>(area.rows());
+            for (int place = top; place <= bottom; ++place) {
+                row(static_cast<std::size_t>(place)).merges.push_back(area);
+            }
+        }
+    }
+
+    /// Records that are kept and tell something besides.
+    void readSettings(const Record &record)
+    {
+        constexpr std::size_t fitToPages = 0x100;
+        if (record.id == sheetOptions) {
+            fitsPages_ = (u16At(record.body, 0) & fitToPages) != 0;
+        } else if (record.id == defaultRowHeight) {
+            sheet_.standardHeight = u16At(record.body, 2) & 0x7FFF;
+        } else if (record.id == defaultColumnWidth && !standardWidthTold_) {
+            sheet_.standardWidth = u16At(record.body, 0);
+        } else if (record.id == standardWidth) {
+            standardWidthTold_ = true;
+            sheet_.standardWidth = std::round(u16At(record.body, 0) / 2.56) / 100;
+        }
+    }
+
+    SharedParts &shared_;
+    model::Sheet &sheet_;
+    bool formulaGoesOn_ = false;
+    bool lastWasTold_ = false;
+    bool fitsPages_ = false;
+    bool standardWidthTold_ = false;
+};
+} // namespace
+
+void readSheet(const std::vector<Record> &records, SharedParts &shared, model::Sheet &sheet)
+{
+    SheetReader(shared, sheet).read(records);
+}
+
+} // namespace excel::biff

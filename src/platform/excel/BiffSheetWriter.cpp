@@ -1,0 +1,382 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/BiffSheetWriter.h"
+
+#include "platform/excel/BiffLayout.h"
+#include "platform/excel/ColumnFit.h"
+#include "platform/excel/HeaderText.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace excel::biff
+{
+
+using model::Cell;
+using model::Content;
+using model::Page;
+using model::Record;
+
+namespace
+{
+/// Rows stand in blocks of so many: first what tells the rows, then their cells.
+constexpr std::size_t rowsOfBlock = 32;
+constexpr std::size_t areasOfRecord = 1027;
+constexpr std::size_t tokenOfShared = 1;
+
+enum RowOption : std::uint16_t { rowHidden = 0x20, heightByHand = 0x40, rowHasFormat = 0x80, rowAlways = 0x100 };
+
+class SheetWriter
+{
+public:
+    SheetWriter(Bytes &stream, const model::Sheet &sheet, bool isActive, FormatWriter &formats, const TextNumbers &texts)
+        : stream_(stream), sheet_(sheet), isActive_(isActive), formats_(formats), texts_(texts)
+    {
+        findLeftShared();
+    }
+
+    void put()
+    {
+        int depth = 0;
+        for (const Record &record : sheet_.kept.empty() ? standardSheet() : sheet_.kept) {
+            depth += record.id == beginOfStream ? 1 : 0;
+            if (depth == 1 && record.id == window2) {
+                putWindow(record.body);
+            } else if (depth > 1 || !sheet_.hasCells || !putTold(record)) {
+                stream_.record(record.id, record.body);
+            }
+            depth -= record.id == endOfStream ? 1 : 0;
+        }
+    }
+
+private:
+    bool putTold(const Record &record)
+    {
+        switch (record.id) {
+        case header:
+            putHeader(record, sheet_.page.header, &Page::header);
+            return true;
+        case footer:
+            putHeader(record, sheet_.page.footer, &Page::footer);
+            return true;
+        case leftMargin:
+        case rightMargin:
+        case topMargin:
+        case bottomMargin:
+            putMargin(record);
+            return true;
+        case setup:
+            putSetup(record.body);
+            return true;
+        case sheetOptions:
+            putOptions(record.body);
+            return true;
+        case columnInfo:
+            putColumns();
+            return true;
+        case dimensions:
+            putDimensions();
+            return true;
+        case rowRecord:
+            putRows();
+            return true;
+        case mergedCells:
+            putMerges();
+            return true;
+        default:
+            return false;
+        }
+    }
+
+    /// Whether the page still has what was read, so that its record goes back as it was.
+    template <typename Part> bool isAsRead(Part part) const
+    {
+        return sheet_.pageAsRead && std::equal_to<>()((*sheet_.pageAsRead).*part, sheet_.page.*part);
+    }
+
+    void putHeader(const Record &record, const std::array<QString, 3> &parts, std::array<QString, 3> Page::*part)
+    {
+        if (isAsRead(part)) {
+            stream_.record(record.id, record.body);
+            return;
+        }
+        Bytes body;
+        if (const QString text = joinedHeader(parts); !text.isEmpty()) {
+            putText(body, text);
+        }
+        stream_.record(record.id, body.bytes());
+    }
+
+    void putMargin(const Record &record)
+    {
+        const auto side = static_cast<std::size_t>(record.id - leftMargin);
+        const double margin = sheet_.page.margins[side];
+        // Asked as whole numbers: the margin is either untouched or another one.
+        const bool asRead = sheet_.pageAsRead
+            && std::bit_cast<std::uint64_t>(sheet_.pageAsRead->margins[side]) == std::bit_cast<std::uint64_t>(margin);
+        if (!asRead) {
+            stream_.record(record.id, Bytes().real(margin).bytes());
+        } else if (!record.body.isEmpty()) {
+            stream_.record(record.id, record.body);
+        }
+    }
+
+    void putSetup(const QByteArray &asRead)
+    {
+        constexpr std::uint16_t upright = 2;
+        constexpr std::uint16_t unset = 0x44;
+        if (!asRead.isEmpty() && isAsRead(&Page::paper) && isAsRead(&Page::orientation) && isAsRead(&Page::pagesWide)) {
+            stream_.record(setup, asRead);
+            return;
+        }
+        Bytes fresh;
+        fresh.u16(0).u16(100).u16(1).u16(1).u16(1).u16(upright).u16(600).u16(600).real(0.3).real(0.3).u16(1);
+        QByteArray body = asRead.size() == fresh.size() ? asRead : fresh.bytes();
+        std::uint16_t options = u16At(body, 10) & static_cast<std::uint16_t>(~(unset | upright));
+        options = static_cast<std::uint16_t>(options | (sheet_.page.orientation == xlPortrait ? upright : 0));
+        setU16(body, 0, static_cast<std::uint16_t>(sheet_.page.paper));
+        setU16(body, 10, options);
+        if (sheet_.page.pagesWide > 0) {
+            setU16(body, 6, static_cast<std::uint16_t>(sheet_.page.pagesWide));
+            setU16(body, 8, isAsRead(&Page::pagesWide) ? u16At(body, 8) : std::uint16_t{0});
+        }
+        stream_.record(setup, body);
+    }
+
+    void putOptions(const QByteArray &asRead)
+    {
+        constexpr std::uint16_t fitToPages = 0x100;
+        QByteArray body = asRead;
+        const auto others = static_cast<std::uint16_t>(u16At(body, 0) & ~fitToPages);
+        setU16(body, 0, static_cast<std::uint16_t>(others | (sheet_.page.pagesWide > 0 ? fitToPages : 0)));
+        stream_.record(sheetOptions, body);
+    }
+
+    void putWindow(const QByteArray &asRead)
+    {
+        constexpr std::uint16_t selectedAndShown = 0x600;
+        QByteArray body = asRead;
+        const auto others = static_cast<std::uint16_t>(u16At(body, 0) & ~selectedAndShown);
+        setU16(body, 0, static_cast<std::uint16_t>(others | (isActive_ ? selectedAndShown : 0)));
+        stream_.record(window2, body);
+    }
+
+    void putColumns()
+    {
+        constexpr std::uint16_t columnHidden = 1;
+        const auto bodyOf = [&](const model::Column &column) {
+            const int width = column.width != model::unset ? column.width : fileWidth(*sheet_.book, sheet_.standardWidth);
+            const auto options = static_cast<std::uint16_t>(column.options | (width == 0 ? columnHidden : 0));
+            const auto style = static_cast<std::uint32_t>(std::max<std::int64_t>(column.style, 0));
+            return Bytes().u16(static_cast<std::size_t>(width)).u16(formats_.format(style)).u16(options).u16(0).bytes();
+        };
+        for (auto column = sheet_.columns.begin(); column != sheet_.columns.end();) {
+            const QByteArray body = bodyOf(column->second);
+            const int first = column->first;
+            int last = first;
+            for (++column; column != sheet_.columns.end() && column->first == last + 1 && bodyOf(column->second) == body;
+                 ++column) {
+                last = column->first;
+            }
+            stream_.head(columnInfo, 12).u16(static_cast<std::size_t>(first)).u16(static_cast<std::size_t>(last)).raw(body);
+        }
+    }
+
+    void putDimensions()
+    {
+        const std::optional<Area> used = sheet_.used();
+        stream_.head(dimensions, 14).u32(0).u32(used ? static_cast<std::size_t>(used->bottom + 1) : 0);
+        stream_.u16(0).u16(used ? static_cast<std::size_t>(used->right + 1) : 0).u16(0);
+    }
+
+    static bool isTold(const model::Row &row)
+    {
+        return !row.cells.empty() || row.height != model::unset || row.fittedHeight != model::unset || row.style != model::unset
+            || row.options != 0;
+    }
+
+    void putRows()
+    {
+        const std::size_t count = sheet_.rows.size();
+        for (std::size_t block = 0; block < count; block += rowsOfBlock) {
+            const std::size_t end = std::min(block + rowsOfBlock, count);
+            for (std::size_t number = block; number < end; ++number) {
+                if (isTold(sheet_.rows[number])) {
+                    putRow(number, sheet_.rows[number]);
+                }
+            }
+            for (std::size_t number = block; number < end; ++number) {
+                putCells(number, sheet_.rows[number]);
+            }
+        }
+    }
+
+    void putRow(std::size_t number, const model::Row &row)
+    {
+        auto options = static_cast<std::uint16_t>((row.options & ~(heightByHand | rowHidden | rowHasFormat)) | rowAlways);
+        std::size_t height = static_cast<std::size_t>(sheet_.standardHeight);
+        if (row.height > 0) {
+            height = static_cast<std::size_t>(row.height);
+            options |= heightByHand;
+        } else {
+            const int fitted = std::max(row.fittedHeight, heightForFonts(sheet_, row).value_or(model::unset));
+            height = fitted == model::unset ? height : static_cast<std::size_t>(fitted);
+            options = static_cast<std::uint16_t>(options | (row.height == 0 ? rowHidden | (row.options & heightByHand) : 0));
+        }
+        const std::size_t first = row.cells.empty() ? 0 : row.cells.front().column;
+        const std::size_t behind = row.cells.empty() ? 0 : row.cells.back().column + 1U;
+        std::size_t format = standardFormat;
+        if (row.style != model::unset) {
+            options |= rowHasFormat;
+            format = formats_.format(static_cast<std::uint32_t>(row.style));
+        }
+        stream_.head(rowRecord, 16).u16(number).u16(first).u16(behind).u16(height).u16(0).u16(0).u16(options).u16(format);
+    }
+
+    void putCells(std::size_t rowNumber, const model::Row &row)
+    {
+        for (auto cell = row.cells.begin(); cell != row.cells.end();) {
+            if (cell->content == Content::Blank) {
+                cell = putBlanks(rowNumber, cell, row.cells.end());
+                continue;
+            }
+            const std::uint16_t format = formats_.format(cell->style);
+            if (cell->content == Content::Number) {
+                stream_.head(number, 14).u16(rowNumber).u16(cell->column).u16(format).real(cell->number);
+            } else if (cell->content == Content::Text) {
+                stream_.head(labelShared, 10).u16(rowNumber).u16(cell->column).u16(format).u32(texts_.number(cell->place));
+            } else {
+                putKept(sheet_.keptCells[cell->place], format);
+            }
+            ++cell;
+        }
+    }
+
+    using CellPlace = std::vector<Cell>::const_iterator;
+    CellPlace putBlanks(std::size_t rowNumber, CellPlace cell, CellPlace end)
+    {
+        CellPlace behind = cell + 1;
+        while (behind != end && behind->content == Content::Blank && behind->column == (behind - 1)->column + 1) {
+            ++behind;
+        }
+        const auto count = static_cast<std::size_t>(behind - cell);
+        if (count == 1) {
+            stream_.head(blank, 6).u16(rowNumber).u16(cell->column).u16(formats_.format(cell->style));
+            return behind;
+        }
+        stream_.head(multipleBlank, 6 + 2 * count).u16(rowNumber).u16(cell->column);
+        for (CellPlace each = cell; each != behind; ++each) {
+            stream_.u16(formats_.format(each->style));
+        }
+        stream_.u16((behind - 1)->column);
+        return behind;
+    }
+
+    void putKept(const std::vector<Record> &records, std::uint16_t format)
+    {
+        bool isFirst = true;
+        for (const Record &record : records) {
+            QByteArray body = record.body;
+            if (isFirst) {
+                setU16(body, 4, format);
+            }
+            stream_.record(record.id, body);
+            if (isFirst) {
+                putLeftShared(body);
+            }
+            isFirst = false;
+        }
+    }
+
+    /// The expression that several formulas share stands behind the first of them. Where that one was written over, the next
+    /// takes it along.
+    struct LeftShared {
+        QByteArray row;
+        QByteArray column;
+        Record record;
+        bool put = false;
+    };
+
+    void findLeftShared()
+    {
+        std::vector<bool> shown(sheet_.keptCells.size(), false);
+        for (const model::Row &row : sheet_.rows) {
+            for (const Cell &cell : row.cells) {
+                if (cell.content == Content::Kept) {
+                    shown[cell.place] = true;
+                }
+            }
+        }
+        for (std::size_t place = 0; place < shown.size(); ++place) {
+            for (const Record &record : sheet_.keptCells[place]) {
+                if (!shown[place] && record.id == sharedFormula) {
+                    const QByteArray &owner = sheet_.keptCells[place].front().body;
+                    leftShared_.push_back({owner.first(2), owner.mid(2, 2), record});
+                }
+            }
+        }
+    }
+
+    void putLeftShared(const QByteArray &formulaBody)
+    {
+        // A formula's expression begins behind 22 bytes; one that is shared names the cell of its owner there.
+        constexpr qsizetype expression = 22;
+        if (leftShared_.empty() || formulaBody.size() < expression + 5 || formulaBody[expression] != char{tokenOfShared}) {
+            return;
+        }
+        for (LeftShared &left : leftShared_) {
+            if (!left.put && formulaBody.mid(expression + 1, 4) == left.row + left.column) {
+                left.put = true;
+                stream_.record(left.record.id, left.record.body);
+            }
+        }
+    }
+
+    void putMerges()
+    {
+        const std::vector<Area> areas = sheet_.merges();
+        for (std::size_t start = 0; start < areas.size(); start += areasOfRecord) {
+            const std::size_t end = std::min(start + areasOfRecord, areas.size());
+            stream_.head(mergedCells, 2 + 8 * (end - start)).u16(end - start);
+            for (std::size_t at = start; at < end; ++at) {
+                for (const int edge : {areas[at].top, areas[at].bottom, areas[at].left, areas[at].right}) {
+                    stream_.u16(static_cast<std::size_t>(edge));
+                }
+            }
+        }
+    }
+
+    Bytes &stream_;
+    const model::Sheet &sheet_;
+    bool isActive_;
+    FormatWriter &formats_;
+    const TextNumbers &texts_;
+    std::vector<LeftShared> leftShared_;
+};
+} // namespace
+
+TextNumbers::TextNumbers(const model::Book &book) : numbers_(book.texts.size(), 0)
+{
+    std::vector<bool> known(book.texts.size(), false);
+    for (const auto &sheet : book.sheets) {
+        for (const model::Row &row : sheet->rows) {
+            for (const Cell &cell : row.cells) {
+                if (cell.content != Content::Text) {
+                    continue;
+                }
+                ++uses_;
+                if (!known[cell.place]) {
+                    known[cell.place] = true;
+                    numbers_[cell.place] = static_cast<std::uint32_t>(texts_.size());
+                    texts_.push_back(&book.texts.at(cell.place));
+                }
+            }
+        }
+    }
+}
+
+void putSheet(Bytes &stream, const model::Sheet &sheet, bool isActive, FormatWriter &formats, const TextNumbers &texts)
+{
+    SheetWriter(stream, sheet, isActive, formats, texts).put();
+}
+
+} // namespace excel::biff

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/excel/BiffFormats.h"
+
+namespace excel::biff
+{
+
+/// Gives each text that a cell shows its number in the file, in the order of the cells.
+class TextNumbers
+{
+public:
+    explicit TextNumbers(const model::Book &book);
+
+    std::uint32_t number(std::uint32_t place) const { return numbers_[place]; }
+    const std::vector<const model::Text *> &texts() const { return texts_; }
+    std::size_t uses() const { return uses_; }
+
+private:
+    std::vector<std::uint32_t> numbers_;
+    std::vector<const model::Text *> texts_;
+    std::size_t uses_ = 0;
+};
+
+/// Joins a sheet on to the stream, from its begin to its end.
+void putSheet(Bytes &stream, const model::Sheet &sheet, bool isActive, FormatWriter &formats, const TextNumbers &texts);
+
+} // namespace excel::biff

@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/BiffWriter.h"
+
+#include "platform/excel/BiffLayout.h"
+#include "platform/excel/BiffNames.h"
+#include "platform/excel/BiffSheetWriter.h"
+#include "platform/excel/ExcelError.h"
+
+#include <algorithm>
+
+namespace excel
+{
+
+using namespace biff;
+using model::Book;
+using model::Record;
+using model::Sheet;
+
+namespace
+{
+constexpr int rowsOfXls = 65536;
+constexpr int columnsOfXls = 256;
+constexpr qsizetype shortestStream = 4096;
+
+void checkLimits(const Book &book)
+{
+    for (const auto &sheet : book.sheets) {
+        Area extent = sheet->used().value_or(Area{0, 0, -1, -1});
+        for (const Area &merge : sheet->merges()) {
+            extent.bottom = std::max(extent.bottom, merge.bottom);
+            extent.right = std::max(extent.right, merge.right);
+        }
+        if (!sheet->columns.empty()) {
+            extent.right = std::max(extent.right, sheet->columns.rbegin()->first);
+        }
+        const auto tell = [&](const QString &what, int count, int most) {
+            throw ExcelError(QStringLiteral("the sheet \"%1\" has %2 %3; %4 are the most that a .xls holds.")
+                                 .arg(sheet->name)
+                                 .arg(count)
+                                 .arg(what)
+                                 .arg(most));
+        };
+        if (extent.bottom >= rowsOfXls) {
+            tell(QStringLiteral("rows"), extent.bottom + 1, rowsOfXls);
+        }
+        if (extent.right >= columnsOfXls) {
+            tell(QStringLiteral("columns"), extent.right + 1, columnsOfXls);
+        }
+    }
+}
+
+class BookWriter
+{
+public:
+    explicit BookWriter(const Book &book)
+        : book_(book), kept_(book.kept ? *book.kept : standardBook()), formats_(book, kept_), texts_(book), names_(book, kept_)
+    {
+    }
+
+    QByteArray stream()
+    {
+        for (const Record &record : kept_.globals) {
+            if (!putTold(record)) {
+                stream_.record(record.id, record.body);
+            }
+        }
+        for (std::size_t number = 0; number < book_.sheets.size(); ++number) {
+            // The list of sheets tells where each begins.
+            const auto start = static_cast<std::uint32_t>(stream_.size());
+            qToLittleEndian(start, stream_.bytes().data() + startPlaces_[number]);
+            putSheet(stream_, *book_.sheets[number], number == book_.activeSheet, formats_, texts_);
+        }
+        // A shorter stream would lie in the container's place for small ones, where some programs do not look.
+        if (stream_.size() < shortestStream) {
+            stream_.raw(QByteArray(shortestStream - stream_.size(), '\0'));
+        }
+        return stream_.bytes();
+    }
+
+private:
+    bool putTold(const Record &record)
+    {
+        switch (record.id) {
+        case font:
+            formats_.putFonts(stream_);
+            return true;
+        case numberFormat:
+            formats_.putNumberFormats(stream_);
+            return true;
+        case extendedFormat:
+            formats_.putFormats(stream_);
+            return true;
+        case palette:
+            formats_.putPalette(stream_);
+            return true;
+        case sheetNumbers:
+            stream_.head(sheetNumbers, 2 * book_.sheets.size());
+            for (std::size_t number = 1; number <= book_.sheets.size(); ++number) {
+                stream_.u16(number);
+            }
+            return true;
+        case boundSheet:
+            putSheetList();
+            return true;
+        case window1:
+            putWindow(record.body);
+            return true;
+        case supplyBook:
+            names_.putSupplyBook(stream_, record.body);
+            return true;
+        case externSheet:
+            names_.putReferences(stream_);
+            return true;
+        case definedName:
+            names_.putName(stream_, record.body);
+            return true;
+        case newNames:
+            names_.putNewNames(stream_);
+            return true;
+        case sharedTexts:
+            putSharedTexts(stream_, texts_.texts(), texts_.uses());
+            return true;
+        default:
+            return false;
+        }
+    }
+
+    void putSheetList()
+    {
+        for (const auto &sheet : book_.sheets) {
+            Bytes body;
+            body.u32(0).u16(sheet->kind);
+            putShortText(body, sheet->name);
+            startPlaces_.push_back(stream_.size() + 4);
+            stream_.record(boundSheet, body.bytes());
+        }
+    }
+
+    void putWindow(const QByteArray &asRead)
+    {
+        QByteArray body = asRead;
+        const auto active = static_cast<std::uint16_t>(book_.activeSheet);
+        if (u16At(body, 10) != active) {
+            setU16(body, 10, active);
+            setU16(body, 12, 0);
+        }
+        setU16(body, 14, 1);
+        stream_.record(window1, body);
+    }
+
+    const Book &book_;
+    const model::KeptBook &kept_;
+    FormatWriter formats_;
+    TextNumbers texts_;
+    NameWriter names_;
+    Bytes stream_;
+    std::vector<qsizetype> startPlaces_;
+};
+} // namespace
+
+QByteArray xlsBytes(const Book &book)
+{
+    checkLimits(book);
+    std::vector<CompoundEntry> container = (book.kept ? *book.kept : standardBook()).container;
+    const auto own = std::find_if(container.begin(), container.end(), [](const CompoundEntry &entry) {
+        return !entry.isStorage && entry.path.size() == 1
+            && entry.path.first().compare(QLatin1String("Workbook"), Qt::CaseInsensitive) == 0;
+    });
+    own->bytes = BookWriter(book).stream();
+    return writeCompound(container);
+}
+
+} // namespace excel

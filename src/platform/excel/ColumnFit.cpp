@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/ColumnFit.h"
+
+#include "platform/excel/CellValue.h"
+#include "platform/excel/FontMetrics.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace excel
+{
+
+using model::Cell;
+using model::Content;
+using model::Style;
+using model::Trait;
+
+namespace
+{
+/// Pixels left and right of a cell's text and of the line between two cells.
+constexpr int cellMargin = 5;
+constexpr double widestCharacters = 255;
+/// A machine without the font shows a wider one; so much more room keeps the text whole there.
+constexpr double roomForOtherFonts = 1.1;
+
+FontMetrics metricsOf(const model::Book &book, const Style &style)
+{
+    return {book.styles.fontNames.at(style[Trait::FontName]), style[Trait::Bold] != 0, style[Trait::FontSize] / 20.0};
+}
+
+int digitOf(const model::Book &book)
+{
+    return metricsOf(book, book.styles.at(0)).digitWidth();
+}
+
+/// Pixels of one text, its rotation worked in.
+double textWidth(const FontMetrics &metrics, const Style &style, const QString &text)
+{
+    double widest = 0;
+    for (const QStringView line : QStringView(text).split(u'\n')) {
+        widest = std::max(widest, metrics.width(line));
+    }
+    const double turn = std::abs(style[Trait::Rotation]) * std::acos(-1.0) / 180;
+    const double lineHeight = style[Trait::FontSize] / 20.0 * 96 / 72 * 1.2;
+    return style[Trait::Rotation] == 0 ? widest : std::abs(widest * std::cos(turn)) + lineHeight * std::sin(turn);
+}
+
+class ColumnFitter
+{
+public:
+    explicit ColumnFitter(model::Sheet &sheet) : sheet_(sheet), book_(*sheet.book) {}
+
+    void fit(int first, int last)
+    {
+        widest_.assign(static_cast<std::size_t>(last - first + 1), 0);
+        for (std::size_t row = 0; row < sheet_.rows.size(); ++row) {
+            for (const Cell &cell : sheet_.rows[row].cells) {
+                if (cell.column >= first && cell.column <= last) {
+                    take(static_cast<int>(row), cell, first);
+                }
+            }
+        }
+        const int digit = digitOf(book_);
+        for (std::size_t at = 0; at < widest_.size(); ++at) {
+            if (widest_[at] > 0) {
+                const double pixels = std::ceil(widest_[at] * roomForOtherFonts) + cellMargin;
+                const double characters = std::min(pixels / digit, widestCharacters);
+                sheet_.columns[first + static_cast<int>(at)].setWidth(static_cast<int>(std::lround(characters * 256)));
+            }
+        }
+    }
+
+private:
+    void take(int row, const Cell &cell, int first)
+    {
+        if (cell.content != Content::Number && cell.content != Content::Text) {
+            return;
+        }
+        const Style &style = book_.styles.at(cell.style);
+        if (style[Trait::Wrap] != 0 || sheet_.mergeAt(row, cell.column)) {
+            return;
+        }
+        if (cell.style >= metrics_.size()) {
+            metrics_.resize(book_.styles.size());
+        }
+        std::optional<FontMetrics> &metrics = metrics_[cell.style];
+        if (!metrics) {
+            metrics = metricsOf(book_, style);
+        }
+        double &widest = widest_[static_cast<std::size_t>(cell.column - first)];
+        const bool isText = cell.content == Content::Text;
+        widest = std::max(widest, textWidth(*metrics, style, isText ? book_.texts.at(cell.place).text : shownText(book_, cell)));
+    }
+
+    model::Sheet &sheet_;
+    model::Book &book_;
+    std::vector<double> widest_;
+    std::vector<std::optional<FontMetrics>> metrics_;
+};
+} // namespace
+
+void fitColumns(model::Sheet &sheet, int first, int last)
+{
+    ColumnFitter(sheet).fit(first, last);
+}
+
+int fileWidth(const model::Book &book, double characters)
+{
+    const int digit = digitOf(book);
+    if (characters < 1) {
+        return static_cast<int>(std::lround(characters * (digit + cellMargin) / digit * 256));
+    }
+    return static_cast<int>(std::lround((characters * digit + cellMargin) / digit * 256));
+}
+
+double characterWidth(const model::Book &book, int width)
+{
+    const int digit = digitOf(book);
+    const double pixels = width / 256.0 * digit;
+    const double characters = pixels < digit + cellMargin ? pixels / (digit + cellMargin) : (pixels - cellMargin) / digit;
+    return std::round(characters * 100) / 100;
+}
+
+std::optional<int> heightForFonts(const model::Sheet &sheet, const model::Row &row)
+{
+    std::int32_t largest = sheet.book->styles.at(0)[Trait::FontSize];
+    const std::int32_t standard = largest;
+    for (const Cell &cell : row.cells) {
+        if (cell.content == Content::Number || cell.content == Content::Text) {
+            largest = std::max(largest, sheet.book->styles.at(cell.style)[Trait::FontSize]);
+        }
+    }
+    if (largest == standard) {
+        return std::nullopt;
+    }
+    // A line takes the font's size and about a quarter more, in whole pixels of 15 twips.
+    const int needed = static_cast<int>(std::ceil(largest * 1.28 / 15)) * 15;
+    return needed > sheet.standardHeight ? std::optional(needed) : std::nullopt;
+}
+
+} // namespace excel

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/basic/RunTimeError.h"
+
+namespace excel
+{
+
+/// What the engine refuses: number 1004 and a sentence that names the file, the sheet or the value.
+class ExcelError : public basic::RunTimeError
+{
+public:
+    static constexpr int refused = 1004;
+    /// No spreadsheet program took a file.
+    static constexpr int noProgram = 429;
+
+    explicit ExcelError(const QString &description) : RunTimeError(refused, description) {}
+    ExcelError(int number, const QString &description) : RunTimeError(number, description) {}
+};
+
+} // namespace excel

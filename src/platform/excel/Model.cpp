@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/Model.h"
+
+#include "platform/excel/ExcelError.h"
+
+#include <algorithm>
+
+namespace excel::model
+{
+
+namespace
+{
+bool standsBefore(const Cell &cell, int column)
+{
+    return cell.column < column;
+}
+} // namespace
+
+std::uint32_t TextTable::place(const QString &text)
+{
+    const auto found = places_.constFind(text);
+    if (found != places_.constEnd()) {
+        return *found;
+    }
+    const std::uint32_t place = add({text, {}, {}});
+    places_.insert(text, place);
+    return place;
+}
+
+std::uint32_t TextTable::add(Text text)
+{
+    texts_.push_back(std::move(text));
+    return static_cast<std::uint32_t>(texts_.size() - 1);
+}
+
+Row &Sheet::row(int number)
+{
+    const auto place = static_cast<std::size_t>(number);
+    if (place >= rows.size()) {
+        rows.resize(place + 1);
+    }
+    return rows[place];
+}
+
+const Row *Sheet::rowIfAny(int number) const
+{
+    const auto place = static_cast<std::size_t>(number);
+    return number >= 0 && place < rows.size() ? &rows[place] : nullptr;
+}
+
+const Cell *Sheet::cellIfAny(int rowNumber, int column) const
+{
+    const Row *found = rowIfAny(rowNumber);
+    if (!found) {
+        return nullptr;
+    }
+    const auto at = std::lower_bound(found->cells.begin(), found->cells.end(), column, standsBefore);
+    return at != found->cells.end() && at->column == column ? &*at : nullptr;
+}
+
+Cell &Sheet::cell(int rowNumber, int column)
+{
+    Row &found = row(rowNumber);
+    auto at = std::lower_bound(found.cells.begin(), found.cells.end(), column, standsBefore);
+    if (at == found.cells.end() || at->column != column) {
+        Cell added;
+        added.style = styleAt(rowNumber, column);
+        added.column = static_cast<std::uint16_t>(column);
+        at = found.cells.insert(at, added);
+    }
+    return *at;
+}
+
+std::uint32_t Sheet::styleAt(int rowNumber, int column) const
+{
+    if (const Cell *found = cellIfAny(rowNumber, column)) {
+        return found->style;
+    }
+    const Row *inRow = rowIfAny(rowNumber);
+    if (inRow && inRow->style != unset) {
+        return static_cast<std::uint32_t>(inRow->style);
+    }
+    const auto inColumn = columns.find(column);
+    return inColumn != columns.end() && inColumn->second.style != unset ? static_cast<std::uint32_t>(inColumn->second.style) : 0;
+}
+
+std::optional<Area> Sheet::mergeAt(int rowNumber, int column) const
+{
+    if (const Row *found = rowIfAny(rowNumber)) {
+        for (const Area &area : found->merges) {
+            if (area.holds(rowNumber, column)) {
+                return area;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+void Sheet::part(const Area &area)
+{
+    std::vector<Area> met;
+    for (int number = area.top; number <= area.bottom; ++number) {
+        if (const Row *found = rowIfAny(number)) {
+            std::copy_if(found->merges.begin(), found->merges.end(), std::back_inserter(met),
+                         [&](const Area &merged) { return merged.meets(area); });
+        }
+    }
+    for (const Area &merged : met) {
+        for (int number = merged.top; number <= merged.bottom; ++number) {
+            std::erase(row(number).merges, merged);
+        }
+    }
+}
+
+void Sheet::merge(const Area &area)
+{
+    part(area);
+    if (area.rows() == 1 && area.columns() == 1) {
+        return;
+    }
+    for (int number = area.top; number <= area.bottom; ++number) {
+        row(number).merges.push_back(area);
+        for (int column = area.left; column <= area.right; ++column) {
+            if (number != area.top || column != area.left) {
+                cell(number, column).content = Content::Blank;
+            }
+        }
+    }
+}
+
+std::optional<Area> Sheet::used() const
+{
+    Area area{0, 0, -1, -1};
+    for (std::size_t number = 0; number < rows.size(); ++number) {
+        if (!rows[number].cells.empty()) {
+            area.bottom = static_cast<int>(number);
+            area.right = std::max(area.right, int{rows[number].cells.back().column});
+        }
+    }
+    return area.bottom < 0 ? std::nullopt : std::optional(area);
+}
+
+std::vector<Area> Sheet::merges() const
+{
+    std::vector<Area> result;
+    for (std::size_t number = 0; number < rows.size(); ++number) {
+        std::copy_if(rows[number].merges.begin(), rows[number].merges.end(), std::back_inserter(result),
+                     [&](const Area &area) { return area.top == static_cast<int>(number); });
+    }
+    return result;
+}
+
+Sheet &Book::addSheet(std::size_t position)
+{
+    const auto taken = [this](const QString &name) {
+        return std::any_of(sheets.begin(), sheets.end(),
+                           [&](const auto &sheet) { return sheet->name.compare(name, Qt::CaseInsensitive) == 0; });
+    };
+    auto sheet = std::make_unique<Sheet>();
+    sheet->book = this;
+    for (std::size_t number = sheets.size() + 1; sheet->name.isEmpty() || taken(sheet->name); ++number) {
+        sheet->name = QStringLiteral("Sheet%1").arg(number);
+    }
+    return **sheets.insert(sheets.begin() + static_cast<std::ptrdiff_t>(position), std::move(sheet));
+}
+
+std::size_t Book::positionOf(const Sheet &wanted) const
+{
+    const auto found = std::find_if(sheets.begin(), sheets.end(), [&](const auto &sheet) { return sheet.get() == &wanted; });
+    return static_cast<std::size_t>(found - sheets.begin());
+}
+
+void Book::checkName(const Sheet &owner, const QString &name) const
+{
+    const QString told = QStringLiteral("The sheet name \"%1\" is not allowed: ").arg(name);
+    if (name.isEmpty()) {
+        throw ExcelError(QStringLiteral("A sheet name cannot be empty."));
+    }
+    if (name.size() > maxSheetNameLength) {
+        throw ExcelError(told
+                         + QStringLiteral("it has %1 characters, %2 are the most.").arg(name.size()).arg(maxSheetNameLength));
+    }
+    const auto forbidden = [](QChar letter) { return letter < u' ' || QStringView(u":\\/?*[]").contains(letter); };
+    if (std::any_of(name.begin(), name.end(), forbidden)) {
+        throw ExcelError(told + QStringLiteral("it holds one of : \\ / ? * [ ]."));
+    }
+    if (name.startsWith(u'\'') || name.endsWith(u'\'')) {
+        throw ExcelError(told + QStringLiteral("it begins or ends with an apostrophe."));
+    }
+    for (const auto &sheet : sheets) {
+        if (sheet.get() != &owner && sheet->name.compare(name, Qt::CaseInsensitive) == 0) {
+            throw ExcelError(told + QStringLiteral("another sheet has it."));
+        }
+    }
+}
+
+void deleteSheet(Book &book, Sheet &sheet)
+{
+    if (book.sheets.size() == 1) {
+        throw ExcelError(QStringLiteral("The only sheet of a workbook cannot be deleted."));
+    }
+    if (book.kept && book.kept->countsOnSheetPlaces) {
+        throw ExcelError(
+            QStringLiteral("The sheet \"%1\" cannot be deleted: formulas or names of %2 refer to sheets by their place.")
+                .arg(sheet.name, book.path));
+    }
+    const std::size_t position = book.positionOf(sheet);
+    sheet.deleted = true;
+    book.deletedSheets.push_back(std::move(book.sheets[position]));
+    book.sheets.erase(book.sheets.begin() + static_cast<std::ptrdiff_t>(position));
+    if (book.activeSheet > position || book.activeSheet == book.sheets.size()) {
+        --book.activeSheet;
+    }
+}
+
+void Session::handOver()
+{
+    if (!visible || !launcher) {
+        return;
+    }
+    for (const auto &book : books) {
+        if (book->saved && !book->handedOver) {
+            book->handedOver = true;
+            if (!launcher->open(book->path)) {
+                launcher->tellWhere(book->path);
+            }
+        }
+    }
+}
+
+} // namespace excel::model

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QHash>
+#include <QString>
+
+#include <array>
+#include <cstdint>
+#include <unordered_map>
+#include <vector>
+
+namespace excel::model
+{
+
+/// What a cell looks like is a row of whole numbers, so that one function changes any of them.
+enum class Trait : std::size_t {
+    /// Index of the format record in the file that it was read from; what no other trait tells comes from there.
+    BaseFormat,
+    /// Place in `StyleTable::fontNames`.
+    FontName,
+    /// Twentieths of a point.
+    FontSize,
+    Bold,
+    /// 0 none, 1 single, 2 double.
+    Underline,
+    /// 0 general, 1 left, 2 centre, 3 right, 4 fill, 5 justify, 6 across.
+    Horizontal,
+    /// 0 top, 1 centre, 2 bottom, 3 justify.
+    Vertical,
+    Wrap,
+    /// Degrees from -90 to 90; 255 for letters below each other.
+    Rotation,
+    /// Place in `StyleTable::numberFormats`.
+    NumberFormat,
+    LeftLine,
+    RightLine,
+    TopLine,
+    BottomLine,
+    /// 0 none, 1 solid; a file read may hold others.
+    Pattern,
+    /// 0xRRGGBB, -1 automatic; in force while no theme colour is set.
+    FillColour,
+    /// 1 to 10; 0 for none.
+    ThemeColour,
+    /// Millionths.
+    Tint,
+    Count
+};
+
+/// Lines of an edge as the file formats number them.
+enum LineCode : std::int32_t { noLine = 0, thinLine = 1, mediumLine = 2, thickLine = 5, hairLine = 7 };
+
+struct Style {
+    std::array<std::int32_t, static_cast<std::size_t>(Trait::Count)> values{};
+
+    std::int32_t operator[](Trait trait) const { return values[static_cast<std::size_t>(trait)]; }
+    std::int32_t &operator[](Trait trait) { return values[static_cast<std::size_t>(trait)]; }
+    bool operator==(const Style &) const = default;
+    /// 0xRRGGBB of the fill, theme and tint worked in; -1 without one.
+    std::int32_t shade() const;
+};
+
+struct StyleHash {
+    std::size_t operator()(const Style &style) const;
+};
+
+/// One change of a style: a trait and its value, or one of the two that treat all four edges together.
+enum class EdgeChange : std::size_t { LineStyle = static_cast<std::size_t>(Trait::Count), Weight };
+
+/// A list of different texts, each found by its place.
+class NameList
+{
+public:
+    std::int32_t place(const QString &name);
+    const QString &at(std::int32_t place) const { return names_[static_cast<std::size_t>(place)]; }
+    std::size_t size() const { return names_.size(); }
+
+private:
+    std::vector<QString> names_;
+    QHash<QString, std::int32_t> places_;
+};
+
+/// Every different look once. Style 0 is that of a cell never touched.
+class StyleTable
+{
+public:
+    StyleTable();
+
+    std::uint32_t place(const Style &style);
+    const Style &at(std::uint32_t place) const { return styles_[place]; }
+    std::size_t size() const { return styles_.size(); }
+    /// Style 0 of a workbook that was read.
+    void setStandard(const Style &style);
+
+    /// The place of the style that results; remembered, since the same few changes come again for each cell.
+    std::uint32_t changed(std::uint32_t place, Trait trait, std::int32_t value);
+    std::uint32_t changed(std::uint32_t place, EdgeChange change, std::int32_t value);
+
+    NameList fontNames;
+    NameList numberFormats;
+
+private:
+    std::uint32_t changedBy(std::uint32_t place, std::size_t change, std::int32_t value);
+
+    struct Step {
+        std::uint32_t from;
+        std::uint32_t change;
+        std::int32_t value;
+        bool operator==(const Step &) const = default;
+    };
+    struct StepHash {
+        std::size_t operator()(const Step &step) const;
+    };
+    std::vector<Style> styles_;
+    std::unordered_map<Style, std::uint32_t, StyleHash> places_;
+    std::unordered_map<Step, std::uint32_t, StepHash> steps_;
+};
+
+} // namespace excel::model

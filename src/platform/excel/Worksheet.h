@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/excel/Range.h"
+
+namespace excel
+{
+class Worksheets;
+
+/// Whole columns, told as "A:O", "a:a" or "C".
+class Columns
+{
+public:
+    Columns(std::shared_ptr<model::Book> book, model::Sheet *sheet, int first, int last);
+
+    /// Widths from the widest text of each column, by the font table of the program: the same on every machine. Merged and
+    /// wrapped cells do not count, a column without text keeps its width.
+    void AutoFit();
+    /// Characters of the standard font, 0 to 255.
+    void setColumnWidth(double characters);
+    double ColumnWidth() const;
+    /// "$A:$O".
+    QString Address() const;
+
+private:
+    std::shared_ptr<model::Book> book_;
+    model::Sheet *sheet_;
+    int first_;
+    int last_;
+};
+
+/// How a sheet is printed. The paper is A4 unless told otherwise; margins are points.
+class PageSetup
+{
+public:
+    PageSetup(std::shared_ptr<model::Book> book, model::Sheet *sheet);
+
+    /// "$1:$7"; empty takes the title away.
+    void setPrintTitleRows(const QString &rows);
+    QString PrintTitleRows() const;
+    /// "$A:$A" or "A:A"; empty takes the title away.
+    void setPrintTitleColumns(const QString &columns);
+    QString PrintTitleColumns() const;
+
+    /// Texts with the codes &D date, &T time, &P page, &N pages; 255 characters in all three together.
+    void setLeftHeader(const QString &text);
+    QString LeftHeader() const;
+    void setCenterHeader(const QString &text);
+    QString CenterHeader() const;
+    void setRightHeader(const QString &text);
+    QString RightHeader() const;
+    void setLeftFooter(const QString &text);
+    QString LeftFooter() const;
+    void setCenterFooter(const QString &text);
+    QString CenterFooter() const;
+    void setRightFooter(const QString &text);
+    QString RightFooter() const;
+
+    /// xlPortrait or xlLandscape.
+    void setOrientation(int orientation);
+    int Orientation() const;
+    /// The number of the paper kind; xlPaperA4.
+    void setPaperSize(int paper);
+    int PaperSize() const;
+
+    void setLeftMargin(double points);
+    double LeftMargin() const;
+    void setRightMargin(double points);
+    double RightMargin() const;
+    void setTopMargin(double points);
+    double TopMargin() const;
+    void setBottomMargin(double points);
+    double BottomMargin() const;
+
+    /// Shrinks the print to so many pages wide, as many down as it takes; 0 prints at full size.
+    void setFitToPagesWide(int pages);
+    int FitToPagesWide() const;
+
+private:
+    model::Sheet &sheet() const;
+
+    std::shared_ptr<model::Book> book_;
+    model::Sheet *sheet_;
+};
+
+/// One sheet: a light handle. Error 91 on a handle that holds nothing, 1004 when the sheet was deleted.
+class Worksheet
+{
+public:
+    Worksheet() = default;
+    Worksheet(std::shared_ptr<model::Book> book, model::Sheet *sheet);
+
+    QString Name() const;
+    /// Error 1004, the name staying as it was: empty, over 31 characters, one of : \ / ? * [ ], an apostrophe at either end, or
+    /// a name that another sheet has, letter case disregarded.
+    void setName(const QString &name);
+    /// Makes it the sheet on top.
+    void Activate();
+    /// Error 1004 for the only sheet of a workbook. Never asks.
+    void Delete();
+
+    /// First and last cell, "A9" or "a9"; a single cell is told once or twice. Error 1004 for a cell outside the sheet.
+    excel::Range Range(const QString &first, const QString &last) const;
+    excel::Range Range(const QString &cell) const;
+    excel::Columns Columns(const QString &columns) const;
+    excel::PageSetup PageSetup() const;
+
+    bool isNothing() const { return sheet_ == nullptr; }
+
+private:
+    friend class excel::Worksheets;
+    model::Sheet &sheet() const;
+
+    std::shared_ptr<model::Book> book_;
+    model::Sheet *sheet_ = nullptr;
+};
+
+} // namespace excel

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "store/clsPestMONNew.h"
+
+#include <QDate>
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+/// How many cells a pest gets on a field sheet: three, "Cnt", "In" and "Out"; one; or two, "In" and "Out".
+enum class SheetLayout { CountInOut = 1, Single = 2, InOut = 3 };
+
+struct SheetBlock {
+    QString name = {};
+    QStringList varieties = {};
+    /// Numbers of its monitoring points, ascending.
+    std::vector<int> points = {};
+};
+
+/// What all sheets of an instruction bear.
+struct FieldSheetData {
+    QString farm = {};
+    QDate completion = {};
+    QString person = {};
+    /// Names in the order of their columns.
+    std::vector<QString> pests = {};
+    SheetLayout layout = SheetLayout::Single;
+};
+
+/// "Pest Monitoring: Count" for the counting method, else "Pest Monitoring: Absent".
+QString sheetTitle(bool absent);
+
+/// Names of the instruction's pests in the order of their keys.
+std::vector<QString> pestsOfInstruction(clsPestMONNew &objPestMON, clsPestMONNew::Key instruction);
+std::vector<clsPestMONNew::Key> blocksOfInstruction(clsPestMONNew &objPestMON, clsPestMONNew::Key instruction);
+SheetBlock readSheetBlock(clsPestMONNew &objPestMON, clsPestMONNew::Key instruction, clsPestMONNew::Key block);

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "reports/FieldSheetData.h"
+
+#include <functional>
+
+class ScreenHost;
+
+/// What the editor tells of the instruction whose sheets are to be made.
+struct FieldSheetOrder {
+    clsPestMONNew::Key instruction = 0;
+    QString method = {};
+    QDate completion = {};
+    QString person = {};
+    SheetLayout layout = SheetLayout::Single;
+
+    /// The sheets of any method but counting note who is absent.
+    bool absent() const { return method != QLatin1String("Count"); }
+};
+
+/// Percent done, 0 to 100.
+using SheetProgress = std::function<void(double percent)>;
+
+/// A workbook with a sheet for each block, saved in Reports/Pest Monitor and handed over. Nothing happens without blocks.
+void printBlockSheets(ScreenHost &host, const FieldSheetOrder &order, const SheetProgress &progress);
+
+/// A workbook with all blocks on one sheet. Nothing happens without an instruction; an error is shown in a box.
+void Print_All_Blocks(ScreenHost &host, const FieldSheetOrder &order, const SheetProgress &progress);

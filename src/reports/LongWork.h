@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+
+class ScreenHost;
+
+/// Long work of a screen, from its making to its end: the pointer is busy, and the window repaints as often as it is let. Keys
+/// and clicks wait until the screen is free again.
+class LongWork
+{
+public:
+    LongWork();
+    ~LongWork();
+    LongWork(const LongWork &) = delete;
+    LongWork &operator=(const LongWork &) = delete;
+
+    static void letRepaint();
+};
+
+/// Long work that shows the main window's progress picture while it lasts.
+class LongWorkWithPicture : public LongWork
+{
+public:
+    explicit LongWorkWithPicture(ScreenHost &host);
+    ~LongWorkWithPicture();
+
+private:
+    ScreenHost &host_;
+};
+
+/// Draws how far the work is on Picture4, with "40% of " and the text on it.
+void Show_Progress(ScreenHost &host, std::int16_t percent, const QString &text);

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "reports/RecordsReport.h"
+
+#include "platform/basic/Numbers.h"
+#include "reports/LongWork.h"
+#include "reports/TemplateReport.h"
+#include "shell/ScreenHost.h"
+#include "store/clsPestMONNew.h"
+
+#include <QDir>
+
+namespace
+{
+
+/// Points of a block that states none, and of a pest that was never found.
+constexpr int DefaultPoints = 5;
+constexpr std::int32_t CountMethod = 1;
+
+std::vector<PestRecord> readRecords(dao::Recordset rows)
+{
+    std::vector<PestRecord> records;
+    if (rows.Eof()) {
+        return records;
+    }
+    const int completed = rows.fieldIndex("PMTransDateCom");
+    const int point = rows.fieldIndex("PMBPunt");
+    const int method = rows.fieldIndex("PMMethodID");
+    const int count = rows.fieldIndex("PMCount");
+    const int yes = rows.fieldIndex("PMYes");
+    records.reserve(static_cast<std::size_t>(rows.RecordCount()));
+    for (; !rows.Eof(); rows.MoveNext()) {
+        records.push_back({.completed = rows.date(completed).value_or(basic::SerialDate()),
+                           .point = rows.longValue(point),
+                           .counts = rows.longValue(method) == CountMethod,
+                           .count = rows.isNull(count) ? QString() : rows.text(count),
+                           .yes = rows.boolean(yes)});
+    }
+    return records;
+}
+
+RecordsSource sourceOf(clsPestMONNew &store, const RecordsOrder &order)
+{
+    const auto from = basic::SerialDate::fromDate(order.from);
+    const auto to = basic::SerialDate::fromDate(order.to);
+    return {.pointsOfPest = [&store](std::int32_t pest) -> std::optional<int> {
+                const dao::Recordset rows = store.Get_PestData_Points_Pest(pest);
+                if (rows.Eof() || rows.isNull(0)) {
+                    return {};
+                }
+                return rows.longValue(0);
+            },
+            .records = [&store, from,
+                        to](std::int32_t block,
+                            std::int32_t pest) { return readRecords(store.Get_PestData_for_Block(block, pest, from, to)); }};
+}
+
+void writePest(RecordsSheet &sheet, const ReportChoice &pest, const RecordsOrder &order, const RecordsSource &source)
+{
+    const int points = source.pointsOfPest(pest.key).value_or(DefaultPoints);
+    sheet.beginGroup(pest.name, points);
+    for (const ReportChoice &block : order.blocks) {
+        if (block.chosen) {
+            sheet.writeTable(QStringLiteral("Block"), block.name, points, source.records(block.key, pest.key));
+        }
+    }
+}
+
+void writeBlock(RecordsSheet &sheet, const ReportChoice &block, const RecordsOrder &order, const RecordsSource &source)
+{
+    const int points = block.points == 0 ? DefaultPoints : block.points;
+    sheet.beginGroup(QStringLiteral("Block :  ") + block.name, points);
+    for (const ReportChoice &pest : order.pests) {
+        if (pest.chosen) {
+            sheet.writeTable(QStringLiteral("Pest"), pest.name, points, source.records(block.key, pest.key));
+        }
+    }
+}
+
+} // namespace
+
+void writeRecords(RecordsSheet &sheet, const RecordsOrder &order, const RecordsSource &source,
+                  const std::function<void(double percent)> &progress)
+{
+    constexpr double whole = 100.0;
+    const bool byPest = order.nesting == RecordsNesting::ByPest;
+    const std::vector<ReportChoice> &outer = byPest ? order.pests : order.blocks;
+    sheet.writeHeading(order.farm, order.from, order.to);
+    int counter = 1;
+    for (const ReportChoice &choice : outer) {
+        if (choice.chosen) {
+            byPest ? writePest(sheet, choice, order, source) : writeBlock(sheet, choice, order, source);
+            sheet.endGroup();
+        }
+        progress(whole * counter++ / static_cast<double>(outer.size()));
+    }
+    sheet.fitColumns();
+}
+
+void printRecords(ScreenHost &host, const RecordsOrder &order)
+{
+    TemplateReport report(host, QStringLiteral("Analysis.xls"));
+    report.application().setVisible(true);
+    const LongWorkWithPicture work(host);
+    RecordsSheet sheet(report.application());
+    writeRecords(sheet, order, sourceOf(host.objPestMON(), order), [&host](double percent) {
+        Show_Progress(host, basic::toInteger16(percent), QStringLiteral("Pest monitor records"));
+    });
+    const QString path = report.save(QStringLiteral("Report_"));
+    host.showStatus(QStringLiteral("Report saved as %1").arg(QDir::toNativeSeparators(path)));
+}

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/basic/SerialDate.h"
+#include "platform/excel/Application.h"
+
+#include <QDate>
+#include <QString>
+
+#include <vector>
+
+/// One captured value of a block and a pest.
+struct PestRecord {
+    basic::SerialDate completed;
+    int point = 0;
+    /// Whether the instruction counted; else it asked for Yes or No.
+    bool counts = false;
+    /// As captured; empty when nothing was.
+    QString count = {};
+    bool yes = false;
+};
+
+/// The sheet of the records report, written from top to bottom: a heading, and below it captions with the tables that belong to
+/// them. A column beyond Z has no cell, and what would stand there is left out of the totals; a range then ends at Z.
+class RecordsSheet
+{
+public:
+    /// Writes on the active sheet of `application`.
+    explicit RecordsSheet(const excel::Application &application);
+
+    void writeHeading(const QString &farm, QDate from, QDate to);
+    /// A line over the tables to come, as wide as they are.
+    void beginGroup(const QString &caption, int points);
+    /// A table with a line per date of completion, in the order of `records`; nothing without records. Totals stand under it as
+    /// soon as one of the records is a count.
+    void writeTable(const QString &nameHeading, const QString &name, int points, const std::vector<PestRecord> &records);
+    void endGroup();
+    void fitColumns();
+
+    /// Row of the last line written, from 1.
+    int row() const { return row_; }
+
+private:
+    struct Totals;
+    struct CellLook {
+        double size;
+        bool bold;
+        bool framed;
+    };
+
+    excel::Range range(const QString &first, const QString &last) const;
+    excel::Range lineUpTo(int place) const;
+    void write(const QString &first, const QString &last, const QString &text, CellLook look) const;
+    /// Does nothing beyond Z.
+    void writePlace(int place, const QString &text, CellLook look) const;
+    void writeTableHeading(const QString &nameHeading, int points);
+    void writeRecord(const PestRecord &record, Totals &totals) const;
+    void writeTotals(int points, const Totals &totals);
+
+    excel::Application application_;
+    int row_;
+};

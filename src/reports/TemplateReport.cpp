@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "reports/TemplateReport.h"
+
+#include "common/SessionContext.h"
+#include "platform/basic/Clock.h"
+#include "platform/basic/Formats.h"
+#include "platform/basic/TextFiles.h"
+#include "reports/modReporting.h"
+#include "shell/ScreenHost.h"
+
+excel::Application &sessionApplication(ScreenHost &host)
+{
+    std::optional<excel::Application> &application = host.excelApplication();
+    if (!application) {
+        application.emplace(&host.launcher());
+    }
+    return *application;
+}
+
+TemplateReport::TemplateReport(ScreenHost &host, const QString &name) : host_(host)
+{
+    const QString told = host.session().AppPath + QStringLiteral("/Templates/") + name;
+    try {
+        sessionApplication(host).Workbooks().Open(basic::findPath(told).value_or(told));
+    } catch (const basic::RunTimeError &) {
+        host_.excelApplication().reset();
+        throw;
+    }
+}
+
+TemplateReport::~TemplateReport()
+{
+    host_.excelApplication().reset();
+}
+
+excel::Application &TemplateReport::application()
+{
+    return sessionApplication(host_);
+}
+
+QString TemplateReport::save(const QString &prefix)
+{
+    const QDateTime now = basic::Clock::now();
+    const QString name = checkedFileName(prefix + basic::longDate(now.date()) + now.toString(QStringLiteral("  HH-mm-ss"))
+                                         + QStringLiteral(".xls"));
+    const QString path = reportsFolder(host_.session().AppPath, QStringLiteral("Pest Monitor Reports")) + u'/' + name;
+    application().ActiveWorkbook().SaveAs(path);
+    application().setVisible(true);
+    return path;
+}

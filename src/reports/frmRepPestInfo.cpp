@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "reports/frmRepPestInfo.h"
+
+#include "common/HandOffFiles.h"
+#include "common/PestTypes.h"
+#include "platform/basic/Clock.h"
+#include "platform/basic/Formats.h"
+#include "platform/basic/Numbers.h"
+#include "platform/controls/Look.h"
+#include "store/clsPestMONNew.h"
+#include "ui_frmRepPestInfo.h"
+
+namespace
+{
+
+constexpr int NameColumn = 2;
+constexpr int PointsColumn = 3;
+
+Ui::frmRepPestInfo &setUp(Ui::frmRepPestInfo &ui, QWidget *screen)
+{
+    ui.setupUi(screen);
+    return ui;
+}
+
+std::vector<PickGrid::Column> pestColumns()
+{
+    return {{QString(), 0}, {QStringLiteral("CTargetID"), 0}, {QStringLiteral("Target"), 2500}, {QStringLiteral("Select"), 600}};
+}
+
+std::vector<PickGrid::Column> blockColumns()
+{
+    return {{QString(), 0},
+            {QStringLiteral("BlockID"), 0},
+            {QStringLiteral("Block"), 1900},
+            {QStringLiteral("Points"), 600},
+            {QStringLiteral("Select"), 600}};
+}
+
+/// Paints the mark of all rows, and of them alone, and stays on the first.
+void setAll(controls::FlexGrid &grid, PickGrid &list, bool chosen)
+{
+    grid.setRedraw(false);
+    for (int row = 1; row <= list.lastDataRow(); ++row) {
+        list.setMarked(row, chosen);
+    }
+    grid.setCell(1, list.markColumn());
+    grid.setRedraw(true);
+}
+
+std::vector<ReportChoice> choices(const controls::FlexGrid &grid, const PickGrid &list, bool withPoints)
+{
+    std::vector<ReportChoice> all;
+    for (int row = 1; row <= list.lastDataRow(); ++row) {
+        const double points = withPoints ? basic::Val(grid.TextMatrix(row, PointsColumn)) : 0.0;
+        all.push_back({.key = list.key(row),
+                       .name = grid.TextMatrix(row, NameColumn),
+                       .chosen = list.isMarked(row),
+                       .points = basic::toInteger16(points)});
+    }
+    return all;
+}
+
+} // namespace
+
+frmRepPestInfo::frmRepPestInfo(ScreenHost &host, QWidget *parent)
+    : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmRepPestInfo>()), pests_(*setUp(*ui_, this).grdPestIn, pestColumns()),
+      blocks_(*ui_->grdBlockIn, blockColumns())
+{
+    ui_->cmdExcel->setIcon(controls::Look::icon(QStringLiteral("sheet"), QStringLiteral("onacc")));
+    ui_->cmdPALL->setIcon(controls::Look::icon(QStringLiteral("sheet")));
+    ui_->cmdTCancel->setIcon(controls::Look::icon(QStringLiteral("close")));
+    ui_->cmbTPest->setTypingAllowed(false);
+    for (controls::FlexGrid *grid : {ui_->grdPestIn, ui_->grdBlockIn}) {
+        grid->setStretchColumns({NameColumn});
+        grid->setKeyClicks(controls::FlexGrid::KeyClick::SpaceAndF2);
+    }
+    connectButtons();
+    load();
+}
+
+frmRepPestInfo::~frmRepPestInfo() = default;
+
+QString frmRepPestInfo::screenTitle() const
+{
+    return QStringLiteral("Pest Monitor Info");
+}
+
+void frmRepPestInfo::connectButtons()
+{
+    const auto list = [this](controls::FlexGrid *grid, PickGrid &rows, QPushButton *all, QPushButton *none) {
+        connect(grid, &controls::FlexGrid::Click, this, [&rows](int row, int) {
+            if (rows.isDataRow(row)) {
+                rows.setMarked(row, !rows.isMarked(row));
+            }
+        });
+        connect(all, &QPushButton::clicked, this, [grid, &rows] { setAll(*grid, rows, true); });
+        connect(none, &QPushButton::clicked, this, [grid, &rows] { setAll(*grid, rows, false); });
+    };
+    list(ui_->grdPestIn, pests_, ui_->cmdSAllP, ui_->cmdDSAllP);
+    list(ui_->grdBlockIn, blocks_, ui_->cmdSAll, ui_->cmdDSAll);
+    connect(ui_->cmbTPest, &controls::ItemCombo::Click, this, [this] { guarded([this] { pestTypeClick(); }); });
+    connect(ui_->dtpDateFrom, &controls::DatePicker::Change, this, [this] { guarded([this] { keepPeriodStart(); }); });
+    connect(ui_->cmdExcel, &QPushButton::clicked, this, [this] { guarded([this] { print(RecordsNesting::ByPest); }); });
+    connect(ui_->cmdPALL, &QPushButton::clicked, this, [this] { guarded([this] { print(RecordsNesting::ByBlock); }); });
+    connect(ui_->cmdTCancel, &QPushButton::clicked, this, [this] { closeScreen(); });
+}
+
+void frmRepPestInfo::load()
+{
+    SessionContext &values = session();
+    if (values.CurrentSDate.isEmpty()) {
+        const QString unreadable = Read_FindSDate(values);
+        if (!unreadable.isEmpty()) {
+            host().showFailure(unreadable);
+        }
+    }
+    const QDate today = basic::Clock::today();
+    if (values.CurrentSDate.isEmpty()) {
+        values.CurrentSDate = QStringLiteral("01/01/%1").arg(basic::formatDate(today, u"yyyy"));
+    }
+    ui_->dtpDateFrom->setValue(basic::dateFromText(values.CurrentSDate));
+    ui_->dtpDateTo->setValue(today);
+    values.PestTypeFilter.clear();
+    for (const QString &caption : pestTypeCaptions()) {
+        ui_->cmbTPest->AddItem(caption);
+    }
+    ui_->cmbTPest->setText(QString());
+    InitGridBlockIn();
+    fillPests();
+}
+
+void frmRepPestInfo::InitGridBlockIn()
+{
+    dao::Recordset rows = objPestMON().XGet_PestBlocks_for_Farms(session().CurrentFarmID);
+    controls::FlexGrid &grid = *ui_->grdBlockIn;
+    grid.setRedraw(false);
+    blocks_.layOut(rows.RecordCount());
+    for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
+        grid.setTextMatrix(row, 1, rows.text("BlockID"));
+        grid.setTextMatrix(row, NameColumn, rows.text("Block"));
+        grid.setTextMatrix(row, PointsColumn, rows.text("NoofMPoints"));
+    }
+    grid.setRedraw(true);
+}
+
+void frmRepPestInfo::fillPests()
+{
+    dao::Recordset rows = objPestMON().Get_Pests_for_ALL_FruitTypes(session().PestTypeFilter);
+    controls::FlexGrid &grid = *ui_->grdPestIn;
+    grid.setRedraw(false);
+    pests_.layOut(rows.RecordCount());
+    for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
+        grid.setTextMatrix(row, 1, rows.text("CCTargetID"));
+        grid.setTextMatrix(row, NameColumn, rows.text("Target"));
+    }
+    grid.setRedraw(true);
+}
+
+void frmRepPestInfo::pestTypeClick()
+{
+    session().PestTypeFilter = pestTypeFilter(ui_->cmbTPest->Text());
+    fillPests();
+}
+
+void frmRepPestInfo::keepPeriodStart()
+{
+    session().CurrentSDate = basic::formatDate(ui_->dtpDateFrom->Value(), u"yyyy/MM/dd");
+    Write_FindSDate(session());
+}
+
+void frmRepPestInfo::print(RecordsNesting nesting)
+{
+    printRecords(host(),
+                 {.nesting = nesting,
+                  .farm = session().CurrentFarm,
+                  .from = ui_->dtpDateFrom->Value(),
+                  .to = ui_->dtpDateTo->Value(),
+                  .pests = choices(*ui_->grdPestIn, pests_, false),
+                  .blocks = choices(*ui_->grdBlockIn, blocks_, true)});
+}

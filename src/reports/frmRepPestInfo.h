@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "reports/RecordsReport.h"
+#include "shell/ChildScreen.h"
+#include "shell/PickGrid.h"
+
+#include <memory>
+
+namespace Ui
+{
+class frmRepPestInfo;
+}
+
+/// Chooses pests, blocks and a period, and puts what was captured for them on a sheet: by pest or by block.
+class frmRepPestInfo : public ChildScreen
+{
+    Q_OBJECT
+public:
+    explicit frmRepPestInfo(ScreenHost &host, QWidget *parent = nullptr);
+    ~frmRepPestInfo() override;
+
+    /// Nothing: the choice stays as it is while the window is left and entered again.
+    void activateScreen() override {}
+    QString screenTitle() const override;
+
+private:
+    void load();
+    void connectButtons();
+    void InitGridBlockIn();
+    void fillPests();
+    void pestTypeClick();
+    void keepPeriodStart();
+    void print(RecordsNesting nesting);
+
+    std::unique_ptr<Ui::frmRepPestInfo> ui_;
+    PickGrid pests_;
+    PickGrid blocks_;
+};

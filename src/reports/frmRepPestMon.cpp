@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "reports/frmRepPestMon.h"
+
+#include "platform/basic/TextFiles.h"
+#include "platform/controls/Dialogs.h"
+#include "platform/controls/Look.h"
+#include "reports/TemplateReport.h"
+#include "ui_frmRepPestMon.h"
+
+#include <QDir>
+
+namespace
+{
+
+constexpr int BannerIcon = 24;
+
+} // namespace
+
+frmRepPestMon::frmRepPestMon(ScreenHost &host, QWidget *parent)
+    : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmRepPestMon>())
+{
+    ui_->setupUi(this);
+    ui_->picFarm->setAttribute(Qt::WA_StyledBackground);
+    ui_->Image2->setPixmap(
+        controls::Look::icon(QStringLiteral("field-sheets")).pixmap(QSize(BannerIcon, BannerIcon), devicePixelRatioF()));
+    ui_->Command1->setIcon(controls::Look::icon(QStringLiteral("close")));
+    ui_->filePre->setEmptyText(QStringLiteral("No field sheets have been stored yet."));
+    connect(ui_->filePre, &controls::FileList::Click, this, [this](const QString &file) { guarded([&] { openSheet(file); }); });
+    connect(ui_->Command1, &QPushButton::clicked, this, [this] { closeScreen(); });
+    sessionApplication(host);
+    Refresh_List();
+}
+
+frmRepPestMon::~frmRepPestMon() = default;
+
+QString frmRepPestMon::screenTitle() const
+{
+    return QStringLiteral(" Pest Monitoring: Existing Field Sheets");
+}
+
+QString frmRepPestMon::folder() const
+{
+    return basic::pathForWriting(session().AppPath + QStringLiteral("/Reports/Pest Monitor"));
+}
+
+void frmRepPestMon::Refresh_List()
+{
+    ui_->filePre->setPath(folder());
+    ui_->filePre->show();
+    ui_->fraPre->show();
+}
+
+void frmRepPestMon::openSheet(const QString &file)
+{
+    const QString path = folder() + u'/' + file;
+    try {
+        excel::Application &application = sessionApplication(host());
+        application.Workbooks().OpenStored(path);
+        application.setVisible(true);
+    } catch (const basic::RunTimeError &) {
+        host().showFailure(QStringLiteral("The sheet lies at %1").arg(QDir::toNativeSeparators(path)));
+        dialogs().message(QStringLiteral("Please make sure that Microsoft Excel is loaded on the workstation."));
+    }
+    host().excelApplication().reset();
+}

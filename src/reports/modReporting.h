@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/excel/Application.h"
+
+#include <QString>
+#include <QVariant>
+
+#include <optional>
+
+class ScreenHost;
+
+/// How a range of cells is to look and what stands in it. Sizes and heights are points.
+struct RangeFormat {
+    QString value = {};
+    double size = 8;
+    bool wrap = false;
+    bool merge = false;
+    bool bold = false;
+    /// 0 leaves the borders as they are.
+    int borderStyle = 0;
+    int borderWeight = excel::xlThin;
+    int hAlign = excel::xlGeneral;
+    /// Empty leaves the number format as it is.
+    QString numberFormat = {};
+    double rowHeight = 18;
+    bool underline = false;
+    int vAlign = excel::xlCenter;
+    /// Place in the list of REPORT_FontName; put right there when it is beyond the list.
+    int fontIndex = 1;
+    /// 3 reads upwards, 4 downwards, any other level.
+    int orientationCode = 0;
+};
+
+/// Which property REPORT_SetProperty sets, by number.
+enum class RangeProperty : int {
+    BorderStyle = 0,
+    FontSize,
+    HorizontalAlignment,
+    MergeCells,
+    WrapText,
+    Bold,
+    Underline,
+    RowHeight,
+    BorderWeight,
+    VerticalAlignment,
+    FontName,
+};
+
+/// One of ten font names, counted from 1. An index above ten is set to 1 in the caller's variable.
+QString REPORT_FontName(int &index);
+
+/// Appends a sheet; false on any error.
+bool REPORT_AddSheet(const excel::Workbook &workbook);
+/// Deletes all sheets but the first; false on any error.
+bool REPORT_DeleteSheets(const excel::Workbook &workbook);
+
+/// The formatting helpers never report: an error ends the call where it stands.
+void REPORT_ShadeRange(const excel::Worksheet &sheet, const QString &c1, const QString &c2);
+void REPORT_FormatRange(const excel::Worksheet &sheet, const QString &c1, const QString &c2, RangeFormat &format);
+inline void REPORT_FormatRange(const excel::Worksheet &sheet, const QString &c1, const QString &c2, RangeFormat &&format)
+{
+    REPORT_FormatRange(sheet, c1, c2, format);
+}
+/// A border style knows 0, none, and 1, continuous; a selector above 10 does nothing.
+void REPORT_SetProperty(const excel::Worksheet &sheet, const QString &c1, const QString &c2, int selector, const QVariant &value);
+/// `titleColumns` as "A:A"; empty sets none.
+void REPORT_PageSetup(const excel::Worksheet &sheet, const QString &titleRows, const QString &titleColumns,
+                      const QString &leftHeader, const QString &rightHeader, int orientation, const QString &centerHeader);
+
+/// Cuts the caller's name to 30 characters; false when that is blank, holds one of \ / ? * [ ] or is the name of a sheet.
+bool REPORT_SheetNameValid(const excel::Workbook &workbook, QString &name);
+/// The whole name as given when it is valid, else "Sheet " and the number of sheets. The caller's name is cut either way.
+QString REPORT_SafeSheetName(const excel::Workbook &workbook, QString &name);
+
+void REPORT_HideExcel(excel::Application &application, bool hide);
+
+/// Saves the active workbook below Reports, in `folder` unless that is blank, as "name-2026-11-22 ..." with the time, and gives
+/// the path back. An error, such as a name that no file may bear, is shown in a box; the workbook stays open.
+std::optional<QString> REPORT_SaveReport(ScreenHost &host, excel::Application &application, const QString &folder,
+                                         const QString &name);
+
+/// A line for every match of the pattern, case ignored, or "Failed".
+void RegExp_Test(QString &result, const QString &pattern, const QString &text);
+/// Place of a column counted from 1; 0 when it is none.
+int Column_Index(const QString &name);
+
+/// The folder below Reports, made with its parents; error 75 when it cannot be. An empty name means Reports itself.
+QString reportsFolder(const QString &appPath, const QString &folder);
+/// `name`, or error 1004 when it holds a character that file names must not hold on one of the systems.
+QString checkedFileName(const QString &name);

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/excel/Launcher.h"
+
+#include <QStringList>
+
+class ScreenHost;
+
+/// Hands finished workbooks to the program that the desktop opens them with, and tells the user in a box and in the status line
+/// where a workbook lies when there is none.
+class DesktopLauncher : public excel::Launcher
+{
+public:
+    explicit DesktopLauncher(ScreenHost &host) : host_(host) {}
+
+    bool open(const QString &path) override;
+    void tellWhere(const QString &path) override;
+
+private:
+    ScreenHost &host_;
+};
+
+/// Starts nothing and keeps what it was asked, for the scripted round and the tests.
+class RecordingLauncher : public excel::Launcher
+{
+public:
+    bool open(const QString &path) override;
+    void tellWhere(const QString &path) override { told.append(path); }
+
+    /// False: behaves as a desktop without a spreadsheet program.
+    bool hasProgram = true;
+    QStringList opened;
+    QStringList told;
+};

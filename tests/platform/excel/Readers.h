@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/basic/RunTimeError.h"
+
+#include <QProcess>
+#include <QStringList>
+#include <QTest>
+
+#include <algorithm>
+#include <functional>
+
+/// What an independent reader says of a workbook; the test fails when there is no reader or it refuses the file.
+inline QStringList toldByReader(const QStringList &arguments)
+{
+    QProcess reader;
+    reader.start(QStringLiteral(READER_PYTHON), QStringList{QStringLiteral(READER_SCRIPT)} + arguments);
+    if (!reader.waitForFinished() || reader.exitStatus() != QProcess::NormalExit || reader.exitCode() != 0) {
+        return {QStringLiteral("reader failed: ") + QString::fromUtf8(reader.readAllStandardError()) + reader.errorString()};
+    }
+    return QString::fromUtf8(reader.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+}
+
+/// Compares line by line, so that a failure shows the line.
+inline void compareLines(const QStringList &told, const QStringList &expected)
+{
+    for (qsizetype at = 0; at < std::min(told.size(), expected.size()); ++at) {
+        QCOMPARE(told[at], expected[at]);
+    }
+    QCOMPARE(told.join(u'\n'), expected.join(u'\n'));
+}
+
+/// Number and description of the error that an action raises; 0 without one.
+inline std::pair<int, QString> errorOf(const std::function<void()> &action)
+{
+    try {
+        action();
+    } catch (const basic::RunTimeError &error) {
+        return {error.number(), error.description()};
+    }
+    return {0, {}};
+}

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/Application.h"
+#include "platform/excel/Readers.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <random>
+
+using namespace excel;
+
+namespace
+{
+const QString templatePath = QStringLiteral(XLS_FOLDER "/template.xls");
+
+QByteArray templateBytes()
+{
+    QFile file(templatePath);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+}
+
+/// The file with one run of bytes exchanged for another of the same length.
+QByteArray exchanged(const char *before, const char *after)
+{
+    return templateBytes().replace(QByteArray::fromHex(before), QByteArray::fromHex(after));
+}
+} // namespace
+
+class TemplateTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void untouchedComesBackAsItWas();
+    void filledKeepsTheRest();
+    void cellsTakeTheLookOfTheTemplate();
+    void onlyXlsKeepsEverything();
+    void foreignFiles_data();
+    void foreignFiles();
+    void damage();
+};
+
+void TemplateTest::untouchedComesBackAsItWas()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("same.xls");
+    Application application;
+    application.Workbooks().Open(templatePath).SaveAs(path);
+    const QStringList records = toldByReader({"--records", templatePath});
+    QVERIFY(records.size() > 50);
+    compareLines(toldByReader({"--records", path}), records);
+    compareLines(toldByReader({path}), toldByReader({templatePath}));
+}
+
+void TemplateTest::filledKeepsTheRest()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("filled.xls");
+    Application application;
+    Workbook book = application.Workbooks().Open(templatePath);
+    // Over the first formula of a column of them, beside the picture, and on a cell of its own far below.
+    application.Range("B5").setValue("seven");
+    application.Range("A2").setValue("Block :  7");
+    application.Range("F20", "G21").Borders().setLineStyle(xlContinuous);
+    application.ActiveSheet().PageSetup().setOrientation(xlLandscape);
+    application.ActiveSheet().PageSetup().setPrintTitleRows("$1:$3");
+    book.Worksheets().Add(book.Worksheets(2)).Range("A1").setValue("added");
+    book.SaveAs(path);
+    const QStringList told = toldByReader({path});
+    QVERIFY(!told.filter("B5 text [seven]").isEmpty());
+    QVERIFY(!told.filter("A2 text [Block :  7]").isEmpty());
+    QVERIFY(!told.filter("A1 text [Orchard form] ").first().contains("reader failed"));
+    QCOMPARE(told.filter("titles"), QStringList{"titles Form!$A$1:$IV$3"});
+    QVERIFY(told.contains("sheet Sheet3 shown"));
+    // The sum, the other formulas and the reference from the second sheet still give their values.
+    QVERIFY(!told.filter("A3 number [10]").isEmpty());
+    QVERIFY(!told.filter("B6 number [4]").isEmpty());
+    const auto kept = [](const QStringList &records) {
+        return records.filter(QRegularExpression("^(00EB|00EC|005D|001C|01B6|01B2|01BE|0031) "));
+    };
+    const QStringList before = kept(toldByReader({"--records", templatePath}));
+    QVERIFY(before.filter("00EC").size() >= 2 && before.filter("01BE").size() == 1 && before.filter("001C").size() == 1);
+    compareLines(kept(toldByReader({"--records", path})), before);
+}
+
+void TemplateTest::cellsTakeTheLookOfTheTemplate()
+{
+    Application application;
+    application.Workbooks().Open(templatePath);
+    Range title = application.Range("A1", "C1");
+    QVERIFY(title.MergeCells());
+    QCOMPARE(title.value(), "Orchard form");
+    QVERIFY(title.Font().Bold());
+    QCOMPARE(title.Font().Size(), 14.0);
+    QCOMPARE(title.Interior().Color(), 0x99CC00);
+    QCOMPARE(application.Range("B2").value(), QString::fromUtf8("é – 測試"));
+    QVERIFY(qAbs(title.RowHeight() - 34) < 0.1);
+    QCOMPARE(errorOf([&] { application.Range("A65537"); }).first, 1004);
+}
+
+void TemplateTest::onlyXlsKeepsEverything()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("other.xlsx");
+    Application application;
+    Workbook book = application.Workbooks().Open(templatePath);
+    QCOMPARE(errorOf([&] { book.SaveAs(path, xlOpenXMLWorkbook); }).first, 1004);
+    QVERIFY(!QFile::exists(path));
+    QCOMPARE(errorOf([&] { book.Worksheets(1).Delete(); }).first, 1004);
+}
+
+void TemplateTest::foreignFiles_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("empty") << QByteArray("") << "empty";
+    QTest::newRow("text") << QByteArray("Farm;Block\n1;2\n") << "no .xls";
+    QTest::newRow("xlsx renamed") << QByteArray("PK\x03\x04 and more") << "another format";
+    QTest::newRow("first half") << templateBytes().left(templateBytes().size() / 2) << "damaged";
+    QTest::newRow("container without a table") << templateBytes().left(512) << "damaged";
+    QTest::newRow("older generation") << exchanged("09081000000605", "09081000000505") << "too old";
+    // The record behind the begin of the book becomes the one that tells of a password.
+    QTest::newRow("password") << exchanged("42000200b004", "2f000200b004") << "password";
+    QTest::newRow("no workbook inside") << templateBytes().replace(QByteArray("W\0o\0r\0k\0b\0", 10),
+                                                                   QByteArray("W\0a\0l\0k\0b\0", 10))
+                                        << "no workbook";
+}
+
+void TemplateTest::foreignFiles()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, reason);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("foreign.xls");
+    write(path, bytes);
+    Application application;
+    const auto [number, description] = errorOf([&] { application.Workbooks().Open(path); });
+    QCOMPARE(number, 1004);
+    QVERIFY2(description.contains(path) && description.contains(reason), qPrintable(description));
+    QCOMPARE(application.Workbooks().Count(), 0);
+}
+
+// Whatever bytes are hit, opening ends in a workbook that can be saved or in a clear error.
+void TemplateTest::damage()
+{
+    const QTemporaryDir folder;
+    const QByteArray sound = templateBytes();
+    std::mt19937 random(20261122);
+    int opened = 0;
+    for (int round = 0; round < 300; ++round) {
+        QByteArray bytes = sound;
+        for (int hit = 0; hit <= round % 5; ++hit) {
+            bytes[static_cast<qsizetype>(random() % static_cast<unsigned>(bytes.size()))] = static_cast<char>(random());
+        }
+        const QString path = folder.filePath("damaged.xls");
+        write(path, bytes);
+        Application application;
+        application.setDisplayAlerts(false);
+        const auto [number, description] = errorOf([&] {
+            Workbook book = application.Workbooks().Open(path);
+            ++opened;
+            book.SaveAs(folder.filePath("saved.xls"));
+        });
+        QVERIFY2(number == 0 || (number == 1004 && description.contains(".xls")), qPrintable(description));
+    }
+    QVERIFY(opened > 50 && opened < 300);
+}
+
+QTEST_GUILESS_MAIN(TemplateTest)
+#include "TemplateTest.moc"

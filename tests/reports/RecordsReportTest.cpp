@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "reports/RecordsReport.h"
+
+#include "SheetReader.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace
+{
+
+PestRecord counted(QDate date, int point, const char *count)
+{
+    return {.completed = basic::SerialDate::fromDate(date), .point = point, .counts = true, .count = QLatin1String(count)};
+}
+
+PestRecord answered(QDate date, int point, bool yes)
+{
+    return {.completed = basic::SerialDate::fromDate(date), .point = point, .yes = yes};
+}
+
+const QDate May4(2026, 5, 4);
+const QDate May9(2026, 5, 9);
+
+} // namespace
+
+/// The cells of the records report, from rows of captured values.
+class RecordsReportTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void tables_data();
+    void tables();
+    void nothingWithoutRecords();
+    void headingAndGroup();
+    void nesting_data();
+    void nesting();
+    void nothingChosen();
+    void readersSeeTheTable();
+
+private:
+    /// A row of the sheet as "a|b|c" from column A to the last one filled.
+    QString line(int row) const;
+    QStringList lines(int first, int last) const;
+
+    excel::Application application_;
+    std::vector<double> progress_;
+};
+
+void RecordsReportTest::init()
+{
+    application_ = excel::Application();
+    application_.Workbooks().Add();
+    progress_.clear();
+}
+
+QString RecordsReportTest::line(int row) const
+{
+    QString told;
+    QString blanks;
+    for (char column = 'A'; column <= 'Z'; ++column) {
+        const QString value = application_.Range(QChar(column) + QString::number(row)).value();
+        if (!value.isEmpty()) {
+            told += blanks + value;
+            blanks.clear();
+        }
+        blanks += u'|';
+    }
+    return told;
+}
+
+QStringList RecordsReportTest::lines(int first, int last) const
+{
+    QStringList told;
+    for (int row = first; row <= last; ++row) {
+        told.append(line(row));
+    }
+    return told;
+}
+
+void RecordsReportTest::tables_data()
+{
+    QTest::addColumn<int>("points");
+    QTest::addColumn<std::vector<PestRecord>>("records");
+    QTest::addColumn<QStringList>("told");
+    const QString heading = QStringLiteral("Date|Block|Point 1|Point 2|Total");
+    QTest::newRow("counts with totals") << 2 << std::vector{counted(May4, 1, "3"), counted(May4, 2, "4"), counted(May9, 2, "10")}
+                                        << QStringList{heading, QStringLiteral("2026/05/04|B1|3|4|7"),
+                                                       QStringLiteral("2026/05/09|B1||10|10"), QStringLiteral("|Total|3|14|17"),
+                                                       QString()};
+    QTest::newRow("two instructions on a day share a line")
+        << 2 << std::vector{counted(May4, 1, "3"), counted(May4, 1, "4")}
+        << QStringList{heading, QStringLiteral("2026/05/04|B1|4||7"), QStringLiteral("|Total|7|0|7")};
+    QTest::newRow("answers have no totals") << 2 << std::vector{answered(May4, 1, true), answered(May4, 2, false)}
+                                            << QStringList{heading, QStringLiteral("2026/05/04|B1|Yes"), QString()};
+    QTest::newRow("totals from the first count on")
+        << 2 << std::vector{answered(May4, 1, true), counted(May9, 1, "2")}
+        << QStringList{heading, QStringLiteral("2026/05/04|B1|Yes"), QStringLiteral("2026/05/09|B1|2||2"),
+                       QStringLiteral("|Total|2|0|2")};
+    QTest::newRow("a point past the table") << 2 << std::vector{counted(May4, 1, "3"), counted(May4, 6, "4")}
+                                            << QStringList{heading, QStringLiteral("2026/05/04|B1|3||7|||4"),
+                                                           QStringLiteral("|Total|3|0|7")};
+    QTest::newRow("a point past Z") << 2 << std::vector{counted(May4, 1, "3"), counted(May4, 25, "4")}
+                                    << QStringList{heading, QStringLiteral("2026/05/04|B1|3||3"), QStringLiteral("|Total|3|0|3")};
+    QTest::newRow("nothing captured counts as nothing")
+        << 2 << std::vector{counted(May4, 1, "")}
+        << QStringList{heading, QStringLiteral("2026/05/04|B1|||0"), QStringLiteral("|Total|0|0|0")};
+}
+
+void RecordsReportTest::tables()
+{
+    QFETCH(int, points);
+    QFETCH(std::vector<PestRecord>, records);
+    QFETCH(QStringList, told);
+    RecordsSheet sheet(application_);
+    sheet.writeTable(QStringLiteral("Block"), QStringLiteral("B1"), points, records);
+    QCOMPARE(lines(5, 4 + static_cast<int>(told.size())), told);
+}
+
+void RecordsReportTest::nothingWithoutRecords()
+{
+    RecordsSheet sheet(application_);
+    sheet.writeTable(QStringLiteral("Block"), QStringLiteral("B1"), 5, {});
+    QCOMPARE(sheet.row(), 4);
+    QCOMPARE(line(5), QString());
+}
+
+void RecordsReportTest::headingAndGroup()
+{
+    RecordsSheet sheet(application_);
+    sheet.writeHeading(QStringLiteral("Rivier"), May4, May9);
+    sheet.beginGroup(QStringLiteral("Ants"), 40);
+    QCOMPARE(lines(1, 4),
+             (QStringList{QStringLiteral("PEST MONITORING"), QStringLiteral("Farm :  Rivier|||Date :  04/05/2026|||09/05/2026"),
+                          QString(), QStringLiteral("Ants")}));
+    const excel::Range group = application_.Range(QStringLiteral("A4"));
+    QVERIFY(group.MergeCells());
+    QCOMPARE(group.HorizontalAlignment(), excel::xlCenter);
+    QCOMPARE(application_.Range(QStringLiteral("Z4")).Borders().LineStyle(), excel::xlContinuous);
+    QCOMPARE(application_.Range(QStringLiteral("AA4")).Borders().LineStyle(), excel::xlNone);
+    // All columns of a very wide table that the sheet has.
+    sheet.writeTable(QStringLiteral("Block"), QStringLiteral("B1"), 40, {counted(May4, 24, "5")});
+    QVERIFY(line(6).endsWith(QLatin1String("Point 23|Point 24")));
+    QVERIFY(line(7).endsWith(QLatin1String("||5")));
+}
+
+void RecordsReportTest::nesting_data()
+{
+    QTest::addColumn<bool>("byPest");
+    QTest::addColumn<QStringList>("told");
+    QTest::newRow("by pest") << true
+                             << QStringList{QStringLiteral("Ants"),
+                                            QString(),
+                                            QStringLiteral("Date|Block|Point 1|Point 2|Point 3|Total"),
+                                            QStringLiteral("2026/05/04|B1|Yes"),
+                                            QString(),
+                                            QStringLiteral("Mites"),
+                                            QString(),
+                                            QStringLiteral("Date|Block|Point 1|Point 2|Point 3|Point 4|Point 5|Total"),
+                                            QStringLiteral("2026/05/04|B1|Yes")};
+    QTest::newRow("by block") << false
+                              << QStringList{QStringLiteral("Block :  B1"),
+                                             QString(),
+                                             QStringLiteral("Date|Pest|Point 1|Point 2|Point 3|Point 4|Point 5|Total"),
+                                             QStringLiteral("2026/05/04|Ants|Yes"),
+                                             QStringLiteral("Date|Pest|Point 1|Point 2|Point 3|Point 4|Point 5|Total"),
+                                             QStringLiteral("2026/05/04|Mites|Yes")};
+}
+
+void RecordsReportTest::nesting()
+{
+    QFETCH(bool, byPest);
+    QFETCH(QStringList, told);
+    const RecordsOrder order{.nesting = byPest ? RecordsNesting::ByPest : RecordsNesting::ByBlock,
+                             .farm = QStringLiteral("Rivier"),
+                             .from = May4,
+                             .to = May9,
+                             .pests = {{.key = 1, .name = QStringLiteral("Ants"), .chosen = true},
+                                       {.key = 2, .name = QStringLiteral("Bugs")},
+                                       {.key = 3, .name = QStringLiteral("Mites"), .chosen = true}},
+                             .blocks = {{.key = 1, .name = QStringLiteral("B1"), .chosen = true, .points = 0},
+                                        {.key = 2, .name = QStringLiteral("B2")}}};
+    QStringList asked;
+    const RecordsSource source{.pointsOfPest = [](std::int32_t pest) { return pest == 1 ? std::optional(3) : std::nullopt; },
+                               .records =
+                                   [&](std::int32_t block, std::int32_t pest) {
+                                       asked.append(QStringLiteral("%1/%2").arg(block).arg(pest));
+                                       return std::vector{answered(May4, 1, true)};
+                                   }};
+    RecordsSheet sheet(application_);
+    writeRecords(sheet, order, source, [this](double percent) { progress_.push_back(percent); });
+    QCOMPARE(lines(4, 3 + static_cast<int>(told.size())), told);
+    QCOMPARE(asked, (QStringList{QStringLiteral("1/1"), QStringLiteral("1/3")}));
+    // A step for every row of the outer list, chosen or not.
+    QCOMPARE(progress_.size(), byPest ? 3U : 2U);
+    QCOMPARE(progress_.back(), 100.0);
+}
+
+void RecordsReportTest::nothingChosen()
+{
+    RecordsSheet sheet(application_);
+    writeRecords(sheet, {.from = May4, .to = May9, .pests = {{}}, .blocks = {{}}}, {}, [](double) {});
+    QCOMPARE(sheet.row(), 4);
+    QCOMPARE(line(1) + line(4), QStringLiteral("PEST MONITORING"));
+}
+
+void RecordsReportTest::readersSeeTheTable()
+{
+    const QTemporaryDir folder;
+    RecordsSheet sheet(application_);
+    sheet.writeTable(QStringLiteral("Pest"), QStringLiteral("Ants"), 1, {counted(May4, 1, "3")});
+    sheet.fitColumns();
+    const QString path = folder.filePath(QStringLiteral("records.xls"));
+    application_.ActiveWorkbook().SaveAs(path);
+    const ReadSheet told(path);
+    QCOMPARE(told.fault(), QString());
+    const char *framed = " 0 thin/thin/thin/thin - General";
+    for (const char *cell : {"A5", "B5", "C5", "D5", "B7", "C7", "D7"}) {
+        const QString look = told.cell(QLatin1String(cell));
+        QVERIFY2(look.contains(QLatin1String(" 8 bold ")) && look.endsWith(QLatin1String(framed)), qPrintable(look));
+    }
+    QVERIFY(told.cell(QStringLiteral("A6")).startsWith(QLatin1String("text [2026/05/04] ")));
+    QVERIFY(told.cell(QStringLiteral("D6")).startsWith(QLatin1String("number [3] ")));
+    // The empty line under the totals.
+    QVERIFY(told.cell(QStringLiteral("D8")).endsWith(QLatin1String(framed)));
+    QVERIFY2(told.width(QStringLiteral("A")).toDouble() > told.width(QStringLiteral("D")).toDouble(),
+             "columns are as wide as their texts");
+}
+
+QTEST_MAIN(RecordsReportTest)
+#include "RecordsReportTest.moc"

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Hands.h"
+#include "Report.h"
+
+#include "platform/controls/Dialogs.h"
+#include "shell/Launchers.h"
+
+class MDI_Monitoring;
+
+/// Everything of the round that ends as a workbook: each is printed from its screen, looked for in its folder under its name, and
+/// at the end turned into pictures where an office program is installed.
+class PaperRound
+{
+public:
+    PaperRound(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, const RecordingLauncher &launcher, Report &report);
+
+    /// With the editor open on a saved instruction.
+    void printFieldSheets();
+    /// With a block open for capture.
+    void printFilledSheet();
+    /// With the menu open.
+    void runReports();
+    void openStored();
+    void makePictures();
+
+private:
+    /// Clicks, and checks that one workbook more was handed over, which lies below Reports in `folder`, named `begin` ... `end`.
+    void expectWorkbook(const char *button, const QString &folder, const QString &begin, const QString &end);
+
+    MDI_Monitoring &window_;
+    controls::QueuedDialogs &dialogs_;
+    const RecordingLauncher &launcher_;
+    Report &report_;
+    Hands hands_;
+};

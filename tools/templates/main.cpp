@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/Application.h"
+
+#include <QDir>
+
+#include <array>
+#include <cstdio>
+
+namespace
+{
+/// How a template is printed and how wide its columns stand; its cells are empty, the reports write them.
+struct Template {
+    const char *file;
+    const char *title;
+    int orientation;
+    /// Rows that each page repeats; empty for none.
+    const char *titleRows;
+    /// Characters of the first four columns.
+    std::array<double, 4> widths;
+};
+
+constexpr std::array<Template, 2> templates{{
+    {"PestMoni.xls", "Pest Monitoring", excel::xlLandscape, "", {12, 12, 12, 12}},
+    {"Analysis.xls", "Reports", excel::xlLandscape, "$1:$3", {16, 14, 12, 12}},
+}};
+
+constexpr double sideMargin = 1.25;
+constexpr double topMargin = 1.9;
+
+void make(const Template &told, const QDir &folder)
+{
+    excel::Application application;
+    application.setDisplayAlerts(false);
+    const excel::Workbook book = application.Workbooks().Add();
+    const excel::Worksheet sheet = book.Worksheets(1);
+    for (std::size_t column = 0; column < told.widths.size(); ++column) {
+        sheet.Columns(QChar(u'A' + static_cast<char16_t>(column))).setColumnWidth(told.widths[column]);
+    }
+    excel::PageSetup page = sheet.PageSetup();
+    page.setPaperSize(excel::xlPaperA4);
+    page.setOrientation(told.orientation);
+    page.setLeftMargin(application.CentimetersToPoints(sideMargin));
+    page.setRightMargin(application.CentimetersToPoints(sideMargin));
+    page.setTopMargin(application.CentimetersToPoints(topMargin));
+    page.setBottomMargin(application.CentimetersToPoints(topMargin));
+    // As many pages down as the rows take, but no column on a page of its own.
+    page.setFitToPagesWide(1);
+    page.setPrintTitleRows(QLatin1String(told.titleRows));
+    page.setLeftHeader(QLatin1String(told.title));
+    page.setRightHeader(QStringLiteral("&D"));
+    page.setCenterFooter(QStringLiteral("Page &P of &N"));
+    excel::Workbook(book).SaveAs(folder.filePath(QLatin1String(told.file)), excel::xlExcel8);
+}
+} // namespace
+
+/// make_templates FOLDER: writes the templates there, replacing what stands there.
+int main(int count, char **arguments)
+{
+    if (count != 2) {
+        std::fputs("usage: make_templates FOLDER\n", stderr);
+        return 2;
+    }
+    const QDir folder(QString::fromLocal8Bit(arguments[1]));
+    if (!folder.mkpath(QStringLiteral("."))) {
+        std::fprintf(stderr, "The folder %s cannot be made.\n", arguments[1]);
+        return 1;
+    }
+    try {
+        for (const Template &told : templates) {
+            make(told, folder);
+        }
+    } catch (const basic::RunTimeError &error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
+    return 0;
+}
