@@ -19,7 +19,7 @@ FLOORS = [
     ["pestmon", "analysis", "graphs"],
 ]
 # Rooms that a widget must not reach, since the tools link them.
-WITHOUT_WIDGETS = {"platform/basic", "platform/dao", "common", "store"}
+WITHOUT_WIDGETS = {"platform/basic", "platform/dao", "platform/excel", "common", "store"}
 WIDGET_HEADERS = re.compile(r"#include <Q(Widget|Application|Dialog|MessageBox|Icon|Painter|Pixmap|MainWindow|GuiApplication)>")
 INCLUDE = re.compile(r'^\s*#include "([^"]+)"', re.MULTILINE)
 
