@@ -32,7 +32,7 @@ std::vector<PestRecord> readRecords(dao::Recordset rows)
         records.push_back({.completed = rows.date(completed).value_or(basic::SerialDate()),
                            .point = rows.longValue(point),
                            .counts = rows.longValue(method) == CountMethod,
-                           .count = rows.isNull(count) ? QString() : rows.text(count),
+                           .count = rows.isNull(count) ? std::nullopt : std::optional(rows.number(count)),
                            .yes = rows.boolean(yes)});
     }
     return records;

@@ -2,11 +2,9 @@
 #include "reports/RecordsSheet.h"
 
 #include "platform/basic/Formats.h"
-#include "platform/basic/Numbers.h"
 
 #include <algorithm>
 #include <array>
-#include <optional>
 
 namespace
 {
@@ -18,12 +16,19 @@ constexpr double TextSize = 8;
 constexpr int LastPlace = 'Z' - 'B';
 constexpr std::size_t SumPlaces = 30;
 
-std::optional<QString> columnAt(int place)
+std::optional<QChar> columnAt(int place)
 {
     if (place < 0 || place > LastPlace) {
         return {};
     }
-    return QString(QChar('B' + place));
+    return QChar('B' + place);
+}
+
+void lookLikeALine(excel::Range &cells)
+{
+    cells.Font().setSize(TextSize);
+    cells.Font().setBold(false);
+    cells.Borders().setLineStyle(excel::xlContinuous);
 }
 
 } // namespace
@@ -32,14 +37,16 @@ std::optional<QString> columnAt(int place)
 struct RecordsSheet::Totals {
     std::array<double, SumPlaces + 1> acc{};
     double line = 0.0;
+    /// Of the column "Total"; a cell beyond it has no look of the line's.
+    int place = 0;
     bool hasCounts = false;
 };
 
-RecordsSheet::RecordsSheet(const excel::Application &application) : application_(application), row_(FirstRow) {}
+RecordsSheet::RecordsSheet(const excel::Application &application) : sheet_(application.ActiveSheet()), row_(FirstRow) {}
 
 excel::Range RecordsSheet::range(const QString &first, const QString &last) const
 {
-    return application_.Range(first, last);
+    return sheet_.Range(first, last);
 }
 
 excel::Range RecordsSheet::lineUpTo(int place) const
@@ -93,7 +100,7 @@ void RecordsSheet::endGroup()
 
 void RecordsSheet::fitColumns()
 {
-    application_.Columns(QStringLiteral("A:Z")).AutoFit();
+    sheet_.Columns(QStringLiteral("A:Z")).AutoFit();
 }
 
 void RecordsSheet::writeTable(const QString &nameHeading, const QString &name, int points, const std::vector<PestRecord> &records)
@@ -103,23 +110,22 @@ void RecordsSheet::writeTable(const QString &nameHeading, const QString &name, i
     }
     writeTableHeading(nameHeading, points);
     Totals totals;
+    totals.place = points + 1;
     for (auto record = records.begin(); record != records.end();) {
         ++row_;
         const basic::SerialDate completed = record->completed;
         // Size and weight of the whole line at once: it may be one of tens of thousands.
         excel::Range line = lineUpTo(points + 1);
-        line.Font().setSize(TextSize);
-        line.Font().setBold(false);
-        line.Borders().setLineStyle(excel::xlContinuous);
+        lookLikeALine(line);
         const QString row = QString::number(row_);
-        range(u'A' + row, u'A' + row).setValue(basic::formatDate(completed, u"yyyy/mm/dd"));
-        range(u'B' + row, u'B' + row).setValue(name);
+        sheet_.Range(u'A' + row).setValue(basic::formatDate(completed, u"yyyy/mm/dd"));
+        sheet_.Range(u'B' + row).setValue(name);
         for (; record != records.end() && record->completed == completed; ++record) {
-            writeRecord(*record, totals);
+            writeRecord(*record, row, totals);
         }
         if (totals.hasCounts) {
             if (const auto column = columnAt(points + 1)) {
-                range(*column + row, *column + row).setValue(totals.line);
+                sheet_.Range(*column + row).setValue(totals.line);
                 totals.acc[static_cast<std::size_t>(points + 1)] += totals.line;
             }
             totals.line = 0.0;
@@ -143,26 +149,24 @@ void RecordsSheet::writeTableHeading(const QString &nameHeading, int points)
     writePlace(points + 1, QStringLiteral("Total"), look);
 }
 
-void RecordsSheet::writeRecord(const PestRecord &record, Totals &totals) const
+void RecordsSheet::writeRecord(const PestRecord &record, const QString &row, Totals &totals) const
 {
     const auto column = columnAt(record.point);
     totals.hasCounts = totals.hasCounts || record.counts;
     if (!column) {
         return;
     }
-    const QString name = *column + QString::number(row_);
-    excel::Range cell = range(name, name);
-    if (record.counts) {
-        cell.setValue(record.count);
-        const double count = basic::Val(record.count);
-        totals.line += count;
-        totals.acc[static_cast<std::size_t>(record.point)] += count;
+    excel::Range cell = sheet_.Range(*column + row);
+    if (record.counts && record.count) {
+        cell.setValue(*record.count);
+        totals.line += *record.count;
+        totals.acc[static_cast<std::size_t>(record.point)] += *record.count;
     } else {
-        cell.setValue(record.yes ? QStringLiteral("Yes") : QString());
+        cell.setValue(record.yes && !record.counts ? QStringLiteral("Yes") : QString());
     }
-    cell.Font().setSize(TextSize);
-    cell.Font().setBold(false);
-    cell.Borders().setLineStyle(excel::xlContinuous);
+    if (record.point > totals.place) {
+        lookLikeALine(cell);
+    }
 }
 
 /// The line of totals, and a framed empty one under it.

@@ -7,6 +7,7 @@
 #include <QDate>
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 /// One captured value of a block and a pest.
@@ -15,8 +16,8 @@ struct PestRecord {
     int point = 0;
     /// Whether the instruction counted; else it asked for Yes or No.
     bool counts = false;
-    /// As captured; empty when nothing was.
-    QString count = {};
+    /// Nothing when none was captured.
+    std::optional<double> count = {};
     bool yes = false;
 };
 
@@ -54,9 +55,10 @@ private:
     /// Does nothing beyond Z.
     void writePlace(int place, const QString &text, CellLook look) const;
     void writeTableHeading(const QString &nameHeading, int points);
-    void writeRecord(const PestRecord &record, Totals &totals) const;
+    /// `row` is the number of the line as text.
+    void writeRecord(const PestRecord &record, const QString &row, Totals &totals) const;
     void writeTotals(int points, const Totals &totals);
 
-    excel::Application application_;
+    excel::Worksheet sheet_;
     int row_;
 };

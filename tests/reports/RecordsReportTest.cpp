@@ -9,9 +9,9 @@
 namespace
 {
 
-PestRecord counted(QDate date, int point, const char *count)
+PestRecord counted(QDate date, int point, std::optional<double> count)
 {
-    return {.completed = basic::SerialDate::fromDate(date), .point = point, .counts = true, .count = QLatin1String(count)};
+    return {.completed = basic::SerialDate::fromDate(date), .point = point, .counts = true, .count = count};
 }
 
 PestRecord answered(QDate date, int point, bool yes)
@@ -85,26 +85,26 @@ void RecordsReportTest::tables_data()
     QTest::addColumn<std::vector<PestRecord>>("records");
     QTest::addColumn<QStringList>("told");
     const QString heading = QStringLiteral("Date|Block|Point 1|Point 2|Total");
-    QTest::newRow("counts with totals") << 2 << std::vector{counted(May4, 1, "3"), counted(May4, 2, "4"), counted(May9, 2, "10")}
+    QTest::newRow("counts with totals") << 2 << std::vector{counted(May4, 1, 3), counted(May4, 2, 4), counted(May9, 2, 10)}
                                         << QStringList{heading, QStringLiteral("2026/05/04|B1|3|4|7"),
                                                        QStringLiteral("2026/05/09|B1||10|10"), QStringLiteral("|Total|3|14|17"),
                                                        QString()};
     QTest::newRow("two instructions on a day share a line")
-        << 2 << std::vector{counted(May4, 1, "3"), counted(May4, 1, "4")}
+        << 2 << std::vector{counted(May4, 1, 3), counted(May4, 1, 4)}
         << QStringList{heading, QStringLiteral("2026/05/04|B1|4||7"), QStringLiteral("|Total|7|0|7")};
     QTest::newRow("answers have no totals") << 2 << std::vector{answered(May4, 1, true), answered(May4, 2, false)}
                                             << QStringList{heading, QStringLiteral("2026/05/04|B1|Yes"), QString()};
     QTest::newRow("totals from the first count on")
-        << 2 << std::vector{answered(May4, 1, true), counted(May9, 1, "2")}
+        << 2 << std::vector{answered(May4, 1, true), counted(May9, 1, 2)}
         << QStringList{heading, QStringLiteral("2026/05/04|B1|Yes"), QStringLiteral("2026/05/09|B1|2||2"),
                        QStringLiteral("|Total|2|0|2")};
-    QTest::newRow("a point past the table") << 2 << std::vector{counted(May4, 1, "3"), counted(May4, 6, "4")}
+    QTest::newRow("a point past the table") << 2 << std::vector{counted(May4, 1, 3), counted(May4, 6, 4)}
                                             << QStringList{heading, QStringLiteral("2026/05/04|B1|3||7|||4"),
                                                            QStringLiteral("|Total|3|0|7")};
-    QTest::newRow("a point past Z") << 2 << std::vector{counted(May4, 1, "3"), counted(May4, 25, "4")}
+    QTest::newRow("a point past Z") << 2 << std::vector{counted(May4, 1, 3), counted(May4, 25, 4)}
                                     << QStringList{heading, QStringLiteral("2026/05/04|B1|3||3"), QStringLiteral("|Total|3|0|3")};
     QTest::newRow("nothing captured counts as nothing")
-        << 2 << std::vector{counted(May4, 1, "")}
+        << 2 << std::vector{counted(May4, 1, {})}
         << QStringList{heading, QStringLiteral("2026/05/04|B1|||0"), QStringLiteral("|Total|0|0|0")};
 }
 
@@ -140,7 +140,7 @@ void RecordsReportTest::headingAndGroup()
     QCOMPARE(application_.Range(QStringLiteral("Z4")).Borders().LineStyle(), excel::xlContinuous);
     QCOMPARE(application_.Range(QStringLiteral("AA4")).Borders().LineStyle(), excel::xlNone);
     // All columns of a very wide table that the sheet has.
-    sheet.writeTable(QStringLiteral("Block"), QStringLiteral("B1"), 40, {counted(May4, 24, "5")});
+    sheet.writeTable(QStringLiteral("Block"), QStringLiteral("B1"), 40, {counted(May4, 24, 5)});
     QVERIFY(line(6).endsWith(QLatin1String("Point 23|Point 24")));
     QVERIFY(line(7).endsWith(QLatin1String("||5")));
 }
@@ -209,7 +209,7 @@ void RecordsReportTest::readersSeeTheTable()
 {
     const QTemporaryDir folder;
     RecordsSheet sheet(application_);
-    sheet.writeTable(QStringLiteral("Pest"), QStringLiteral("Ants"), 1, {counted(May4, 1, "3")});
+    sheet.writeTable(QStringLiteral("Pest"), QStringLiteral("Ants"), 1, {counted(May4, 1, 3)});
     sheet.fitColumns();
     const QString path = folder.filePath(QStringLiteral("records.xls"));
     application_.ActiveWorkbook().SaveAs(path);
