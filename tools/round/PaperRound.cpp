@@ -23,6 +23,13 @@ bool runTool(const QString &tool, const QStringList &arguments)
     return process.waitForFinished(3 * MinuteMilliseconds) && process.exitCode() == 0;
 }
 
+/// A report's name bears the second, and a file of that second is never replaced.
+void waitForANewName()
+{
+    constexpr int aSecond = 1100;
+    QTest::qWait(aSecond);
+}
+
 } // namespace
 
 PaperRound::PaperRound(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, const RecordingLauncher &launcher,
@@ -58,6 +65,7 @@ void PaperRound::printFieldSheets()
 
 void PaperRound::printFilledSheet()
 {
+    waitForANewName();
     expectWorkbook("cmdPP", QStringLiteral("Pest Monitor Reports"), QStringLiteral("Report_"), QStringLiteral(".xls"));
 }
 
@@ -68,9 +76,7 @@ void PaperRound::runReports()
     hands_.click("cmdSAll");
     report_.picture(window_, QStringLiteral("pest-monitor-info"));
     for (const char *button : {"cmdExcel", "cmdPALL"}) {
-        // A name bears the second, and one of that second is never replaced.
-        constexpr int aSecond = 1100;
-        QTest::qWait(aSecond);
+        waitForANewName();
         expectWorkbook(button, QStringLiteral("Pest Monitor Reports"), QStringLiteral("Report_"), QStringLiteral(".xls"));
     }
     hands_.click("cmdTCancel");
