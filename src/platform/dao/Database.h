@@ -91,7 +91,7 @@ public:
     /// rights or a folder in its place, 3045 opened exclusively elsewhere, 3049 damaged, 3343 no database of this program. The
     /// path is found without regard to case. A file without the right to write opens all the same; writing to it raises 3027.
     static std::unique_ptr<Database> OpenDatabase(const QString &path, bool exclusive, bool readOnly, const QString &connect);
-    /// Makes a new empty file with the password of `connect`; 3204 is not raised: an existing file is refused with 75.
+    /// Makes a new empty file with the password of `connect`. An existing file is refused with 75.
     static std::unique_ptr<Database> CreateDatabase(const QString &path, const QString &connect);
 };
 
