@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/chart/ChartConstants.h"
+#include "platform/chart/DataTable.h"
+#include "platform/chart/Theme.h"
+
+#include <QColor>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <array>
+#include <map>
+#include <vector>
+
+namespace chart
+{
+
+/// Widths and sizes are in twips, 15 to a logical pixel.
+struct Pen {
+    PenStyle Style = PenStyle::Solid;
+    int Width = 20;
+};
+
+struct Marker {
+    MarkerStyle Style = MarkerStyle::FilledCircle;
+    int Size = 100;
+    int PenWidth = 20;
+};
+
+struct DataPointLabel {
+    LabelLocation LocationType = LabelLocation::None;
+};
+
+struct SeriesMarker {
+    bool Auto = true;
+    bool Show = false;
+};
+
+/// One column of the table. Marker and label are those of every point of it; colours are asked of the chart.
+struct Series {
+    chart::SeriesType SeriesType = chart::SeriesType::Bar2d;
+    chart::Pen Pen;
+    chart::SeriesMarker SeriesMarker;
+    chart::Marker Marker;
+    chart::DataPointLabel DataPointLabel;
+    std::map<ColourRole, QColor> ownColours;
+};
+
+/// A chart without a widget: table, labels, look of each series, axes. Rows are points, columns are series; both count from 1.
+///
+/// Setters of the chart announce themselves; after a change through series() call Refresh(). Rows, columns and axes out of
+/// range raise error 9.
+class Chart : public QObject
+{
+    Q_OBJECT
+public:
+    /// Beyond this no column is taken: error 5.
+    static constexpr int MostColumns = 5;
+
+    explicit Chart(QObject *parent = nullptr);
+
+    ChartType chartType() const { return chartType_; }
+    /// Gives every series the type of the same name; a combination begins as bars.
+    void setChartType(ChartType type);
+    bool Chart3d() const;
+
+    int RowCount() const { return table_.rows(); }
+    int ColumnCount() const { return table_.columns(); }
+    /// More rows or columns come empty, fewer are cut. A new column bears the default look.
+    void setRowCount(int count);
+    void setColumnCount(int count);
+    int ColumnLabelCount() const { return columnLabelCount_; }
+    void setColumnLabelCount(int count);
+
+    int Row() const { return row_; }
+    int Column() const { return column_; }
+    void setRow(int row);
+    void setColumn(int column);
+    /// Of the current row or column, empty unless set.
+    QString RowLabel() const;
+    void setRowLabel(const QString &label);
+    QString ColumnLabel() const;
+    void setColumnLabel(const QString &label);
+    QString rowLabelAt(int row) const;
+    QString columnLabelAt(int column) const;
+    /// Value at the current row and column.
+    std::optional<double> Data() const { return table_.value(row_, column_); }
+    void setData(std::optional<double> value) { table_.setValue(row_, column_, value); }
+    /// Takes a whole table over. Counts become the table's, the column label count becomes 0 and all labels are emptied.
+    void setChartData(const DataTable &table);
+    const DataTable &ChartData() const { return table_; }
+
+    /// The look of a column; call Refresh() after a change.
+    Series &series(int column);
+    const Series &series(int column) const;
+    int SeriesCount() const { return static_cast<int>(series_.size()); }
+    /// Pen, marker, labels, styles and colours as on a new chart; the series types stay.
+    void resetSeries(int column);
+    /// The colour of a part of a series, its own or the theme's.
+    QColor seriesColour(int column, ColourRole role, const Theme &theme) const;
+    QColor seriesColour(int column, ColourRole role) const { return seriesColour(column, role, theme_); }
+    /// A colour equal to the one that the theme gives stays the theme's, so that it still follows light, dark and paper.
+    void setSeriesColour(int column, ColourRole role, const QColor &colour);
+
+    QString AxisTitle(AxisId axis) const;
+    bool AxisTitleVisible(AxisId axis) const;
+    void setAxisTitle(AxisId axis, const QString &title);
+    void setAxisTitleVisible(AxisId axis, bool visible);
+    QString TitleText() const { return title_; }
+    void setTitleText(const QString &title);
+    bool ShowLegend() const { return showLegend_; }
+    void setShowLegend(bool show);
+    bool AllowSelections() const { return allowSelections_; }
+    void setAllowSelections(bool allow);
+
+    const Theme &theme() const { return theme_; }
+    void setTheme(const Theme &theme);
+
+    /// While false nothing is announced.
+    bool Repaint() const { return repaint_; }
+    void setRepaint(bool repaint);
+    void Refresh();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    struct Axis {
+        QString title;
+        bool titleVisible = false;
+    };
+
+    ChartType chartType_ = ChartType::Bar2d;
+    DataTable table_;
+    QStringList rowLabels_;
+    QStringList columnLabels_;
+    int columnLabelCount_ = 0;
+    int row_ = 1;
+    int column_ = 1;
+    std::vector<Series> series_;
+    std::array<Axis, 4> axes_;
+    QString title_;
+    bool showLegend_ = false;
+    bool allowSelections_ = false;
+    bool repaint_ = true;
+    Theme theme_ = Theme::light();
+};
+
+} // namespace chart

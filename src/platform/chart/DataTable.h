@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <optional>
+#include <vector>
+
+namespace chart
+{
+
+/// Values by row (point) and column (series), both counted from 1. A cell that was never touched is empty, not 0. A place outside
+/// raises error 9.
+class DataTable
+{
+public:
+    DataTable() = default;
+    DataTable(int rows, int columns);
+
+    int rows() const { return rows_; }
+    int columns() const { return columns_; }
+    std::optional<double> value(int row, int column) const;
+    void setValue(int row, int column, std::optional<double> value);
+    /// An empty cell becomes the amount.
+    void add(int row, int column, double amount);
+    /// Sum of a column; nothing when every cell of it is empty.
+    std::optional<double> columnSum(int column) const;
+
+private:
+    std::size_t place(int row, int column) const;
+
+    int rows_ = 0;
+    int columns_ = 0;
+    std::vector<std::optional<double>> cells_;
+};
+
+} // namespace chart
