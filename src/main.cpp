@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "graphs/frmPestMGraph.h"
 #include "pestmon/frmPestMon2.h"
 #include "platform/controls/Dialogs.h"
 #include "platform/controls/Look.h"
@@ -26,6 +27,7 @@ std::vector<MenuEntry> menuEntries()
         {QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, screen<frmPestMon2>()},
         {QStringLiteral("ImPM"), ZeroPosition::Never, false, {}, screen<frmRepPestInfo>()},
         {QStringLiteral("imFF"), ZeroPosition::Never, false, {}, screen<frmRepPestMon>()},
+        {QStringLiteral("imGG"), ZeroPosition::Never, true, {}, screen<frmPestMGraph>()},
     };
 }
 

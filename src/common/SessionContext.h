@@ -51,6 +51,8 @@ struct SessionContext {
     QString CurrentBlockName;
     std::int32_t CurrentCTargetID = 0;
     QString CurrentCTarget;
+    /// Order of the lists of the graphs: 0 none, 1 the largest sums first, 2 the smallest.
+    std::int16_t GraphRankMode = 0;
     /// "D", "P", "W", "O", or empty for all.
     QString PestTypeFilter;
 

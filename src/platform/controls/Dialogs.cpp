@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/Dialogs.h"
 
+#include <QColorDialog>
 #include <QGuiApplication>
 #include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
 
 namespace controls
 {
@@ -51,6 +54,18 @@ Answer MessageBoxes::question(const QString &text, const QString &title, Answer 
     return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
 }
 
+std::optional<QColor> MessageBoxes::chooseColour(const QColor &initial, const QString &title)
+{
+    const QColor chosen = QColorDialog::getColor(initial, parent_, titleOr(title));
+    return chosen.isValid() ? std::optional(chosen) : std::nullopt;
+}
+
+bool MessageBoxes::choosePrinter(QPrinter &printer)
+{
+    QPrintDialog dialog(&printer, parent_);
+    return dialog.exec() == QDialog::Accepted;
+}
+
 QString QueuedDialogs::takeLastText()
 {
     if (shown_.empty()) {
@@ -81,6 +96,30 @@ Answer QueuedDialogs::question(const QString &text, const QString &title, Answer
     const Answer answer = answers_.front();
     answers_.pop_front();
     return answer;
+}
+
+std::optional<QColor> QueuedDialogs::chooseColour(const QColor &, const QString &)
+{
+    if (colours_.empty()) {
+        ++unexpected_;
+        return {};
+    }
+    const std::optional<QColor> colour = colours_.front();
+    colours_.pop_front();
+    return colour;
+}
+
+bool QueuedDialogs::choosePrinter(QPrinter &printer)
+{
+    if (printFiles_.empty()) {
+        ++unexpected_;
+        return false;
+    }
+    const QString file = printFiles_.front();
+    printFiles_.pop_front();
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(file);
+    return !file.isEmpty();
 }
 
 } // namespace controls

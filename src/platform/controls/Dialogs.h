@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QColor>
 #include <QString>
 
 #include <deque>
+#include <optional>
 #include <vector>
 
+class QPrinter;
 class QWidget;
 
 namespace controls
@@ -14,7 +17,7 @@ namespace controls
 enum class BoxIcon { None, Critical, Exclamation, Question, Information };
 enum class Answer { Yes, No };
 
-/// The one seam for every message and question. Boxes without a title of their own bear the program's.
+/// The one seam for every message, question, colour and printer choice. Boxes without a title of their own bear the program's.
 class Dialogs
 {
 public:
@@ -22,6 +25,10 @@ public:
     virtual void message(const QString &text, const QString &title = {}, BoxIcon icon = BoxIcon::None) = 0;
     /// Yes and No, `preselected` being what Enter gives. Esc and the window's close mean No.
     virtual Answer question(const QString &text, const QString &title, Answer preselected) = 0;
+    /// Nothing when the user cancels, as with the printer.
+    virtual std::optional<QColor> chooseColour(const QColor &initial, const QString &title) = 0;
+    /// Sets the printer up as the user likes it; false when the user cancels.
+    virtual bool choosePrinter(QPrinter &printer) = 0;
 };
 
 /// Shows real boxes over `parent`.
@@ -32,13 +39,16 @@ public:
     void setParent(QWidget *parent) { parent_ = parent; }
     void message(const QString &text, const QString &title, BoxIcon icon) override;
     Answer question(const QString &text, const QString &title, Answer preselected) override;
+    std::optional<QColor> chooseColour(const QColor &initial, const QString &title) override;
+    bool choosePrinter(QPrinter &printer) override;
 
 private:
     QWidget *parent_;
 };
 
 /// Answers from a queue and records what would have been shown, for the scripted round and the tests. A question without a queued
-/// answer gets its preselected answer and is counted as unexpected; so is a message beyond the expected ones.
+/// answer gets its preselected answer and is counted as unexpected; so is a message beyond the expected ones. Choices of a colour
+/// or a printer that were not queued are cancelled and counted as well.
 class QueuedDialogs : public Dialogs
 {
 public:
@@ -51,17 +61,27 @@ public:
     };
     void expectMessage() { ++expectedMessages_; }
     void queueAnswer(Answer answer) { answers_.push_back(answer); }
+    void queueColour(std::optional<QColor> colour) { colours_.push_back(colour); }
+    /// The next print goes to this PDF file; an empty name cancels.
+    void queuePrinter(const QString &file) { printFiles_.push_back(file); }
     const std::vector<Shown> &shown() const { return shown_; }
     /// Everything asked for came, and nothing else did.
-    bool allAsExpected() const { return unexpected_ == 0 && answers_.empty() && expectedMessages_ == 0; }
+    bool allAsExpected() const
+    {
+        return unexpected_ == 0 && answers_.empty() && colours_.empty() && printFiles_.empty() && expectedMessages_ == 0;
+    }
     QString takeLastText();
 
     void message(const QString &text, const QString &title, BoxIcon icon) override;
     Answer question(const QString &text, const QString &title, Answer preselected) override;
+    std::optional<QColor> chooseColour(const QColor &initial, const QString &title) override;
+    bool choosePrinter(QPrinter &printer) override;
 
 private:
     std::vector<Shown> shown_;
     std::deque<Answer> answers_;
+    std::deque<std::optional<QColor>> colours_;
+    std::deque<QString> printFiles_;
     int expectedMessages_ = 0;
     int unexpected_ = 0;
 };

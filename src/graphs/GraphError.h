@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/basic/RunTimeError.h"
+#include "platform/controls/Dialogs.h"
+
+/// How the graph screens tell an error: number, " - ", description.
+inline void tellGraphError(controls::Dialogs &dialogs, const basic::RunTimeError &error)
+{
+    dialogs.message(QStringLiteral("%1 - %2").arg(error.number()).arg(error.description()), {}, controls::BoxIcon::None);
+}

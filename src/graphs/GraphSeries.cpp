@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "graphs/GraphSeries.h"
+
+#include "common/SessionContext.h"
+#include "store/clsPestMONNew.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+constexpr int WeekPoints = 52;
+constexpr int PointsOfUnknownBlock = 5;
+
+dao::Recordset openSeries(const GraphCriteria &criteria, clsPestMONNew &objPestMON, const SessionContext &session)
+{
+    const auto from = basic::SerialDate::fromDate(criteria.from);
+    const auto to = basic::SerialDate::fromDate(criteria.to);
+    const std::int32_t block = session.CurrentBlockID;
+    const std::int32_t pest = session.CurrentCTargetID;
+    if (criteria.axis == GraphAxis::Points) {
+        return objPestMON.Get_PestData_for_Block(block, pest, from, to);
+    }
+    return criteria.measure == GraphMeasure::Count
+        ? objPestMON.New_Get_PestDataMax_for_Period_Pest_Block(block, pest, from, to)
+        : objPestMON.New_Get_PestDataMaxYesNo_for_Period_Pest_Block(block, pest, from, to);
+}
+
+/// Where a record of the set says its point, and what it adds there.
+class RecordReader
+{
+public:
+    RecordReader(const GraphCriteria &criteria, const dao::Recordset &rows)
+        : criteria_(criteria), rows_(rows), completed_(rows.fieldIndex("PMTransDateCom")),
+          firstDay_(basic::SerialDate::fromDate(criteria.from).days())
+    {
+        const bool points = criteria.axis == GraphAxis::Points;
+        if (criteria.axis == GraphAxis::Week) {
+            place_ = rows.fieldIndex("PMTransWeek");
+        } else if (points) {
+            place_ = rows.fieldIndex("PMBPunt");
+        }
+        if (criteria.measure == GraphMeasure::Count) {
+            amount_ = points ? rows.fieldIndex("PMCount") : rows.fieldIndex("PMCountMax");
+        } else {
+            amount_ = points ? rows.fieldIndex("PMYes") : rows.fieldIndex("PMYesMax");
+        }
+    }
+
+    void addTo(chart::DataTable &table, int series) const
+    {
+        const std::optional<basic::SerialDate> completed = rows_.date(completed_);
+        if (!completed || completed->isZero() || rows_.isNull(amount_)) {
+            return;
+        }
+        if (criteria_.measure == GraphMeasure::Count) {
+            table.add(point(*completed), series, rows_.number(amount_));
+        } else if (rows_.boolean(amount_)) {
+            table.add(point(*completed), series, 1.0);
+        }
+    }
+
+private:
+    int point(basic::SerialDate completed) const
+    {
+        switch (criteria_.axis) {
+        case GraphAxis::Week:
+            return rows_.longValue(place_);
+        case GraphAxis::Date:
+            return static_cast<int>(std::floor(completed.days()) - firstDay_) + 1;
+        case GraphAxis::Points:
+            break;
+        }
+        const int point = rows_.longValue(place_);
+        return point == 0 ? 1 : point;
+    }
+
+    const GraphCriteria &criteria_;
+    const dao::Recordset &rows_;
+    int completed_;
+    int place_ = 0;
+    int amount_ = 0;
+    double firstDay_;
+};
+
+void takeSeries(const GraphCriteria &criteria, std::int32_t key, SessionContext &session)
+{
+    switch (criteria.scope) {
+    case GraphScope::PerBlock:
+        session.CurrentBlockID = criteria.fixedItem;
+        session.CurrentCTargetID = key;
+        return;
+    case GraphScope::PerPest:
+        session.CurrentCTargetID = criteria.fixedItem;
+        session.CurrentBlockID = key;
+        return;
+    case GraphScope::Farm:
+        session.CurrentBlockID = 0;
+        session.CurrentCTargetID = key;
+    }
+}
+
+} // namespace
+
+int graphPointCount(const GraphCriteria &criteria, clsPestMONNew &objPestMON, const SessionContext &session)
+{
+    switch (criteria.axis) {
+    case GraphAxis::Week:
+        return WeekPoints;
+    case GraphAxis::Date:
+        return std::max(0, static_cast<int>(criteria.from.daysTo(criteria.to)) + 1);
+    case GraphAxis::Points:
+        break;
+    }
+    const int points = objPestMON.NoofMPoints_Are(session.CurrentBlockID);
+    return points == 0 ? PointsOfUnknownBlock : points;
+}
+
+chart::DataTable readGraphData(const GraphCriteria &criteria, clsPestMONNew &objPestMON, SessionContext &session)
+{
+    chart::DataTable GraphData(graphPointCount(criteria, objPestMON, session) + 1, criteria.SeriesCount);
+    for (int series = 1; series <= criteria.SeriesCount; ++series) {
+        const auto place = static_cast<std::size_t>(series) - 1;
+        takeSeries(criteria, criteria.SeriesID[place], session);
+        if (criteria.SeriesName[place].isEmpty()) {
+            continue;
+        }
+        dao::Recordset rows = openSeries(criteria, objPestMON, session);
+        if (rows.Eof()) {
+            continue;
+        }
+        const RecordReader reader(criteria, rows);
+        for (; !rows.Eof(); rows.MoveNext()) {
+            reader.addTo(GraphData, series);
+        }
+    }
+    return GraphData;
+}

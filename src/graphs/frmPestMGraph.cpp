@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "graphs/frmPestMGraph.h"
+
+#include "graphs/GraphDrawing.h"
+#include "platform/controls/Look.h"
+#include "shell/Period.h"
+#include "store/clsPestMONNew.h"
+#include "ui_frmPestMGraph.h"
+
+#include <QResizeEvent>
+#include <QShortcut>
+
+using controls::ItemCombo;
+
+namespace
+{
+
+constexpr std::int32_t CountMethod = 1;
+constexpr std::int32_t YesNoMethod = 2;
+constexpr std::int16_t LargestFirst = 1;
+constexpr std::int16_t SmallestFirst = 2;
+
+void keepPlaceWhenHidden(QWidget &widget)
+{
+    QSizePolicy policy = widget.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget.setSizePolicy(policy);
+}
+
+} // namespace
+
+frmPestMGraph::frmPestMGraph(ScreenHost &host, QWidget *parent)
+    : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmPestMGraph>())
+{
+    ui_->setupUi(this);
+    cbo_ = {ui_->cbo0, ui_->cbo1, ui_->cbo2, ui_->cbo3, ui_->cbo4};
+    captions_ = {ui_->lbl_11, ui_->lbl_12, ui_->lbl_13, ui_->lbl_14, ui_->lbl_15};
+    readPeriodStart(host);
+    setUpLists();
+    setUpButtons();
+    connectCriteria();
+    connectChart();
+    ui_->pic_0->installEventFilter(this);
+}
+
+frmPestMGraph::~frmPestMGraph() = default;
+
+QString frmPestMGraph::screenTitle() const
+{
+    return QStringLiteral("Pest Montitor Graph");
+}
+
+void frmPestMGraph::setUpLists()
+{
+    ui_->opt_0->setChecked(true);
+    ui_->OptType_0->setChecked(true);
+    ui_->OptW_0->setChecked(true);
+    ui_->cmbBCount->setTypingAllowed(false);
+    ui_->cbo_6->setTypingAllowed(false);
+    for (const ChartKind &kind : chartKinds()) {
+        ui_->cbo_6->AddItem(QLatin1String(kind.text));
+    }
+    // The list begins with its first entry while the chart is a flat bar chart; silent, so the chart stays.
+    ui_->cbo_6->setText(ui_->cbo_6->List(0));
+    for (std::size_t place = 0; place < cbo_.size(); ++place) {
+        cbo_[place]->setAccessibleName(QStringLiteral("Series %1").arg(place + 1));
+        keepPlaceWhenHidden(*cbo_[place]);
+        keepPlaceWhenHidden(*captions_[place]);
+    }
+    for (QWidget *widget : std::initializer_list<QWidget *>{ui_->cmbBCount, ui_->Label2_1, ui_->chk_2, ui_->chk_3, ui_->OptW_2,
+                                                            ui_->VScroll, ui_->HScroll, ui_->pic_1}) {
+        keepPlaceWhenHidden(*widget);
+    }
+}
+
+void frmPestMGraph::setUpButtons()
+{
+    using controls::Look;
+    ui_->cmd_0->setIcon(Look::icon(QStringLiteral("graphs"), QStringLiteral("onacc")));
+    ui_->cmd_2->setIcon(Look::icon(QStringLiteral("zoom-in")));
+    ui_->cmd_3->setIcon(Look::icon(QStringLiteral("zoom-out")));
+    ui_->cmd_5->setIcon(Look::icon(QStringLiteral("setup")));
+    ui_->cmd_4->setIcon(Look::icon(QStringLiteral("print")));
+    ui_->cmd_1->setIcon(Look::icon(QStringLiteral("close")));
+    showScrollBars(false);
+}
+
+void frmPestMGraph::connectCriteria()
+{
+    const auto clicked = [this](QAbstractButton *button, auto handler) {
+        connect(button, &QAbstractButton::clicked, this, [this, handler] { guarded(handler); });
+    };
+    clicked(ui_->opt_0, [this] { scopeClick(GraphScope::PerBlock); });
+    clicked(ui_->opt_1, [this] { scopeClick(GraphScope::PerPest); });
+    clicked(ui_->opt_2, [this] { scopeClick(GraphScope::Farm); });
+    clicked(ui_->OptType_0, [this] { measureClick(); });
+    clicked(ui_->OptType_1, [this] { measureClick(); });
+    clicked(ui_->chk_2, [this] { rankClick(true); });
+    clicked(ui_->chk_3, [this] { rankClick(false); });
+    clicked(ui_->cmd_0, [this] { drawClick(); });
+    connect(ui_->cmbBCount, &ItemCombo::Click, this, [this] { guarded([this] { fixedItemClick(); }); });
+    connect(ui_->dtpDateFrom, &controls::DatePicker::LostFocus, this, [this] {
+        guarded([this] {
+            keepPeriodStart(session(), *ui_->dtpDateFrom);
+            periodLeft();
+        });
+    });
+    connect(ui_->dtpDateTo, &controls::DatePicker::LostFocus, this, [this] { guarded([this] { periodLeft(); }); });
+    connect(new QShortcut(Qt::Key_Insert, this), &QShortcut::activated, this, [this] { guarded([this] { drawClick(); }); });
+}
+
+void frmPestMGraph::activateScreen()
+{
+    showPeriod(host(), *ui_->dtpDateFrom, *ui_->dtpDateTo);
+    zoom_.fill(viewport());
+    placeChart();
+    showScrollBars(false);
+    session().CurrentPMMethodID = CountMethod;
+    session().GraphRankMode = 0;
+    for (QCheckBox *box : {ui_->chk_2, ui_->chk_3}) {
+        box->show();
+        box->setChecked(false);
+    }
+    ui_->opt_0->setChecked(true);
+    guarded([this] { scopeClick(GraphScope::PerBlock); });
+}
+
+GraphScope frmPestMGraph::scope() const
+{
+    return ui_->opt_0->isChecked() ? GraphScope::PerBlock : ui_->opt_1->isChecked() ? GraphScope::PerPest : GraphScope::Farm;
+}
+
+GraphListPeriod frmPestMGraph::period() const
+{
+    return {ui_->dtpDateFrom->Value(), ui_->dtpDateTo->Value(), session().GraphRankMode};
+}
+
+void frmPestMGraph::scopeClick(GraphScope scope)
+{
+    if (scope == GraphScope::Farm) {
+        ui_->cmbBCount->hide();
+        ui_->Label2_1->hide();
+        fixedItemClick();
+        offerPoints(false);
+        return;
+    }
+    ItemCombo *const fixedItem[] = {ui_->cmbBCount};
+    const bool perBlock = scope == GraphScope::PerBlock;
+    if (perBlock) {
+        session().CurrentCTargetID = 0;
+        Fill_Graph_Blocks(fixedItem, objPestMON(), session(), period());
+    } else {
+        Fill_Graph_Pests(fixedItem, objPestMON(), session(), 0, period());
+    }
+    hideSeries();
+    ui_->Label2_1->setText(perBlock ? QStringLiteral("Block:") : QStringLiteral("Pest:"));
+    ui_->cmbBCount->setAccessibleName(ui_->Label2_1->text());
+    ui_->Label2_1->show();
+    ui_->cmbBCount->show();
+    offerPoints(perBlock);
+}
+
+void frmPestMGraph::fixedItemClick()
+{
+    switch (scope()) {
+    case GraphScope::PerBlock:
+        session().CurrentBlockID = ui_->cmbBCount->ItemData(ui_->cmbBCount->ListIndex());
+        Fill_Graph_Pests(cbo_, objPestMON(), session(), session().CurrentBlockID, period());
+        offerSeries(QStringLiteral("Pest"));
+        return;
+    case GraphScope::PerPest:
+        session().CurrentCTargetID = ui_->cmbBCount->ItemData(ui_->cmbBCount->ListIndex());
+        Fill_Graph_Blocks(cbo_, objPestMON(), session(), period());
+        offerSeries(QStringLiteral("Block"));
+        return;
+    case GraphScope::Farm:
+        session().CurrentBlockID = 0;
+        Fill_Graph_Pests(cbo_, objPestMON(), session(), 0, period());
+        offerSeries(QStringLiteral("Pest"));
+        ui_->OptW_2->hide();
+    }
+}
+
+void frmPestMGraph::offerSeries(const QString &caption)
+{
+    for (std::size_t place = 0; place < cbo_.size(); ++place) {
+        captions_[place]->setText(QStringLiteral("%1 %2").arg(caption, QString::number(place + 1)));
+        captions_[place]->show();
+        cbo_[place]->show();
+    }
+    preselect(cbo_);
+    ui_->chk_2->show();
+    ui_->chk_3->show();
+}
+
+void frmPestMGraph::hideSeries()
+{
+    for (std::size_t place = 0; place < cbo_.size(); ++place) {
+        captions_[place]->hide();
+        cbo_[place]->hide();
+    }
+    ui_->chk_2->hide();
+    ui_->chk_3->hide();
+}
+
+void frmPestMGraph::offerPoints(bool offered)
+{
+    if (!offered && ui_->OptW_2->isChecked()) {
+        ui_->OptW_0->setChecked(true);
+    }
+    ui_->OptW_2->setVisible(offered);
+}
+
+void frmPestMGraph::measureClick()
+{
+    session().CurrentPMMethodID = ui_->OptType_0->isChecked() ? CountMethod : YesNoMethod;
+    if (!ui_->cmbBCount->isHidden() && !ui_->cmbBCount->Text().isEmpty()) {
+        fixedItemClick();
+    } else {
+        scopeClick(scope());
+    }
+}
+
+void frmPestMGraph::rankClick(bool smallest)
+{
+    QCheckBox &box = smallest ? *ui_->chk_2 : *ui_->chk_3;
+    QCheckBox &other = smallest ? *ui_->chk_3 : *ui_->chk_2;
+    if (box.isChecked()) {
+        session().GraphRankMode = smallest ? SmallestFirst : LargestFirst;
+        fixedItemClick();
+        other.setChecked(false);
+    }
+    if (!box.isChecked() && !other.isChecked()) {
+        session().GraphRankMode = 0;
+        fixedItemClick();
+    }
+}
+
+void frmPestMGraph::periodLeft()
+{
+    if (!ui_->cmbBCount->Text().isEmpty() && scope() != GraphScope::Farm) {
+        scopeClick(scope());
+    }
+}
+
+GraphCriteria frmPestMGraph::criteria() const
+{
+    GraphCriteria wanted{.scope = scope(),
+                         .measure = ui_->OptType_0->isChecked() ? GraphMeasure::Count : GraphMeasure::YesNo,
+                         .axis = ui_->OptW_0->isChecked() ? GraphAxis::Week
+                             : ui_->OptW_1->isChecked()   ? GraphAxis::Date
+                                                          : GraphAxis::Points,
+                         .from = ui_->dtpDateFrom->Value(),
+                         .to = ui_->dtpDateTo->Value()};
+    for (std::size_t place = 0; place < cbo_.size(); ++place) {
+        const ItemCombo &combo = *cbo_[place];
+        if (!combo.Text().isEmpty()) {
+            wanted.SeriesID[place] = combo.ItemData(combo.ListIndex());
+            wanted.SeriesName[place] = combo.Text();
+            wanted.SeriesCount = static_cast<int>(place) + 1;
+        }
+    }
+    if (wanted.SeriesCount > 0 && wanted.scope != GraphScope::Farm) {
+        wanted.fixedItem = ui_->cmbBCount->ItemData(ui_->cmbBCount->ListIndex());
+    }
+    return wanted;
+}

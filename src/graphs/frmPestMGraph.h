@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "graphs/GraphLists.h"
+#include "graphs/GraphSeries.h"
+#include "graphs/GraphZoom.h"
+#include "shell/ChildScreen.h"
+
+#include <array>
+#include <memory>
+
+namespace Ui
+{
+class frmPestMGraph;
+}
+class QLabel;
+class QScrollBar;
+
+/// Charts the pest counts of completed monitoring: up to five pests or blocks by week, date or point.
+///
+/// The criteria fill each other from top to bottom: scope, period, block or pest, order, series. A draw reads the numbers and
+/// puts them on the chart; type, markers, labels, zoom and styles then work on the chart alone.
+class frmPestMGraph : public ChildScreen
+{
+    Q_OBJECT
+public:
+    explicit frmPestMGraph(ScreenHost &host, QWidget *parent = nullptr);
+    ~frmPestMGraph() override;
+
+    void activateScreen() override;
+    QString screenTitle() const override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    /// frmPestMGraph.cpp: the criteria.
+    void setUpLists();
+    void setUpButtons();
+    void connectCriteria();
+    void connectChart();
+    GraphScope scope() const;
+    GraphListPeriod period() const;
+    void scopeClick(GraphScope scope);
+    void fixedItemClick();
+    void measureClick();
+    void rankClick(bool smallest);
+    void periodLeft();
+    /// Shows the five lists with "Pest 1" or "Block 1" and so on, chooses in them and offers the order.
+    void offerSeries(const QString &caption);
+    void hideSeries();
+    void offerPoints(bool offered);
+    GraphCriteria criteria() const;
+
+    /// frmPestMGraph_Chart.cpp: the chart.
+    void drawClick();
+    void Draw_Graph();
+    void chartTypeClick();
+    void zoomIn();
+    void zoomOut();
+    void placeChart();
+    void showScrollBars(bool shown);
+    void setScrollRanges();
+    GraphZoom::Extent viewport() const;
+    void pointSelected(int series, int point);
+    void chartClick();
+    void printGraph();
+    void setUpStyles();
+
+    std::unique_ptr<Ui::frmPestMGraph> ui_;
+    std::array<controls::ItemCombo *, GraphCriteria::MostSeries> cbo_{};
+    std::array<QLabel *, GraphCriteria::MostSeries> captions_{};
+    GraphZoom zoom_;
+    bool PointPicked_ = false;
+};

@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "graphs/GraphDrawing.h"
+#include "graphs/GraphError.h"
+#include "graphs/GraphPrint.h"
+#include "graphs/frmGraphEdit.h"
+#include "graphs/frmPestMGraph.h"
+#include "platform/basic/Formats.h"
+#include "platform/basic/Numbers.h"
+#include "platform/controls/Look.h"
+#include "store/clsPestMONNew.h"
+#include "ui_frmPestMGraph.h"
+
+#include <QEvent>
+
+#include <cmath>
+
+namespace
+{
+
+constexpr int TwipsPerPixel = 15;
+
+int pixels(std::int32_t twips)
+{
+    return static_cast<int>(std::lround(static_cast<double>(twips) / TwipsPerPixel));
+}
+
+} // namespace
+
+void frmPestMGraph::connectChart()
+{
+    const auto theme = [this] {
+        ui_->chGraph->model().setTheme(controls::Look::isDark() ? chart::Theme::dark() : chart::Theme::light());
+    };
+    theme();
+    connect(ui_->cbo_6, &controls::ItemCombo::Click, this, [this] { guarded([this] { chartTypeClick(); }); });
+    connect(ui_->chk_0, &QCheckBox::clicked, this, [this](bool show) { showGraphMarkers(ui_->chGraph->model(), show); });
+    connect(ui_->chk_1, &QCheckBox::clicked, this, [this](bool show) { showGraphLabels(ui_->chGraph->model(), show); });
+    connect(ui_->cmd_2, &QPushButton::clicked, this, [this] { guarded([this] { zoomIn(); }); });
+    connect(ui_->cmd_3, &QPushButton::clicked, this, [this] { guarded([this] { zoomOut(); }); });
+    connect(ui_->cmd_4, &QPushButton::clicked, this, [this] { printGraph(); });
+    connect(ui_->cmd_5, &QPushButton::clicked, this, [this] { setUpStyles(); });
+    connect(ui_->cmd_1, &QPushButton::clicked, this, [this] { closeScreen(); });
+    connect(ui_->HScroll, &QScrollBar::valueChanged, this, [this](int value) {
+        zoom_.scrollHorizontally(value);
+        placeChart();
+    });
+    connect(ui_->VScroll, &QScrollBar::valueChanged, this, [this](int value) {
+        zoom_.scrollVertically(value, ui_->VScroll->maximum(), viewport());
+        placeChart();
+    });
+    connect(ui_->chGraph, &chart::ChartView::PointSelected, this,
+            [this](int series, int point) { guarded([this, series, point] { pointSelected(series, point); }); });
+    connect(ui_->chGraph, &chart::ChartView::Click, this, [this] { chartClick(); });
+}
+
+bool frmPestMGraph::eventFilter(QObject *watched, QEvent *event)
+{
+    // An unzoomed chart fills its viewport whenever the layout gives it another size.
+    if (watched == ui_->pic_0 && event->type() == QEvent::Resize && zoom_.level() == 0) {
+        zoom_.fill(viewport());
+        placeChart();
+    }
+    return ChildScreen::eventFilter(watched, event);
+}
+
+GraphZoom::Extent frmPestMGraph::viewport() const
+{
+    return {ui_->pic_0->width() * TwipsPerPixel, ui_->pic_0->height() * TwipsPerPixel};
+}
+
+void frmPestMGraph::placeChart()
+{
+    ui_->chGraph->setGeometry(pixels(zoom_.left()), pixels(zoom_.top()), pixels(zoom_.size().width), pixels(zoom_.size().height));
+}
+
+void frmPestMGraph::drawClick()
+{
+    const bool noText = ui_->cmbBCount->Text().isEmpty();
+    if (noText && scope() != GraphScope::Farm) {
+        dialogs().message(scope() == GraphScope::PerBlock ? QStringLiteral("Select a block!") : QStringLiteral("Select a pest!"),
+                          QStringLiteral("Pest graph"), controls::BoxIcon::Information);
+        ui_->cmbBCount->setFocus();
+        return;
+    }
+    Draw_Graph();
+    zoom_.restart(viewport());
+    placeChart();
+    for (QPushButton *button : {ui_->cmd_2, ui_->cmd_3, ui_->cmd_5}) {
+        button->setEnabled(true);
+    }
+}
+
+void frmPestMGraph::Draw_Graph()
+{
+    try {
+        const GraphCriteria wanted = criteria();
+        if (wanted.SeriesCount == 0) {
+            dialogs().message(QStringLiteral("No data to dispay"));
+            return;
+        }
+        drawGraph(ui_->chGraph->model(), readGraphData(wanted, objPestMON(), session()), wanted, ui_->chk_0->isChecked(),
+                  ui_->chk_1->isChecked());
+    } catch (const basic::RunTimeError &error) {
+        tellGraphError(dialogs(), error);
+    }
+}
+
+void frmPestMGraph::chartTypeClick()
+{
+    const auto place = static_cast<std::size_t>(ui_->cbo_6->ListIndex());
+    ui_->chGraph->model().setChartType(chartKinds().at(place).chartType);
+}
+
+void frmPestMGraph::zoomIn()
+{
+    zoom_.zoomIn(viewport());
+    setScrollRanges();
+    ui_->VScroll->setValue(ui_->VScroll->maximum());
+    placeChart();
+    if (zoom_.level() == 1) {
+        ui_->cmd_3->setEnabled(true);
+        showScrollBars(true);
+    }
+    if (zoom_.level() == GraphZoom::HighestLevel) {
+        ui_->cmd_2->setEnabled(false);
+    }
+}
+
+void frmPestMGraph::zoomOut()
+{
+    zoom_.zoomOut(viewport());
+    setScrollRanges();
+    placeChart();
+    if (zoom_.level() == 0) {
+        ui_->cmd_3->setEnabled(false);
+        showScrollBars(false);
+    }
+    if (zoom_.level() < GraphZoom::HighestLevel) {
+        ui_->cmd_2->setEnabled(true);
+    }
+}
+
+void frmPestMGraph::setScrollRanges()
+{
+    ui_->HScroll->setMaximum(zoom_.horizontalMax());
+    ui_->VScroll->setMaximum(zoom_.verticalMax());
+    ui_->HScroll->setPageStep(viewport().width / GraphZoom::ScrollStep);
+    ui_->VScroll->setPageStep(viewport().height / GraphZoom::ScrollStep);
+}
+
+void frmPestMGraph::showScrollBars(bool shown)
+{
+    ui_->VScroll->setVisible(shown);
+    ui_->HScroll->setVisible(shown);
+    ui_->pic_1->setVisible(shown);
+}
+
+void frmPestMGraph::pointSelected(int series, int point)
+{
+    chart::Chart &chGraph = ui_->chGraph->model();
+    chGraph.setColumn(series);
+    const bool slice = chGraph.series(series).SeriesType == chart::SeriesType::Pie2d;
+    if (!slice) {
+        chGraph.setRow(point);
+    }
+    const std::optional<double> value = slice ? chGraph.ChartData().columnSum(series) : chGraph.Data();
+    ui_->lblPointVal_1->setText(slice ? chGraph.ColumnLabel() : chGraph.RowLabel());
+    ui_->lblPointVal_2->setText(basic::doubleText(value.value_or(0.0)));
+    PointPicked_ = true;
+}
+
+void frmPestMGraph::chartClick()
+{
+    if (!PointPicked_) {
+        ui_->lblPointVal_1->clear();
+        ui_->lblPointVal_2->clear();
+    }
+    PointPicked_ = false;
+}
+
+void frmPestMGraph::printGraph()
+{
+    // A failure raises no box; the status line tells of it.
+    try {
+        const QString title = QStringLiteral("Pest:") + ui_->cmbBCount->Text();
+        if (printChart(*ui_->chGraph, dialogs(), title, ui_->pic_0->size())) {
+            host().showStatus(QStringLiteral("The graph was handed to the printer"));
+        }
+    } catch (const basic::RunTimeError &error) {
+        host().showFailure(QStringLiteral("The graph was not printed: %1").arg(error.description()));
+    }
+}
+
+void frmPestMGraph::setUpStyles()
+{
+    try {
+        frmGraphEdit styles(ui_->chGraph->model(), dialogs(), this);
+        styles.exec();
+    } catch (const basic::RunTimeError &error) {
+        tellGraphError(dialogs(), error);
+    }
+}
