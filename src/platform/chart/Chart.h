@@ -56,7 +56,7 @@ class Chart : public QObject
 {
     Q_OBJECT
 public:
-    /// Beyond this no column is taken: error 5.
+    /// Beyond this no column is taken: error 5, as with a negative count.
     static constexpr int MostColumns = 5;
 
     explicit Chart(QObject *parent = nullptr);
@@ -87,7 +87,7 @@ public:
     QString columnLabelAt(int column) const;
     /// Value at the current row and column.
     std::optional<double> Data() const { return table_.value(row_, column_); }
-    void setData(std::optional<double> value) { table_.setValue(row_, column_, value); }
+    void setData(std::optional<double> value);
     /// Takes a whole table over. Counts become the table's, the column label count becomes 0 and all labels are emptied.
     void setChartData(const DataTable &table);
     const DataTable &ChartData() const { return table_; }
@@ -118,7 +118,7 @@ public:
     const Theme &theme() const { return theme_; }
     void setTheme(const Theme &theme);
 
-    /// While false nothing is announced.
+    /// While false nothing is announced; what was held back is announced when it becomes true.
     bool Repaint() const { return repaint_; }
     void setRepaint(bool repaint);
     void Refresh();
@@ -131,6 +131,10 @@ private:
         QString title;
         bool titleVisible = false;
     };
+
+    static Series defaultSeries(int column);
+    /// Labels, looks and the current place follow the table's size.
+    void takeCounts();
 
     ChartType chartType_ = ChartType::Bar2d;
     DataTable table_;
