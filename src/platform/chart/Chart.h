@@ -17,6 +17,13 @@
 namespace chart
 {
 
+/// A point of a series, both counted from 1.
+struct PointPlace {
+    int series = 0;
+    int point = 0;
+    friend bool operator==(const PointPlace &, const PointPlace &) = default;
+};
+
 /// Widths and sizes are in twips, 15 to a logical pixel.
 struct Pen {
     PenStyle Style = PenStyle::Solid;
@@ -95,6 +102,7 @@ public:
     /// The look of a column; call Refresh() after a change.
     Series &series(int column);
     const Series &series(int column) const;
+    const std::vector<Series> &allSeries() const { return series_; }
     int SeriesCount() const { return static_cast<int>(series_.size()); }
     /// Pen, marker, labels, styles and colours as on a new chart; the series types stay.
     void resetSeries(int column);
