@@ -18,7 +18,7 @@ constexpr double Broadest = 56.0;
 double barWidth(double rowWidth, std::size_t bars)
 {
     const double width = std::min(rowWidth * Filled / static_cast<double>(bars), Broadest);
-    return width >= 2.0 ? std::floor(width) : std::max(width, 1.0);
+    return std::max(std::floor(width), 1.0);
 }
 
 QPolygonF leaning(const QPointF &from, const QPointF &to, const QPointF &depth)
@@ -38,8 +38,7 @@ void BarShape::arrange(const PlotFrame &frame, const DepthSlot &slot)
     const double depth = std::hypot(slot.thickness.x(), slot.thickness.y());
     thickness_ = depth > 0.0 ? slot.thickness * std::min(1.0, std::max(width, 4.0) / depth) : QPointF();
     for (int row = 1; row <= frame.rows; ++row) {
-        double left = frame.x(row) - pitch * static_cast<double>(bars) / 2.0;
-        left = width >= 2.0 ? std::round(left) : left;
+        const double left = frame.x(row) - pitch * static_cast<double>(bars) / 2.0;
         for (std::size_t bar = 0; bar < bars; ++bar) {
             const auto value = chart().ChartData().value(row, series()[bar]);
             if (!value) {
@@ -48,7 +47,7 @@ void BarShape::arrange(const PlotFrame &frame, const DepthSlot &slot)
             // A counted zero is a line on the ground, so that it differs from what was never counted.
             const double height = frame.y(0.0) - frame.y(*value);
             const double shown = std::abs(height) < 1.0 ? 1.0 : height;
-            const QRectF body = QRectF(left + pitch * static_cast<double>(bar), frame.y(0.0) - shown, width, shown)
+            const QRectF body = QRectF(std::round(left + pitch * static_cast<double>(bar)), frame.y(0.0) - shown, width, shown)
                                     .normalized()
                                     .translated(slot.offset);
             const double end = *value < 0.0 ? body.bottom() : body.top();

@@ -115,7 +115,13 @@ void ChartView::paintOn(QPainter &painter, const QSize &size) const
     // The frame's library paints on devices alone; a recording carries its lines and letters over as they are.
     QPicture recording;
     paperPlot(size)->paint(recording, QRectF(QPointF(), size), Plot::Target::Vectors);
+    // A replay grows with the resolution of the device; here the painter's own scale says all.
+    const QPaintDevice &device = *painter.device();
+    painter.save();
+    painter.scale(static_cast<double>(recording.logicalDpiX()) / device.logicalDpiX(),
+                  static_cast<double>(recording.logicalDpiY()) / device.logicalDpiY());
     painter.drawPicture(0, 0, recording);
+    painter.restore();
 }
 
 QPixmap ChartView::picture(const QSize &size, qreal pixelRatio) const

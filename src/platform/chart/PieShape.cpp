@@ -42,7 +42,10 @@ void PieShape::arrange(const PlotFrame &frame, const DepthSlot &)
         whole += std::max(0.0, chart().ChartData().columnSum(column).value_or(0.0));
         widest = std::max(widest, metrics.horizontalAdvance(chart().columnLabelAt(column)));
     }
-    widest = std::clamp(widest, 40.0, frame.pie.width() * 0.3);
+    // A lonely slice has its name below, so that nothing stands beside it.
+    const auto slices = std::count_if(series().begin(), series().end(),
+                                      [this](int column) { return chart().ChartData().columnSum(column).value_or(0.0) > 0.0; });
+    widest = slices > 1 ? std::min(widest, frame.pie.width() * 0.3) : 0.0;
     centre_ = frame.pie.center();
     radius_ = std::max(
         8.0, std::min(frame.pie.width() / 2.0 - widest - LabelGap, frame.pie.height() / 2.0 - labelHeight(metrics) - LabelGap));
@@ -104,7 +107,8 @@ void PieShape::placeLabels(const PlotFrame &frame, bool right)
         const double wanted = tip.y() - height * (1.0 - slice->direction.y()) / 2.0;
         const double top = std::max(free, std::min(wanted, lowest));
         const double edge = right ? frame.pie.right() : frame.pie.left();
-        slice->label = QRectF(QPointF(tip.x(), top), QPointF(edge, top + height)).normalized();
+        slice->label = slices_.size() > 1 ? QRectF(QPointF(tip.x(), top), QPointF(edge, top + height)).normalized()
+                                          : QRectF(frame.pie.left(), top, frame.pie.width(), height);
         free = top + height;
         rest -= height;
     }
@@ -130,7 +134,7 @@ void PieShape::paint(QPainter &painter, const QRectF &) const
             painter.setPen(QPen(muted_, 1.0));
             painter.drawLine(centre_ + slice.direction * (radius_ + 2.0), beside);
         }
-        const int side = right ? Qt::AlignLeft : Qt::AlignRight;
+        const int side = slices_.size() == 1 ? Qt::AlignHCenter : right ? Qt::AlignLeft : Qt::AlignRight;
         const QString name = metrics.elidedText(slice.name, Qt::ElideRight, slice.label.width());
         painter.setPen(muted_);
         painter.drawText(slice.label, side | Qt::AlignTop, name);

@@ -83,8 +83,13 @@ void RunShape::paint(QPainter &painter, const QRectF &exposed) const
     if (kind_ == ShapeKind::Area) {
         paintAreas(painter);
     }
+    SeriesLook edge = look(column_);
+    if (solid) {
+        // The style of the line has to stand out from the ribbon behind it.
+        edge.pen = mixed(edge.pen, Qt::black, 0.5);
+    }
     for (const QPolygonF &run : runs_) {
-        drawRun(painter, look(column_), run, exposed);
+        drawRun(painter, edge, run, exposed);
     }
     paintLonely(painter);
     paintMarkers(painter, exposed);
