@@ -116,7 +116,7 @@ void styleAxis(QCPAxis &axis, const Theme &theme)
     axis.setBasePen(border);
     axis.setTickLength(0, 0);
     axis.setSubTicks(false);
-    axis.setTickPen(Qt::NoPen);
+    axis.setTickPen(border); // ticks of no length still leave a dot on paper
     axis.setTickLabelColor(theme.muted);
     axis.setLabelColor(theme.text);
     axis.setTickLabelPadding(8);
