@@ -28,6 +28,11 @@ bool isDark(const QPalette &palette)
     return palette.color(QPalette::Base).lightness() < 128;
 }
 
+Plot paperPlot(const ChartView &view, const QSize &size)
+{
+    return {view.model(), Theme::light(), view.font(), size};
+}
+
 /// The point of a row that lies nearest to another row.
 std::optional<PointPlace> nearest(const std::vector<PointPlace> &points, int row)
 {
@@ -61,19 +66,11 @@ void ChartView::followPalette()
 const Plot &ChartView::plot() const
 {
     if (!plot_) {
-        plot_ = std::make_unique<Plot>(chart_, chart_.theme(), font());
-        plot_->layOut(size());
+        plot_ = std::make_unique<Plot>(chart_, chart_.theme(), font(), size());
     } else if (plot_->size() != size()) {
         plot_->layOut(size());
     }
     return *plot_;
-}
-
-std::unique_ptr<Plot> ChartView::paperPlot(const QSize &size) const
-{
-    auto plot = std::make_unique<Plot>(chart_, Theme::light(), font());
-    plot->layOut(size);
-    return plot;
 }
 
 std::optional<PointPlace> ChartView::pointAt(const QPoint &position) const
@@ -89,7 +86,9 @@ std::optional<QPoint> ChartView::positionOf(const PointPlace &place) const
 
 std::optional<PointPlace> ChartView::currentPoint() const
 {
-    return current_ && plot().markOf(*current_) ? current_ : std::nullopt;
+    const Mark *mark = current_ ? plot().markOf(*current_) : nullptr;
+    // In another table, or as a sum, the place no longer means what was chosen.
+    return mark && mark->value == currentValue_ ? current_ : std::nullopt;
 }
 
 QString ChartView::pointText(const PointPlace &place) const
@@ -107,14 +106,14 @@ QString ChartView::pointText(const PointPlace &place) const
 
 QRect ChartView::legendRectangle(const QSize &size) const
 {
-    return paperPlot(size)->legendRectangle().toAlignedRect();
+    return paperPlot(*this, size).legendRectangle().toAlignedRect();
 }
 
 void ChartView::paintOn(QPainter &painter, const QSize &size) const
 {
     // The frame's library paints on devices alone; a recording carries its lines and letters over as they are.
     QPicture recording;
-    paperPlot(size)->paint(recording, QRectF(QPointF(), size), Plot::Target::Vectors);
+    paperPlot(*this, size).paint(recording, QRectF(QPointF(), size), Plot::Target::Vectors);
     // A replay grows with the resolution of the device; here the painter's own scale says all.
     const QPaintDevice &device = *painter.device();
     painter.save();
@@ -128,7 +127,7 @@ QPixmap ChartView::picture(const QSize &size, qreal pixelRatio) const
 {
     QPixmap picture(size * pixelRatio);
     picture.setDevicePixelRatio(pixelRatio);
-    paperPlot(size)->paint(picture, QRectF(QPointF(), size), Plot::Target::Screen);
+    paperPlot(*this, size).paint(picture, QRectF(QPointF(), size), Plot::Target::Screen);
     return picture;
 }
 
@@ -160,7 +159,7 @@ void ChartView::mouseReleaseEvent(QMouseEvent *event)
         return;
     }
     if (const auto place = pointAt(event->position().toPoint()); place && chart_.AllowSelections()) {
-        choose(*place);
+        choose(*plot().markOf(*place));
     }
     Q_EMIT Click();
 }
@@ -173,14 +172,16 @@ void ChartView::keyPressEvent(QKeyEvent *event)
         return;
     }
     if (place != currentPoint()) {
-        choose(*place);
+        choose(*plot().markOf(*place));
         Q_EMIT Click();
     }
 }
 
-void ChartView::choose(const PointPlace &place)
+void ChartView::choose(const Mark &chosen)
 {
+    const PointPlace place = chosen.place;
     current_ = place;
+    currentValue_ = chosen.value;
     update();
     QAccessibleEvent told(this, QAccessible::NameChanged);
     QAccessible::updateAccessibility(&told);

@@ -13,6 +13,7 @@ namespace chart
 {
 
 class Plot;
+struct Mark;
 
 /// Draws a chart and tells which point was chosen. Screen, picture, printer and PDF are drawn on one path.
 ///
@@ -32,6 +33,7 @@ public:
     std::optional<PointPlace> pointAt(const QPoint &position) const;
     /// Where a point is drawn, to scroll it into sight; nothing for an empty cell.
     std::optional<QPoint> positionOf(const PointPlace &place) const;
+    /// Nothing before a choice, and nothing once the chosen value is no longer there.
     std::optional<PointPlace> currentPoint() const;
     /// Series, label and value of a point, as tool tip and screen readers tell it; empty for an empty cell.
     QString pointText(const PointPlace &place) const;
@@ -61,9 +63,8 @@ protected:
 private:
     /// Laid out for the current size; made anew after each change of the chart.
     const Plot &plot() const;
-    std::unique_ptr<Plot> paperPlot(const QSize &size) const;
     void followPalette();
-    void choose(const PointPlace &place);
+    void choose(const Mark &chosen);
     /// Where a key leads from the current point.
     std::optional<PointPlace> placeAfter(int key) const;
     std::optional<PointPlace> neighbourSeries(int step) const;
@@ -72,6 +73,7 @@ private:
     Chart chart_;
     mutable std::unique_ptr<Plot> plot_;
     std::optional<PointPlace> current_;
+    double currentValue_ = 0.0;
 };
 
 } // namespace chart

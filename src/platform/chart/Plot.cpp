@@ -39,7 +39,7 @@ QFont bold(QFont font)
 
 } // namespace
 
-Plot::Plot(const Chart &chart, const Theme &theme, const QFont &font)
+Plot::Plot(const Chart &chart, const Theme &theme, const QFont &font, const QSize &size)
     : chart_(chart), theme_(theme), textFont_(inPixels(font, 1.0)), tickFont_(inPixels(font, TickFontPart)), rowFont_(tickFont_),
       headFont_(bold(inPixels(font, 1.15))), legend_(chart, theme, textFont_), surroundings_(chart, theme_, textFont_)
 {
@@ -58,6 +58,7 @@ Plot::Plot(const Chart &chart, const Theme &theme, const QFont &font)
             paintHead(painter);
         });
     }
+    layOut(size);
 }
 
 Plot::~Plot() = default;

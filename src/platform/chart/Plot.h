@@ -25,8 +25,10 @@ public:
         Vectors,
     };
 
-    Plot(const Chart &chart, const Theme &theme, const QFont &font);
+    Plot(const Chart &chart, const Theme &theme, const QFont &font, const QSize &size);
     ~Plot();
+    Plot(const Plot &) = delete;
+    Plot &operator=(const Plot &) = delete;
 
     void layOut(const QSize &size);
     QSize size() const { return size_; }

@@ -43,6 +43,8 @@ struct Mark {
     QPointF anchor;
     /// What of the drawing belongs to this point; null when it is the anchor alone.
     QRectF body;
+    /// Points of other series may stand inside the body: it counts only where there is no such point.
+    bool broad = false;
 };
 
 } // namespace chart

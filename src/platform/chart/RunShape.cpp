@@ -59,7 +59,7 @@ void RunShape::addMark(const PlotFrame &frame, const DepthSlot &slot, int row, d
     if (kind_ == ShapeKind::Area) {
         body = QRectF(anchor - half, QPointF(anchor.x() + half.x(), ground_)).normalized();
     }
-    ownMarks().push_back({{column_, row}, value, anchor, body});
+    ownMarks().push_back({{column_, row}, value, anchor, body, kind_ == ShapeKind::Area});
 }
 
 void RunShape::closeRun()

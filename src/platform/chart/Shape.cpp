@@ -21,6 +21,15 @@ double distanceTo(const QRectF &body, const QPointF &position)
     return std::hypot(across, along);
 }
 
+double distanceTo(const Mark &mark, const QPointF &position)
+{
+    const double toAnchor = std::hypot(position.x() - mark.anchor.x(), position.y() - mark.anchor.y());
+    if (mark.body.isNull()) {
+        return toAnchor;
+    }
+    return std::min(toAnchor, distanceTo(mark.body, position) + (mark.broad ? Shape::Reach : 0.0));
+}
+
 } // namespace
 
 Shape::Shape(const Chart &chart, const Theme &theme, std::vector<int> series) : chart_(chart), series_(std::move(series))
@@ -34,8 +43,7 @@ std::optional<Shape::Hit> Shape::hitAt(const QPointF &position) const
 {
     std::optional<Hit> best;
     for (const Mark &mark : marks_) {
-        const double distance =
-            distanceTo(mark.body.isNull() ? QRectF(mark.anchor, QSizeF(0, 0)) : mark.body.normalized(), position);
+        const double distance = distanceTo(mark, position);
         if (distance <= Reach && (!best || distance < best->distance)) {
             best = Hit{mark.place, distance};
         }
