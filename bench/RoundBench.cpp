@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "BigFarm.h"
+#include "Compare.h"
 #include "RawSqlite.h"
 #include "pestmon/frmPestMon2.h"
 #include "pestmon/modPestMon.h"
@@ -13,49 +14,17 @@
 #include "shell/FarmApplication.h"
 #include "shell/MDI_Monitoring.h"
 
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <functional>
 #include <vector>
 
 /// Each row times what the program does and, in the same run, the floor: the engine alone doing the same work. The time shown is
 /// the program's; "floor_ms" and "ratio" stand beside it.
 namespace
 {
-
-double seconds(const std::function<void()> &body)
-{
-    QElapsedTimer timer;
-    timer.start();
-    body();
-    return static_cast<double>(timer.nsecsElapsed()) * 1e-9;
-}
-
-double median(std::vector<double> values)
-{
-    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-    return values[values.size() / 2];
-}
-
-/// Runs both in turn, so that both see the same machine.
-void compare(benchmark::State &state, const std::function<void()> &ours, const std::function<void()> &floor)
-{
-    std::vector<double> oursTimes;
-    std::vector<double> floorTimes;
-    for (auto _ : state) {
-        oursTimes.push_back(seconds(ours));
-        floorTimes.push_back(seconds(floor));
-        state.SetIterationTime(oursTimes.back());
-    }
-    state.counters["floor_ms"] = median(floorTimes) * 1e3;
-    state.counters["ours_ms"] = median(oursTimes) * 1e3;
-    state.counters["ratio"] = median(oursTimes) / median(floorTimes);
-}
 
 struct Program {
     Program()

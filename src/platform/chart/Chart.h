@@ -17,6 +17,13 @@
 namespace chart
 {
 
+/// A point of a series, both counted from 1.
+struct PointPlace {
+    int series = 0;
+    int point = 0;
+    friend bool operator==(const PointPlace &, const PointPlace &) = default;
+};
+
 /// Widths and sizes are in twips, 15 to a logical pixel.
 struct Pen {
     PenStyle Style = PenStyle::Solid;
@@ -56,7 +63,7 @@ class Chart : public QObject
 {
     Q_OBJECT
 public:
-    /// Beyond this no column is taken: error 5.
+    /// Beyond this no column is taken: error 5, as with a negative count.
     static constexpr int MostColumns = 5;
 
     explicit Chart(QObject *parent = nullptr);
@@ -87,7 +94,7 @@ public:
     QString columnLabelAt(int column) const;
     /// Value at the current row and column.
     std::optional<double> Data() const { return table_.value(row_, column_); }
-    void setData(std::optional<double> value) { table_.setValue(row_, column_, value); }
+    void setData(std::optional<double> value);
     /// Takes a whole table over. Counts become the table's, the column label count becomes 0 and all labels are emptied.
     void setChartData(const DataTable &table);
     const DataTable &ChartData() const { return table_; }
@@ -95,6 +102,7 @@ public:
     /// The look of a column; call Refresh() after a change.
     Series &series(int column);
     const Series &series(int column) const;
+    const std::vector<Series> &allSeries() const { return series_; }
     int SeriesCount() const { return static_cast<int>(series_.size()); }
     /// Pen, marker, labels, styles and colours as on a new chart; the series types stay.
     void resetSeries(int column);
@@ -118,7 +126,7 @@ public:
     const Theme &theme() const { return theme_; }
     void setTheme(const Theme &theme);
 
-    /// While false nothing is announced.
+    /// While false nothing is announced; what was held back is announced when it becomes true.
     bool Repaint() const { return repaint_; }
     void setRepaint(bool repaint);
     void Refresh();
@@ -131,6 +139,10 @@ private:
         QString title;
         bool titleVisible = false;
     };
+
+    static Series defaultSeries(int column);
+    /// Labels, looks and the current place follow the table's size.
+    void takeCounts();
 
     ChartType chartType_ = ChartType::Bar2d;
     DataTable table_;

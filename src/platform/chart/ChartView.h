@@ -12,16 +12,13 @@
 namespace chart
 {
 
-/// A point of a series, both counted from 1.
-struct PointPlace {
-    int series = 0;
-    int point = 0;
-    friend bool operator==(const PointPlace &, const PointPlace &) = default;
-};
+class Plot;
+struct Mark;
 
 /// Draws a chart and tells which point was chosen. Screen, picture, printer and PDF are drawn on one path.
 ///
-/// The view may be far larger than what is seen of it; it draws and keeps only the part that is exposed.
+/// The view may be far larger than what is seen of it; it draws only the part that is exposed. On the screen its theme follows
+/// the palette, light or dark; what it paints elsewhere is always light.
 class ChartView : public QWidget
 {
     Q_OBJECT
@@ -34,8 +31,12 @@ public:
 
     /// The point under a place of the view, nothing beside the points. For every kind of chart.
     std::optional<PointPlace> pointAt(const QPoint &position) const;
-    /// Where a point is drawn; nothing for an empty cell.
+    /// Where a point is drawn, to scroll it into sight; nothing for an empty cell.
     std::optional<QPoint> positionOf(const PointPlace &place) const;
+    /// Nothing before a choice, and nothing once the chosen value is no longer there.
+    std::optional<PointPlace> currentPoint() const;
+    /// Series, label and value of a point, as tool tip and screen readers tell it; empty for an empty cell.
+    QString pointText(const PointPlace &place) const;
     /// Of the legend, in logical pixels of a view of the given size; empty without a legend.
     QRect legendRectangle(const QSize &size) const;
 
@@ -46,8 +47,10 @@ public:
     void EditCopy(const QSize &size) const;
 
 Q_SIGNALS:
-    /// By the mouse or by the keyboard's arrows; of the mouse before Click.
+    /// By the mouse or by the keyboard: the arrows go over points and series, Home and End to the first and the last point.
+    /// Of a pie the point is always 1. Comes before the Click of the same choice.
     void PointSelected(int series, int point);
+    /// After every click of the mouse, and after every choice by the keyboard.
     void Click();
 
 protected:
@@ -58,9 +61,19 @@ protected:
     bool event(QEvent *event) override;
 
 private:
-    class Private;
+    /// Laid out for the current size; made anew after each change of the chart.
+    const Plot &plot() const;
+    void followPalette();
+    void choose(const Mark &chosen);
+    /// Where a key leads from the current point.
+    std::optional<PointPlace> placeAfter(int key) const;
+    std::optional<PointPlace> neighbourSeries(int step) const;
+    void showPointTip(const QPoint &position, const QPoint &onScreen);
+
     Chart chart_;
-    std::unique_ptr<Private> private_;
+    mutable std::unique_ptr<Plot> plot_;
+    std::optional<PointPlace> current_;
+    double currentValue_ = 0.0;
 };
 
 } // namespace chart

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <vector>
 
@@ -8,7 +9,7 @@ namespace chart
 {
 
 /// Values by row (point) and column (series), both counted from 1. A cell that was never touched is empty, not 0. A place outside
-/// raises error 9.
+/// raises error 9, a negative size error 5.
 class DataTable
 {
 public:
@@ -23,6 +24,8 @@ public:
     void add(int row, int column, double amount);
     /// Sum of a column; nothing when every cell of it is empty.
     std::optional<double> columnSum(int column) const;
+    /// New cells come empty; what lies beyond the new size is dropped.
+    void resize(int rows, int columns);
 
 private:
     std::size_t place(int row, int column) const;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QColor>
-#include <QFont>
 
 #include <array>
 
@@ -16,7 +15,8 @@ struct Theme {
     QColor background;
     QColor text;
     QColor muted;
-    QColor line;
+    QColor line; ///< grid
+    QColor border; ///< axes
     std::array<QColor, SeriesColours> series;
 
     static Theme light();

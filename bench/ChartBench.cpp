@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Compare.h"
+#include "platform/chart/ChartView.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <vector>
+
+/// A chart from its table to the painted picture, and in the same run the floor: a painter that draws the same lines and markers
+/// and nothing else. The time shown is the chart's; "floor_ms" and "ratio" stand beside it.
+namespace
+{
+
+constexpr int Series = 5;
+constexpr int Points = 1100;
+constexpr QSize Size(1200, 600);
+
+/// Up to 90, each series with a wave of its own.
+double valueAt(int point, int series)
+{
+    return std::round(45.0 + 40.0 * std::sin(point * 0.01 * series) + (point * 7 + series) % 5);
+}
+
+void drawChart(chart::ChartType type)
+{
+    chart::DataTable table(Points, Series);
+    for (int point = 1; point <= Points; ++point) {
+        for (int series = 1; series <= Series; ++series) {
+            table.setValue(point, series, valueAt(point, series));
+        }
+    }
+    chart::ChartView view;
+    chart::Chart &model = view.model();
+    model.setChartType(type);
+    model.setChartData(table);
+    model.setColumnLabelCount(Series);
+    for (int series = 1; series <= Series; ++series) {
+        model.setColumn(series);
+        model.setColumnLabel(QStringLiteral("Series %1").arg(series));
+        model.series(series).SeriesMarker.Show = true;
+    }
+    for (int point = 1; point <= Points; ++point) {
+        model.setRow(point);
+        model.setRowLabel(QString::number(point));
+    }
+    model.setShowLegend(true);
+    benchmark::DoNotOptimize(view.picture(Size));
+}
+
+void drawMarker(QPainter &painter, const QPointF &place, int series, const std::vector<QPolygonF> &forms)
+{
+    if (series == 1) {
+        painter.drawEllipse(place, 3.33, 3.33);
+    } else {
+        painter.drawConvexPolygon(forms[static_cast<std::size_t>(series - 2)].translated(place));
+    }
+}
+
+void drawRaw()
+{
+    const std::vector<QPolygonF> forms{QPolygonF(QRectF(-3, -3, 6, 6)), QPolygonF({{0, -3.8}, {3.8, 0}, {0, 3.8}, {-3.8, 0}}),
+                                       QPolygonF({{0, -3.3}, {3.3, 2.7}, {-3.3, 2.7}}),
+                                       QPolygonF({{0, 3.3}, {3.3, -2.7}, {-3.3, -2.7}})};
+    QPixmap picture(Size);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (int series = 1; series <= Series; ++series) {
+        std::vector<QPointF> places;
+        for (int point = 1; point <= Points; ++point) {
+            places.emplace_back(60.0 + point * 1080.0 / Points, 550.0 - valueAt(point, series) * 5.0);
+        }
+        std::vector<QLineF> lines;
+        for (std::size_t point = 1; point < places.size(); ++point) {
+            lines.emplace_back(places[point - 1], places[point]);
+        }
+        painter.setPen(QPen(Qt::darkGreen, 1.33, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+        painter.setBrush(Qt::darkGreen);
+        painter.drawLines(lines.data(), static_cast<int>(lines.size()));
+        for (const QPointF &place : places) {
+            drawMarker(painter, place, series, forms);
+        }
+    }
+    painter.end();
+    benchmark::DoNotOptimize(picture);
+}
+
+void paintChart(benchmark::State &state)
+{
+    compare(
+        state, [&] { drawChart(static_cast<chart::ChartType>(state.range(0))); }, drawRaw);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    const QApplication application(argc, argv);
+    benchmark::RegisterBenchmark("Chart/5 x 1100 points with markers, by chart type", paintChart)
+        ->Arg(static_cast<int>(chart::ChartType::Line2d))
+        ->Arg(static_cast<int>(chart::ChartType::Line3d))
+        ->Arg(static_cast<int>(chart::ChartType::Bar2d))
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(30);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/chart/BarShape.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace chart
+{
+
+namespace
+{
+
+/// Part of a row's width that its bars fill.
+constexpr double Filled = 0.8;
+constexpr double Broadest = 56.0;
+
+/// Whole pixels where there is room for them, so that equal bars look equal.
+double barWidth(double rowWidth, std::size_t bars)
+{
+    const double width = std::min(rowWidth * Filled / static_cast<double>(bars), Broadest);
+    return std::max(std::floor(width), 1.0);
+}
+
+QPolygonF leaning(const QPointF &from, const QPointF &to, const QPointF &depth)
+{
+    return QPolygonF({from, to, to + depth, from + depth});
+}
+
+} // namespace
+
+void BarShape::arrange(const PlotFrame &frame, const DepthSlot &slot)
+{
+    ownMarks().clear();
+    const auto bars = series().size();
+    const double width = barWidth(frame.rowWidth(), bars);
+    const double pitch = std::min(width, frame.rowWidth() / static_cast<double>(bars));
+    // A bar is not deeper than broad: it would look like a plank.
+    const double depth = std::hypot(slot.thickness.x(), slot.thickness.y());
+    thickness_ = depth > 0.0 ? slot.thickness * std::min(1.0, std::max(width, 4.0) / depth) : QPointF();
+    for (int row = 1; row <= frame.rows; ++row) {
+        const double left = frame.x(row) - pitch * static_cast<double>(bars) / 2.0;
+        for (std::size_t bar = 0; bar < bars; ++bar) {
+            const auto value = chart().ChartData().value(row, series()[bar]);
+            if (!value) {
+                continue;
+            }
+            // A counted zero is a line on the ground, so that it differs from what was never counted.
+            const double height = frame.y(0.0) - frame.y(*value);
+            const double shown = std::abs(height) < 1.0 ? 1.0 : height;
+            const QRectF body = QRectF(std::round(left + pitch * static_cast<double>(bar)), frame.y(0.0) - shown, width, shown)
+                                    .normalized()
+                                    .translated(slot.offset);
+            const double end = *value < 0.0 ? body.bottom() : body.top();
+            ownMarks().push_back({{series()[bar], row}, *value, QPointF(body.center().x(), end), body});
+        }
+    }
+}
+
+void BarShape::paint(QPainter &painter, const QRectF &exposed) const
+{
+    if (thickness_.isNull()) {
+        paintFlat(painter, exposed);
+    } else {
+        paintSolid(painter, exposed);
+    }
+    paintMarkers(painter, exposed);
+}
+
+void BarShape::paintFlat(QPainter &painter, const QRectF &exposed) const
+{
+    for (const int column : series()) {
+        std::vector<QRectF> faces;
+        std::vector<QLineF> hatch;
+        for (const Mark &mark : marks()) {
+            if (mark.place.series == column && mark.body.intersects(exposed)) {
+                faces.push_back(mark.body);
+                addHatch(hatch, look(column).hatch, mark.body);
+            }
+        }
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(look(column).fill);
+        painter.drawRects(faces.data(), static_cast<int>(faces.size()));
+        drawHatch(painter, look(column), hatch);
+    }
+}
+
+void BarShape::paintSolid(QPainter &painter, const QRectF &exposed) const
+{
+    const QRectF seen = exposed.adjusted(-thickness_.x(), 0.0, 0.0, -thickness_.y());
+    // Row by row from the left: each bar covers the side that its left neighbour turns towards it.
+    for (const Mark &mark : marks()) {
+        if (!mark.body.intersects(seen)) {
+            continue;
+        }
+        const SeriesLook &each = look(mark.place.series);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(mixed(each.fill, Qt::white, 0.35));
+        painter.drawConvexPolygon(leaning(mark.body.topLeft(), mark.body.topRight(), thickness_));
+        painter.setBrush(mixed(each.fill, Qt::black, 0.3));
+        painter.drawConvexPolygon(leaning(mark.body.topRight(), mark.body.bottomRight(), thickness_));
+        painter.setBrush(each.fill);
+        painter.drawRect(mark.body);
+        std::vector<QLineF> hatch;
+        addHatch(hatch, each.hatch, mark.body);
+        drawHatch(painter, each, hatch);
+    }
+}
+
+} // namespace chart

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/chart/Legend.h"
+
+#include <QFontMetricsF>
+
+#include <algorithm>
+
+namespace chart
+{
+
+namespace
+{
+
+constexpr double Chip = 12.0;
+constexpr double Stroke = 26.0;
+constexpr double TextGap = 7.0;
+constexpr double EntryGap = 28.0;
+constexpr double LineGap = 6.0;
+
+bool isStroke(ShapeKind kind)
+{
+    return kind == ShapeKind::Line || kind == ShapeKind::Step || kind == ShapeKind::Area;
+}
+
+double sampleWidth(ShapeKind kind)
+{
+    return isStroke(kind) ? Stroke : Chip;
+}
+
+} // namespace
+
+Legend::Legend(const Chart &chart, const Theme &theme, const QFont &font) : font_(font), text_(theme.text)
+{
+    if (!chart.ShowLegend()) {
+        return;
+    }
+    for (int column = 1; column <= chart.SeriesCount(); ++column) {
+        const ShapeKind kind = shapeKindOf(chart.series(column).SeriesType);
+        entries_.push_back({chart.columnLabelAt(column), {}, lookOf(chart, column, theme), kind, {}});
+    }
+}
+
+void Legend::arrange(const QPointF &topLeft, double width)
+{
+    rectangle_ = {};
+    const QFontMetricsF metrics(font_);
+    const double height = std::max(Chip, metrics.height());
+    QPointF next = topLeft;
+    for (Entry &entry : entries_) {
+        const double sample = sampleWidth(entry.kind) + TextGap;
+        entry.shown = metrics.elidedText(entry.name, Qt::ElideRight, std::max(40.0, width - sample));
+        const double whole = sample + metrics.horizontalAdvance(entry.shown);
+        if (next.x() > topLeft.x() && next.x() + whole > topLeft.x() + width) {
+            next = QPointF(topLeft.x(), next.y() + height + LineGap);
+        }
+        entry.place = QRectF(next, QSizeF(whole, height));
+        rectangle_ = rectangle_.united(entry.place);
+        next.rx() += whole + EntryGap;
+    }
+}
+
+QStringList Legend::texts() const
+{
+    QStringList texts;
+    std::transform(entries_.begin(), entries_.end(), std::back_inserter(texts), [](const Entry &entry) { return entry.name; });
+    return texts;
+}
+
+void Legend::paint(QPainter &painter) const
+{
+    painter.setFont(font_);
+    for (const Entry &entry : entries_) {
+        paintSample(painter, entry);
+        painter.setPen(text_);
+        painter.drawText(entry.place.adjusted(sampleWidth(entry.kind) + TextGap, 0.0, 4.0, 0.0), Qt::AlignVCenter | Qt::AlignLeft,
+                         entry.shown);
+    }
+}
+
+void Legend::paintSample(QPainter &painter, const Entry &entry) const
+{
+    QRectF sample(entry.place.topLeft(), QSizeF(sampleWidth(entry.kind), Chip));
+    sample.moveTop(std::round(entry.place.center().y() - Chip / 2.0));
+    if (!isStroke(entry.kind)) {
+        QPainterPath face;
+        face.addRect(sample);
+        drawFace(painter, entry.look, face);
+        return;
+    }
+    const bool area = entry.kind == ShapeKind::Area;
+    const double y = area ? sample.top() : sample.center().y();
+    if (area) {
+        QColor pale = entry.look.fill;
+        pale.setAlphaF(0.4F);
+        painter.fillRect(sample, pale);
+    }
+    drawRun(painter, entry.look, QPolygonF({{sample.left(), y}, {sample.right(), y}}), sample);
+    drawMarkers(painter, entry.look, {QPointF(sample.center().x(), y)});
+}
+
+} // namespace chart

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/chart/Shape.h"
+
+#include <QFont>
+#include <QPainter>
+
+namespace chart
+{
+
+/// The names of the series with a sample of each, in a row that breaks where it is full.
+class Legend
+{
+public:
+    Legend(const Chart &chart, const Theme &theme, const QFont &font);
+
+    /// Places the entries from `topLeft` on.
+    void arrange(const QPointF &topLeft, double width);
+    /// What the entries cover; empty without any.
+    QRectF rectangle() const { return rectangle_; }
+    QStringList texts() const;
+    void paint(QPainter &painter) const;
+
+private:
+    struct Entry {
+        QString name;
+        QString shown;
+        SeriesLook look;
+        ShapeKind kind;
+        QRectF place;
+    };
+    void paintSample(QPainter &painter, const Entry &entry) const;
+
+    QFont font_;
+    QColor text_;
+    std::vector<Entry> entries_;
+    QRectF rectangle_;
+};
+
+} // namespace chart

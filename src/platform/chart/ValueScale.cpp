@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/chart/ValueScale.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <cmath>
+
+namespace chart
+{
+
+namespace
+{
+
+/// The smallest step that people count in and that is not below `least`.
+double roundStep(double least)
+{
+    const double ten = std::pow(10.0, std::floor(std::log10(least)));
+    for (const double part : {1.0, 2.0, 5.0}) {
+        // A hair below is the same number.
+        if (part * ten >= least * (1.0 - 1e-9)) {
+            return part * ten;
+        }
+    }
+    return 10.0 * ten;
+}
+
+bool clear(const std::vector<double> &widths, double spacing, double gap, int one, int other)
+{
+    const auto width = [&widths](int label) { return widths[static_cast<std::size_t>(label)]; };
+    return std::abs(other - one) * spacing >= (width(one) + width(other)) / 2.0 + gap;
+}
+
+/// Rows are known by their number, so that the steps fall on round ones. Nothing when two of them touch.
+std::vector<int> everyStep(const std::vector<double> &widths, double spacing, double gap, int step)
+{
+    const int count = static_cast<int>(widths.size());
+    std::vector<int> kept{0};
+    for (int number = step; number <= count; number += step) {
+        const int label = number - 1;
+        if (label == 0 || label == count - 1) {
+            continue;
+        }
+        const bool nearFirst = !clear(widths, spacing, gap, 0, label);
+        const bool nearLast = !clear(widths, spacing, gap, label, count - 1);
+        if (nearFirst || nearLast) {
+            // Steps of one stand for all labels or for none.
+            if (step == 1) {
+                return {};
+            }
+            continue;
+        }
+        if (kept.size() > 1 && !clear(widths, spacing, gap, kept.back(), label)) {
+            return {};
+        }
+        kept.push_back(label);
+    }
+    if (count > 1 && clear(widths, spacing, gap, 0, count - 1)) {
+        kept.push_back(count - 1);
+    }
+    return kept;
+}
+
+} // namespace
+
+ValueScale ValueScale::over(double least, double greatest, bool whole, double height, double closest)
+{
+    const double bottom = std::min(0.0, least);
+    const double top = std::max(0.0, greatest);
+    const double spread = top > bottom ? top - bottom : 1.0;
+    double step = roundStep(spread * closest / std::max(height, closest));
+    if (whole) {
+        step = std::max(step, 1.0);
+    }
+    const double first = std::floor(bottom / step + 1e-9);
+    const double last = std::max(std::ceil(top / step - 1e-9), first + 1.0);
+    ValueScale scale{first * step, last * step, {}};
+    for (double number = first; number <= last; number += 1.0) {
+        scale.ticks.push_back(number * step);
+    }
+    return scale;
+}
+
+QString valueText(double value)
+{
+    QLocale locale;
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    const bool whole = value == std::floor(value) && std::abs(value) < 1e15;
+    return whole ? locale.toString(value, 'f', 0) : locale.toString(value, 'g', 6);
+}
+
+std::vector<int> labelsThatFit(const std::vector<double> &widths, double spacing, double gap)
+{
+    if (widths.empty()) {
+        return {};
+    }
+    const int count = static_cast<int>(widths.size());
+    for (int ten = 1; ten <= count; ten *= 10) {
+        for (const int part : {1, 2, 5}) {
+            std::vector<int> kept = everyStep(widths, spacing, gap, part * ten);
+            if (!kept.empty()) {
+                return kept;
+            }
+        }
+    }
+    return everyStep(widths, spacing, gap, count);
+}
+
+} // namespace chart

@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/chart/Plot.h"
+#include "SampleChart.h"
+
+#include <QApplication>
+#include <QTest>
+
+#include <algorithm>
+
+using namespace chart;
+
+/// What is drawn where: series, ranges, texts and the points under the pointer, for every kind of chart.
+class PlotTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void everyPointIsFoundWhereItIsDrawn_data() { addTypes(); }
+    void everyPointIsFoundWhereItIsDrawn();
+    void anEmptyCellHasNoPoint_data() { addTypes(); }
+    void anEmptyCellHasNoPoint();
+    void axesAndLegendTellTheTable();
+    void xyCountsItsRows();
+    void withoutNumbersNoAxisTexts();
+    void valueLabelsNeverCover_data() { addTypes(); }
+    void valueLabelsNeverCover();
+    void slicesAreSums();
+    void aMixedChartDrawsEachAsItsOwn();
+    void longNamesBreakTheLegend();
+    void oneRowStandsInTheMiddle();
+
+private:
+    static void addTypes();
+    static Plot plotOf(const Chart &model, const QSize &size = QSize(900, 450));
+    static QStringList texts(const std::vector<AxisText> &ticks);
+};
+
+void PlotTest::addTypes()
+{
+    QTest::addColumn<ChartType>("type");
+    for (const NamedType &each : ChartTypes) {
+        QTest::newRow(each.name) << each.type;
+    }
+}
+
+Plot PlotTest::plotOf(const Chart &model, const QSize &size)
+{
+    return Plot(model, Theme::light(), QApplication::font(), size);
+}
+
+QStringList PlotTest::texts(const std::vector<AxisText> &ticks)
+{
+    QStringList texts;
+    std::transform(ticks.begin(), ticks.end(), std::back_inserter(texts), [](const AxisText &tick) { return tick.text; });
+    return texts;
+}
+
+void PlotTest::everyPointIsFoundWhereItIsDrawn()
+{
+    QFETCH(ChartType, type);
+    Chart model;
+    fillChart(model, type, {{40, 21, 0, 12}, {11, 35, 17, 30}, {3, 9, 26, 4}});
+    const Plot plot = plotOf(model);
+    const bool pie = type == ChartType::Pie2d;
+    for (int series = 1; series <= 3; ++series) {
+        const auto points = plot.pointsOf(series);
+        QCOMPARE(points.size(), pie ? std::size_t(1) : std::size_t(4));
+        for (const PointPlace &place : points) {
+            const Mark *mark = plot.markOf(place);
+            QVERIFY(mark);
+            QVERIFY(pie || mark->value == model.ChartData().value(place.point, series));
+            QVERIFY(plot.pointAt(mark->anchor) == place);
+            QVERIFY(!plot.ringOf(place).isEmpty());
+        }
+    }
+    QVERIFY(!plot.pointAt(QPointF(2, 2)));
+    QVERIFY(!plot.pointAt(QPointF(450, 445)));
+}
+
+void PlotTest::anEmptyCellHasNoPoint()
+{
+    QFETCH(ChartType, type);
+    Chart model;
+    fillChart(model, type, {{5, {}, 0, {}, 7}, {{}, {}, {}, {}, {}}});
+    const Plot plot = plotOf(model);
+    QCOMPARE(plot.legendTexts(), QStringList({"S1", "S2"}));
+    QVERIFY(plot.pointsOf(2).empty());
+    QVERIFY(!plot.markOf({1, 2}));
+    QVERIFY(type == ChartType::Pie2d || plot.markOf({1, 3}));
+}
+
+void PlotTest::axesAndLegendTellTheTable()
+{
+    Chart model;
+    fillChart(model, ChartType::Line2d, {wave(53, 1), wave(53, 2)});
+    const Plot plot = plotOf(model);
+    QCOMPARE(plot.legendTexts(), QStringList({"S1", "S2"}));
+    QCOMPARE(plot.rowTicks().size(), std::size_t(53));
+    QCOMPARE(plot.rowTicks().back().text, QStringLiteral("53"));
+    QCOMPARE(texts(plot.valueTicks()).first(), QStringLiteral("0"));
+    QVERIFY(plot.frame().high >= 22.0);
+    // Ticks and points share one scale.
+    const Mark *mark = plot.markOf({1, 1});
+    QCOMPARE(mark->anchor.y(), plot.frame().y(5.0));
+    QVERIFY(plot.frame().front.contains(mark->anchor));
+    model.setShowLegend(false);
+    QVERIFY(plotOf(model).legendRectangle().isEmpty());
+}
+
+void PlotTest::xyCountsItsRows()
+{
+    Chart model;
+    fillChart(model, ChartType::XY2d, {{1, 2, 3}});
+    model.setRow(2);
+    model.setRowLabel(QStringLiteral("15 Mar"));
+    QCOMPARE(texts(plotOf(model).rowTicks()), QStringList({"1", "2", "3"}));
+    model.setChartType(ChartType::Line2d);
+    QCOMPARE(texts(plotOf(model).rowTicks()), QStringList({"1", "15 Mar", "3"}));
+}
+
+void PlotTest::withoutNumbersNoAxisTexts()
+{
+    Chart model;
+    QVERIFY(plotOf(model).valueTicks().empty());
+    fillChart(model, ChartType::Bar2d, {{{}, {}}});
+    QVERIFY(plotOf(model).valueTicks().empty());
+    QCOMPARE(texts(plotOf(model).rowTicks()), QStringList({"1", "2"}));
+    fillChart(model, ChartType::Bar2d, {{0, {}}});
+    QCOMPARE(texts(plotOf(model).valueTicks()), QStringList({"0", "1"}));
+}
+
+void PlotTest::valueLabelsNeverCover()
+{
+    QFETCH(ChartType, type);
+    Chart model;
+    fillChart(model, type, {wave(365, 1), wave(365, 2), wave(365, 3), wave(365, 4), wave(365, 5)});
+    for (int column = 1; column <= 5; ++column) {
+        model.series(column).DataPointLabel.LocationType = LabelLocation::AbovePoint;
+    }
+    const Plot plot = plotOf(model);
+    const auto &labels = plot.valueLabels();
+    QCOMPARE(labels.empty(), type == ChartType::Pie2d);
+    for (std::size_t one = 0; one < labels.size(); ++one) {
+        QVERIFY(labels[one].room.top() >= plot.legendRectangle().bottom());
+        for (std::size_t two = one + 1; two < labels.size(); ++two) {
+            QVERIFY(!labels[one].room.intersects(labels[two].room));
+        }
+    }
+    // The highest is never the one left out.
+    QVERIFY(type == ChartType::Pie2d || labels.front().text == QStringLiteral("22"));
+}
+
+void PlotTest::slicesAreSums()
+{
+    Chart model;
+    fillChart(model, ChartType::Pie2d, {{30, {}, 30}, {0, 0, 0}, {20, 10, 10}, {{}, {}, {}}});
+    const Plot plot = plotOf(model);
+    QCOMPARE(plot.markOf({1, 1})->value, 60.0);
+    QCOMPARE(plot.markOf({3, 1})->value, 40.0);
+    QVERIFY(!plot.markOf({2, 1}));
+    QVERIFY(!plot.markOf({4, 1}));
+    // From twelve o'clock, clockwise: the first has three fifths.
+    const QPointF centre = plot.frame().pie.center();
+    QVERIFY((plot.pointAt(centre + QPointF(20, 0)) == PointPlace{1, 1}));
+    QVERIFY((plot.pointAt(centre + QPointF(-20, 0)) == PointPlace{3, 1}));
+    fillChart(model, ChartType::Pie2d, {{0}, {7}});
+    QVERIFY((plotOf(model).pointAt(centre) == PointPlace{2, 1}));
+}
+
+void PlotTest::aMixedChartDrawsEachAsItsOwn()
+{
+    Chart model;
+    fillChart(model, ChartType::Combination2d, {{10, 20}, {10, 20}, {10, 20}, {10, 20}, {10, 20}});
+    const SeriesType types[] = {SeriesType::Bar2d, SeriesType::Line2d, SeriesType::Area2d, SeriesType::Step2d, SeriesType::Pie2d};
+    for (int column = 1; column <= 5; ++column) {
+        model.series(column).SeriesType = types[column - 1];
+    }
+    const Plot plot = plotOf(model);
+    QVERIFY(plot.markOf({1, 1})->body.height() > 1.0);
+    QVERIFY(plot.markOf({2, 1})->body.isNull());
+    QCOMPARE(plot.markOf({4, 1})->body.width(), plot.frame().rowWidth());
+    QCOMPARE(plot.markOf({5, 1})->value, 30.0);
+    QVERIFY(!plot.frame().front.intersects(plot.frame().pie));
+    QCOMPARE(plot.frame().high, 20.0);
+}
+
+void PlotTest::longNamesBreakTheLegend()
+{
+    Chart model;
+    fillChart(model, ChartType::Area3d, {{1}, {2}, {3}, {4}, {5}});
+    for (int column = 1; column <= 5; ++column) {
+        model.setColumn(column);
+        model.setColumnLabel(QString(30 * column, QLatin1Char('n')));
+    }
+    for (const int width : {300, 900}) {
+        const Plot plot = plotOf(model, QSize(width, 450));
+        QVERIFY(plot.legendRectangle().right() <= width);
+        QVERIFY(plot.legendRectangle().bottom() < plot.frame().front.top() + plot.frame().depth.y());
+    }
+}
+
+void PlotTest::oneRowStandsInTheMiddle()
+{
+    for (const NamedType &each : ChartTypes) {
+        Chart model;
+        fillChart(model, each.type, {{4}});
+        const Plot plot = plotOf(model);
+        QVERIFY2(plot.markOf({1, 1}), each.name);
+        QCOMPARE(plot.rowTicks().size(), std::size_t(1));
+    }
+}
+
+QTEST_MAIN(PlotTest)
+#include "PlotTest.moc"
