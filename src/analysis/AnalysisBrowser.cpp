@@ -38,7 +38,12 @@ AnalysisBrowser::AnalysisBrowser(ScreenHost &host, Ui::frmMonLeave &ui) : host_(
 {
     ui_.grdLeave->setKeyClicks(FlexGrid::KeyClick::None);
     ui_.grdLeave->setTicks(false);
-    ui_.grdLeave->setStretchColumns({BlockCol, CultivarCol});
+    // Spare width goes to the values too: theirs is narrow for three digits and two decimals.
+    QList<int> wider{BlockCol, CultivarCol};
+    for (int col = FirstValueCol; col <= LastValueCol; ++col) {
+        wider.append(col);
+    }
+    ui_.grdLeave->setStretchColumns(wider);
     for (const Filter &filter : filters()) {
         filter.combo->setTypingAllowed(false);
     }

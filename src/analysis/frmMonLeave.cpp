@@ -23,6 +23,12 @@ namespace
 
 constexpr int BannerIcon = 24;
 
+bool isLetter(const QKeyEvent &key)
+{
+    return !key.text().isEmpty() && key.text().at(0).isLetterOrNumber()
+        && !(key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier));
+}
+
 } // namespace
 
 frmMonLeave::frmMonLeave(ScreenHost &host, QWidget *parent) : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmMonLeave>())
@@ -94,9 +100,6 @@ void frmMonLeave::connectList()
     on(ui_->cmdLeaveDEl, &QPushButton::clicked, [this] { deleteAnalysis(); });
     on(ui_->cmdExcel, &QPushButton::clicked, [this] { print(); });
     on(ui_->cmdClose, &QPushButton::clicked, [this] { closeScreen(); });
-    for (ItemCombo *list : {ui_->cboGroup, ui_->cboType, ui_->cboVariety, ui_->cmbBlock, ui_->cboBlock}) {
-        list->installEventFilter(this);
-    }
 }
 
 void frmMonLeave::connectPanel()
@@ -106,6 +109,11 @@ void frmMonLeave::connectPanel()
     auto *escape = new QShortcut(Qt::Key_Escape, ui_->fraAddL);
     escape->setContext(Qt::WidgetWithChildrenShortcut);
     on(escape, &QShortcut::activated, [this] { closePanel(); });
+    // A letter opens a list at the first entry that begins so, and Tab leaves the date, whichever of its parts is marked.
+    for (QWidget *field : std::initializer_list<QWidget *>{ui_->cboGroup, ui_->cboType, ui_->cboVariety, ui_->cmbBlock,
+                                                           ui_->cboBlock, ui_->dtpAna}) {
+        field->installEventFilter(this);
+    }
 }
 
 void frmMonLeave::activateScreen()
@@ -184,12 +192,21 @@ void frmMonLeave::openSaved()
 void frmMonLeave::showPanel()
 {
     placePanel();
-    ui_->fraBasic->setEnabled(false);
+    setListLocked(true);
     const QRect row = ui_->grdLeave->cellRect(ui_->grdLeave->Row(), BlockCol);
     const int covered = ui_->fraAddL->y() - ui_->grdLeave->viewport()->mapTo(this, QPoint()).y();
     if (row.isEmpty() || row.bottom() > covered) {
         ui_->grdLeave->setTopRow(std::max(1, ui_->grdLeave->Row()));
     }
+}
+
+/// The grid stays readable: it takes neither mouse nor focus, but is not dimmed.
+void frmMonLeave::setListLocked(bool locked)
+{
+    ui_->filterStrip->setEnabled(!locked);
+    ui_->barLeave->setEnabled(!locked);
+    ui_->grdLeave->setAttribute(Qt::WA_TransparentForMouseEvents, locked);
+    ui_->grdLeave->setFocusPolicy(locked ? Qt::NoFocus : Qt::StrongFocus);
 }
 
 /// Over the lower part of the grid.
@@ -257,7 +274,7 @@ void frmMonLeave::closePanel()
 void frmMonLeave::hidePanel()
 {
     panel_->close();
-    ui_->fraBasic->setEnabled(true);
+    setListLocked(false);
     ui_->grdLeave->setFocus();
     if (activationWaits_) {
         activateScreen();
@@ -297,19 +314,20 @@ void frmMonLeave::showStoreFailure(const QString &what)
     host().showFailure(error ? QStringLiteral("%1: %2").arg(what, error->description()) : what);
 }
 
-/// A letter in a list without typing opens it at the first entry that begins so; Enter takes it.
 bool frmMonLeave::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() != QEvent::KeyPress) {
+        return ChildScreen::eventFilter(watched, event);
+    }
+    const auto &key = static_cast<const QKeyEvent &>(*event);
     auto *list = qobject_cast<ItemCombo *>(watched);
-    if (list && event->type() == QEvent::KeyPress) {
-        const auto *key = static_cast<QKeyEvent *>(event);
-        const bool letter = !key->text().isEmpty() && key->text().at(0).isLetterOrNumber()
-            && !(key->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier));
-        if (letter) {
-            list->showPopup();
-            list->view()->keyboardSearch(key->text());
-            return true;
-        }
+    if (list && isLetter(key)) {
+        list->showPopup();
+        list->view()->keyboardSearch(key.text());
+        return true;
+    }
+    if (!list && (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab)) {
+        return focusNextPrevChild(key.key() == Qt::Key_Tab);
     }
     return ChildScreen::eventFilter(watched, event);
 }

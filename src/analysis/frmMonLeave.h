@@ -39,6 +39,7 @@ private:
     bool readCurrentRow();
     void showPanel();
     void placePanel();
+    void setListLocked(bool locked);
     /// False when nothing was saved; the panel then stays open.
     bool save();
     void closePanel();
