@@ -166,38 +166,20 @@ void AnalysisBrowser::refillBlocks()
     Fill_BlockPlant_Combo(*ui_.cmbBlock, host_.objPestMON(), session_);
 }
 
-void AnalysisBrowser::groupChosen()
+void AnalysisBrowser::cropChosen(CropLevel level)
 {
-    const int index = ui_.cboGroup->ListIndex();
-    session_.FilterCrGrID = index < 0 ? 0 : ui_.cboGroup->ItemData(index);
-    if (index >= 0) {
-        Fill_CrType_Combo(*ui_.cboType, host_.objPestMON(), session_.FilterCrGrID);
+    const Filter filter = filters()[static_cast<std::size_t>(level)];
+    const int index = filter.combo->ListIndex();
+    const bool chosen = index >= 0;
+    *filter.value = chosen ? filter.combo->ItemData(index) : 0;
+    if (chosen && level == CropLevel::Group) {
+        Fill_CrType_Combo(*ui_.cboType, host_.objPestMON(), *filter.value);
+    } else if (chosen && level == CropLevel::Type) {
+        Fill_CrVariety_Combo(*ui_.cboVariety, host_.objPestMON(), *filter.value);
+    }
+    if (chosen || level == CropLevel::Variety) {
         refillBlocks();
     }
-    Apply_LeaveFilter();
-}
-
-void AnalysisBrowser::typeChosen()
-{
-    const int index = ui_.cboType->ListIndex();
-    session_.FilterCrTyID = index < 0 ? 0 : ui_.cboType->ItemData(index);
-    if (index >= 0) {
-        Fill_CrVariety_Combo(*ui_.cboVariety, host_.objPestMON(), session_.FilterCrTyID);
-        refillBlocks();
-    }
-    Apply_LeaveFilter();
-}
-
-void AnalysisBrowser::varietyChosen()
-{
-    const int index = ui_.cboVariety->ListIndex();
-    session_.FilterCrVaID = index < 0 ? 0 : ui_.cboVariety->ItemData(index);
-    refillBlocks();
-    Apply_LeaveFilter();
-}
-
-void AnalysisBrowser::blockChosen()
-{
     Apply_LeaveFilter();
 }
 

@@ -33,10 +33,10 @@ public:
     /// Paints the current row, and what was selected before it; its key becomes the ID. Leaves silently on an error.
     void selectRow();
 
-    void groupChosen();
-    void typeChosen();
-    void varietyChosen();
-    void blockChosen();
+    /// In the order of the lists.
+    enum class CropLevel : std::size_t { Group, Type, Variety };
+    /// Fills the list below the level anew, and the blocks.
+    void cropChosen(CropLevel level);
     void resetFilter();
     void showActive(bool active);
     void periodChanged();

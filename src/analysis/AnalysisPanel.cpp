@@ -174,7 +174,14 @@ bool AnalysisPanel::eventFilter(QObject *watched, QEvent *event)
     auto &box = static_cast<QLineEdit &>(*watched);
     if (event->type() == QEvent::FocusIn) {
         // Behind the press that gave the focus, which would place the cursor.
-        QMetaObject::invokeMethod(&box, &QLineEdit::selectAll, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &box,
+            [&box] {
+                if (box.hasFocus()) {
+                    box.selectAll();
+                }
+            },
+            Qt::QueuedConnection);
     } else if (event->type() == QEvent::FocusOut && watched != ui_.txtDepth) {
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
         // The box keeps what is typed while another window is in front.

@@ -85,10 +85,10 @@ void frmMonLeave::connectList()
             guarded([this] { openSaved(); });
         }
     });
-    on(ui_->cboGroup, &ItemCombo::Click, [this] { browser_->groupChosen(); });
-    on(ui_->cboType, &ItemCombo::Click, [this] { browser_->typeChosen(); });
-    on(ui_->cboVariety, &ItemCombo::Click, [this] { browser_->varietyChosen(); });
-    on(ui_->cmbBlock, &ItemCombo::Click, [this] { browser_->blockChosen(); });
+    on(ui_->cboGroup, &ItemCombo::Click, [this] { browser_->cropChosen(AnalysisBrowser::CropLevel::Group); });
+    on(ui_->cboType, &ItemCombo::Click, [this] { browser_->cropChosen(AnalysisBrowser::CropLevel::Type); });
+    on(ui_->cboVariety, &ItemCombo::Click, [this] { browser_->cropChosen(AnalysisBrowser::CropLevel::Variety); });
+    on(ui_->cmbBlock, &ItemCombo::Click, [this] { browser_->Apply_LeaveFilter(); });
     on(ui_->cmdResetFilter, &QPushButton::clicked, [this] { browser_->resetFilter(); });
     on(ui_->opActive, &QRadioButton::clicked, [this] { browser_->showActive(true); });
     on(ui_->opInActive, &QRadioButton::clicked, [this] { browser_->showActive(false); });
