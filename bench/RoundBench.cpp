@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "AnalysisBench.h"
 #include "BigFarm.h"
+#include "Compare.h"
 #include "RawSqlite.h"
 #include "pestmon/frmPestMon2.h"
 #include "pestmon/modPestMon.h"
@@ -13,13 +15,10 @@
 #include "shell/FarmApplication.h"
 #include "shell/MDI_Monitoring.h"
 
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
-#include <benchmark/benchmark.h>
 
-#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -27,35 +26,6 @@
 /// the program's; "floor_ms" and "ratio" stand beside it.
 namespace
 {
-
-double seconds(const std::function<void()> &body)
-{
-    QElapsedTimer timer;
-    timer.start();
-    body();
-    return static_cast<double>(timer.nsecsElapsed()) * 1e-9;
-}
-
-double median(std::vector<double> values)
-{
-    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-    return values[values.size() / 2];
-}
-
-/// Runs both in turn, so that both see the same machine.
-void compare(benchmark::State &state, const std::function<void()> &ours, const std::function<void()> &floor)
-{
-    std::vector<double> oursTimes;
-    std::vector<double> floorTimes;
-    for (auto _ : state) {
-        oursTimes.push_back(seconds(ours));
-        floorTimes.push_back(seconds(floor));
-        state.SetIterationTime(oursTimes.back());
-    }
-    state.counters["floor_ms"] = median(floorTimes) * 1e3;
-    state.counters["ours_ms"] = median(oursTimes) * 1e3;
-    state.counters["ratio"] = median(oursTimes) / median(floorTimes);
-}
 
 struct Program {
     Program()
@@ -275,6 +245,7 @@ int main(int argc, char **argv)
         ->UseManualTime()
         ->Unit(benchmark::kMillisecond)
         ->Iterations(60);
+    registerAnalysisBenchmarks();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
