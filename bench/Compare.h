@@ -1,38 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QElapsedTimer>
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
 #include <functional>
 #include <vector>
 
-inline double seconds(const std::function<void()> &body)
-{
-    QElapsedTimer timer;
-    timer.start();
-    body();
-    return static_cast<double>(timer.nsecsElapsed()) * 1e-9;
-}
+double seconds(const std::function<void()> &body);
+double median(std::vector<double> values);
 
-inline double median(std::vector<double> values)
-{
-    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-    return values[values.size() / 2];
-}
-
-/// Runs both in turn, so that both see the same machine.
-inline void compare(benchmark::State &state, const std::function<void()> &ours, const std::function<void()> &floor)
-{
-    std::vector<double> oursTimes;
-    std::vector<double> floorTimes;
-    for (auto _ : state) {
-        oursTimes.push_back(seconds(ours));
-        floorTimes.push_back(seconds(floor));
-        state.SetIterationTime(oursTimes.back());
-    }
-    state.counters["floor_ms"] = median(floorTimes) * 1e3;
-    state.counters["ours_ms"] = median(oursTimes) * 1e3;
-    state.counters["ratio"] = median(oursTimes) / median(floorTimes);
-}
+/// Runs the program's work and its floor in turn, so that both see the same machine. The time shown is the program's; "floor_ms"
+/// and "ratio" stand beside it.
+void compare(benchmark::State &state, const std::function<void()> &ours, const std::function<void()> &floor);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "AnalysisBench.h"
 #include "BigFarm.h"
 #include "Compare.h"
 #include "RawSqlite.h"
@@ -17,8 +18,8 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
-#include <benchmark/benchmark.h>
 
+#include <functional>
 #include <vector>
 
 /// Each row times what the program does and, in the same run, the floor: the engine alone doing the same work. The time shown is
@@ -244,6 +245,7 @@ int main(int argc, char **argv)
         ->UseManualTime()
         ->Unit(benchmark::kMillisecond)
         ->Iterations(60);
+    registerAnalysisBenchmarks();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

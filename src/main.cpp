@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/frmMonLeave.h"
 #include "graphs/frmPestMGraph.h"
 #include "pestmon/frmPestMon2.h"
 #include "platform/controls/Dialogs.h"
@@ -20,6 +21,11 @@ template <typename Screen> std::function<ChildScreen *(ScreenHost &, QWidget *)>
     return [](ScreenHost &host, QWidget *parent) { return new Screen(host, parent); };
 }
 
+MenuEntry analyses(const char *picture, const char *mode)
+{
+    return {QLatin1String(picture), ZeroPosition::First, true, QLatin1String(mode), screen<frmMonLeave>()};
+}
+
 /// What each picture opens. A picture that is not told here shows as not yet available.
 std::vector<MenuEntry> menuEntries()
 {
@@ -28,6 +34,11 @@ std::vector<MenuEntry> menuEntries()
         {QStringLiteral("ImPM"), ZeroPosition::Never, false, {}, screen<frmRepPestInfo>()},
         {QStringLiteral("imFF"), ZeroPosition::Never, false, {}, screen<frmRepPestMon>()},
         {QStringLiteral("imGG"), ZeroPosition::Never, true, {}, screen<frmPestMGraph>()},
+        analyses("imLeave", "Leaf"),
+        analyses("imAsset", "Fruit"),
+        analyses("imBas", "Basic"),
+        analyses("imEx", "Ex"),
+        analyses("imMic", "Micro"),
     };
 }
 

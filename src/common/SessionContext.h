@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "common/AnalysisRecord.h"
 #include "platform/basic/SerialDate.h"
 #include "platform/dao/DatabaseHandle.h"
 
@@ -69,4 +70,9 @@ struct SessionContext {
     std::int32_t FilterCrTyID = 0;
     std::int32_t FilterCrVaID = 0;
     std::int32_t ShowActive = -1;
+
+    /// The planting of the block filter, and of the record in the entry panel: one value serves both.
+    std::int32_t CurrentPlantBlockID = 0;
+    /// Its ID outlives the screens; a list without rows leaves it.
+    AnalysisRecord CurrentAnalysis;
 };

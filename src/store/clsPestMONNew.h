@@ -81,6 +81,9 @@ public:
     Recordset Get_BlockPlant_for_Blocks_Active(Key block);
     Recordset Get_BlocksPlant_Variety_for_Block(Key block);
     Recordset Get_BlocksPlant_Variety_for_Block_new(Key planting);
+    /// BlockPID, Variety, CrGrIDD, CrTyIDD and CrVaIDD of every planting: what the operation above gives one by one, in a single
+    /// set without an order.
+    Recordset Get_BlocksPlant_Variety_for_All();
     /// The most specific of the three filters counts; the group filter alone lists inactive plantings too. Sets RecordTotal.
     Recordset Get_Blocks_All(Key farm, Key group, Key type, Key variety);
     Recordset Get_ChemTarget();
@@ -177,7 +180,7 @@ public:
     Recordset New_Get_PestDataMaxYesNo_for_Period_Pest_Block(Key block, Key target, SerialDate from, SerialDate to);
     Recordset Get_PestData_for_Block(Key block, Key target, SerialDate from, SerialDate to);
 
-    // Analyses. Values stand in the order of the table's fields.
+    // Analyses. Plant values are N, P, K, Ca, Mg, Na, Mn, Fe, Cu, Zn, B.
     using PlantValues = std::array<float, 11>;
     Status Add_Leave_Analysis(Key &key, Key planting, SerialDate date, const QString &part, const QString &season,
                               const PlantValues &values);
@@ -188,9 +191,12 @@ public:
     Status Save_Fruit_Analysis(Key &key, Key planting, SerialDate date, const QString &part, const QString &season,
                                const PlantValues &values);
     /// The three soil saves add a row when the key finds none, and hand the new key back.
+    /// Depth, Klip(%), pH(KCL), conductivity, KUV, clay, organic content. Klip(%) is kept in the field SBpHWater.
     Status Save_Soil_Analysis_Basic(Key &key, Key planting, SerialDate date, const std::array<float, 7> &values,
                                     const QString &texture);
+    /// Zn, Cu, B, Mn, Fe, Mo.
     Status Save_Soil_Analysis_Micro(Key &key, Key planting, SerialDate date, const std::array<float, 6> &values);
+    /// Depth, P (B1), P (Ohlson), K, Ca, Na, Mg, Cl, S, Al, P (B2).
     Status Save_Soil_Analysis_Extraction(Key &key, Key planting, SerialDate date, const std::array<float, 11> &values);
     Status Delete_Leave_Analysis(Key &key);
     Status Delete_Fruit_Analysis(Key &key);

@@ -20,24 +20,58 @@ namespace
 using Key = clsPestMONNew::Key;
 using SerialDate = basic::SerialDate;
 
+/// A field and the place of its value among the arguments, counted from 0. Rows stand in the order of writing.
+struct ValueField {
+    QStringView name;
+    std::size_t argument;
+};
+
 struct AnalysisTable {
     KeyedTable table;
     QStringView date;
-    std::span<const QStringView> values;
+    std::span<const ValueField> values;
     /// Plant analyses only.
     QStringView part = {};
     QStringView season = {};
 };
 
-constexpr std::array<QStringView, 11> LeaveValues{u"LA_N",  u"LA_P",  u"LA_K",  u"LA_Mg", u"LA_Na", u"LA_Mn",
-                                                  u"LA_Fe", u"LA_Cu", u"LA_Zn", u"LA_B",  u"LA_Ca"};
-constexpr std::array<QStringView, 11> FruitValues{u"FA_N",  u"FA_P",  u"FA_K",  u"FA_Mg", u"FA_Na", u"FA_Mn",
-                                                  u"FA_Fe", u"FA_Cu", u"FA_Zn", u"FA_B",  u"FA_Ca"};
-constexpr std::array<QStringView, 7> SoilBasicValues{u"SBDepth", u"SBpHWater", u"SBpHSuur", u"SBConduct",
-                                                     u"SBKUV",   u"SBClay",    u"SBOrganic"};
-constexpr std::array<QStringView, 6> SoilMicroValues{u"MicroZn", u"MicroB", u"MicroCu", u"MicroMn", u"MicroFe", u"MicroMo"};
-constexpr std::array<QStringView, 11> SoilExtractionValues{u"SEDepth", u"SEPBray", u"SEPB2", u"SEPAcid", u"SE_K", u"SE_Ca",
-                                                           u"SE_Na",   u"SE_Mg",   u"SE_Cl", u"SE_S",    u"SE_Al"};
+constexpr std::array<ValueField, 11> LeaveValues{{{u"LA_N", 0},
+                                                  {u"LA_P", 1},
+                                                  {u"LA_K", 2},
+                                                  {u"LA_Mg", 4},
+                                                  {u"LA_Na", 5},
+                                                  {u"LA_Mn", 6},
+                                                  {u"LA_Fe", 7},
+                                                  {u"LA_Cu", 8},
+                                                  {u"LA_Zn", 9},
+                                                  {u"LA_B", 10},
+                                                  {u"LA_Ca", 3}}};
+constexpr std::array<ValueField, 11> FruitValues{{{u"FA_N", 0},
+                                                  {u"FA_P", 1},
+                                                  {u"FA_K", 2},
+                                                  {u"FA_Mg", 4},
+                                                  {u"FA_Na", 5},
+                                                  {u"FA_Mn", 6},
+                                                  {u"FA_Fe", 7},
+                                                  {u"FA_Cu", 8},
+                                                  {u"FA_Zn", 9},
+                                                  {u"FA_B", 10},
+                                                  {u"FA_Ca", 3}}};
+constexpr std::array<ValueField, 7> SoilBasicValues{
+    {{u"SBDepth", 0}, {u"SBpHWater", 1}, {u"SBpHSuur", 2}, {u"SBConduct", 3}, {u"SBKUV", 4}, {u"SBClay", 5}, {u"SBOrganic", 6}}};
+constexpr std::array<ValueField, 6> SoilMicroValues{
+    {{u"MicroZn", 0}, {u"MicroB", 2}, {u"MicroCu", 1}, {u"MicroMn", 3}, {u"MicroFe", 4}, {u"MicroMo", 5}}};
+constexpr std::array<ValueField, 11> SoilExtractionValues{{{u"SEDepth", 0},
+                                                           {u"SEPBray", 1},
+                                                           {u"SEPB2", 10},
+                                                           {u"SEPAcid", 2},
+                                                           {u"SE_K", 3},
+                                                           {u"SE_Ca", 4},
+                                                           {u"SE_Na", 5},
+                                                           {u"SE_Mg", 6},
+                                                           {u"SE_Cl", 7},
+                                                           {u"SE_S", 8},
+                                                           {u"SE_Al", 9}}};
 
 constexpr AnalysisTable Leave{{u"tblLeaveAnalysis", u"LeaveAnalysisID"}, u"LADate", LeaveValues, u"LAPart", u"LASeason"};
 constexpr AnalysisTable Fruit{{u"tblFruitAnalysis", u"FruitAnalysisID"}, u"FADate", FruitValues, u"FAPart", u"FASeason"};
@@ -45,21 +79,25 @@ constexpr AnalysisTable SoilBasic{{u"tblSoilBasic", u"SoilBasicID"}, u"SBDate", 
 constexpr AnalysisTable SoilMicro{{u"tblSoilMicro", u"MicroID"}, u"MicroDate", SoilMicroValues};
 constexpr AnalysisTable SoilExtraction{{u"tblSoilExtraction", u"SEExtractionID"}, u"SEDate", SoilExtractionValues};
 
-std::vector<FieldValue> analysisFields(const AnalysisTable &analysis, Key planting, SerialDate date,
-                                       std::span<const float> values)
+void appendValues(std::vector<FieldValue> &fields, const AnalysisTable &analysis, std::span<const float> values)
+{
+    for (const ValueField &field : analysis.values)
+        fields.push_back({field.name, static_cast<double>(values[field.argument])});
+}
+
+std::vector<FieldValue> soilFields(const AnalysisTable &analysis, Key planting, SerialDate date, std::span<const float> values)
 {
     std::vector<FieldValue> fields{{u"BlockPID", planting}, {analysis.date, date}};
-    for (std::size_t i = 0; i < values.size(); ++i)
-        fields.push_back({analysis.values[i], static_cast<double>(values[i])});
+    appendValues(fields, analysis, values);
     return fields;
 }
 
 std::vector<FieldValue> plantFields(const AnalysisTable &analysis, Key planting, SerialDate date, const QString &part,
                                     const QString &season, std::span<const float> values)
 {
-    std::vector<FieldValue> fields = analysisFields(analysis, planting, date, values);
-    fields.push_back({analysis.part, part});
-    fields.push_back({analysis.season, season});
+    std::vector<FieldValue> fields{
+        {u"BlockPID", planting}, {analysis.date, date}, {analysis.part, part}, {analysis.season, season}};
+    appendValues(fields, analysis, values);
     return fields;
 }
 
@@ -123,7 +161,7 @@ clsPestMONNew::Status clsPestMONNew::Save_Soil_Analysis_Basic(Key &key, Key plan
                                                               const std::array<float, 7> &values, const QString &texture)
 {
     return write([&](dao::Database &database) {
-        std::vector<FieldValue> fields = analysisFields(SoilBasic, planting, date, values);
+        std::vector<FieldValue> fields = soilFields(SoilBasic, planting, date, values);
         fields.push_back({u"SBTexture", texture});
         saveOrAdd(database, SoilBasic, key, fields);
     });
@@ -133,14 +171,14 @@ clsPestMONNew::Status clsPestMONNew::Save_Soil_Analysis_Micro(Key &key, Key plan
                                                               const std::array<float, 6> &values)
 {
     return write(
-        [&](dao::Database &database) { saveOrAdd(database, SoilMicro, key, analysisFields(SoilMicro, planting, date, values)); });
+        [&](dao::Database &database) { saveOrAdd(database, SoilMicro, key, soilFields(SoilMicro, planting, date, values)); });
 }
 
 clsPestMONNew::Status clsPestMONNew::Save_Soil_Analysis_Extraction(Key &key, Key planting, SerialDate date,
                                                                    const std::array<float, 11> &values)
 {
     return write([&](dao::Database &database) {
-        saveOrAdd(database, SoilExtraction, key, analysisFields(SoilExtraction, planting, date, values));
+        saveOrAdd(database, SoilExtraction, key, soilFields(SoilExtraction, planting, date, values));
     });
 }
 

@@ -33,15 +33,18 @@ int countRows(Recordset &rows)
 }
 
 /// Plantings with their block, variety, type and group; the columns that two tables share have a name of their own.
-QString plantingsWithVariety(const QString &keyClause, const QString &activity)
+QString plantingsWithVariety(QStringView fields, const QString &keyClause, const QString &activity)
 {
-    return sqlText(u"Select *, tblBlock.BlockID as BlockIDD, tblCrGroup.CrGrID as CrGrIDD,",
+    return sqlText(u"Select ", fields, u", tblCrGroup.CrGrID as CrGrIDD,",
                    u" tblCrType.CrTyID as CrTyIDD, tblCrVariety.CrVaID as CrVaIDD from tblBlockPlant,",
                    u" tblBlock, tblCrVariety, tblCrType, tblCrGroup",
                    u" where tblBlockPlant.CrVaID = tblCrVariety.CrVaID and tblCrVariety.CrTyID = tblCrType.CrTyID",
                    u" and tblCrGroup.CrGrID = tblCrType.CrGrID", u" and tblBlock.BlockID = tblBlockPlant.BlockID", keyClause,
-                   u" and tblBlockPlant.PBActive = ", activity, u" order by tblCrVariety.Variety, tblBlockPlant.BlockPID");
+                   u" and tblBlockPlant.PBActive = ", activity);
 }
+
+constexpr QStringView EveryField = u"*, tblBlock.BlockID as BlockIDD";
+constexpr QStringView ByVariety = u" order by tblCrVariety.Variety, tblBlockPlant.BlockPID";
 
 QString targetsSql(QStringView otherTable, const QString &where)
 {
@@ -175,12 +178,21 @@ Recordset clsPestMONNew::Get_BlockPlant_for_Blocks_Active(Key block)
 
 Recordset clsPestMONNew::Get_BlocksPlant_Variety_for_Block(Key block)
 {
-    return mainRows(plantingsWithVariety(sqlText(u" and tblBlock.BlockID =", block), sqlText(true)));
+    return mainRows(
+        plantingsWithVariety(EveryField, sqlText(u" and tblBlock.BlockID =", block), sqlText(true)).append(ByVariety));
 }
 
 Recordset clsPestMONNew::Get_BlocksPlant_Variety_for_Block_new(Key planting)
 {
-    return mainRows(plantingsWithVariety(sqlText(u" and tblBlockPlant.BlockPID =", planting), sqlText(session_.ShowActive)));
+    return mainRows(
+        plantingsWithVariety(EveryField, sqlText(u" and tblBlockPlant.BlockPID =", planting), sqlText(session_.ShowActive))
+            .append(ByVariety));
+}
+
+Recordset clsPestMONNew::Get_BlocksPlant_Variety_for_All()
+{
+    return mainRows(
+        plantingsWithVariety(u"tblBlockPlant.BlockPID, tblCrVariety.Variety", QString(), sqlText(session_.ShowActive)));
 }
 
 Recordset clsPestMONNew::Get_Blocks_All(Key farm, Key group, Key type, Key variety)

@@ -35,7 +35,7 @@ Kind leaf()
     return {"tblLeaveAnalysis",
             "LeaveAnalysisID",
             "LADate",
-            "LA_Ca",
+            "LA_B",
             [](Store &s, std::int32_t &k, int p, SerialDate d, float v) {
                 return s.Add_Leave_Analysis(k, p, d, "Stem", "", plant(v));
             },
@@ -52,7 +52,7 @@ Kind fruit()
     return {"tblFruitAnalysis",
             "FruitAnalysisID",
             "FADate",
-            "FA_Ca",
+            "FA_B",
             [](Store &s, std::int32_t &k, int p, SerialDate d, float v) {
                 return s.Add_Fruit_Analysis(k, p, d, "Meat", "", plant(v));
             },
@@ -95,7 +95,7 @@ Kind microSoil()
 Kind extraction()
 {
     return soil(
-        "tblSoilExtraction", "SEExtractionID", "SEDate", "SE_Al",
+        "tblSoilExtraction", "SEExtractionID", "SEDate", "SEPB2",
         [](Store &s, std::int32_t &k, int p, SerialDate d, float v) {
             return s.Save_Soil_Analysis_Extraction(k, p, d, plant(v));
         },
@@ -150,6 +150,31 @@ private Q_SLOTS:
         QCOMPARE(kind.remove(store, first), Store::Done);
         QCOMPARE(farm.count(kind.table, kind.key + " = 1"), 0);
         QCOMPARE(farm.count(kind.table), kind.saveAdds ? 2 : 1);
+    }
+
+    void everyArgumentGoesToItsField()
+    {
+        TemporaryFarm farm;
+        Store store(farm.session);
+        const Store::PlantValues plants{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
+        std::array<std::int32_t, 5> keys{};
+        QCOMPARE(store.Add_Leave_Analysis(keys[0], 1, may(1), "Stem", "Blossom", plants), Store::Done);
+        QCOMPARE(store.Add_Fruit_Analysis(keys[1], 1, may(1), "Skin", "Blossom", plants), Store::Done);
+        QCOMPARE(store.Save_Soil_Analysis_Basic(keys[2], 1, may(1), {1, 2, 3, 4, 5, 6, 7}, "Fine"), Store::Done);
+        QCOMPARE(store.Save_Soil_Analysis_Micro(keys[3], 1, may(1), {1, 2, 3, 4, 5, 6}), Store::Done);
+        QCOMPARE(store.Save_Soil_Analysis_Extraction(keys[4], 1, may(1), plants), Store::Done);
+        const auto row = [&](const QString &fields, const QString &table) {
+            return farm.rows(store::DatabaseFile::Pest, QString("Select %1 from %2").arg(fields, table)).join(' ');
+        };
+        QCOMPARE(row("LA_N, LA_P, LA_K, LA_Ca, LA_Mg, LA_Na, LA_Mn, LA_Fe, LA_Cu, LA_Zn, LA_B", "tblLeaveAnalysis"),
+                 QString("1|2|3|4|5|6|7|8|9|10|11"));
+        QCOMPARE(row("FA_N, FA_P, FA_K, FA_Ca, FA_Mg, FA_Na, FA_Mn, FA_Fe, FA_Cu, FA_Zn, FA_B", "tblFruitAnalysis"),
+                 QString("1|2|3|4|5|6|7|8|9|10|11"));
+        QCOMPARE(row("SBDepth, SBpHWater, SBpHSuur, SBConduct, SBKUV, SBClay, SBOrganic, SBTexture", "tblSoilBasic"),
+                 QString("1|2|3|4|5|6|7|Fine"));
+        QCOMPARE(row("MicroZn, MicroCu, MicroB, MicroMn, MicroFe, MicroMo", "tblSoilMicro"), QString("1|2|3|4|5|6"));
+        QCOMPARE(row("SEDepth, SEPBray, SEPAcid, SE_K, SE_Ca, SE_Na, SE_Mg, SE_Cl, SE_S, SE_Al, SEPB2", "tblSoilExtraction"),
+                 QString("1|2|3|4|5|6|7|8|9|10|11"));
     }
 
     void aPeriodIsListedByBlockNameThenDate_data() { kinds(); }

@@ -16,11 +16,11 @@ namespace
 {
 
 /// Usual laboratory values; each sample lies within a fifth of them.
-constexpr clsPestMONNew::PlantValues LeaveUsual{2.3F, 0.14F, 1.1F, 0.35F, 0.04F, 55.0F, 120.0F, 9.0F, 32.0F, 85.0F, 3.8F};
-constexpr clsPestMONNew::PlantValues FruitUsual{0.9F, 0.11F, 1.6F, 0.09F, 0.02F, 8.0F, 31.0F, 4.0F, 9.0F, 22.0F, 0.42F};
+constexpr clsPestMONNew::PlantValues LeaveUsual{2.3F, 0.14F, 1.1F, 3.8F, 0.35F, 0.04F, 55.0F, 120.0F, 9.0F, 32.0F, 85.0F};
+constexpr clsPestMONNew::PlantValues FruitUsual{0.9F, 0.11F, 1.6F, 0.42F, 0.09F, 0.02F, 8.0F, 31.0F, 4.0F, 9.0F, 22.0F};
 constexpr std::array<float, 7> SoilBasicUsual{30.0F, 6.4F, 5.6F, 28.0F, 7.5F, 14.0F, 1.2F};
-constexpr std::array<float, 6> SoilMicroUsual{4.2F, 0.6F, 2.8F, 38.0F, 61.0F, 0.12F};
-constexpr std::array<float, 11> SoilExtractionUsual{30.0F, 32.0F, 41.0F, 27.0F, 118.0F, 640.0F, 14.0F, 95.0F, 21.0F, 11.0F, 3.0F};
+constexpr std::array<float, 6> SoilMicroUsual{4.2F, 2.8F, 0.6F, 38.0F, 61.0F, 0.12F};
+constexpr std::array<float, 11> SoilExtractionUsual{30.0F, 32.0F, 27.0F, 118.0F, 640.0F, 14.0F, 95.0F, 21.0F, 11.0F, 3.0F, 41.0F};
 
 template <std::size_t Size> std::array<float, Size> sample(const std::array<float, Size> &usual, Dice &dice)
 {

@@ -10,6 +10,7 @@
 #include <QTest>
 #include <QTextStream>
 
+#include <algorithm>
 #include <cstdlib>
 
 using controls::FlexGrid;
@@ -17,7 +18,10 @@ using controls::ItemCombo;
 
 QWidget *Hands::findWidget(const char *name) const
 {
-    return window_.findChild<QWidget *>(QLatin1String(name));
+    // The menu and a screen, or two screens while one is let go, may bear controls of one name; hands reach what shows.
+    const auto all = window_.findChildren<QWidget *>(QLatin1String(name));
+    const auto shown = std::find_if(all.begin(), all.end(), [](const QWidget *widget) { return widget->isVisible(); });
+    return shown != all.end() ? *shown : all.value(0);
 }
 
 void *Hands::missing(const char *name)

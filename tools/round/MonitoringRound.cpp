@@ -80,7 +80,6 @@ void MonitoringRound::playReports()
     hands_.click("Command1");
     paper_.runReports();
     paper_.openStored();
-    paper_.makePictures();
 }
 
 void MonitoringRound::issue(const QString &method, const QString &notes, int blocks, int pests, bool repeat)

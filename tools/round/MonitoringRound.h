@@ -23,7 +23,7 @@ public:
     void playCounts();
     /// The same with answers, without a successor.
     void playAnswers();
-    /// Both records reports and the stored sheets; then a picture of every workbook that the round made.
+    /// Both records reports and the stored sheets; the menu is open afterwards.
     void playReports();
     /// Opens what was typed once more, in a program started anew.
     void reopen(const QString &notes);

@@ -69,6 +69,12 @@ void PaperRound::printFilledSheet()
     expectWorkbook("cmdPP", QStringLiteral("Pest Monitor Reports"), QStringLiteral("Report_"), QStringLiteral(".xls"));
 }
 
+void PaperRound::printAnalyses()
+{
+    waitForANewName();
+    expectWorkbook("cmdExcel", QStringLiteral("Pest Monitor Reports"), QStringLiteral("Analysis "), QStringLiteral(".xls"));
+}
+
 void PaperRound::runReports()
 {
     hands_.click("ImPM");

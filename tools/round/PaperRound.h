@@ -20,6 +20,8 @@ public:
     void printFieldSheets();
     /// With a block open for capture.
     void printFilledSheet();
+    /// With a list of analyses open.
+    void printAnalyses();
     /// With the menu open.
     void runReports();
     void openStored();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "AnalysisRound.h"
 #include "MonitoringRound.h"
 
+#include "analysis/frmMonLeave.h"
 #include "pestmon/frmPestMon2.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/controls/Look.h"
@@ -27,36 +29,54 @@ template <typename Screen> std::function<ChildScreen *(ScreenHost &, QWidget *)>
     return [](ScreenHost &host, QWidget *parent) { return new Screen(host, parent); };
 }
 
+std::vector<MenuEntry> menuEntries()
+{
+    std::vector<MenuEntry> entries{{QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, screen<frmPestMon2>()},
+                                   {QStringLiteral("ImPM"), ZeroPosition::Never, false, {}, screen<frmRepPestInfo>()},
+                                   {QStringLiteral("imFF"), ZeroPosition::Never, false, {}, screen<frmRepPestMon>()}};
+    for (const auto &[picture, mode] : {std::pair("imLeave", "Leaf"), std::pair("imAsset", "Fruit"), std::pair("imBas", "Basic"),
+                                        std::pair("imEx", "Ex"), std::pair("imMic", "Micro")}) {
+        entries.push_back({QLatin1String(picture), ZeroPosition::First, true, QLatin1String(mode), screen<frmMonLeave>()});
+    }
+    return entries;
+}
+
+/// The parts of the round on one window.
+struct Rounds {
+    MonitoringRound monitoring;
+    AnalysisRound analyses;
+    PaperRound papers;
+};
+
 /// One run of the program on the farm's folder, from its start to its end.
-void runProgram(const QString &folder, Report &report, const std::function<void(MonitoringRound &)> &play)
+void runProgram(const QString &folder, Report &report, const std::function<void(Rounds &)> &play)
 {
     controls::QueuedDialogs dialogs;
     RecordingLauncher launcher;
-    MDI_Monitoring window(dialogs,
-                          {{QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, screen<frmPestMon2>()},
-                           {QStringLiteral("ImPM"), ZeroPosition::Never, false, {}, screen<frmRepPestInfo>()},
-                           {QStringLiteral("imFF"), ZeroPosition::Never, false, {}, screen<frmRepPestMon>()}});
+    MDI_Monitoring window(dialogs, menuEntries());
     window.setLauncher(launcher);
     report.check(window.load(folder) == MDI_Monitoring::Load::Done, QStringLiteral("the program starts"));
     window.resize(WindowSize);
     window.show();
     window.activateWindow();
     report.check(QTest::qWaitForWindowActive(&window), QStringLiteral("the window shows"));
-    MonitoringRound round(window, dialogs, launcher, report);
-    play(round);
+    Rounds rounds{{window, dialogs, launcher, report}, {window, dialogs, launcher, report}, {window, dialogs, launcher, report}};
+    play(rounds);
     report.check(dialogs.allAsExpected(), QStringLiteral("no box came that was not expected, and none stayed away"));
 }
 
 bool playOn(const QString &folder)
 {
     Report report(QDir(folder).filePath(QStringLiteral("pictures")));
-    runProgram(folder, report, [](MonitoringRound &round) {
-        round.openScreen();
-        round.playCounts();
-        round.playAnswers();
-        round.playReports();
+    runProgram(folder, report, [](Rounds &rounds) {
+        rounds.monitoring.openScreen();
+        rounds.monitoring.playCounts();
+        rounds.monitoring.playAnswers();
+        rounds.monitoring.playReports();
+        rounds.analyses.play();
+        rounds.papers.makePictures();
     });
-    runProgram(folder, report, [](MonitoringRound &round) { round.reopen(MonitoringRound::countNotes()); });
+    runProgram(folder, report, [](Rounds &rounds) { rounds.monitoring.reopen(MonitoringRound::countNotes()); });
     return report.finish();
 }
 

@@ -1,0 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+/// Rows of the analyses' list: filling it and filtering it at three sizes.
+void registerAnalysisBenchmarks();

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "analysis/AnalysisKinds.h"
+
+#include <QDate>
+
+/// Lays out the grid for a kind of analysis and fills it with those of a period, by block name and date, behind them one empty
+/// row, which becomes the current one. A planting without a variety leaves its cells empty.
+///
+/// Without a kind the grid gets its common headings and no rows. An error of the store passes on and leaves the empty layout.
+void Fill_LeaveGrid(controls::FlexGrid &grid, const AnalysisKind *kind, QDate from, QDate to, clsPestMONNew &objPestMON);

@@ -1,0 +1,333 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/frmMonLeave.h"
+
+#include "analysis/AnalysisBrowser.h"
+#include "analysis/AnalysisNumbers.h"
+#include "analysis/AnalysisPanel.h"
+#include "analysis/AnalysisSheet.h"
+#include "platform/basic/Formats.h"
+#include "platform/basic/Numbers.h"
+#include "platform/controls/Dialogs.h"
+#include "platform/controls/Look.h"
+#include "ui_frmMonLeave.h"
+
+#include <QAbstractItemView>
+#include <QKeyEvent>
+#include <QShortcut>
+
+using controls::FlexGrid;
+using controls::ItemCombo;
+
+namespace
+{
+
+constexpr int BannerIcon = 24;
+
+bool isLetter(const QKeyEvent &key)
+{
+    return !key.text().isEmpty() && key.text().at(0).isLetterOrNumber()
+        && !(key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier));
+}
+
+} // namespace
+
+frmMonLeave::frmMonLeave(ScreenHost &host, QWidget *parent) : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmMonLeave>())
+{
+    ui_->setupUi(this);
+    ui_->picFarm->setAttribute(Qt::WA_StyledBackground);
+    browser_ = std::make_unique<AnalysisBrowser>(host, *ui_);
+    panel_ = new AnalysisPanel(*ui_, session(), this);
+    setFocusProxy(ui_->grdLeave);
+    setIcons();
+    connectList();
+    connectPanel();
+}
+
+frmMonLeave::~frmMonLeave() = default;
+
+QString frmMonLeave::screenTitle() const
+{
+    const AnalysisKind *kind = analysisKind(Tag());
+    return kind ? kind->formCaption.toString() : windowTitle();
+}
+
+void frmMonLeave::setIcons()
+{
+    struct Picture {
+        QPushButton *button;
+        const char *icon;
+        const char *colour;
+    };
+    const Picture pictures[] = {
+        {ui_->Command7, "add", "onacc"},  {ui_->cmdEdit, "edit", "text"},    {ui_->cmdLeaveDEl, "delete", "danger"},
+        {ui_->cmdExcel, "sheet", "text"}, {ui_->cmdClose, "close", "text"},  {ui_->cmdResetFilter, "reset-filter", "text"},
+        {ui_->Command3, "save", "onacc"}, {ui_->cmdRetAdd, "close", "text"},
+    };
+    for (const Picture &picture : pictures) {
+        picture.button->setIcon(controls::Look::icon(QLatin1String(picture.icon), QLatin1String(picture.colour)));
+    }
+    ui_->Image2->setPixmap(
+        controls::Look::icon(QStringLiteral("leaf")).pixmap(QSize(BannerIcon, BannerIcon), devicePixelRatioF()));
+}
+
+void frmMonLeave::connectList()
+{
+    on(ui_->grdLeave, &FlexGrid::Click, [this] { browser_->selectRow(); });
+    on(ui_->grdLeave, &FlexGrid::DblClick, [this] { openSaved(); });
+    connect(ui_->grdLeave, &FlexGrid::cellMovedByKey, this, [this](int row, int) {
+        if (row != session().ListRow) {
+            browser_->selectRow();
+        }
+    });
+    connect(ui_->grdLeave, &FlexGrid::KeyDown, this, [this](QKeyEvent *event) {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+            event->accept();
+            guarded([this] { openSaved(); });
+        }
+    });
+    on(ui_->cboGroup, &ItemCombo::Click, [this] { browser_->cropChosen(AnalysisBrowser::CropLevel::Group); });
+    on(ui_->cboType, &ItemCombo::Click, [this] { browser_->cropChosen(AnalysisBrowser::CropLevel::Type); });
+    on(ui_->cboVariety, &ItemCombo::Click, [this] { browser_->cropChosen(AnalysisBrowser::CropLevel::Variety); });
+    on(ui_->cmbBlock, &ItemCombo::Click, [this] { browser_->Apply_LeaveFilter(); });
+    on(ui_->cmdResetFilter, &QPushButton::clicked, [this] { browser_->resetFilter(); });
+    on(ui_->opActive, &QRadioButton::clicked, [this] { browser_->showActive(true); });
+    on(ui_->opInActive, &QRadioButton::clicked, [this] { browser_->showActive(false); });
+    on(ui_->dtpDateFrom, &controls::DatePicker::Change, [this] { browser_->periodChanged(); });
+    on(ui_->dtpDateTo, &controls::DatePicker::Change, [this] { browser_->periodChanged(); });
+    on(ui_->dtpDateFrom, &controls::DatePicker::LostFocus, [this] { browser_->keepPeriodStart(); });
+    on(ui_->Command7, &QPushButton::clicked, [this] { openNew(); });
+    on(ui_->cmdEdit, &QPushButton::clicked, [this] { openSaved(); });
+    on(ui_->cmdLeaveDEl, &QPushButton::clicked, [this] { deleteAnalysis(); });
+    on(ui_->cmdExcel, &QPushButton::clicked, [this] { print(); });
+    on(ui_->cmdClose, &QPushButton::clicked, [this] { closeScreen(); });
+}
+
+void frmMonLeave::connectPanel()
+{
+    on(ui_->Command3, &QPushButton::clicked, [this] { save(); });
+    on(ui_->cmdRetAdd, &QPushButton::clicked, [this] { closePanel(); });
+    auto *escape = new QShortcut(Qt::Key_Escape, ui_->fraAddL);
+    escape->setContext(Qt::WidgetWithChildrenShortcut);
+    on(escape, &QShortcut::activated, [this] { closePanel(); });
+    // A letter opens a list at the first entry that begins so, and Tab leaves the date, whichever of its parts is marked.
+    for (QWidget *field : std::initializer_list<QWidget *>{ui_->cboGroup, ui_->cboType, ui_->cboVariety, ui_->cmbBlock,
+                                                           ui_->cboBlock, ui_->dtpAna}) {
+        field->installEventFilter(this);
+    }
+}
+
+void frmMonLeave::activateScreen()
+{
+    if (panel_->isOpen()) {
+        activationWaits_ = true;
+        return;
+    }
+    activationWaits_ = false;
+    session().ShowActive = -1;
+    panel_->clearChanged();
+    silently(QStringLiteral("The analyses cannot be listed"), [this] {
+        kind_ = analysisKind(Tag());
+        browser_->setKind(kind_);
+        // Before anything that may fail, so that at least the captions are those of the kind.
+        applyKind();
+        browser_->load();
+        browser_->fill();
+        browser_->selectFirst();
+    });
+}
+
+void frmMonLeave::applyKind()
+{
+    if (!kind_) {
+        return;
+    }
+    setWindowTitle(kind_->formCaption.toString());
+    ui_->screenTitle->setText(kind_->frameCaption.toString());
+    ui_->grdLeave->setAccessibleName(kind_->formCaption.toString());
+    panel_->setKind(*kind_);
+}
+
+void frmMonLeave::openNew()
+{
+    panel_->openNew();
+    showPanel();
+}
+
+bool frmMonLeave::readCurrentRow()
+{
+    FlexGrid &grid = *ui_->grdLeave;
+    grid.setCol(AnalysisKeyCol);
+    const int row = grid.Row();
+    const QVariant date = grid.cellValue(row, DateCol);
+    if (row == 0 || grid.Text().isEmpty()) {
+        return false;
+    }
+    AnalysisRecord record;
+    record.ID = basic::toLong32(basic::Val(grid.Text()));
+    session().CurrentPlantBlockID = basic::toLong32(basic::Val(grid.TextMatrix(row, PlantingCol)));
+    if (!date.isValid()) {
+        throw basic::RunTimeError(basic::ErrorNumber::TypeMismatch, QStringLiteral("It has no date."));
+    }
+    record.Date = date.value<basic::SerialDate>();
+    record.Part = grid.TextMatrix(row, PartOrDepthCol);
+    record.Depth = leadingSingle(record.Part);
+    record.Season = grid.TextMatrix(row, SeasonCol);
+    for (std::size_t i = 0; i < AnalysisBoxes; ++i) {
+        record.*AnalysisValues[i] = leadingSingle(grid.TextMatrix(row, FirstValueCol + static_cast<int>(i)));
+    }
+    session().CurrentAnalysis = record;
+    return true;
+}
+
+void frmMonLeave::openSaved()
+{
+    silently(QStringLiteral("The analysis cannot be edited"), [this] {
+        if (readCurrentRow()) {
+            panel_->openSaved(ui_->grdLeave->TextMatrix(ui_->grdLeave->Row(), BlockCol));
+            showPanel();
+        }
+    });
+}
+
+void frmMonLeave::showPanel()
+{
+    placePanel();
+    setListLocked(true);
+    const QRect row = ui_->grdLeave->cellRect(ui_->grdLeave->Row(), BlockCol);
+    const int covered = ui_->fraAddL->y() - ui_->grdLeave->viewport()->mapTo(this, QPoint()).y();
+    if (row.isEmpty() || row.bottom() > covered) {
+        ui_->grdLeave->setTopRow(std::max(1, ui_->grdLeave->Row()));
+    }
+}
+
+/// The grid stays readable: it takes neither mouse nor focus, but is not dimmed.
+void frmMonLeave::setListLocked(bool locked)
+{
+    ui_->filterStrip->setEnabled(!locked);
+    ui_->barLeave->setEnabled(!locked);
+    ui_->grdLeave->setAttribute(Qt::WA_TransparentForMouseEvents, locked);
+    ui_->grdLeave->setFocusPolicy(locked ? Qt::NoFocus : Qt::StrongFocus);
+}
+
+/// Over the lower part of the grid.
+void frmMonLeave::placePanel()
+{
+    constexpr int above = 20;
+    constexpr int usualWidth = 1080;
+    QWidget &panel = *ui_->fraAddL;
+    const QRect grid(ui_->grdLeave->mapTo(this, QPoint()), ui_->grdLeave->size());
+    const QSize wanted = panel.sizeHint().expandedTo(QSize(usualWidth, 0));
+    const QSize size(std::min(wanted.width(), width()), wanted.height());
+    panel.setGeometry(QRect(
+        QPoint(std::max(0, grid.center().x() - size.width() / 2), std::max(0, grid.bottom() - above - size.height())), size));
+}
+
+void frmMonLeave::resizeEvent(QResizeEvent *event)
+{
+    ChildScreen::resizeEvent(event);
+    // Behind the layout, which moves the grid.
+    QMetaObject::invokeMethod(this, &frmMonLeave::placePanel, Qt::QueuedConnection);
+}
+
+bool frmMonLeave::save()
+{
+    panel_->settle();
+    if (session().CurrentPlantBlockID == 0) {
+        dialogs().message(QStringLiteral("Please select a block."));
+        ui_->cboBlock->setFocus();
+        return false;
+    }
+    if (!kind_) {
+        return false;
+    }
+    panel_->read();
+    const AnalysisRecord &record = session().CurrentAnalysis;
+    std::int32_t key = record.ID;
+    const auto write = record.ID != 0 ? kind_->save : kind_->add;
+    if (write(objPestMON(), key, session().CurrentPlantBlockID, record) != clsPestMONNew::Done) {
+        showStoreFailure(QStringLiteral("%1 could not be saved").arg(kind_->name));
+        dialogs().message(QStringLiteral("Could not add / edit the analysis"));
+        return false;
+    }
+    host().showStatus(QStringLiteral("%1 of %2, %3, saved")
+                          .arg(kind_->name, ui_->cboBlock->Text(), basic::formatDate(record.Date, u"yyyy/MM/dd")));
+    browser_->fill();
+    browser_->reposition();
+    browser_->Apply_LeaveFilter();
+    hidePanel();
+    return true;
+}
+
+void frmMonLeave::closePanel()
+{
+    panel_->settle();
+    if (panel_->Changed()
+        && dialogs().question(QStringLiteral("Do you want to save the changes?"), QStringLiteral("Save Changes"),
+                              controls::Answer::Yes)
+            == controls::Answer::Yes) {
+        save();
+    }
+    hidePanel();
+    browser_->reposition();
+}
+
+void frmMonLeave::hidePanel()
+{
+    panel_->close();
+    setListLocked(false);
+    ui_->grdLeave->setFocus();
+    if (activationWaits_) {
+        activateScreen();
+    }
+}
+
+void frmMonLeave::deleteAnalysis()
+{
+    AnalysisRecord &record = session().CurrentAnalysis;
+    if (kind_ && kind_->remove && record.ID != 0) {
+        if ((objPestMON().*kind_->remove)(record.ID) == clsPestMONNew::Failed) {
+            showStoreFailure(QStringLiteral("%1 could not be deleted").arg(kind_->name));
+            dialogs().message(QStringLiteral("Could not delete the analysis"));
+            return;
+        }
+        host().showStatus(QStringLiteral("%1 deleted").arg(kind_->name));
+        dialogs().message(QStringLiteral("The analysis was deleted"));
+    }
+    browser_->fill();
+}
+
+void frmMonLeave::print()
+{
+    if (!kind_) {
+        return;
+    }
+    AnalysisSheet sheet = analysisSheet(*ui_->grdLeave, *kind_);
+    sheet.farm = session().CurrentFarm;
+    sheet.from = ui_->dtpDateFrom->Value();
+    sheet.to = ui_->dtpDateTo->Value();
+    printAnalyses(host(), sheet);
+}
+
+void frmMonLeave::showStoreFailure(const QString &what)
+{
+    const auto &error = objPestMON().lastError();
+    host().showFailure(error ? QStringLiteral("%1: %2").arg(what, error->description()) : what);
+}
+
+bool frmMonLeave::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress) {
+        return ChildScreen::eventFilter(watched, event);
+    }
+    const auto &key = static_cast<const QKeyEvent &>(*event);
+    auto *list = qobject_cast<ItemCombo *>(watched);
+    if (list && isLetter(key)) {
+        list->showPopup();
+        list->view()->keyboardSearch(key.text());
+        return true;
+    }
+    if (!list && (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab)) {
+        return focusNextPrevChild(key.key() == Qt::Key_Tab);
+    }
+    return ChildScreen::eventFilter(watched, event);
+}

@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/AnalysisBrowser.h"
+
+#include "AnalysisScreen.h"
+
+#include <QAbstractItemView>
+#include <QFile>
+
+/// The list of analyses, its filters and its selection.
+class AnalysisBrowserTest : public AnalysisScreen
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void captionsOfAKind_data();
+    void captionsOfAKind();
+    void activationStartsAtTheFirstRow();
+    void filtersNarrowEachOther();
+    void blockWinsOverGroup();
+    void resetShowsAll();
+    void notActive();
+    void anEmptyListLeavesTheKey();
+    void selectionPaints();
+    void keysSelect();
+    void periodStartIsKept();
+    void aStoreThatFailsIsToldQuietly();
+
+private:
+    void addLeaves();
+};
+
+void AnalysisBrowserTest::addLeaves()
+{
+    const AnalysisKind &leaf = *analysisKind(u"Leaf");
+    for (const int planting : {farm_->kloof, farm_->dam, farm_->rand, farm_->oud, farm_->kloof}) {
+        farm_->addAnalysis(leaf, planting, QDate(2026, 5, 1), 1.0F);
+    }
+}
+
+void AnalysisBrowserTest::captionsOfAKind_data()
+{
+    QTest::addColumn<QString>("mode");
+    QTest::addColumn<QString>("captions");
+    QTest::addColumn<QString>("entries");
+    QTest::addColumn<QString>("labels");
+    const QString leafLabels = QStringLiteral("N P K Ca Mg Na Mn Fe Cu Zn B");
+    QTest::newRow("leaf") << "Leaf"
+                          << "Leaf analisys/Leaf Analisys"
+                          << "Leaf Part: Stem/Season: Post Harvest,Blossom,Nov-Dec" << leafLabels;
+    QTest::newRow("fruit") << "Fruit"
+                           << "Fruit analisys/Fruit Analisys"
+                           << "Fruit Part: Kernel,Meat,Skin/Season: Post Harvest,Blossom,Nov-Dec" << leafLabels;
+    QTest::newRow("basic") << "Basic"
+                           << "Soil analisys:Basic/Soil Analisys"
+                           << "Depth (cm)/Texture: Coarse,Fine"
+                           << "pH(KCL) Conductivity KUV Klip (%) Clay content(%) Organic content(%)";
+    QTest::newRow("extraction") << "Ex"
+                                << "Soil analisys:Extraction/Soil Analisys"
+                                << "Depth (cm)"
+                                << "P(B1) P(B2) P(Ohlson) K Ca Na Mg Cl S Al";
+    QTest::newRow("micro") << "Micro"
+                           << "Soil analisys:Micro elements/Soil Analisys" << QString() << "Zn Cu B Mn Fe Mo";
+}
+
+void AnalysisBrowserTest::captionsOfAKind()
+{
+    QFETCH(QString, mode);
+    QFETCH(QString, captions);
+    QFETCH(QString, entries);
+    QFETCH(QString, labels);
+    open(mode);
+    QCOMPARE(screen_->screenTitle() + u'/' + find<QLabel>("screenTitle").text(), captions);
+    click("Command7");
+    QStringList lines;
+    const auto entry = [&](const char *caption, const char *list) {
+        QString line = find<QLabel>(caption).text().remove(u'&');
+        for (int i = 0; combo(list).isVisible() && i < combo(list).ListCount(); ++i) {
+            line += (i == 0 ? QStringLiteral(": ") : QStringLiteral(",")) + combo(list).List(i);
+        }
+        if (find<QLabel>(caption).isVisible()) {
+            lines.append(line);
+        }
+    };
+    entry("Label3", "cmbLPart");
+    entry("Label4", "cmbSeason");
+    QCOMPARE(lines.join(u'/'), entries);
+    QCOMPARE(box("txtDepth").isVisible(), entries.startsWith(QLatin1String("Depth")));
+    QStringList shownLabels;
+    for (int i = 0; i < 11; ++i) {
+        const auto &label = find<QLabel>(qPrintable(QStringLiteral("Label5_%1").arg(i)));
+        if (label.isVisible()) {
+            shownLabels.append(label.text());
+        }
+    }
+    QCOMPARE(shownLabels.join(u' '), labels);
+    click("cmdRetAdd");
+}
+
+void AnalysisBrowserTest::activationStartsAtTheFirstRow()
+{
+    addLeaves();
+    open(u"Leaf");
+    QCOMPARE(shown(BlockCol), (QStringList{"Dam", "Kloof", "Kloof", "Rand"}));
+    QCOMPARE(id(), 2);
+    choose("cboGroup", QStringLiteral("Nuts"));
+    click("opInActive");
+    screen_->activateScreen();
+    // The list is of active plantings again, whatever the option says.
+    QCOMPARE(farm_->session.ShowActive, -1);
+    QVERIFY(find<QRadioButton>("opInActive").isChecked());
+    QCOMPARE(shown(BlockCol).size(), 4);
+    QCOMPARE(combo("cboGroup").ListIndex(), -1);
+    QCOMPARE(combo("cboType").ListCount(), 0);
+    QCOMPARE(combo("cmbBlock").ListCount(), 3);
+    QCOMPARE(farm_->session.ListRow, 1);
+}
+
+void AnalysisBrowserTest::filtersNarrowEachOther()
+{
+    addLeaves();
+    open(u"Leaf");
+    choose("cboGroup", QStringLiteral("Citrus"));
+    QCOMPARE(shown(BlockCol), (QStringList{"Dam", "Kloof", "Kloof"}));
+    QCOMPARE(grid().RowHeight(grid().Rows() - 1), 0);
+    QCOMPARE(combo("cboType").ListCount(), 2);
+    // A group alone offers the plantings that are not active too.
+    QCOMPARE(combo("cmbBlock").ListCount(), 3);
+    choose("cboType", QStringLiteral("Orange"));
+    QCOMPARE(shown(BlockCol), (QStringList{"Kloof", "Kloof"}));
+    QCOMPARE(id(), 1);
+    choose("cboVariety", QStringLiteral("Valencia"));
+    QCOMPARE(combo("cmbBlock").ListCount(), 1);
+    choose("cmbBlock", QStringLiteral("Kloof"));
+    QCOMPARE(shown(AnalysisKeyCol), (QStringList{"1", "5"}));
+    QCOMPARE(farm_->session.CurrentPlantBlockID, farm_->kloof);
+}
+
+void AnalysisBrowserTest::blockWinsOverGroup()
+{
+    addLeaves();
+    open(u"Leaf");
+    choose("cmbBlock", QStringLiteral("Rand"));
+    combo("cboGroup").setText(QStringLiteral("Citrus"));
+    farm_->session.FilterCrGrID = 1;
+    click("opActive");
+    QCOMPARE(shown(BlockCol), QStringList{"Rand"});
+}
+
+void AnalysisBrowserTest::resetShowsAll()
+{
+    addLeaves();
+    open(u"Leaf");
+    choose("cboGroup", QStringLiteral("Nuts"));
+    choose("cboType", QStringLiteral("Macadamia"));
+    click("cmdResetFilter");
+    QCOMPARE(shown(BlockCol).size(), 4);
+    QCOMPARE(combo("cboGroup").Text(), QString());
+    QCOMPARE(combo("cmbBlock").ListCount(), 3);
+    QCOMPARE(farm_->session.FilterCrTyID, 0);
+}
+
+void AnalysisBrowserTest::notActive()
+{
+    addLeaves();
+    open(u"Leaf");
+    click("opInActive");
+    QCOMPARE(shown(BlockCol), QStringList{"Oud"});
+    // Without a filter nothing is selected: the empty row is the current one and the key stays.
+    QCOMPARE(grid().Row(), 2);
+    QCOMPARE(id(), 2);
+    click("cmdEdit");
+    QVERIFY(!panelIsOpen());
+}
+
+void AnalysisBrowserTest::anEmptyListLeavesTheKey()
+{
+    id() = 77;
+    open(u"Leaf");
+    QCOMPARE(id(), 77);
+    auto &from = find<controls::DatePicker>("dtpDateFrom");
+    from.setDate(QDate(2027, 1, 1)); // behind the end
+    QCOMPARE(grid().Rows(), 2);
+    QCOMPARE(id(), 77);
+    click("cmdEdit");
+    QVERIFY(!panelIsOpen());
+    QCOMPARE(id(), 77);
+}
+
+void AnalysisBrowserTest::selectionPaints()
+{
+    addLeaves();
+    open(u"Leaf");
+    clickRow(3);
+    QCOMPARE(grid().CellBackColor(1, BlockCol), mark::PaleYellow);
+    QCOMPARE(grid().CellBackColor(3, VarietyCol), mark::Yellow);
+    QVERIFY(!grid().CellBackColor(3, AnalysisKeyCol));
+    QCOMPARE(id(), 5);
+    clickRow(5);
+    QCOMPARE(grid().CellBackColor(3, BlockCol), mark::PaleYellow);
+    QVERIFY(!grid().CellBackColor(5, BlockCol));
+    QCOMPARE(id(), 5);
+}
+
+void AnalysisBrowserTest::keysSelect()
+{
+    addLeaves();
+    open(u"Leaf");
+    grid().setFocus();
+    QTest::keyClick(&grid(), Qt::Key_Down);
+    QCOMPARE(id(), 1);
+    QCOMPARE(grid().CellBackColor(2, BlockCol), mark::Yellow);
+    QTest::keyClick(&grid(), Qt::Key_Return);
+    QVERIFY(panelIsOpen());
+    QTest::keyClick(&find<QWidget>("dtpAna"), Qt::Key_Escape);
+    QVERIFY(!panelIsOpen());
+    QVERIFY(grid().hasFocus());
+    // A letter opens a list at its entry.
+    combo("cmbBlock").setFocus();
+    QTest::keyClick(&combo("cmbBlock"), Qt::Key_R);
+    QTest::keyClick(static_cast<QWidget *>(combo("cmbBlock").view()), Qt::Key_Return);
+    QCOMPARE(shown(BlockCol), QStringList{"Rand"});
+}
+
+void AnalysisBrowserTest::periodStartIsKept()
+{
+    addLeaves();
+    QFile file(farm_->appPath() + "/FindSDate.txt");
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("2026/06/01\r\n");
+    file.close();
+    open(u"Leaf");
+    QCOMPARE(shown(BlockCol), QStringList());
+    auto &from = find<controls::DatePicker>("dtpDateFrom");
+    from.setFocus();
+    from.setDate(QDate(2026, 2, 3));
+    QCOMPARE(shown(BlockCol).size(), 4);
+    grid().setFocus();
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(QString(file.readAll()).trimmed(), QStringLiteral("2026/02/03"));
+}
+
+void AnalysisBrowserTest::aStoreThatFailsIsToldQuietly()
+{
+    farm_->close();
+    open(u"Leaf");
+    QVERIFY(!host_->failure.isEmpty());
+    QCOMPARE(find<QLabel>("screenTitle").text(), QStringLiteral("Leaf Analisys"));
+}
+
+QTEST_MAIN(AnalysisBrowserTest)
+#include "AnalysisBrowserTest.moc"

@@ -1,0 +1,302 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/AnalysisPanel.h"
+
+#include "AnalysisScreen.h"
+
+/// Entering, changing and deleting one analysis.
+class AnalysisPanelTest : public AnalysisScreen
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void addedByKeysAlone();
+    void everyBoxReachesItsField_data();
+    void everyBoxReachesItsField();
+    void editKeepsWhatItDoesNotTouch_data() { kinds(); }
+    void editKeepsWhatItDoesNotTouch();
+    void withoutBlockThePanelStays();
+    void closeAsksWhatWasTyped_data();
+    void closeAsksWhatWasTyped();
+    void escapeAsksBeforeItDropsWhatIsTyped();
+    void refusedSave();
+    void tooLargeANumberStaysInItsBox();
+    void textsOutsideTheListAreKept();
+    void activationWaitsWhileThePanelIsOpen();
+    void deleteTakesTheFirstRowOfAFreshScreen_data() { kinds(); }
+    void deleteTakesTheFirstRowOfAFreshScreen();
+    void refusedDelete();
+
+private:
+    void type(const char *name, const QString &text)
+    {
+        box(name).setFocus();
+        box(name).selectAll();
+        QTest::keyClicks(&box(name), text);
+    }
+};
+
+void AnalysisPanelTest::addedByKeysAlone()
+{
+    open(u"Leaf");
+    const auto key = [](Qt::Key code, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(QApplication::focusWidget(), code, modifiers);
+    };
+    key(Qt::Key_A, Qt::AltModifier);
+    QTRY_VERIFY(panelIsOpen());
+    QTest::keyClicks(QApplication::focusWidget(), "20260402");
+    key(Qt::Key_Tab);
+    QTest::keyClicks(QApplication::focusWidget(), "Stem");
+    key(Qt::Key_Tab);
+    key(Qt::Key_Down); // the first block
+    key(Qt::Key_Tab);
+    key(Qt::Key_Down);
+    key(Qt::Key_Tab);
+    for (int i = 1; i <= 11; ++i) {
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("%1.115").arg(i));
+        key(Qt::Key_Return);
+        // The Tab that stands for Enter is queued.
+        QCoreApplication::processEvents();
+    }
+    QCOMPARE(QApplication::focusWidget(), &find<QWidget>("Command3"));
+    key(Qt::Key_Return);
+    QVERIFY(!panelIsOpen());
+    QCOMPARE(stored("Select BlockPID, LAPart, LASeason, LA_N, LA_Ca, LA_B from tblLeaveAnalysis"),
+             QStringList{QStringLiteral("%1|Stem|Post Harvest|1.12|4.12|11.12").arg(farm_->dam)});
+    QCOMPARE(grid().cellValue(1, DateCol).value<basic::SerialDate>().date(), QDate(2026, 4, 2));
+    QVERIFY(host_->status.contains(QStringLiteral("Dam, 2026/04/02, saved")));
+    QCOMPARE(id(), 1);
+}
+
+void AnalysisPanelTest::everyBoxReachesItsField_data()
+{
+    QTest::addColumn<QString>("mode");
+    QTest::addColumn<QString>("fields");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("leaf")
+        << "Leaf"
+        << "LASeason, LA_N, LA_P, LA_K, LA_Ca, LA_Mg, LA_Na, LA_Mn, LA_Fe, LA_Cu, LA_Zn, LA_B from tblLeaveAnalysis"
+        << "Fine|1|2|3|4|5|6|7|8|9|10|11";
+    QTest::newRow("fruit")
+        << "Fruit"
+        << "FASeason, FA_N, FA_P, FA_K, FA_Ca, FA_Mg, FA_Na, FA_Mn, FA_Fe, FA_Cu, FA_Zn, FA_B from tblFruitAnalysis"
+        << "Fine|1|2|3|4|5|6|7|8|9|10|11";
+    QTest::newRow("basic") << "Basic"
+                           << "SBTexture, SBDepth, SBpHSuur, SBConduct, SBKUV, SBpHWater, SBClay, SBOrganic from tblSoilBasic"
+                           << "Fine|30|1|2|3|4|5|6";
+    QTest::newRow("extraction")
+        << "Ex"
+        << "SEDepth, SEPBray, SEPB2, SEPAcid, SE_K, SE_Ca, SE_Na, SE_Mg, SE_Cl, SE_S, SE_Al from tblSoilExtraction"
+        << "30|1|2|3|4|5|6|7|8|9|10";
+    QTest::newRow("micro") << "Micro"
+                           << "MicroZn, MicroCu, MicroB, MicroMn, MicroFe, MicroMo from tblSoilMicro"
+                           << "1|2|3|4|5|6";
+}
+
+void AnalysisPanelTest::everyBoxReachesItsField()
+{
+    QFETCH(QString, mode);
+    QFETCH(QString, fields);
+    QFETCH(QString, expected);
+    open(mode);
+    const auto enter = [&](int first) {
+        box("txtDepth").setText(QStringLiteral("30"));
+        combo("cmbSeason").setText(QStringLiteral("Fine"));
+        for (const char *name : {"txtN", "txtP", "txtK", "txtCa", "txtMg", "txtNa", "txtMn", "txtFe", "txtCu", "txtZn", "txtB"}) {
+            box(name).setText(QString::number(first++));
+        }
+        click("Command3");
+    };
+    click("Command7");
+    choose("cboBlock", QStringLiteral("Kloof"));
+    enter(21);
+    // The same row again, by the method for one that is there.
+    clickRow(1);
+    click("cmdEdit");
+    enter(1);
+    QCOMPARE(stored("Select " + fields), QStringList{expected});
+}
+
+void AnalysisPanelTest::editKeepsWhatItDoesNotTouch()
+{
+    QFETCH(const AnalysisKind *, kind);
+    farm_->addAnalysis(*kind, farm_->rand, QDate(2026, 5, 1), 2.345F);
+    open(kind->mode);
+    const QString before = grid().TextMatrix(1, DateCol);
+    click("cmdEdit");
+    QCOMPARE(combo("cboBlock").Text(), QStringLiteral("Rand"));
+    QCOMPARE(box("txtN").text(), QStringLiteral("2.35"));
+    click("Command3");
+    // Each value is now what its box showed; the depth has no format.
+    QCOMPARE(grid().TextMatrix(1, FirstValueCol), QStringLiteral("2.35"));
+    if (kind->secondEntry == AnalysisSecondEntry::Depth) {
+        QCOMPARE(grid().TextMatrix(1, PartOrDepthCol), QStringLiteral("2.345"));
+    }
+    QCOMPARE(grid().TextMatrix(1, DateCol), before);
+    QCOMPARE(grid().TextMatrix(1, BlockCol), QStringLiteral("Rand"));
+    QCOMPARE(grid().Rows(), 3);
+}
+
+void AnalysisPanelTest::withoutBlockThePanelStays()
+{
+    open(u"Micro");
+    click("Command7");
+    box("txtN").setText("4");
+    host_->dialogs().expectMessage();
+    click("Command3");
+    QCOMPARE(host_->dialogs().takeLastText(), QStringLiteral("Please select a block."));
+    QVERIFY(panelIsOpen());
+    QVERIFY(combo("cboBlock").hasFocus());
+    QCOMPARE(box("txtN").text(), QStringLiteral("4"));
+}
+
+void AnalysisPanelTest::closeAsksWhatWasTyped_data()
+{
+    QTest::addColumn<QString>("touched");
+    QTest::addColumn<bool>("asks");
+    QTest::newRow("nothing") << QString() << false;
+    QTest::newRow("date alone") << "dtpAna" << false;
+    QTest::newRow("a box that was only left") << "txtMg" << true;
+    QTest::newRow("depth that was only left") << "txtDepth" << false;
+    QTest::newRow("block") << "cboBlock" << true;
+    QTest::newRow("texture") << "cmbSeason" << true;
+}
+
+void AnalysisPanelTest::closeAsksWhatWasTyped()
+{
+    QFETCH(QString, touched);
+    QFETCH(bool, asks);
+    farm_->addAnalysis(*analysisKind(u"Basic"), farm_->kloof, QDate(2026, 5, 1), 2.0F);
+    open(u"Basic");
+    click("cmdEdit");
+    if (touched == QLatin1String("dtpAna")) {
+        find<controls::DatePicker>("dtpAna").setDate(QDate(2026, 7, 7));
+    } else if (touched.startsWith(QLatin1String("c"))) {
+        combo(qPrintable(touched)).setListIndex(0);
+    } else if (!touched.isEmpty()) {
+        box(qPrintable(touched)).setFocus();
+        find<QWidget>("cmdRetAdd").setFocus();
+    }
+    if (asks) {
+        host_->dialogs().queueAnswer(Answer::No);
+    }
+    click("cmdRetAdd");
+    QCOMPARE(host_->dialogs().shown().size(), asks ? 1U : 0U);
+    QVERIFY(!panelIsOpen());
+    QVERIFY(!grid().TextMatrix(1, DateCol).contains(QLatin1String("07")));
+}
+
+void AnalysisPanelTest::escapeAsksBeforeItDropsWhatIsTyped()
+{
+    farm_->addAnalysis(*analysisKind(u"Leaf"), farm_->kloof, QDate(2026, 5, 1), 2.0F);
+    open(u"Leaf");
+    click("cmdEdit");
+    type("txtK", "7.005");
+    host_->dialogs().queueAnswer(Answer::Yes);
+    QTest::keyClick(&box("txtK"), Qt::Key_Escape);
+    QCOMPARE(host_->dialogs().shown().back().title, QStringLiteral("Save Changes"));
+    QCOMPARE(host_->dialogs().shown().back().preselected, Answer::Yes);
+    QCOMPARE(host_->dialogs().takeLastText(), QStringLiteral("Do you want to save the changes?"));
+    QVERIFY(!panelIsOpen());
+    QCOMPARE(grid().TextMatrix(1, FirstValueCol + 2), QStringLiteral("7.01"));
+}
+
+void AnalysisPanelTest::refusedSave()
+{
+    open(u"Leaf");
+    click("Command7");
+    choose("cboBlock", QStringLiteral("Kloof"));
+    type("txtN", "3");
+    refuseWrites();
+    host_->dialogs().expectMessage();
+    click("Command3");
+    QCOMPARE(host_->dialogs().takeLastText(), QStringLiteral("Could not add / edit the analysis"));
+    QVERIFY(panelIsOpen());
+    QVERIFY(host_->failure.startsWith(QLatin1String("Leaf analysis could not be saved: ")));
+    QVERIFY(host_->status.isEmpty());
+    // From the question of Close the panel goes all the same.
+    host_->dialogs().queueAnswer(Answer::Yes);
+    host_->dialogs().expectMessage();
+    click("cmdRetAdd");
+    QVERIFY(!panelIsOpen());
+}
+
+void AnalysisPanelTest::tooLargeANumberStaysInItsBox()
+{
+    open(u"Micro");
+    click("Command7");
+    choose("cboBlock", QStringLiteral("Kloof"));
+    box("txtN").setText(QString(60, QLatin1Char('9')));
+    click("Command3");
+    QCOMPARE(host_->errors.size(), 1);
+    host_->errors.clear();
+    QVERIFY(panelIsOpen());
+    QCOMPARE(farm_->count("tblSoilMicro"), 0);
+    box("txtN").setText("9");
+    click("Command3");
+    QCOMPARE(farm_->count("tblSoilMicro"), 1);
+}
+
+void AnalysisPanelTest::textsOutsideTheListAreKept()
+{
+    farm_->session.dbPest->Execute(
+        "INSERT INTO tblFruitAnalysis (BlockPID, FADate, FAPart, FASeason) VALUES (1, #03/30/2026#, 'Peel', 'June')");
+    open(u"Fruit");
+    click("cmdEdit");
+    QCOMPARE(combo("cmbLPart").Text() + combo("cmbSeason").Text(), QStringLiteral("PeelJune"));
+    click("Command3");
+    QCOMPARE(stored("Select FAPart, FASeason from tblFruitAnalysis"), QStringList{"Peel|June"});
+}
+
+void AnalysisPanelTest::activationWaitsWhileThePanelIsOpen()
+{
+    farm_->addAnalysis(*analysisKind(u"Leaf"), farm_->kloof, QDate(2026, 5, 1), 2.0F);
+    open(u"Leaf");
+    click("opInActive");
+    click("Command7");
+    choose("cboBlock", QStringLiteral("Dam"));
+    screen_->activateScreen();
+    QCOMPARE(id(), 0);
+    QCOMPARE(farm_->session.ShowActive, 0);
+    // Neither mouse nor keys reach the list meanwhile, which would change the record in hand.
+    clickRow(1);
+    QCOMPARE(id(), 0);
+    QVERIFY(!find<QWidget>("Command7").isEnabled() && !combo("cmbBlock").isEnabled());
+    click("Command3");
+    QCOMPARE(stored("Select BlockPID from tblLeaveAnalysis order by LeaveAnalysisID"), (QStringList{"1", "2"}));
+    QCOMPARE(farm_->session.ShowActive, -1);
+}
+
+void AnalysisPanelTest::deleteTakesTheFirstRowOfAFreshScreen()
+{
+    QFETCH(const AnalysisKind *, kind);
+    farm_->addAnalysis(*kind, farm_->kloof, QDate(2026, 5, 2), 2.0F);
+    farm_->addAnalysis(*kind, farm_->kloof, QDate(2026, 5, 1), 1.0F);
+    open(kind->mode);
+    const bool removes = kind->mode != QLatin1String("Micro");
+    for (int time = 0; time < 2; ++time) {
+        if (removes) {
+            host_->dialogs().expectMessage();
+        }
+        click("cmdLeaveDEl");
+        QCOMPARE(host_->dialogs().shown().size(), removes ? static_cast<std::size_t>(time) + 1 : 0U);
+        // The second time the same key finds nothing, which is no error.
+        QCOMPARE(shown(FirstValueCol), removes ? QStringList{"2"} : (QStringList{"1", "2"}));
+        QCOMPARE(id(), 2);
+    }
+    id() = 0;
+    click("cmdLeaveDEl");
+    QCOMPARE(shown(AnalysisKeyCol).size(), removes ? 1 : 2);
+}
+
+void AnalysisPanelTest::refusedDelete()
+{
+    farm_->addAnalysis(*analysisKind(u"Ex"), farm_->kloof, QDate(2026, 5, 2), 2.0F);
+    open(u"Ex");
+    refuseWrites();
+    host_->dialogs().expectMessage();
+    click("cmdLeaveDEl");
+    QCOMPARE(host_->dialogs().takeLastText(), QStringLiteral("Could not delete the analysis"));
+    QCOMPARE(grid().CellBackColor(1, BlockCol), mark::Yellow);
+}
+
+QTEST_MAIN(AnalysisPanelTest)
+#include "AnalysisPanelTest.moc"
