@@ -1,86 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "BigFarm.h"
+#include "BigProgram.h"
+#include "BooksBench.h"
+#include "Measure.h"
 #include "RawSqlite.h"
-#include "pestmon/frmPestMon2.h"
 #include "pestmon/modPestMon.h"
 #include "platform/controls/DatePicker.h"
-#include "platform/controls/Dialogs.h"
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/ItemCombo.h"
 #include "platform/controls/Look.h"
 #include "platform/dao/Database.h"
-#include "shell/ChildScreen.h"
 #include "shell/FarmApplication.h"
-#include "shell/MDI_Monitoring.h"
 
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
-#include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <functional>
 #include <vector>
 
-/// Each row times what the program does and, in the same run, the floor: the engine alone doing the same work. The time shown is
-/// the program's; "floor_ms" and "ratio" stand beside it.
 namespace
 {
-
-double seconds(const std::function<void()> &body)
-{
-    QElapsedTimer timer;
-    timer.start();
-    body();
-    return static_cast<double>(timer.nsecsElapsed()) * 1e-9;
-}
-
-double median(std::vector<double> values)
-{
-    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-    return values[values.size() / 2];
-}
-
-/// Runs both in turn, so that both see the same machine.
-void compare(benchmark::State &state, const std::function<void()> &ours, const std::function<void()> &floor)
-{
-    std::vector<double> oursTimes;
-    std::vector<double> floorTimes;
-    for (auto _ : state) {
-        oursTimes.push_back(seconds(ours));
-        floorTimes.push_back(seconds(floor));
-        state.SetIterationTime(oursTimes.back());
-    }
-    state.counters["floor_ms"] = median(floorTimes) * 1e3;
-    state.counters["ours_ms"] = median(oursTimes) * 1e3;
-    state.counters["ratio"] = median(oursTimes) / median(floorTimes);
-}
-
-struct Program {
-    Program()
-    {
-        const MenuEntry entry{
-            QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, [](ScreenHost &host, QWidget *parent) {
-                return new frmPestMon2(host, parent);
-            }};
-        window = std::make_unique<MDI_Monitoring>(dialogs, std::vector<MenuEntry>{entry});
-        window->load(farm.folder());
-        window->resize(1366, 768);
-        window->show();
-    }
-    template <typename Control> Control &find(const char *name) { return *window->findChild<Control *>(QLatin1String(name)); }
-
-    BigFarm farm;
-    controls::QueuedDialogs dialogs;
-    std::unique_ptr<MDI_Monitoring> window;
-};
-
-Program &program()
-{
-    static Program instance;
-    return instance;
-}
 
 void runProcess(const char *path, const QStringList &arguments)
 {
@@ -275,6 +213,7 @@ int main(int argc, char **argv)
         ->UseManualTime()
         ->Unit(benchmark::kMillisecond)
         ->Iterations(60);
+    registerBooks();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
