@@ -16,8 +16,26 @@ BigProgram::BigProgram()
     window->show();
 }
 
+namespace
+{
+
+std::unique_ptr<BigProgram> &instance()
+{
+    static std::unique_ptr<BigProgram> held;
+    return held;
+}
+
+} // namespace
+
 BigProgram &program()
 {
-    static BigProgram instance;
-    return instance;
+    if (!instance()) {
+        instance() = std::make_unique<BigProgram>();
+    }
+    return *instance();
+}
+
+void closeProgram()
+{
+    instance().reset();
 }

@@ -19,3 +19,5 @@ struct BigProgram {
 
 /// Made on first use.
 BigProgram &program();
+/// To be called while the application still stands; the farm is taken away with it.
+void closeProgram();

@@ -138,7 +138,7 @@ void wholeReport(benchmark::State &state)
 {
     constexpr int Blocks = 10;
     constexpr int Pests = 1;
-    QuietLauncher launcher;
+    static QuietLauncher launcher;
     program().window->setLauncher(launcher);
     const QString appPath = program().farm.folder();
     QDir(appPath).mkpath(QStringLiteral("Templates"));

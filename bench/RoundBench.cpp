@@ -216,5 +216,6 @@ int main(int argc, char **argv)
     registerBooks();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
+    closeProgram();
     return 0;
 }
