@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AnalysisBench.h"
 
-#include "Compare.h"
+#include "Measure.h"
 #include "RawSqlite.h"
 #include "analysis/LeaveFilter.h"
 #include "analysis/ModFertPM.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Compare.h"
+#include "Measure.h"
 #include "platform/chart/ChartView.h"
 
 #include <QApplication>

@@ -1,56 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AnalysisBench.h"
-#include "BigFarm.h"
-#include "Compare.h"
+#include "BigProgram.h"
+#include "BooksBench.h"
+#include "Measure.h"
 #include "RawSqlite.h"
-#include "pestmon/frmPestMon2.h"
 #include "pestmon/modPestMon.h"
 #include "platform/controls/DatePicker.h"
-#include "platform/controls/Dialogs.h"
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/ItemCombo.h"
 #include "platform/controls/Look.h"
 #include "platform/dao/Database.h"
-#include "shell/ChildScreen.h"
 #include "shell/FarmApplication.h"
-#include "shell/MDI_Monitoring.h"
 
 #include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
 
-#include <functional>
 #include <vector>
 
-/// Each row times what the program does and, in the same run, the floor: the engine alone doing the same work. The time shown is
-/// the program's; "floor_ms" and "ratio" stand beside it.
 namespace
 {
-
-struct Program {
-    Program()
-    {
-        const MenuEntry entry{
-            QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, [](ScreenHost &host, QWidget *parent) {
-                return new frmPestMon2(host, parent);
-            }};
-        window = std::make_unique<MDI_Monitoring>(dialogs, std::vector<MenuEntry>{entry});
-        window->load(farm.folder());
-        window->resize(1366, 768);
-        window->show();
-    }
-    template <typename Control> Control &find(const char *name) { return *window->findChild<Control *>(QLatin1String(name)); }
-
-    BigFarm farm;
-    controls::QueuedDialogs dialogs;
-    std::unique_ptr<MDI_Monitoring> window;
-};
-
-Program &program()
-{
-    static Program instance;
-    return instance;
-}
 
 void runProcess(const char *path, const QStringList &arguments)
 {
@@ -245,8 +214,10 @@ int main(int argc, char **argv)
         ->UseManualTime()
         ->Unit(benchmark::kMillisecond)
         ->Iterations(60);
+    registerBooks();
     registerAnalysisBenchmarks();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
+    closeProgram();
     return 0;
 }

@@ -41,6 +41,10 @@ void saveWorkbook(ScreenHost &host, excel::Application &application, const QStri
     const auto path = REPORT_SaveReport(host, application, QStringLiteral("Pest Monitor"), name);
     if (path) {
         host.showStatus(QStringLiteral("Field sheets saved as %1").arg(QDir::toNativeSeparators(*path)));
+    } else {
+        // The box said why; this stays to be read after it.
+        host.showFailure(
+            QStringLiteral("The field sheets \"%1\" were not saved. Mend the cause and print them again.").arg(name));
     }
 }
 

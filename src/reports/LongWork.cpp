@@ -4,16 +4,61 @@
 #include "shell/ProgressPicture.h"
 #include "shell/ScreenHost.h"
 
-#include <QCoreApplication>
-#include <QGuiApplication>
+#include <QApplication>
+#include <QEvent>
 
-LongWork::LongWork()
+#include <algorithm>
+#include <array>
+
+namespace
+{
+
+bool isInput(QEvent::Type type)
+{
+    constexpr std::array input{QEvent::KeyPress,           QEvent::KeyRelease,
+                               QEvent::Shortcut,           QEvent::ShortcutOverride,
+                               QEvent::InputMethod,        QEvent::MouseButtonPress,
+                               QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick,
+                               QEvent::MouseMove,          QEvent::Wheel,
+                               QEvent::ContextMenu,        QEvent::TouchBegin,
+                               QEvent::TouchUpdate,        QEvent::TouchEnd,
+                               QEvent::TouchCancel,        QEvent::TabletPress,
+                               QEvent::TabletMove,         QEvent::TabletRelease,
+                               QEvent::NativeGesture,      QEvent::DragEnter,
+                               QEvent::DragMove,           QEvent::Drop};
+    return std::find(input.begin(), input.end(), type) != input.end();
+}
+
+/// Stands before the whole program and lets no input in.
+class InputGate : public QObject
+{
+public:
+    InputGate() { QCoreApplication::instance()->installEventFilter(this); }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (QApplication::activeModalWidget()) {
+            return false;
+        }
+        if (event->type() == QEvent::Close && event->spontaneous()) {
+            event->ignore();
+            return true;
+        }
+        return isInput(event->type());
+    }
+};
+
+} // namespace
+
+LongWork::LongWork() : inputGate_(std::make_unique<InputGate>())
 {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
 }
 
 LongWork::~LongWork()
 {
+    // What was typed and clicked since is still under way to the window; here it meets the gate.
+    QCoreApplication::processEvents();
     QGuiApplication::restoreOverrideCursor();
 }
 

@@ -4,11 +4,15 @@
 #include <QString>
 
 #include <cstdint>
+#include <memory>
 
 class ScreenHost;
 
-/// Long work of a screen, from its making to its end: the pointer is busy, and the window repaints as often as it is let. Keys
-/// and clicks wait until the screen is free again.
+class QObject;
+
+/// Long work of a screen, from its making to its end: the pointer is busy, and the window repaints as often as it is let. Keys,
+/// clicks and a try to close the window come to nothing meanwhile, so that none reaches the screen after the work, where it was
+/// not meant any more. A box that the work itself opens takes them as ever.
 class LongWork
 {
 public:
@@ -18,6 +22,9 @@ public:
     LongWork &operator=(const LongWork &) = delete;
 
     static void letRepaint();
+
+private:
+    std::unique_ptr<QObject> inputGate_;
 };
 
 /// Long work that shows the main window's progress picture while it lasts.

@@ -14,6 +14,8 @@ constexpr double TitleSize = 10;
 constexpr double TextSize = 8;
 /// Places count from column B, which is 0; Z is the last one.
 constexpr int LastPlace = 'Z' - 'B';
+constexpr int DatePlace = -1;
+constexpr int NamePlace = 0;
 constexpr std::size_t SumPlaces = 30;
 
 std::optional<QChar> columnAt(int place)
@@ -53,6 +55,12 @@ excel::Range RecordsSheet::lineUpTo(int place) const
 {
     const QString row = QString::number(row_);
     return range(u'A' + row, *columnAt(std::clamp(place, 0, LastPlace)) + row);
+}
+
+excel::Range RecordsSheet::cellAt(int place) const
+{
+    constexpr int columnOfName = 2;
+    return sheet_.Cells(row_, columnOfName + place);
 }
 
 void RecordsSheet::write(const QString &first, const QString &last, const QString &text, CellLook look) const
@@ -117,15 +125,14 @@ void RecordsSheet::writeTable(const QString &nameHeading, const QString &name, i
         // Size and weight of the whole line at once: it may be one of tens of thousands.
         excel::Range line = lineUpTo(points + 1);
         lookLikeALine(line);
-        const QString row = QString::number(row_);
-        sheet_.Range(u'A' + row).setValue(basic::formatDate(completed, u"yyyy/mm/dd"));
-        sheet_.Range(u'B' + row).setValue(name);
+        cellAt(DatePlace).setValue(basic::formatDate(completed, u"yyyy/mm/dd"));
+        cellAt(NamePlace).setValue(name);
         for (; record != records.end() && record->completed == completed; ++record) {
-            writeRecord(*record, row, totals);
+            writeRecord(*record, totals);
         }
         if (totals.hasCounts) {
-            if (const auto column = columnAt(points + 1)) {
-                sheet_.Range(*column + row).setValue(totals.line);
+            if (columnAt(points + 1)) {
+                cellAt(points + 1).setValue(totals.line);
                 totals.acc[static_cast<std::size_t>(points + 1)] += totals.line;
             }
             totals.line = 0.0;
@@ -149,14 +156,13 @@ void RecordsSheet::writeTableHeading(const QString &nameHeading, int points)
     writePlace(points + 1, QStringLiteral("Total"), look);
 }
 
-void RecordsSheet::writeRecord(const PestRecord &record, const QString &row, Totals &totals) const
+void RecordsSheet::writeRecord(const PestRecord &record, Totals &totals) const
 {
-    const auto column = columnAt(record.point);
     totals.hasCounts = totals.hasCounts || record.counts;
-    if (!column) {
+    if (!columnAt(record.point)) {
         return;
     }
-    excel::Range cell = sheet_.Range(*column + row);
+    excel::Range cell = cellAt(record.point);
     if (record.counts && record.count) {
         cell.setValue(*record.count);
         totals.line += *record.count;

@@ -55,8 +55,9 @@ private:
     /// Does nothing beyond Z.
     void writePlace(int place, const QString &text, CellLook look) const;
     void writeTableHeading(const QString &nameHeading, int points);
-    /// `row` is the number of the line as text.
-    void writeRecord(const PestRecord &record, const QString &row, Totals &totals) const;
+    /// The cell of the line now written; `place` must not lie beyond Z.
+    excel::Range cellAt(int place) const;
+    void writeRecord(const PestRecord &record, Totals &totals) const;
     void writeTotals(int points, const Totals &totals);
 
     excel::Worksheet sheet_;

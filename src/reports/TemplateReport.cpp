@@ -2,7 +2,6 @@
 #include "reports/TemplateReport.h"
 
 #include "common/SessionContext.h"
-#include "platform/basic/Clock.h"
 #include "platform/basic/Formats.h"
 #include "platform/basic/TextFiles.h"
 #include "reports/modReporting.h"
@@ -40,11 +39,11 @@ excel::Application &TemplateReport::application()
 
 QString TemplateReport::save(const QString &prefix)
 {
-    const QDateTime now = basic::Clock::now();
-    const QString name = checkedFileName(prefix + basic::longDate(now.date()) + now.toString(QStringLiteral("  HH-mm-ss"))
-                                         + QStringLiteral(".xls"));
-    const QString path = reportsFolder(host_.session().AppPath, QStringLiteral("Pest Monitor Reports")) + u'/' + name;
-    application().ActiveWorkbook().SaveAs(path);
+    const auto nameAt = [&prefix](const QDateTime &now) {
+        return prefix + basic::longDate(now.date()) + now.toString(QStringLiteral("  HH-mm-ss")) + QStringLiteral(".xls");
+    };
+    const QString folder = reportsFolder(host_.session().AppPath, QStringLiteral("Pest Monitor Reports"));
+    const QString path = saveByMoment(application(), folder, nameAt);
     application().setVisible(true);
     return path;
 }

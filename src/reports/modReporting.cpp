@@ -10,6 +10,9 @@
 #include "shell/ScreenHost.h"
 
 #include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QThread>
 
 #include <array>
 
@@ -200,15 +203,33 @@ QString checkedFileName(const QString &name)
     return name;
 }
 
+QString saveByMoment(const excel::Application &application, const QString &folder,
+                     const std::function<QString(const QDateTime &now)> &nameAt, std::optional<int> fileFormat)
+{
+    // Longer than a second; a clock that stands still must not hold the program.
+    constexpr qint64 longestWait = 1200;
+    constexpr unsigned long step = 20;
+    const auto path = [&] { return folder + u'/' + checkedFileName(nameAt(basic::Clock::now())); };
+    QString told = path();
+    QElapsedTimer waited;
+    waited.start();
+    while (QFileInfo::exists(told) && waited.elapsed() < longestWait) {
+        QThread::msleep(step);
+        told = path();
+    }
+    application.ActiveWorkbook().SaveAs(told, fileFormat);
+    return told;
+}
+
 std::optional<QString> REPORT_SaveReport(ScreenHost &host, excel::Application &application, const QString &folder,
                                          const QString &name)
 {
     try {
-        const QString moment = basic::Clock::now().toString(QStringLiteral("yyyy_MM_dd HH_mm_ss"));
-        const QString file = checkedFileName(QStringLiteral("%1-%2.xlsx").arg(name, moment));
-        const QString path = reportsFolder(host.session().AppPath, folder) + u'/' + file;
-        application.ActiveWorkbook().SaveAs(path, excel::xlOpenXMLWorkbook);
-        return path;
+        checkedFileName(name);
+        const auto nameAt = [&name](const QDateTime &now) {
+            return QStringLiteral("%1-%2.xlsx").arg(name, now.toString(QStringLiteral("yyyy_MM_dd HH_mm_ss")));
+        };
+        return saveByMoment(application, reportsFolder(host.session().AppPath, folder), nameAt, excel::xlOpenXMLWorkbook);
     } catch (const basic::RunTimeError &error) {
         host.dialogs().message(QStringLiteral("Error in REPORT_SaveReport ") + error.description());
         return {};

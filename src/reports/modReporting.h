@@ -3,9 +3,11 @@
 
 #include "platform/excel/Application.h"
 
+#include <QDateTime>
 #include <QString>
 #include <QVariant>
 
+#include <functional>
 #include <optional>
 
 class ScreenHost;
@@ -79,6 +81,12 @@ void REPORT_HideExcel(excel::Application &application, bool hide);
 /// the path back. An error, such as a name that no file may bear, is shown in a box; the workbook stays open.
 std::optional<QString> REPORT_SaveReport(ScreenHost &host, excel::Application &application, const QString &folder,
                                          const QString &name);
+
+/// Saves the active workbook in `folder`, an absolute path, under the name that `nameAt` makes of the present second, and gives
+/// the path back. Where a report of the same second bears that name already it waits for the next one, so that neither is lost.
+/// Error 1004 as of SaveAs and checkedFileName.
+QString saveByMoment(const excel::Application &application, const QString &folder,
+                     const std::function<QString(const QDateTime &now)> &nameAt, std::optional<int> fileFormat = std::nullopt);
 
 /// A line for every match of the pattern, case ignored, or "Failed".
 void RegExp_Test(QString &result, const QString &pattern, const QString &text);

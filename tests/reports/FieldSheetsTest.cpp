@@ -292,6 +292,8 @@ void FieldSheetsTest::lastBlockWithASlashIsToldAndNotHandedOver()
     QVERIFY(print({QStringLiteral("A"), QStringLiteral("A/B")}).isEmpty());
     QVERIFY(host_->dialogs().takeLastText().startsWith(QLatin1String("Error in REPORT_SaveReport ")));
     QVERIFY(host_->status.isEmpty());
+    // Still to be read when the box is gone.
+    QVERIFY2(host_->failure.contains(QLatin1String("A/B")), qPrintable(host_->failure));
 }
 
 void FieldSheetsTest::withoutBlocksOrInstructionNothingHappens()

@@ -30,6 +30,7 @@ private Q_SLOTS:
     void saved();
     void refusedNameIsTold_data();
     void refusedNameIsTold();
+    void twoInOneSecondAreBothKept();
     void hiddenUntilShown();
 
 private:
@@ -217,6 +218,17 @@ void modReportingTest::refusedNameIsTold()
     QVERIFY2(told.startsWith(QLatin1String("Error in REPORT_SaveReport ")) && told.contains(name), qPrintable(told));
     QVERIFY(QDir(farm.appPath() + QStringLiteral("/Reports/Pest Monitor")).isEmpty());
     QCOMPARE(application_.Workbooks().Count(), 1);
+}
+
+void modReportingTest::twoInOneSecondAreBothKept()
+{
+    basic::Clock::stopAt({});
+    TemporaryFarm farm;
+    ScreenHostDouble host(farm.session);
+    const auto first = REPORT_SaveReport(host, application_, QString(), QStringLiteral("Count"));
+    const auto second = REPORT_SaveReport(host, application_, QString(), QStringLiteral("Count"));
+    QVERIFY(first && second && *first != *second);
+    QCOMPARE(QDir(farm.appPath() + QStringLiteral("/Reports")).entryList(QDir::Files).size(), 2);
 }
 
 void modReportingTest::hiddenUntilShown()

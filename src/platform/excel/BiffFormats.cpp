@@ -277,20 +277,21 @@ std::uint16_t FormatWriter::fontOf(const Style &style, const Style &base, std::s
         return static_cast<std::uint16_t>(baseFont);
     }
     const std::size_t place = std::min(fontPlace(baseFont), records_.fonts.size() - 1);
-    Bytes font(records_.fonts[place].first(14));
-    setU16(font.bytes(), 0, static_cast<std::uint16_t>(style[Trait::FontSize]));
+    QByteArray head = records_.fonts[place].first(14);
+    setU16(head, 0, static_cast<std::uint16_t>(style[Trait::FontSize]));
     if (style[Trait::Bold] != base[Trait::Bold]) {
-        setU16(font.bytes(), 6, style[Trait::Bold] != 0 ? boldWeight : plainWeight);
+        setU16(head, 6, style[Trait::Bold] != 0 ? boldWeight : plainWeight);
     }
-    font.bytes()[10] = static_cast<char>(style[Trait::Underline]);
+    head[10] = static_cast<char>(style[Trait::Underline]);
     // Older readers take bold and underline from the options.
-    setBits(font.bytes(), 2, 0, 1, static_cast<unsigned>(style[Trait::Bold]));
-    setBits(font.bytes(), 2, 2, 1, style[Trait::Underline] != 0 ? 1 : 0);
+    setBits(head, 2, 0, 1, static_cast<unsigned>(style[Trait::Bold]));
+    setBits(head, 2, 2, 1, style[Trait::Underline] != 0 ? 1 : 0);
     if (style[Trait::FontName] != base[Trait::FontName]) {
         // Family and character set belong to the name.
-        font.bytes()[11] = 0;
-        font.bytes()[12] = book_.styles.fontNames.at(style[Trait::FontName]) == u"Wingdings" ? 2 : 0;
+        head[11] = 0;
+        head[12] = book_.styles.fontNames.at(style[Trait::FontName]) == u"Wingdings" ? 2 : 0;
     }
+    Bytes font(head);
     putShortText(font, book_.styles.fontNames.at(style[Trait::FontName]));
     const auto [entry, isNew] = fontPlaces_.try_emplace(font.bytes(), fontNumber(records_.fonts.size()));
     if (isNew) {

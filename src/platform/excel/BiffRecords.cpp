@@ -50,7 +50,7 @@ public:
                 next();
             }
             const qsizetype length = std::min(bytes.size(), room() / unit * unit);
-            stream_.raw(bytes.first(length).toByteArray());
+            stream_.raw(bytes.first(length));
             bytes = bytes.sliced(length);
         }
     }
@@ -62,7 +62,7 @@ private:
         stream_.head(id, 0);
         start_ = stream_.size();
     }
-    void finish() { setU16(stream_.bytes(), start_ - 2, static_cast<std::uint16_t>(stream_.size() - start_)); }
+    void finish() { stream_.patch(start_ - 2, static_cast<std::uint16_t>(stream_.size() - start_)); }
 
     Bytes &stream_;
     qsizetype start_ = 0;

@@ -5,7 +5,9 @@
 
 #include <QtEndian>
 
+#include <algorithm>
 #include <bit>
+#include <cstring>
 
 /// The records of a .xls stream. All numbers are little-endian.
 namespace excel::biff
@@ -77,39 +79,51 @@ inline constexpr std::uint16_t kindOfWorksheet = 0x10;
 inline constexpr std::int32_t firstPaletteColour = 8;
 inline constexpr std::uint32_t automaticColour = 64;
 
-/// Puts numbers into a body or a stream.
+/// Puts numbers into a body or a stream. Its own buffer, since a stream takes millions of numbers of a few bytes each.
 class Bytes
 {
 public:
     Bytes() = default;
-    explicit Bytes(QByteArray start) : bytes_(std::move(start)) {}
+    explicit Bytes(const QByteArray &start) { raw(start); }
 
     template <typename Number> Bytes &put(Number value)
     {
         const Number stored = qToLittleEndian(value);
-        bytes_.append(reinterpret_cast<const char *>(&stored), sizeof stored);
+        std::memcpy(room(sizeof stored), &stored, sizeof stored);
         return *this;
     }
     Bytes &u8(std::size_t value) { return put(static_cast<std::uint8_t>(value)); }
     Bytes &u16(std::size_t value) { return put(static_cast<std::uint16_t>(value)); }
     Bytes &u32(std::size_t value) { return put(static_cast<std::uint32_t>(value)); }
     Bytes &real(double value) { return put(std::bit_cast<std::uint64_t>(value)); }
-    Bytes &raw(const QByteArray &more)
+    Bytes &raw(QByteArrayView more)
     {
-        bytes_.append(more);
+        std::copy(more.begin(), more.end(), room(static_cast<std::size_t>(more.size())));
         return *this;
     }
     /// Puts the head of a record whose body follows.
     Bytes &head(std::uint16_t id, std::size_t length) { return u16(id).u16(length); }
     Bytes &record(std::uint16_t id, const QByteArray &body) { return head(id, static_cast<std::size_t>(body.size())).raw(body); }
+    /// Writes over a number that was put before.
+    template <typename Number> void patch(qsizetype at, Number value) { qToLittleEndian(value, buffer_.data() + at); }
 
-    qsizetype size() const { return bytes_.size(); }
-    void reserve(qsizetype size) { bytes_.reserve(size); }
-    const QByteArray &bytes() const { return bytes_; }
-    QByteArray &bytes() { return bytes_; }
+    qsizetype size() const { return static_cast<qsizetype>(used_); }
+    /// A copy of what was put.
+    QByteArray bytes() const { return {buffer_.data(), size()}; }
 
 private:
-    QByteArray bytes_;
+    /// Where so many more bytes go.
+    char *room(std::size_t length)
+    {
+        if (buffer_.size() - used_ < length) {
+            buffer_.resize(2 * buffer_.size() + length);
+        }
+        used_ += length;
+        return buffer_.data() + used_ - length;
+    }
+
+    std::vector<char> buffer_;
+    std::size_t used_ = 0;
 };
 
 /// Takes numbers out of a body; ExcelError when the body ends too early.

@@ -239,6 +239,10 @@ private:
                 cell = putBlanks(rowNumber, cell, row.cells.end());
                 continue;
             }
+            if (shortNumber(*cell)) {
+                cell = putShortNumbers(rowNumber, cell, row.cells.end());
+                continue;
+            }
             const std::uint16_t format = formats_.format(cell->style);
             if (cell->content == Content::Number) {
                 stream_.head(number, 14).u16(rowNumber).u16(cell->column).u16(format).real(cell->number);
@@ -271,6 +275,38 @@ private:
         return behind;
     }
 
+    /// The form of a whole number in 4 bytes; nothing for a cell without one, and for a negative zero, which has no such form.
+    static std::optional<std::uint32_t> shortNumber(const Cell &cell)
+    {
+        constexpr double mostOfShort = (1 << 29) - 1;
+        constexpr std::uint32_t isWhole = 2;
+        if (cell.content != Content::Number || !(std::abs(cell.number) <= mostOfShort)) {
+            return std::nullopt;
+        }
+        const auto whole = static_cast<std::int32_t>(cell.number);
+        if (std::bit_cast<std::uint64_t>(static_cast<double>(whole)) != std::bit_cast<std::uint64_t>(cell.number)) {
+            return std::nullopt;
+        }
+        return (static_cast<std::uint32_t>(whole) << 2) | isWhole;
+    }
+
+    CellPlace putShortNumbers(std::size_t rowNumber, CellPlace cell, CellPlace end)
+    {
+        CellPlace behind = cell + 1;
+        while (behind != end && behind->column == (behind - 1)->column + 1 && shortNumber(*behind)) {
+            ++behind;
+        }
+        const auto count = static_cast<std::size_t>(behind - cell);
+        stream_.head(count == 1 ? rk : multipleRk, (count == 1 ? 4 : 6) + 6 * count).u16(rowNumber).u16(cell->column);
+        for (; cell != behind; ++cell) {
+            stream_.u16(formats_.format(cell->style)).u32(*shortNumber(*cell));
+        }
+        if (count > 1) {
+            stream_.u16((behind - 1)->column);
+        }
+        return behind;
+    }
+
     void putKept(const std::vector<Record> &records, std::uint16_t format)
     {
         bool isFirst = true;
@@ -298,6 +334,9 @@ private:
 
     void findLeftShared()
     {
+        if (sheet_.keptCells.empty()) {
+            return;
+        }
         std::vector<bool> shown(sheet_.keptCells.size(), false);
         for (const model::Row &row : sheet_.rows) {
             for (const Cell &cell : row.cells) {

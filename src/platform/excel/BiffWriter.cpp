@@ -67,7 +67,7 @@ public:
         for (std::size_t number = 0; number < book_.sheets.size(); ++number) {
             // The list of sheets tells where each begins.
             const auto start = static_cast<std::uint32_t>(stream_.size());
-            qToLittleEndian(start, stream_.bytes().data() + startPlaces_[number]);
+            stream_.patch(startPlaces_[number], start);
             putSheet(stream_, *book_.sheets[number], number == book_.activeSheet, formats_, texts_);
         }
         // A shorter stream would lie in the container's place for small ones, where some programs do not look.

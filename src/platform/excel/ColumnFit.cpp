@@ -33,16 +33,41 @@ int digitOf(const model::Book &book)
     return metricsOf(book, book.styles.at(0)).digitWidth();
 }
 
-/// Pixels of one text, its rotation worked in.
-double textWidth(const FontMetrics &metrics, const Style &style, const QString &text)
+/// How a style's texts are measured.
+struct Measure {
+    Measure(const model::Book &book, const Style &style)
+        : metrics(metricsOf(book, style)), digit(metrics.width(u"0")), isPlain(style[Trait::Rotation] == 0),
+          isGeneral(book.styles.numberFormats.at(style[Trait::NumberFormat]) == u"General")
+    {
+    }
+    FontMetrics metrics;
+    /// Pixels; all digits of a font are equally wide.
+    double digit;
+    bool isPlain;
+    bool isGeneral;
+};
+
+/// Pixels of the widest line.
+double lineWidth(const FontMetrics &metrics, QStringView text)
 {
     double widest = 0;
-    for (const QStringView line : QStringView(text).split(u'\n')) {
-        widest = std::max(widest, metrics.width(line));
+    for (qsizetype end = text.indexOf(u'\n'); end >= 0; end = text.indexOf(u'\n')) {
+        widest = std::max(widest, metrics.width(text.first(end)));
+        text = text.sliced(end + 1);
+    }
+    return std::max(widest, metrics.width(text));
+}
+
+/// Pixels of one text, its rotation worked in.
+double textWidth(const Measure &measure, const Style &style, QStringView text)
+{
+    const double widest = lineWidth(measure.metrics, text);
+    if (measure.isPlain) {
+        return widest;
     }
     const double turn = std::abs(style[Trait::Rotation]) * std::acos(-1.0) / 180;
     const double lineHeight = style[Trait::FontSize] / 20.0 * 96 / 72 * 1.2;
-    return style[Trait::Rotation] == 0 ? widest : std::abs(widest * std::cos(turn)) + lineHeight * std::sin(turn);
+    return std::abs(widest * std::cos(turn)) + lineHeight * std::sin(turn);
 }
 
 class ColumnFitter
@@ -77,25 +102,46 @@ private:
             return;
         }
         const Style &style = book_.styles.at(cell.style);
-        if (style[Trait::Wrap] != 0 || sheet_.mergeAt(row, cell.column)) {
+        if (style[Trait::Wrap] != 0
+            || (!sheet_.rows[static_cast<std::size_t>(row)].merges.empty() && sheet_.mergeAt(row, cell.column))) {
             return;
         }
-        if (cell.style >= metrics_.size()) {
-            metrics_.resize(book_.styles.size());
-        }
-        std::optional<FontMetrics> &metrics = metrics_[cell.style];
-        if (!metrics) {
-            metrics = metricsOf(book_, style);
-        }
+        const Measure &measure = measureOf(cell.style, style);
         double &widest = widest_[static_cast<std::size_t>(cell.column - first)];
-        const bool isText = cell.content == Content::Text;
-        widest = std::max(widest, textWidth(*metrics, style, isText ? book_.texts.at(cell.place).text : shownText(book_, cell)));
+        if (cell.content == Content::Text) {
+            widest = std::max(widest, textWidth(measure, style, book_.texts.at(cell.place).text));
+        } else if (!measure.isGeneral || !isShownShorter(measure, cell.number, widest)) {
+            widest = std::max(widest, textWidth(measure, style, shownText(book_, cell)));
+        }
+    }
+
+    const Measure &measureOf(std::uint32_t place, const Style &style)
+    {
+        if (place >= measures_.size()) {
+            measures_.resize(book_.styles.size());
+        }
+        std::optional<Measure> &measure = measures_[place];
+        if (!measure) {
+            measure.emplace(book_, style);
+        }
+        return *measure;
+    }
+
+    /// Whether a whole number of few digits is sure to be no wider than what was met before, without making its text: most of
+    /// a report are such.
+    static bool isShownShorter(const Measure &measure, double number, double widest)
+    {
+        if (!measure.isPlain || !(number >= 0 && number < 1000) || number != std::trunc(number)) {
+            return false;
+        }
+        const int digits = number < 10 ? 1 : number < 100 ? 2 : 3;
+        return digits * measure.digit <= widest;
     }
 
     model::Sheet &sheet_;
     model::Book &book_;
     std::vector<double> widest_;
-    std::vector<std::optional<FontMetrics>> metrics_;
+    std::vector<std::optional<Measure>> measures_;
 };
 } // namespace
 

@@ -4,6 +4,7 @@
 #include "platform/excel/ExcelError.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace excel::model
 {
@@ -48,27 +49,47 @@ const Row *Sheet::rowIfAny(int number) const
     return number >= 0 && place < rows.size() ? &rows[place] : nullptr;
 }
 
+std::size_t Sheet::placeInRow(const std::vector<Cell> &cells, int column)
+{
+    // Sheets are written from left to right: most cells are looked for where they are the last, or behind it.
+    if (cells.empty() || cells.back().column < column) {
+        return cells.size();
+    }
+    return static_cast<std::size_t>(std::lower_bound(cells.begin(), cells.end(), column, standsBefore) - cells.begin());
+}
+
 const Cell *Sheet::cellIfAny(int rowNumber, int column) const
 {
     const Row *found = rowIfAny(rowNumber);
     if (!found) {
         return nullptr;
     }
-    const auto at = std::lower_bound(found->cells.begin(), found->cells.end(), column, standsBefore);
-    return at != found->cells.end() && at->column == column ? &*at : nullptr;
+    const std::size_t at = placeInRow(found->cells, column);
+    return at < found->cells.size() && found->cells[at].column == column ? &found->cells[at] : nullptr;
+}
+
+Cell *Sheet::cellIfAny(int rowNumber, int column)
+{
+    return const_cast<Cell *>(std::as_const(*this).cellIfAny(rowNumber, column));
+}
+
+void Sheet::insertCell(int rowNumber, int column, std::size_t place)
+{
+    Cell added;
+    added.style = styleAt(rowNumber, column);
+    added.column = static_cast<std::uint16_t>(column);
+    std::vector<Cell> &cells = row(rowNumber).cells;
+    cells.insert(cells.begin() + static_cast<std::ptrdiff_t>(place), added);
 }
 
 Cell &Sheet::cell(int rowNumber, int column)
 {
-    Row &found = row(rowNumber);
-    auto at = std::lower_bound(found.cells.begin(), found.cells.end(), column, standsBefore);
-    if (at == found.cells.end() || at->column != column) {
-        Cell added;
-        added.style = styleAt(rowNumber, column);
-        added.column = static_cast<std::uint16_t>(column);
-        at = found.cells.insert(at, added);
+    std::vector<Cell> &cells = row(rowNumber).cells;
+    const std::size_t at = placeInRow(cells, column);
+    if (at == cells.size() || cells[at].column != column) {
+        insertCell(rowNumber, column, at);
     }
-    return *at;
+    return cells[at];
 }
 
 std::uint32_t Sheet::styleAt(int rowNumber, int column) const

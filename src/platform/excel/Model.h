@@ -139,8 +139,12 @@ struct Sheet {
     Row &row(int number);
     const Row *rowIfAny(int number) const;
     const Cell *cellIfAny(int row, int column) const;
+    Cell *cellIfAny(int row, int column);
     /// The cell, made when it was absent; its style is then that of its row or column.
     Cell &cell(int row, int column);
+    /// Calls `action` with each cell of the area, its row's number and its own; a cell that was absent is made. Cells must not be
+    /// made or taken away by it.
+    template <typename Action> void forEachCell(const Area &area, Action action);
     std::uint32_t styleAt(int row, int column) const;
     /// Merged area that holds the cell.
     std::optional<Area> mergeAt(int row, int column) const;
@@ -149,7 +153,27 @@ struct Sheet {
     /// Rows and columns that have cells: the smallest area from A1; nothing without cells.
     std::optional<Area> used() const;
     std::vector<Area> merges() const;
+
+private:
+    /// Where a column's cell stands among the cells of a row, or would stand.
+    static std::size_t placeInRow(const std::vector<Cell> &cells, int column);
+    void insertCell(int row, int column, std::size_t place);
 };
+
+template <typename Action> void Sheet::forEachCell(const Area &area, Action action)
+{
+    for (int number = area.top; number <= area.bottom; ++number) {
+        std::vector<Cell> &cells = row(number).cells;
+        cells.reserve(static_cast<std::size_t>(area.columns()));
+        std::size_t at = placeInRow(cells, area.left);
+        for (int column = area.left; column <= area.right; ++column, ++at) {
+            if (at == cells.size() || cells[at].column != column) {
+                insertCell(number, column, at);
+            }
+            action(cells[at], number, column);
+        }
+    }
+}
 
 /// What a .xls that was read holds beyond the model; a new workbook has none.
 struct KeptBook {

@@ -71,17 +71,30 @@ template <typename Action> void forEachCell(Sheet &sheet, const Area &area, Acti
     if (qint64{area.rows()} * area.columns() > mostCells) {
         throw ExcelError(QStringLiteral("A range of %1 rows and %2 columns is too large.").arg(area.rows()).arg(area.columns()));
     }
-    for (int row = area.top; row <= area.bottom; ++row) {
-        for (int column = area.left; column <= area.right; ++column) {
-            action(sheet.cell(row, column), row, column);
-        }
+    sheet.forEachCell(area, action);
+}
+
+/// Whether a cell is one that a merge has joined to another.
+bool isJoinedToOther(const Sheet &sheet, int row, int column)
+{
+    if (sheet.rows[static_cast<std::size_t>(row)].merges.empty()) {
+        return false;
     }
+    const std::optional<Area> merged = sheet.mergeAt(row, column);
+    return merged && (merged->top != row || merged->left != column);
 }
 
 template <typename Change> void changeStyles(Sheet &sheet, const Area &area, Change change, std::int32_t value)
 {
     StyleTable &styles = sheet.book->styles;
-    forEachCell(sheet, area, [&](Cell &cell, int, int) { cell.style = styles.changed(cell.style, change, value); });
+    // Cells beside each other mostly look alike, so the change found last is the next one too.
+    std::optional<std::pair<std::uint32_t, std::uint32_t>> last;
+    forEachCell(sheet, area, [&](Cell &cell, int, int) {
+        if (!last || last->first != cell.style) {
+            last = {cell.style, styles.changed(cell.style, change, value)};
+        }
+        cell.style = last->second;
+    });
 }
 
 void putNumber(Cell &cell, double number)
@@ -116,8 +129,7 @@ void Range::setValue(const QString &value)
     const std::optional<double> number = plainNumber(value);
     std::optional<std::uint32_t> place;
     forEachCell(target, area_, [&](Cell &cell, int row, int column) {
-        const std::optional<Area> merged = target.mergeAt(row, column);
-        if (merged && (merged->top != row || merged->left != column)) {
+        if (isJoinedToOther(target, row, column)) {
             return;
         }
         if (value.isEmpty()) {
@@ -139,8 +151,7 @@ void Range::setValue(double value)
         refuse("Value", QString::number(value));
     }
     forEachCell(target, area_, [&](Cell &cell, int row, int column) {
-        const std::optional<Area> merged = target.mergeAt(row, column);
-        if (!merged || (merged->top == row && merged->left == column)) {
+        if (!isJoinedToOther(target, row, column)) {
             putNumber(cell, value);
         }
     });
@@ -273,10 +284,10 @@ void followEdges(Sheet &sheet, const Area &area)
 {
     StyleTable &styles = sheet.book->styles;
     const auto follow = [&](int row, int column, Trait edge, int insideRow, int insideColumn, Trait inside) {
-        const Cell *beside = sheet.cellIfAny(row, column);
+        Cell *beside = sheet.cellIfAny(row, column);
         if (beside && styles.at(beside->style)[edge] != model::noLine) {
             const std::int32_t line = styles.at(sheet.styleAt(insideRow, insideColumn))[inside];
-            sheet.cell(row, column).style = styles.changed(beside->style, edge, line);
+            beside->style = styles.changed(beside->style, edge, line);
         }
     };
     for (int row = area.top; row <= area.bottom; ++row) {

@@ -332,6 +332,19 @@ Range Worksheet::Range(const QString &cell) const
     return {book_, sheet_, area};
 }
 
+Range Worksheet::Cells(int row, int column) const
+{
+    const Area area{row - 1, column - 1, row - 1, column - 1};
+    if (row < 1 || column < 1) {
+        throw ExcelError(QStringLiteral("There is no cell in row %1 and column %2.").arg(row).arg(column));
+    }
+    const Sheet &target = sheet();
+    if (!target.hasCells || row > target.book->rowLimit || column > target.book->columnLimit) {
+        checkInside(target, area, columnLetters(area.left) + QString::number(row));
+    }
+    return {book_, sheet_, area};
+}
+
 Columns Worksheet::Columns(const QString &columns) const
 {
     const Area area = parseColumns(columns);

@@ -3,6 +3,7 @@
 """Tells what a workbook holds, line by line, in one form for both formats: xlrd reads .xls, openpyxl reads .xlsx.
 
 Usage: ReadWorkbook.py FILE           cells, looks, sizes, page set-up that the reader knows
+       ReadWorkbook.py --page FILE     whole page set-up of each sheet of a .xlsx
        ReadWorkbook.py --records FILE  records of a .xls by number and digest, those that a save may not change
 """
 import hashlib
@@ -100,6 +101,18 @@ def read_xlsx(path):
             yield f"head [{part.left.text}] [{part.center.text}] [{part.right.text}]"
 
 
+def read_page(path):
+    for sheet in openpyxl.load_workbook(path).worksheets:
+        page, margins = sheet.page_setup, sheet.page_margins
+        yield f"sheet {sheet.title}"
+        yield f"paper {page.paperSize} {page.orientation}"
+        yield "margins " + " ".join(f"{margin:.2f}" for margin in (margins.left, margins.right, margins.top, margins.bottom))
+        yield f"fit {page.fitToWidth} {page.fitToHeight}" if sheet.sheet_properties.pageSetUpPr.fitToPage else f"scale {page.scale}"
+        yield f"titles {sheet.print_title_cols} {sheet.print_title_rows}"
+        for part in (sheet.oddHeader, sheet.oddFooter):
+            yield f"head [{part.left.text}] [{part.center.text}] [{part.right.text}]"
+
+
 # What must come back byte for byte: drawings, objects, notes, validations, formulas, fonts, formats and settings.
 KEPT = {0x00EB, 0x00EC, 0x005D, 0x001C, 0x01B6, 0x01B2, 0x01BE, 0x0006, 0x0017, 0x01AE, 0x0018, 0x0031, 0x00E0, 0x041E, 0x00A1,
         0x0014, 0x0015, 0x0055, 0x0225, 0x0081, 0x0208, 0x0293, 0x0092, 0x0022, 0x0042}
@@ -122,7 +135,8 @@ def read_records(path):
 def main():
     sys.stdout.reconfigure(encoding="utf-8")
     path = sys.argv[-1]
-    read = read_records if "--records" in sys.argv else read_xls if path.endswith(".xls") else read_xlsx
+    asked = {"--records": read_records, "--page": read_page}.get(sys.argv[1])
+    read = asked or (read_xls if path.endswith(".xls") else read_xlsx)
     for line in read(path):
         print(line)
 

@@ -83,6 +83,7 @@ private Q_SLOTS:
     void values();
     void longTexts_data();
     void longTexts();
+    void numbersOfAllForms();
     void manyFormatsAreTold();
     void limitsOfXlsAreTold();
     void columnFit();
@@ -211,6 +212,36 @@ void WorkbookTest::longTexts()
     QCOMPARE(told.size(), texts.size() + 1);
     for (qsizetype row = 0; row < texts.size(); ++row) {
         QVERIFY(told[row + 1].contains(u'[' + texts[row] + u']'));
+    }
+}
+
+/// Whole numbers have a short form in .xls and stand together; others, and those too large for it, break the run.
+void WorkbookTest::numbersOfAllForms()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("numbers.xls");
+    const std::vector<double> numbers{0, 1, -1, 7.25, 536870911, 536870912, -536870911, -536870912, 3e15, 1.0 / 3, -0.0, 42};
+    Application application;
+    Workbook book = application.Workbooks().Add();
+    const Worksheet sheet = book.Worksheets(1);
+    for (std::size_t at = 0; at < numbers.size(); ++at) {
+        sheet.Cells(1, static_cast<int>(at + 1)).setValue(numbers[at]);
+    }
+    // Alone behind a gap.
+    sheet.Range("Z1").setValue(9.0);
+    book.SaveAs(path);
+    const Worksheet read = Application().Workbooks().Open(path).Worksheets(1);
+    const QStringList told = toldByReader({path}).filter(" number ");
+    QCOMPARE(static_cast<std::size_t>(told.size()), numbers.size() + 1);
+    for (std::size_t at = 0; at < numbers.size(); ++at) {
+        const QString shown = told[static_cast<qsizetype>(at)].section(u'[', 1).section(u']', 0, 0);
+        QCOMPARE(shown.toDouble(), QString::number(numbers[at], 'g', 15).toDouble());
+        QCOMPARE(read.Cells(1, static_cast<int>(at + 1)).value().toDouble(), numbers[at]);
+    }
+    QVERIFY(told.last().startsWith("Z1 number [9]"));
+    for (const auto &[row, column] : {std::pair(0, 1), std::pair(1, 0), std::pair(1, 16385)}) {
+        const auto outside = [&, place = std::pair(row, column)] { sheet.Cells(place.first, place.second); };
+        QCOMPARE(errorOf(outside).first, 1004);
     }
 }
 

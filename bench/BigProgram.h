@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "BigFarm.h"
+#include "platform/controls/Dialogs.h"
+#include "shell/MDI_Monitoring.h"
+
+#include <memory>
+
+/// The program started on the big farm.
+struct BigProgram {
+    BigProgram();
+    template <typename Control> Control &find(const char *name) { return *window->findChild<Control *>(QLatin1String(name)); }
+
+    BigFarm farm;
+    controls::QueuedDialogs dialogs;
+    std::unique_ptr<MDI_Monitoring> window;
+};
+
+/// Made on first use.
+BigProgram &program();
+/// To be called while the application still stands; the farm is taken away with it.
+void closeProgram();

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Measure.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+
+#include <algorithm>
+
+#include <malloc.h>
+
+double seconds(const std::function<void()> &body)
+{
+    QElapsedTimer timer;
+    timer.start();
+    body();
+    return static_cast<double>(timer.nsecsElapsed()) * 1e-9;
+}
+
+double median(std::vector<double> values)
+{
+    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
+    return values[values.size() / 2];
+}
+
+void compare(benchmark::State &state, const std::function<void()> &ours, const std::function<void()> &floor)
+{
+    compareTold(state, ours, [&floor] { return seconds(floor); });
+}
+
+void compareTold(benchmark::State &state, const std::function<void()> &ours, const std::function<double()> &floorSeconds)
+{
+    std::vector<double> oursTimes;
+    std::vector<double> floorTimes;
+    for (auto _ : state) {
+        oursTimes.push_back(seconds(ours));
+        floorTimes.push_back(floorSeconds());
+        state.SetIterationTime(oursTimes.back());
+    }
+    state.counters["floor_ms"] = median(floorTimes) * 1e3;
+    state.counters["ours_ms"] = median(oursTimes) * 1e3;
+    state.counters["ratio"] = median(oursTimes) / median(floorTimes);
+}
+
+double peakMegabytes()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly)) {
+        qFatal("the process cannot tell its memory");
+    }
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith("VmHWM:")) {
+            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024;
+        }
+    }
+    qFatal("the process does not tell its memory");
+}
+
+void forgetPeak()
+{
+    // What earlier rows gave back goes back to the system first, so that it does not count here.
+    malloc_trim(0);
+    QFile clear(QStringLiteral("/proc/self/clear_refs"));
+    if (!clear.open(QIODevice::WriteOnly) || clear.write("5") != 1) {
+        qFatal("the peak of memory cannot be reset");
+    }
+}
