@@ -1,16 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "BigProgram.h"
 
-#include "pestmon/frmPestMon2.h"
-#include "shell/ChildScreen.h"
+#include "menu/MenuEntries.h"
 
 BigProgram::BigProgram()
 {
-    const MenuEntry entry{
-        QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, [](ScreenHost &host, QWidget *parent) {
-            return new frmPestMon2(host, parent);
-        }};
-    window = std::make_unique<MDI_Monitoring>(dialogs, std::vector<MenuEntry>{entry});
+    window = std::make_unique<MDI_Monitoring>(dialogs, menuEntries());
     window->load(farm.folder());
     window->resize(1366, 768);
     window->show();
