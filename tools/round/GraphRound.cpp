@@ -106,7 +106,7 @@ void GraphRound::drawEachKind()
     report_.picture(window_, QStringLiteral("graph"));
     for (int kind = 0; kind < kinds.ListCount(); ++kind) {
         kinds.setListIndex(kind);
-        report_.picture(window_, QStringLiteral("graph-%1").arg(kinds.Text()));
+        report_.picture(hands_.find<QWidget>("fmeGraph"), QStringLiteral("graph-%1").arg(kinds.Text()));
     }
     kinds.setListIndex(3);
     hands_.click("chk_0");
