@@ -17,6 +17,7 @@ FLOORS = [
     ["shell"],
     ["reports"],
     ["pestmon", "analysis", "graphs"],
+    ["menu"],
 ]
 # Rooms that a widget must not reach, since the tools link them.
 WITHOUT_WIDGETS = {"platform/basic", "platform/dao", "platform/excel", "common", "store"}
