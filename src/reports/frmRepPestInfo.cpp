@@ -3,6 +3,7 @@
 
 #include "common/HandOffFiles.h"
 #include "common/PestTypes.h"
+#include "common/grid/modMousewheel.h"
 #include "platform/basic/Clock.h"
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
@@ -74,6 +75,7 @@ frmRepPestInfo::frmRepPestInfo(ScreenHost &host, QWidget *parent)
         grid->setStretchColumns({NameColumn});
         grid->setKeyClicks(controls::FlexGrid::KeyClick::SpaceAndF2);
     }
+    serveFocusedGrid(*this, {ui_->grdBlockIn, ui_->grdPestIn});
     connectButtons();
     load();
 }
