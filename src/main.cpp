@@ -4,6 +4,7 @@
 #include "platform/controls/Look.h"
 #include "shell/FarmApplication.h"
 #include "shell/MDI_Monitoring.h"
+#include "shell/ProgramFolder.h"
 
 namespace
 {
@@ -14,8 +15,15 @@ int run(FarmApplication &application)
 {
     controls::MessageBoxes boxes;
     try {
+        const ProgramPlaces places = ProgramPlaces::ofThisProgram();
+        const QString folder = programFolder(places);
+        makeProgramFolder(folder, places.templates);
+        if (!holdsDatabases(folder)) {
+            boxes.message(firstFarmText(folder), {}, controls::BoxIcon::Information);
+            return Failed;
+        }
         MDI_Monitoring window(boxes, menuEntries());
-        if (window.load(QCoreApplication::applicationDirPath()) != MDI_Monitoring::Load::Done) {
+        if (window.load(folder) != MDI_Monitoring::Load::Done) {
             return Failed;
         }
         boxes.setParent(&window);

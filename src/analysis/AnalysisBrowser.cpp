@@ -4,6 +4,7 @@
 #include "analysis/LeaveFilter.h"
 #include "analysis/ModFertPM.h"
 #include "platform/basic/Numbers.h"
+#include "platform/controls/BusyPointer.h"
 #include "shell/ListFillers.h"
 #include "shell/Period.h"
 #include "shell/ScreenHost.h"
@@ -30,12 +31,34 @@ std::vector<LeaveRowKeys> rowKeys(const FlexGrid &grid)
     return rows;
 }
 
+/// Yellow is the row chosen now, pale yellow one that was chosen before.
+QString describe(const FlexGrid &grid, int row, int col)
+{
+    const QString block = grid.TextMatrix(row, BlockCol);
+    if (block.isEmpty()) {
+        return {};
+    }
+    QStringList parts{block, grid.TextMatrix(row, DateCol)};
+    if (col != BlockCol && col != DateCol) {
+        parts += {grid.TextMatrix(0, col), grid.TextMatrix(row, col)};
+    }
+    const auto colour = grid.CellBackColor(row, col);
+    if (colour == controls::mark::Yellow) {
+        parts += QStringLiteral("chosen");
+    } else if (colour == controls::mark::PaleYellow) {
+        parts += QStringLiteral("seen before");
+    }
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
+}
+
 } // namespace
 
 AnalysisBrowser::AnalysisBrowser(ScreenHost &host, Ui::frmMonLeave &ui) : host_(host), session_(host.session()), ui_(ui)
 {
     ui_.grdLeave->setKeyClicks(FlexGrid::KeyClick::None);
     ui_.grdLeave->setTicks(false);
+    ui_.grdLeave->setCellDescriber([&grid = *ui_.grdLeave](int row, int col) { return describe(grid, row, col); });
     // Spare width goes to the values too: theirs is narrow for three digits and two decimals.
     QList<int> wider{BlockCol, CultivarCol};
     for (int col = FirstValueCol; col <= LastValueCol; ++col) {
@@ -57,6 +80,7 @@ std::array<AnalysisBrowser::Filter, 4> AnalysisBrowser::filters() const
 
 void AnalysisBrowser::load()
 {
+    const controls::BusyPointer busy;
     readPeriodStart(host_);
     showPeriod(host_, *ui_.dtpDateFrom, *ui_.dtpDateTo);
     session_.FilterCrGrID = 0;
@@ -72,12 +96,14 @@ void AnalysisBrowser::load()
 
 void AnalysisBrowser::fill()
 {
+    const controls::BusyPointer busy;
     Fill_LeaveGrid(*ui_.grdLeave, kind_, ui_.dtpDateFrom->Value(), ui_.dtpDateTo->Value(), host_.objPestMON());
     ui_.grdLeave->setSelectedRow(-1);
 }
 
 void AnalysisBrowser::Apply_LeaveFilter()
 {
+    const controls::BusyPointer busy;
     LeaveFilter chosen{};
     const auto lists = filters();
     for (std::size_t i = 0; i < lists.size(); ++i) {

@@ -5,6 +5,7 @@
 #include "analysis/AnalysisNumbers.h"
 #include "analysis/AnalysisPanel.h"
 #include "analysis/AnalysisSheet.h"
+#include "common/grid/modMousewheel.h"
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/Dialogs.h"
@@ -38,6 +39,7 @@ frmMonLeave::frmMonLeave(ScreenHost &host, QWidget *parent) : ChildScreen(host, 
     browser_ = std::make_unique<AnalysisBrowser>(host, *ui_);
     panel_ = new AnalysisPanel(*ui_, session(), this);
     setFocusProxy(ui_->grdLeave);
+    serveFocusedGrid(*this, {ui_->grdLeave});
     setIcons();
     connectList();
     connectPanel();

@@ -6,6 +6,7 @@
 #include "graphs/frmPestMGraph.h"
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
+#include "platform/controls/BusyPointer.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMGraph.h"
 
@@ -87,6 +88,7 @@ void frmPestMGraph::drawClick()
 
 void frmPestMGraph::Draw_Graph()
 {
+    const controls::BusyPointer busy;
     try {
         const GraphCriteria wanted = criteria();
         if (wanted.SeriesCount == 0) {

@@ -4,6 +4,7 @@
 #include "pestmon/modPestMon.h"
 #include "platform/basic/Clock.h"
 #include "platform/basic/Formats.h"
+#include "platform/controls/BusyPointer.h"
 #include "platform/controls/Dialogs.h"
 #include "reports/FilledSheet.h"
 #include "reports/LongWork.h"
@@ -96,6 +97,7 @@ void CaptureFace::cmdSaveTrans()
 
 void CaptureFace::save()
 {
+    const controls::BusyPointer busy;
     SessionContext &values = session();
     values.CurrentPMCom = ui_.chkPMCom->isChecked();
     if (values.CurrentPMCom) {

@@ -3,6 +3,7 @@
 
 #include "common/grid/CellEditor.h"
 #include "platform/basic/Numbers.h"
+#include "platform/controls/BusyPointer.h"
 #include "platform/controls/Dialogs.h"
 #include "platform/dao/Database.h"
 #include "store/clsPestMONNew.h"
@@ -166,6 +167,7 @@ void CaptureGrid::writeHeadings(const std::vector<QString> &names)
 
 void CaptureGrid::Fill_Capture()
 {
+    const controls::BusyPointer busy;
     closeBox();
     controls::FlexGrid &grid = *ui_.grdPest;
     grid.setRedraw(false);

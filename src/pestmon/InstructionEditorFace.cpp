@@ -7,6 +7,7 @@
 #include "platform/basic/Clock.h"
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
+#include "platform/controls/BusyPointer.h"
 #include "platform/controls/Dialogs.h"
 #include "reports/FieldSheetRun.h"
 #include "reports/LongWork.h"
@@ -144,6 +145,7 @@ bool InstructionEditorFace::isSaved() const
 
 void InstructionEditorFace::openNew()
 {
+    const controls::BusyPointer busy;
     SessionContext &values = session();
     const QDate today = basic::Clock::today();
     ui_.dtpPestM->setValue(today);
@@ -197,6 +199,7 @@ void InstructionEditorFace::showInstruction()
 
 bool InstructionEditorFace::openSaved()
 {
+    const controls::BusyPointer busy;
     showInstruction();
     if (Clear_Instruction(objPestMON()) == clsPestMONNew::Failed
         || Load_Selection(objPestMON(), session().CurrentPMTransID) == clsPestMONNew::Failed) {
@@ -372,7 +375,11 @@ void InstructionEditorFace::save()
         ui_.cmbPMethod->setFocus();
         return;
     }
-    if (Save_Instruction(values, objPestMON()) == clsPestMONNew::Failed) {
+    const auto status = [&] {
+        const controls::BusyPointer busy;
+        return Save_Instruction(values, objPestMON());
+    }();
+    if (status == clsPestMONNew::Failed) {
         showStoreFailure(QStringLiteral("The instruction could not be saved"));
         return;
     }

@@ -4,6 +4,7 @@
 #include "common/WeekNumber.h"
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
+#include "platform/controls/BusyPointer.h"
 #include "shell/Period.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
@@ -97,6 +98,22 @@ void fillRow(controls::FlexGrid &grid, int row, const dao::Recordset &rows, Fiel
     }
 }
 
+/// Green is the mark of a completed instruction.
+QString describe(const controls::FlexGrid &grid, int row, int col)
+{
+    const QString issued = grid.TextMatrix(row, IssuedCol);
+    if (issued.isEmpty()) {
+        return {};
+    }
+    QStringList parts{QStringLiteral("Instruction of %1").arg(issued),
+                      QLatin1String(Columns[static_cast<std::size_t>(col)].header), grid.TextMatrix(row, col)};
+    if (grid.CellBackColor(row, col) == controls::mark::Green) {
+        parts += QStringLiteral("completed");
+    }
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
+}
+
 std::int32_t keyIn(const controls::FlexGrid &grid, int row, int col)
 {
     return basic::toLong32(basic::Val(grid.TextMatrix(row, col)));
@@ -109,6 +126,7 @@ InstructionListFace::InstructionListFace(ChildScreen &screen, ScreenHost &host, 
 {
     ui_.grdGS->setKeyClicks(controls::FlexGrid::KeyClick::None);
     ui_.grdGS->setStretchColumns({NotesCol});
+    ui_.grdGS->setCellDescriber([&grid = *ui_.grdGS](int row, int col) { return describe(grid, row, col); });
     ui_.fraGS->setFocusProxy(ui_.grdGS);
     layOutGrid(0);
     on(ui_.grdGS, &controls::FlexGrid::Click, [this](int row, int col) { rowClick(row, col); });
@@ -151,6 +169,7 @@ void InstructionListFace::layOutGrid(int records)
 
 void InstructionListFace::Fill_PestList()
 {
+    const controls::BusyPointer busy;
     ui_.grdGS->setRedraw(false);
     layOutGrid(0);
     dao::Recordset rows = objPestMON().New_Get_PestTransactions(basic::SerialDate::fromDate(ui_.dtpDateFrom->Value()),
@@ -316,6 +335,7 @@ void InstructionListFace::deleteCurrentRow()
     if (session().CurrentPMTransID == 0) {
         return;
     }
+    const controls::BusyPointer busy;
     const QString what = QStringLiteral("Instruction of %1").arg(basic::formatDate(session().CurrentPMDate, u"yyyy/MM/dd"));
     if (objPestMON().Delete_PestMonTrans(session().CurrentPMTransID) == clsPestMONNew::Done) {
         host().showStatus(QStringLiteral("%1 deleted").arg(what));

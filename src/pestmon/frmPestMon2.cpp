@@ -2,6 +2,7 @@
 #include "pestmon/frmPestMon2.h"
 
 #include "common/WeekNumber.h"
+#include "common/grid/modMousewheel.h"
 #include "pestmon/CaptureFace.h"
 #include "pestmon/InstructionEditorFace.h"
 #include "pestmon/InstructionListFace.h"
@@ -17,6 +18,7 @@ frmPestMon2::frmPestMon2(ScreenHost &host, QWidget *parent) : ChildScreen(host, 
     editor_ = new InstructionEditorFace(*this, host, *ui_);
     capture_ = new CaptureFace(*this, host, *ui_);
     setIcons();
+    serveFocusedGrid(*this, {ui_->grdBlockIn, ui_->grdPest, ui_->grdPestIn});
     connect(list_, &InstructionListFace::addRequested, this, [this] { guarded([this] { openNew(); }); });
     connect(list_, &InstructionListFace::editRequested, this, [this] { guarded([this] { openSaved(); }); });
     connect(list_, &InstructionListFace::captureRequested, this, [this] { guarded([this] { openCapture(); }); });

@@ -2,6 +2,7 @@
 #include "reports/frmRepPestInfo.h"
 
 #include "common/PestTypes.h"
+#include "common/grid/modMousewheel.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/Look.h"
 #include "shell/Period.h"
@@ -72,6 +73,7 @@ frmRepPestInfo::frmRepPestInfo(ScreenHost &host, QWidget *parent)
         grid->setStretchColumns({NameColumn});
         grid->setKeyClicks(controls::FlexGrid::KeyClick::SpaceAndF2);
     }
+    serveFocusedGrid(*this, {ui_->grdBlockIn, ui_->grdPestIn});
     connectButtons();
     load();
 }

@@ -6,6 +6,8 @@
 FarmApplication::FarmApplication(int &argc, char **argv) : QApplication(argc, argv)
 {
     setApplicationName(QStringLiteral("Torvane Data: Farm Monitoring"));
+    // By this name a desktop finds the icon of the window.
+    setDesktopFileName(QStringLiteral("farm-monitoring"));
     // The base class takes over the desktop's number format; files and statements are written with a point.
     std::setlocale(LC_NUMERIC, "C");
 }

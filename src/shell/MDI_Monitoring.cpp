@@ -9,6 +9,8 @@
 #include "shell/ChildScreen.h"
 #include "shell/Connection.h"
 #include "shell/FarmApplication.h"
+#include "shell/KeyTable.h"
+#include "shell/KeysPage.h"
 #include "shell/ListFillers.h"
 #include "shell/ProgressPicture.h"
 #include "store/Backups.h"
@@ -18,6 +20,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
+#include <QShortcut>
 
 using basic::leaveSilently;
 using basic::RunTimeError;
@@ -39,7 +42,9 @@ MDI_Monitoring::MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry
     Picture4_->hide();
     setWindowIcon(controls::Look::icon(QStringLiteral("pest-monitoring")));
     setUpBar();
+    setUpKeys();
     ui_->picPro->setEntries(std::move(entries));
+    nameKeysInTips(*this);
     connect(ui_->picPro, &MenuPanel::entryClicked, this, [this](const MenuEntry &entry) { guarded([&] { openEntry(entry); }); });
     connect(ui_->picPro, &MenuPanel::closeClicked, this, &MDI_Monitoring::endProcess);
     connect(qApp, &QGuiApplication::applicationStateChanged, this, &MDI_Monitoring::windowEntered);
@@ -75,6 +80,25 @@ void MDI_Monitoring::setUpBar()
         ground->setMouseTracking(true);
         ground->installEventFilter(this);
     }
+}
+
+void MDI_Monitoring::setUpKeys()
+{
+    auto *keys = new QPushButton(tr("Keys (F1)"), ui_->statusLine);
+    keys->setObjectName(QStringLiteral("cmdKeys"));
+    keys->setToolTip(tr("All keys of the program (F1)"));
+    ui_->statusLine->addPermanentWidget(keys);
+    connect(keys, &QPushButton::clicked, this, [this] { guarded([this] { showKeys(); }); });
+    connect(new QShortcut(Qt::Key_F1, this), &QShortcut::activated, keys, &QPushButton::click);
+}
+
+/// A box that is not waited for: what is typed into a screen keeps its place behind it.
+void MDI_Monitoring::showKeys()
+{
+    const QObject *screen = CurrentForm_ ? static_cast<QObject *>(CurrentForm_) : ui_->picPro;
+    auto *page = new KeysPage(QLatin1String(screen->metaObject()->className()), this);
+    page->setAttribute(Qt::WA_DeleteOnClose);
+    page->open();
 }
 
 MDI_Monitoring::Load MDI_Monitoring::load(const QString &appPath)
@@ -181,6 +205,7 @@ void MDI_Monitoring::showScreen(ChildScreen *screen)
 {
     CurrentForm_ = screen;
     connect(screen, &ChildScreen::closeRequested, this, [this, screen] { unload(screen); });
+    nameKeysInTips(*screen);
     ui_->screenArea->setWidget(screen);
     ui_->clientArea->setCurrentWidget(ui_->screenArea);
     screen->show();

@@ -67,6 +67,8 @@ private:
     /// Runs what a signal brought about and shows an error that nobody took; none may pass through the toolkit.
     template <typename Body> void guarded(Body &&body);
     void setUpBar();
+    void setUpKeys();
+    void showKeys();
     /// Adds to what the status line says of the start.
     void noteStartFailure(const QString &text);
     void Connect_Databases();

@@ -9,12 +9,24 @@
 namespace
 {
 constexpr int KeyColumn = 1;
+constexpr int NameColumn = 2;
 constexpr int HeaderHeight = 400;
 } // namespace
 
 PickGrid::PickGrid(controls::FlexGrid &grid, std::vector<Column> columns) : grid_(grid), columns_(std::move(columns))
 {
     layOut(0);
+    grid_.setCellDescriber([&grid, mark = markColumn()](int row, int col) {
+        const QString name = grid.TextMatrix(row, NameColumn);
+        if (name.isEmpty()) {
+            return QString();
+        }
+        if (col == mark) {
+            const bool marked = grid.CellBackColor(row, col) == controls::mark::Yellow;
+            return QStringLiteral("%1, %2").arg(name, marked ? QStringLiteral("selected") : QStringLiteral("not selected"));
+        }
+        return QStringLiteral("%1, %2, %3").arg(name, grid.TextMatrix(0, col), grid.TextMatrix(row, col));
+    });
 }
 
 void PickGrid::layOut(int count)

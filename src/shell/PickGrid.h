@@ -12,7 +12,7 @@ class FlexGrid;
 }
 
 /// A grid from which rows are chosen by a mark in one column: white is not chosen, yellow is. Row 0 is the header, the last row
-/// stays empty. Column 1 holds the key.
+/// stays empty. Column 1 holds the key, column 2 the name, by which a screen reader names the row.
 class PickGrid
 {
 public:

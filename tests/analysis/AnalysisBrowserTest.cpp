@@ -193,8 +193,11 @@ void AnalysisBrowserTest::selectionPaints()
     QCOMPARE(grid().CellBackColor(1, BlockCol), mark::PaleYellow);
     QCOMPARE(grid().CellBackColor(3, VarietyCol), mark::Yellow);
     QVERIFY(!grid().CellBackColor(3, AnalysisKeyCol));
+    const QString what = QStringLiteral("%1, 2026/05/01, N, 1").arg(grid().TextMatrix(3, BlockCol));
+    QCOMPARE(grid().cellDescription(3, FirstValueCol), what + QStringLiteral(", chosen"));
     QCOMPARE(id(), 5);
     clickRow(5);
+    QCOMPARE(grid().cellDescription(3, FirstValueCol), what + QStringLiteral(", seen before"));
     QCOMPARE(grid().CellBackColor(3, BlockCol), mark::PaleYellow);
     QVERIFY(!grid().CellBackColor(5, BlockCol));
     QCOMPARE(id(), 5);

@@ -30,6 +30,8 @@ void CaptureFaceTest::countsAreSavedWhenLeft()
 {
     capture(issue(QStringLiteral("Count"), {1}, {1, 2}), QStringLiteral("Blok A"));
     typeInto(Point1, Value1, QStringLiteral("7"));
+    QCOMPARE(grid("grdPest").cellDescription(Point1, Value1), QStringLiteral("point 1, Pest 01, 7"));
+    QCOMPARE(grid("grdPest").cellDescription(Total, Value1), QStringLiteral("total, Pest 01, 7"));
     QCOMPARE(cell(Point1, Value1), QStringLiteral("7"));
     QCOMPARE(grid("grdPest").CellBackColor(Point1, Value1), std::optional(mark::Yellow));
     QCOMPARE(storedCount(Point1, 1), 7);

@@ -35,6 +35,11 @@ void InstructionEditorFaceTest::newInstructionStartsClean()
     QCOMPARE(find<ItemCombo>("cmbPerson").Text(), QString());
     // The inactive block is not offered, a worker without nickname neither.
     QCOMPARE(grid("grdBlockIn").Rows(), 5);
+    QCOMPARE(grid("grdBlockIn").cellDescription(1, BlockMark), QStringLiteral("Blok A, not selected"));
+    clickCell("grdBlockIn", 1, BlockMark);
+    QCOMPARE(grid("grdBlockIn").cellDescription(1, BlockMark), QStringLiteral("Blok A, selected"));
+    QCOMPARE(grid("grdBlockIn").cellDescription(1, 3), QStringLiteral("Blok A, Points, 3"));
+    QCOMPARE(grid("grdBlockIn").cellDescription(4, BlockMark), QString());
     QCOMPARE(find<ItemCombo>("cmbPerson").ListCount(), 1);
     QCOMPARE(find<QTabWidget>("tabBlock").isTabEnabled(0), false);
     host_->dialogs().queueAnswer(Answer::No);

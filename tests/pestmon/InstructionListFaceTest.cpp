@@ -47,6 +47,8 @@ void InstructionListFaceTest::listShowsAndFilters()
     QCOMPARE(list.TextMatrix(2, 3), QStringLiteral("Yes"));
     QCOMPARE(list.TextMatrix(2, 4), QStringLiteral("2026/02/05"));
     QCOMPARE(list.CellBackColor(2, 7), std::optional(mark::Green));
+    QCOMPARE(list.cellDescription(2, 7), QStringLiteral("Instruction of 2026/02/03, Notes, done, completed"));
+    QCOMPARE(list.cellDescription(1, 3), QStringLiteral("Instruction of 2026/02/02, Done, No"));
     QVERIFY(find<QPushButton>("cmdComp").isVisible());
     click("chkComplete");
     QCOMPARE(list.Rows(), 3);

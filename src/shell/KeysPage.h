@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QDialog>
+
+class QTextBrowser;
+
+/// The page of all keys: those of the screen that is open first, then those that hold everywhere, then the rest.
+class KeysPage : public QDialog
+{
+    Q_OBJECT
+public:
+    /// `screen` is the class name of the screen that is open.
+    explicit KeysPage(const QString &screen, QWidget *parent = nullptr);
+
+    /// What it shows, without markup.
+    QString text() const;
+
+private:
+    QTextBrowser *browser_;
+};

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/ProgramFolder.h"
+
+#include "platform/basic/RunTimeError.h"
+#include "platform/basic/TextFiles.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
+
+using basic::ErrorNumber;
+using basic::RunTimeError;
+
+namespace
+{
+
+void copyTemplate(const QString &from, const QString &to)
+{
+    if (basic::findPath(to)) {
+        return;
+    }
+    if (!QFile::copy(from, to)) {
+        throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("The template %1 could not be made.").arg(to));
+    }
+    // The installed one may be read-only; this one is the office's own.
+    QFile::setPermissions(to, QFile::permissions(to) | QFile::WriteOwner);
+}
+
+} // namespace
+
+ProgramPlaces ProgramPlaces::ofThisProgram()
+{
+    const QString program = QCoreApplication::applicationDirPath();
+    const QString name = QStringLiteral("/farm-monitoring");
+    return {.program = program,
+            .user = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + name,
+            .templates = QDir::cleanPath(program + QStringLiteral("/../share") + name + QStringLiteral("/Templates"))};
+}
+
+QString programFolder(const ProgramPlaces &places)
+{
+    return holdsDatabases(places.program) ? places.program : places.user;
+}
+
+void makeProgramFolder(const QString &folder, const QString &templates)
+{
+    const QString own = basic::pathForWriting(folder + QStringLiteral("/Templates"));
+    if (!QDir().mkpath(own)) {
+        throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("The folder %1 could not be made.").arg(own));
+    }
+    const QStringList names = QDir(templates).entryList({QStringLiteral("*.xls")}, QDir::Files);
+    for (const QString &name : names) {
+        copyTemplate(templates + u'/' + name, own + u'/' + name);
+    }
+}
+
+bool holdsDatabases(const QString &folder)
+{
+    return basic::findPath(folder + QStringLiteral("/Databases")).has_value();
+}
+
+QString firstFarmText(const QString &folder)
+{
+    const QString text =
+        QStringLiteral("There is no farm here yet. The program looks for its databases in\n%1\n\n"
+                       "Bring a farm in with one of these commands in a terminal, then start the program again:\n\n"
+                       "Take over the databases of the suite, from the folder in which they lie:\n"
+                       "farmdata import FOLDER \"%1\"\n\n"
+                       "Look at the program with an invented farm:\n"
+                       "farmdata demo \"%1\"\n\n"
+                       "Make empty databases:\n"
+                       "farmdata create \"%1\"");
+    return text.arg(QDir::toNativeSeparators(folder + QStringLiteral("/Databases")));
+}

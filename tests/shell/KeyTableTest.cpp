@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/KeyTable.h"
+#include "menu/MenuEntries.h"
+#include "platform/controls/Dialogs.h"
+#include "shell/FarmApplication.h"
+#include "shell/KeysPage.h"
+#include "shell/MDI_Monitoring.h"
+#include "support/TemporaryFarm.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QRegularExpression>
+#include <QSet>
+#include <QTest>
+
+/// The page of keys tells the keys that the screens answer to, and opens everywhere.
+class KeyTableTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void theTableHasTheLettersOfTheScreen_data();
+    void theTableHasTheLettersOfTheScreen();
+    void everyButtonsTipNamesItsKey_data() { screens(); }
+    void everyButtonsTipNamesItsKey();
+    void theBarsLettersAreFreeOnEveryScreen_data() { screens(); }
+    void theBarsLettersAreFreeOnEveryScreen();
+    void thePageBeginsWithTheScreen();
+
+private:
+    static void screens();
+    /// Letters with Alt of all buttons and captions below a widget.
+    static QSet<QString> letters(const QWidget &widget);
+    static QSet<QString> lettersInTable(const QStringList &owners);
+    QWidget &open(const QString &picture);
+
+    std::unique_ptr<TemporaryFarm> farm_;
+    std::unique_ptr<controls::QueuedDialogs> dialogs_;
+    std::unique_ptr<MDI_Monitoring> window_;
+};
+
+namespace
+{
+
+} // namespace
+
+void KeyTableTest::init()
+{
+    farm_ = std::make_unique<TemporaryFarm>();
+    farm_->addFarm(QStringLiteral("Riverbend"));
+    farm_->close();
+    dialogs_ = std::make_unique<controls::QueuedDialogs>();
+    window_ = std::make_unique<MDI_Monitoring>(*dialogs_, menuEntries());
+    QCOMPARE(window_->load(farm_->appPath()), MDI_Monitoring::Load::Done);
+    window_->show();
+    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+}
+
+void KeyTableTest::cleanup()
+{
+    window_.reset();
+}
+
+void KeyTableTest::screens()
+{
+    QTest::addColumn<QString>("picture");
+    for (const char *picture : {"imSpray", "ImPM", "imFF", "imLeave", "imGG"}) {
+        QTest::newRow(picture) << QString::fromLatin1(picture);
+    }
+}
+
+QWidget &KeyTableTest::open(const QString &picture)
+{
+    if (picture.isEmpty()) {
+        return *window_;
+    }
+    window_->findChild<QAbstractButton *>(picture)->click();
+    return *window_->CurrentForm();
+}
+
+QSet<QString> KeyTableTest::letters(const QWidget &widget)
+{
+    QSet<QString> found;
+    const auto add = [&found](const QKeySequence &key) {
+        if (key.toString().startsWith(QLatin1String("Alt+"))) {
+            found.insert(key.toString());
+        }
+    };
+    for (const QAbstractButton *button : widget.findChildren<QAbstractButton *>()) {
+        add(button->shortcut());
+    }
+    for (const QLabel *label : widget.findChildren<QLabel *>()) {
+        if (label->buddy()) {
+            add(QKeySequence::mnemonic(label->text()));
+        }
+    }
+    return found;
+}
+
+QSet<QString> KeyTableTest::lettersInTable(const QStringList &owners)
+{
+    static const QRegularExpression withAlt(QStringLiteral("Alt\\+[A-Z]\\b"));
+    QSet<QString> found;
+    for (const KeyGroup &group : keyGroups()) {
+        for (const KeyLine &line : group.lines) {
+            const auto match = withAlt.match(line.keys);
+            if (owners.contains(group.owner) && match.hasMatch()) {
+                found.insert(match.captured());
+            }
+        }
+    }
+    return found;
+}
+
+void KeyTableTest::theTableHasTheLettersOfTheScreen_data()
+{
+    screens();
+    QTest::newRow("bar and menu") << QString();
+}
+
+void KeyTableTest::theTableHasTheLettersOfTheScreen()
+{
+    QFETCH(QString, picture);
+    const QWidget &screen = open(picture);
+    const QStringList owners = picture.isEmpty() ? QStringList{QStringLiteral("MDI_Monitoring"), QStringLiteral("MenuPanel")}
+                                                 : QStringList{QLatin1String(screen.metaObject()->className())};
+    QStringList real = letters(screen).values();
+    QStringList told = lettersInTable(owners).values();
+    real.sort();
+    told.sort();
+    QCOMPARE(told, real);
+}
+
+void KeyTableTest::everyButtonsTipNamesItsKey()
+{
+    QFETCH(QString, picture);
+    for (const QAbstractButton *button : open(picture).findChildren<QAbstractButton *>()) {
+        const QString key = button->shortcut().toString(QKeySequence::NativeText);
+        QVERIFY2(button->toolTip().contains(key), qPrintable(button->objectName()));
+    }
+}
+
+void KeyTableTest::theBarsLettersAreFreeOnEveryScreen()
+{
+    QFETCH(QString, picture);
+    const auto bar = lettersInTable({QStringLiteral("MDI_Monitoring")});
+    QVERIFY(!letters(open(picture)).intersects(bar));
+}
+
+void KeyTableTest::thePageBeginsWithTheScreen()
+{
+    for (const QString &picture : {QString(), QStringLiteral("imLeave")}) {
+        open(picture);
+        QTest::keyClick(window_.get(), Qt::Key_F1);
+        const auto *page = window_->findChild<KeysPage *>();
+        QVERIFY(page != nullptr);
+        QVERIFY2(page->text().startsWith(picture.isEmpty() ? u"Menu" : u"Analyses"), qPrintable(page->text().left(40)));
+        QVERIFY(page->text().contains(QLatin1String("Alt+X")));
+        QTest::keyClick(window_->findChild<KeysPage *>(), Qt::Key_Escape);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(window_->findChild<KeysPage *>() == nullptr);
+    }
+}
+
+int main(int argc, char **argv)
+{
+    FarmApplication application(argc, argv);
+    KeyTableTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "KeyTableTest.moc"
