@@ -40,11 +40,6 @@ private:
     std::unique_ptr<MDI_Monitoring> window_;
 };
 
-namespace
-{
-
-} // namespace
-
 void KeyTableTest::init()
 {
     farm_ = std::make_unique<TemporaryFarm>();
