@@ -9,6 +9,8 @@
 #include "shell/FarmApplication.h"
 #include "shell/MDI_Monitoring.h"
 
+#include <sys/stat.h>
+
 #include <functional>
 
 namespace
@@ -64,6 +66,8 @@ int run(FarmApplication &application)
 
 int main(int argc, char **argv)
 {
+    // What the program makes is for its user alone; whoever shares a farm's files gives the rights himself.
+    ::umask(S_IRWXG | S_IRWXO);
     FarmApplication application(argc, argv);
     controls::Look::apply(application);
     return run(application);
