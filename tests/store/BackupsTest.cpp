@@ -5,6 +5,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
+#include <QSemaphore>
 #include <QThread>
 #include <QtTest>
 
@@ -95,11 +97,12 @@ private Q_SLOTS:
     {
         TemporaryFarm farm;
         farm.addInstruction({.blocks = {{1, 2}}, .targets = {1}});
-        std::atomic<bool> enough = false;
+        QSemaphore enough;
         std::atomic<int> written = 0;
         const auto work = [&, path = farm.filePath(DatabaseFile::Pest)] {
             const auto pest = dao::Workspace::OpenDatabase(path, false, false, store::connectText());
-            for (int i = 1; !enough; ++i) {
+            // A breath between two cells, or no reader would ever find the file unlocked.
+            for (int i = 1; !enough.tryAcquire(1, 5); ++i) {
                 dao::WriteScope scope(*pest);
                 pest->Execute(QString("Update tblPMData set PMCount = %1").arg(i % 1000));
                 pest->Execute(QString("Insert into tblPMTPest (CTargetID) Values (%1)").arg(i));
@@ -110,7 +113,7 @@ private Q_SLOTS:
         };
         const std::unique_ptr<QThread> writer(QThread::create(work));
         const auto stop = qScopeGuard([&] {
-            enough = true;
+            enough.release();
             writer->wait();
         });
         writer->start();
