@@ -6,6 +6,8 @@
 #include "shell/MDI_Monitoring.h"
 #include "shell/ProgramFolder.h"
 
+#include <sys/stat.h>
+
 namespace
 {
 
@@ -40,6 +42,8 @@ int run(FarmApplication &application)
 
 int main(int argc, char **argv)
 {
+    // What the program makes is for its user alone; whoever shares a farm's files gives the rights himself.
+    ::umask(S_IRWXG | S_IRWXO);
     FarmApplication application(argc, argv);
     controls::Look::apply(application);
     return run(application);

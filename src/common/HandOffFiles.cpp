@@ -61,8 +61,9 @@ QString Read_FindSDate(SessionContext &session)
     QString reason;
     try {
         const QString item = basic::readFirstItem(*path);
-        if (basic::dateFromText(item).isValid()) {
-            session.CurrentSDate = item;
+        if (const QDate start = basic::dateFromText(item); start.isValid()) {
+            // As the program writes it itself: a quoted text may hold what would not come back the same.
+            session.CurrentSDate = basic::formatDate(start, u"yyyy/MM/dd");
             return {};
         }
         reason = QStringLiteral("\"%1\" is no date").arg(item);

@@ -5,7 +5,13 @@
 
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
+#include <QSemaphore>
+#include <QThread>
 #include <QtTest>
+
+#include <atomic>
+#include <memory>
 
 using store::DatabaseFile;
 
@@ -85,6 +91,44 @@ private Q_SLOTS:
         QCOMPARE(days(farm), QStringList{"05-01"});
         farm.close();
         QVERIFY(store::restoreBackup(farm.databasesPath(), copy) != kept);
+    }
+
+    void aCopyTakenWhileTheProgramWritesIsWhole()
+    {
+        TemporaryFarm farm;
+        farm.addInstruction({.blocks = {{1, 2}}, .targets = {1}});
+        QSemaphore enough;
+        std::atomic<int> written = 0;
+        const auto work = [&, path = farm.filePath(DatabaseFile::Pest)] {
+            const auto pest = dao::Workspace::OpenDatabase(path, false, false, store::connectText());
+            // A breath between two cells, or no reader would ever find the file unlocked.
+            for (int i = 1; !enough.tryAcquire(1, 5); ++i) {
+                dao::WriteScope scope(*pest);
+                pest->Execute(QString("Update tblPMData set PMCount = %1").arg(i % 1000));
+                pest->Execute(QString("Insert into tblPMTPest (CTargetID) Values (%1)").arg(i));
+                pest->Execute(QString("Update tblPMDataMax set PMCountMax = %1").arg(i % 1000));
+                scope.commit();
+                written = i;
+            }
+        };
+        const std::unique_ptr<QThread> writer(QThread::create(work));
+        const auto stop = qScopeGuard([&] {
+            enough.release();
+            writer->wait();
+        });
+        writer->start();
+        QTRY_VERIFY(written > 0);
+        int last = 0;
+        for (int i = 0; i < 20; ++i) {
+            const QString path = store::backUpNow(farm.databasesPath());
+            const auto copy = dao::Workspace::OpenDatabase(path, false, true, store::connectText());
+            QCOMPARE(copy->checkIntegrity(), QStringList());
+            const auto number = [&](const char *sql) { return copy->OpenRecordset(sql).longValue(0); };
+            last = number("Select Count(*) from tblPMTPest");
+            QCOMPARE(number("Select Min(PMCount) from tblPMData"), last % 1000);
+            QCOMPARE(number("Select Max(PMCountMax) from tblPMDataMax"), last % 1000);
+        }
+        QVERIFY(last > 1);
     }
 
     void aFileInUseIsNotReplaced()

@@ -87,6 +87,9 @@ private Q_SLOTS:
         for (const DatabaseFile file : store::AllDatabaseFiles) {
             const auto database =
                 dao::Workspace::OpenDatabase(databases + '/' + store::fileName(file), false, true, store::connectText());
+            QCOMPARE(QFile::permissions(database->Name())
+                         & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
+                     QFile::Permissions());
             for (const store::SchemaTable &table : store::schema())
                 QCOMPARE(database->tableNames().contains(table.name), table.file == file);
         }
@@ -186,6 +189,38 @@ private Q_SLOTS:
         QCOMPARE(run.status, 1);
         QCOMPARE(run.output.count("FAULT"), 2);
         QVERIFY(run.output.contains("PestMon.mdb") && run.output.contains("ZN4_Spray.mdb"));
+    }
+
+    void damageInsideIsFoundAndACopyPutsItRight()
+    {
+        TemporaryFarm farm;
+        farm.addInstruction({.blocks = {{1, 20}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
+        const QStringList rows = farm.rows(DatabaseFile::Pest, "Select * from tblPMData");
+        farm.close();
+        QCOMPARE(farmdata({"backup", farm.databasesPath()}).status, 0);
+        const QString folder = farm.databasesPath() + "/Backups/";
+        const QString copy = QDir(folder).entryList(QDir::Files).front();
+        // The length and the header stay as they are; what is lost lies among the rows or their indexes.
+        const auto damage = [](const QString &path) {
+            QFile file(path);
+            const qint64 page = 4096;
+            return file.open(QIODevice::ReadWrite) && file.seek(file.size() / page / 2 * page + 100)
+                && file.write(QByteArray(3000, '\x2a')) == 3000;
+        };
+        QVERIFY(QFile::copy(folder + copy, folder + "second.mdb") && damage(folder + "second.mdb"));
+        QVERIFY(damage(farm.filePath(DatabaseFile::Pest)));
+        FarmdataRun run = farmdata({"check", farm.databasesPath()});
+        QCOMPARE(run.status, 1);
+        QVERIFY(run.output.contains("FAULT"));
+        QVERIFY(run.output.contains("Faults were found."));
+
+        run = farmdata({"restore", farm.databasesPath(), "second.mdb"});
+        QCOMPARE(run.status, 1);
+        QVERIFY2(run.errors.contains("second.mdb is damaged"), qPrintable(run.errors));
+        QCOMPARE(farmdata({"restore", farm.databasesPath(), copy}).status, 0);
+        QCOMPARE(farmdata({"check", farm.databasesPath()}).status, 0);
+        farm.open();
+        QCOMPARE(farm.rows(DatabaseFile::Pest, "Select * from tblPMData"), rows);
     }
 
     void aCopyIsMadeAndPutBackUnlessTheProgramRuns()

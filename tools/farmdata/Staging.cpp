@@ -8,6 +8,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <filesystem>
+#include <system_error>
+
 using basic::ErrorNumber;
 using basic::RunTimeError;
 
@@ -36,6 +39,13 @@ QString Staging::path(store::DatabaseFile file) const
 
 void Staging::moveIn()
 {
+    // In one step where nothing stands in the way, so that also a killed program leaves all three or none.
+    std::error_code error;
+    std::filesystem::rename(staged_->path().toStdU16String(), target_.toStdU16String(), error);
+    if (!error) {
+        staged_->setAutoRemove(false);
+        return;
+    }
     QDir().mkpath(target_);
     QStringList moved;
     for (const store::DatabaseFile file : store::AllDatabaseFiles) {

@@ -14,6 +14,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <functional>
 #include <vector>
@@ -150,6 +152,8 @@ int run(const QStringList &arguments)
 
 int main(int argc, char *argv[])
 {
+    // As the program itself: databases and copies are for their user alone.
+    ::umask(S_IRWXG | S_IRWXO);
     const QCoreApplication application(argc, argv);
     return run(QCoreApplication::arguments().mid(1));
 }

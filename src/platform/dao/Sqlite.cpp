@@ -102,7 +102,11 @@ Connection::Connection(const QString &path, Mode mode) : path_(path)
     sqlite3_busy_timeout(handle, BusyMilliseconds);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    // A file may come from anywhere: nothing that it brings along is run, only its tables are read and written.
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_create_collation(handle, CollationName, SQLITE_UTF8, nullptr, compareForEngine);
     sqlite3_create_function(handle, "datepart", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, datePartForEngine, nullptr,
                             nullptr);

@@ -15,9 +15,11 @@ namespace dao
 namespace
 {
 
-// A rollback journal, so that at rest the file alone holds everything, and a wait for the disk at every commit.
+// A rollback journal, so that at rest the file alone holds everything, and a wait for the disk at every commit. Pages are looked
+// over as they are read, since damage must be told and not followed.
 constexpr const char *Settings =
-    "PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA; PRAGMA temp_store=MEMORY; PRAGMA cache_size=-8000;";
+    "PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA; PRAGMA temp_store=MEMORY; PRAGMA cache_size=-8000;"
+    "PRAGMA cell_size_check=ON;";
 
 QString existingFile(const QString &told)
 {

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Check.h"
+
+#include "platform/dao/Database.h"
+#include "store/Rows.h"
+#include "store/Schema.h"
+#include "store/SqlText.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+using store::DatabaseFile;
+
+namespace
+{
+
+/// Bytes of one change: three for the place, counted from the lowest, one that is mixed in there.
+constexpr std::size_t ChangeSize = 4;
+
+QString memoryFolder()
+{
+    const QDir memory(QStringLiteral("/dev/shm"));
+    return (memory.exists() ? memory : QDir::temp()).filePath(QStringLiteral("DatabaseFuzz-XXXXXX"));
+}
+
+/// Databases with a few rows, of which the pest database is written anew for every input.
+class Farm
+{
+public:
+    Farm()
+    {
+        for (const DatabaseFile file : store::AllDatabaseFiles)
+            store::createDatabaseFile(file, path(file));
+        {
+            const auto pest = dao::Workspace::OpenDatabase(path(DatabaseFile::Pest), false, false, store::connectText());
+            dao::WriteScope scope(*pest);
+            for (int key = 1; key <= 200; ++key) {
+                store::writeRow(*pest, QStringLiteral("Select * from tblPMData where 1 = 0"), store::Existing::LeaveAlone,
+                                store::Missing::Add,
+                                std::vector<store::FieldValue>{{u"PMTransID", key / 20},
+                                                               {u"BlockID", key % 3},
+                                                               {u"CTargetID", key % 5},
+                                                               {u"PMBPunt", key % 7},
+                                                               {u"PMCount", key}});
+                // Few instructions, since the check asks for each of them.
+                if (key % 20 == 0)
+                    store::writeRow(*pest, QStringLiteral("Select * from tblPMTrans where 1 = 0"), store::Existing::LeaveAlone,
+                                    store::Missing::Add,
+                                    std::vector<store::FieldValue>{{u"PMMethodID", 1}, {u"PMNotes", QString(key, u'n')}});
+            }
+            scope.commit();
+        }
+        QFile file(path(DatabaseFile::Pest));
+        if (!file.open(QIODevice::ReadOnly))
+            std::abort();
+        sound_ = file.readAll();
+    }
+
+    QString path(DatabaseFile file) const { return folder_.filePath(store::fileName(file)); }
+    QString folder() const { return folder_.path(); }
+
+    void damage(const std::uint8_t *data, std::size_t size) const
+    {
+        QByteArray bytes = sound_;
+        for (std::size_t i = 0; i + ChangeSize <= size; i += ChangeSize) {
+            const auto place = static_cast<qsizetype>(data[i] | data[i + 1] << 8 | data[i + 2] << 16) % bytes.size();
+            bytes[place] = static_cast<char>(static_cast<std::uint8_t>(bytes[place]) ^ data[i + 3]);
+        }
+        QFile file(path(DatabaseFile::Pest));
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+            std::abort();
+    }
+
+private:
+    QTemporaryDir folder_{memoryFolder()};
+    QByteArray sound_;
+};
+
+/// Reads every row of every table; the number of rows.
+int readAll(dao::Database &database)
+{
+    int rows = 0;
+    for (const QString &table : database.tableNames()) {
+        dao::Recordset all = database.OpenRecordset(store::sqlText(u"Select * from [", table, u"]"));
+        for (; !all.Eof(); all.MoveNext(), ++rows) {
+            for (int i = 0; i < all.fieldCount(); ++i)
+                all.value(i);
+        }
+    }
+    return rows;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int *, char ***)
+{
+    return std::freopen("/dev/null", "w", stdout) != nullptr ? 0 : 1;
+}
+
+/// Damage that the check does not see may change a value, but must not make reading fail.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    static const Farm farm;
+    farm.damage(data, size);
+    const bool isSound = checkFarm(farm.folder());
+    try {
+        const auto database = dao::Workspace::OpenDatabase(farm.path(DatabaseFile::Pest), false, false, store::connectText());
+        readAll(*database);
+    } catch (const basic::RunTimeError &error) {
+        if (isSound || error.description().isEmpty()) {
+            std::fprintf(stderr, "%d %s\n", error.number(), qPrintable(error.description()));
+            std::abort();
+        }
+    }
+    return 0;
+}

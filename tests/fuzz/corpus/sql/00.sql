@@ -1,0 +1,1 @@
+Select * from tblPMTrans where tblPMTrans.PMTransDate >= #03/02/2026# and PMTransCom = True order by PMTransDate asc, PMTransID asc

@@ -1,0 +1,1 @@
+SELECT tblPMTrans.*, tblPMData.* FROM tblPMTrans INNER JOIN tblPMData ON tblPMTrans.PMTransID = tblPMData.PMTransID WHERE tblPMData.CTargetID =3 order by tblPMData.PMBPunt

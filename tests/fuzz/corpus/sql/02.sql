@@ -1,0 +1,1 @@
+Select *, tblPMTrans.PMTransID as PMTransIDD from tblPMTrans, tblPMBlockTrans where tblPMBlockTrans.BlockID = 2 and Datepart('yyyy', tblPMTrans.PMTransDate) =2026

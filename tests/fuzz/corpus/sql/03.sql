@@ -1,0 +1,1 @@
+Select MAX(PMBPunt) from tblPMData where tblPMData.CTargetID = 4

@@ -1,0 +1,1 @@
+Select distinct PMBPunt from tblPMData where PMTransID in (Select PMTransID from [tblPMTrans] where PMNotes = 'it''s')

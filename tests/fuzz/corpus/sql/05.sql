@@ -1,0 +1,1 @@
+UPDATE tblPMTrans SET PMRepeat = False

@@ -1,0 +1,1 @@
+Insert into tblPMTPest (CTargetID) Select CTargetID from tblPMTarTrans

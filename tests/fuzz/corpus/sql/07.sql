@@ -1,0 +1,1 @@
+Delete from tblPMData where PMDataID = 1

@@ -1,0 +1,1 @@
+Select Sum(tblPMDataMax.PMCountMax) as T, tblPMDataMax.BlockID from (tblPMTrans INNER JOIN tblPMDataMax ON tblPMTrans.PMTransID = tblPMDataMax.PMTransID) where PMTransDateCom is not null group by tblPMDataMax.BlockID order by Sum(tblPMDataMax.PMCountMax) desc

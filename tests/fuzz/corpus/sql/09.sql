@@ -1,0 +1,1 @@
+Select Count(*) from tblPMMethod where tblPMMethod!PMMethod <> "Count" or not (PMMethodID >= -1.5)

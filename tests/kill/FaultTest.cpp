@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FaultyDisk.h"
+#include "pestmon/PestMonScreen.h"
+#include "pestmon/modPestMon.h"
+
+#include <functional>
+
+using Fault = FaultyDisk::Fault;
+Q_DECLARE_METATYPE(FaultyDisk::Fault)
+
+/// A disk that fails at every place where it can while something is being written. Each time the screen tells, the file stays
+/// whole, what was told as saved is there, and the same step succeeds once the disk is well again.
+class FaultTest : public PestMonScreen
+{
+    Q_OBJECT
+
+private:
+    static void addFaults()
+    {
+        QTest::addColumn<Fault>("fault");
+        QTest::newRow("a write fails") << Fault::Write;
+        QTest::newRow("waiting for the disk fails") << Fault::Sync;
+        QTest::newRow("no journal can be made") << Fault::Open;
+        QTest::newRow("no journal can be removed") << Fault::Delete;
+        QTest::newRow("the disk is full") << Fault::Full;
+        QTest::newRow("the disk is gone") << Fault::Gone;
+    }
+
+    /// Does the step over and over, with one more operation that succeeds before the fault each time, until none is left to fail.
+    /// The step tells whether it was reported as written; `check` is told the same.
+    void atEveryPlace(const std::function<bool()> &step, const std::function<void(bool isWritten)> &check)
+    {
+        QFETCH(Fault, fault);
+        for (int number = 1;; ++number) {
+            host_->failure.clear();
+            disk_->failAt(fault, number);
+            const bool isWritten = step();
+            const bool hasFailed = disk_->repair();
+            QVERIFY2(isWritten || hasFailed, qPrintable(host_->failure));
+            // Not every fault hinders: a journal may be emptied at the second try.
+            QVERIFY2(isWritten || !host_->failure.isEmpty(), qPrintable(QString::number(number)));
+            const auto again =
+                dao::Workspace::OpenDatabase(farm_->filePath(store::DatabaseFile::Pest), false, false, store::connectText());
+            QCOMPARE(again->checkIntegrity(), QStringList());
+            check(isWritten);
+            if (QTest::currentTestFailed())
+                QFAIL(qPrintable(QStringLiteral("with operation %1 failing").arg(number)));
+            if (!hasFailed) {
+                faults_ += number - 1;
+                return;
+            }
+        }
+    }
+
+    int instructions() { return farm_->count(QStringLiteral("tblPMTrans")); }
+    /// Rows of an instruction, told as "data/totals/blocks/pests".
+    QString rowsOf(int key)
+    {
+        QStringList counts;
+        for (const char *table : {"tblPMData", "tblPMDataMax", "tblPMBlockTrans", "tblPMTarTrans"}) {
+            counts.append(QString::number(farm_->count(QLatin1String(table), QStringLiteral("PMTransID = %1").arg(key))));
+        }
+        return counts.join(u'/');
+    }
+
+private Q_SLOTS:
+    void initTestCase() { disk_ = std::make_unique<FaultyDisk>(); }
+    void cleanupTestCase()
+    {
+        qInfo("%d faults", faults_);
+        disk_.reset();
+    }
+
+    void capturing_data() { addFaults(); }
+    void capturing()
+    {
+        capture(issue(QStringLiteral("Count"), {1}, {1, 2}), QStringLiteral("Blok A"));
+        typeInto(Point1 + 1, Value1, QStringLiteral("1000"));
+        int value = 0;
+        int stored = 0;
+        atEveryPlace(
+            [&] {
+                clickCell("grdPest", Point1, Value1);
+                host_->status.clear();
+                auto &box = find<QLineEdit>("txtG1");
+                box.setText(QString::number(++value));
+                QTest::keyClick(&box, Qt::Key_Return);
+                return host_->status.contains(QStringLiteral("point 1, Pest 01 = %1 saved").arg(value)) && !box.isVisible();
+            },
+            [&](bool isWritten) {
+                const int now = storedCount(Point1, 1);
+                QVERIFY(now == value || (!isWritten && now == stored));
+                // A total that could not be written is told, and made good by the next save.
+                QVERIFY(storedTotal(1) == now + 1000 || !host_->failure.isEmpty());
+                auto &box = find<QLineEdit>("txtG1");
+                if (box.isVisible()) {
+                    box.setFocus();
+                    QTest::keyClick(&box, Qt::Key_Return);
+                }
+                stored = storedCount(Point1, 1);
+                QCOMPARE(stored, value);
+            });
+        QCOMPARE(storedTotal(1), value + 1000);
+    }
+
+    void savingAnInstruction_data() { addFaults(); }
+    void savingAnInstruction()
+    {
+        const int first = issue(QStringLiteral("Count"), {1}, {1, 2, 3});
+        const QString whole = rowsOf(first);
+        auto &store = host_->objPestMON();
+        QCOMPARE(Load_Selection(store, first), clsPestMONNew::Done);
+        int before = 0;
+        atEveryPlace(
+            [&] {
+                before = instructions();
+                farm_->session.CurrentPMTransID = 0;
+                try {
+                    const auto status = Save_Instruction(farm_->session, store);
+                    host_->failure = store.lastError() ? store.lastError()->description() : QString();
+                    return status == clsPestMONNew::Done;
+                } catch (const basic::RunTimeError &error) {
+                    host_->failure = error.description();
+                    return false;
+                }
+            },
+            [&](bool isWritten) {
+                const int now = instructions();
+                QVERIFY(now == before + 1 || (!isWritten && now == before));
+                const int last = farm_->number(QStringLiteral("Select Max(PMTransID) from tblPMTrans"));
+                QCOMPARE(rowsOf(last), whole);
+                QCOMPARE(farm_->count(QStringLiteral("tblPMData"), QStringLiteral("PMTransID > %1").arg(last)), 0);
+                QVERIFY(!isWritten || farm_->session.CurrentPMTransID == last);
+            });
+    }
+
+    void completing_data() { addFaults(); }
+    void completing()
+    {
+        const int key = issue(QStringLiteral("Count"), {1}, {1, 2, 3});
+        const QString whole = rowsOf(key);
+        select(key);
+        click("cmdComp");
+        int before = 0;
+        atEveryPlace(
+            [&] {
+                before = instructions();
+                farm_->session.RepeatDone = false;
+                host_->status.clear();
+                click("cmdSaveTrans");
+                return host_->status.contains(QStringLiteral("repeated instruction issued"));
+            },
+            [&](bool isWritten) {
+                const int now = instructions();
+                QVERIFY(now == before + 1 || (!isWritten && now == before));
+                QCOMPARE(rowsOf(farm_->number(QStringLiteral("Select Max(PMTransID) from tblPMTrans"))), whole);
+                QVERIFY(!isWritten || host_->objPestMON().Get_PMTrans(key).boolean("PMTransCom"));
+                QCOMPARE(farm_->session.CurrentPMTransID, key);
+            });
+    }
+
+private:
+    std::unique_ptr<FaultyDisk> disk_;
+    int faults_ = 0;
+};
+
+QTEST_MAIN(FaultTest)
+#include "FaultTest.moc"
