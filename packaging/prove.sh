@@ -65,7 +65,7 @@ if command -v mmdebstrap >/dev/null; then
         --customize-hook="chroot \"\$1\" apt-get install -y -q --no-install-recommends /tmp/${package##*/} >$work/install.log 2>&1" \
         --customize-hook='chroot "$1" sh /tmp/first-day.sh /usr/bin' \
         bookworm "$work/clean.tar" >"$work/mmdebstrap.log" 2>&1 || { tail -n 30 "$work/mmdebstrap.log" "$work/install.log"; exit 1; }
-    grep -a 'start:' "$work/mmdebstrap.log"
+    grep -a 'start:' "$work/mmdebstrap.log" || true
 else
     echo "mmdebstrap is not installed: starting the unpacked package instead"
     sh "$work/first-day.sh" "$work/root/usr/bin"
