@@ -6,7 +6,9 @@
 #include "shell/MDI_Monitoring.h"
 #include "shell/ProgramFolder.h"
 
+#ifdef Q_OS_UNIX
 #include <sys/stat.h>
+#endif
 
 namespace
 {
@@ -42,8 +44,10 @@ int run(FarmApplication &application)
 
 int main(int argc, char **argv)
 {
+#ifdef Q_OS_UNIX
     // What the program makes is for its user alone; whoever shares a farm's files gives the rights himself.
     ::umask(S_IRWXG | S_IRWXO);
+#endif
     FarmApplication application(argc, argv);
     controls::Look::apply(application);
     return run(application);

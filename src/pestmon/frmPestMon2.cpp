@@ -10,10 +10,15 @@
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 
+#include <QTabBar>
+
 frmPestMon2::frmPestMon2(ScreenHost &host, QWidget *parent) : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmPestMon2>())
 {
     ui_->setupUi(this);
     ui_->tabBlock->hide();
+    // The other tab is always shut, so there is nothing to choose and no focus to lose from sight.
+    ui_->tabBlock->setFocusPolicy(Qt::NoFocus);
+    ui_->tabBlock->tabBar()->setFocusPolicy(Qt::NoFocus);
     list_ = new InstructionListFace(*this, host, *ui_);
     editor_ = new InstructionEditorFace(*this, host, *ui_);
     capture_ = new CaptureFace(*this, host, *ui_);

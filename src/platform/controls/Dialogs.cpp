@@ -42,6 +42,8 @@ void MessageBoxes::message(const QString &text, const QString &title, BoxIcon ic
     QMessageBox box(boxIcon(icon), titleOr(title), text, QMessageBox::Ok, parent_);
     // Texts of errors may hold file names and quotes; none of them is meant as markup.
     box.setTextFormat(Qt::PlainText);
+    // A path or a command in it can be taken over into another window.
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     box.exec();
 }
 
