@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "BigProgram.h"
 
-#include "pestmon/frmPestMon2.h"
-#include "shell/ChildScreen.h"
+#include "menu/MenuEntries.h"
 
-BigProgram::BigProgram()
+#include <map>
+
+BigProgram::BigProgram(int instructions) : farm(instructions)
 {
-    const MenuEntry entry{
-        QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, [](ScreenHost &host, QWidget *parent) {
-            return new frmPestMon2(host, parent);
-        }};
-    window = std::make_unique<MDI_Monitoring>(dialogs, std::vector<MenuEntry>{entry});
+    window = std::make_unique<MDI_Monitoring>(dialogs, menuEntries());
     window->load(farm.folder());
     window->resize(1366, 768);
     window->show();
@@ -19,23 +16,25 @@ BigProgram::BigProgram()
 namespace
 {
 
-std::unique_ptr<BigProgram> &instance()
+std::map<int, BigProgram> &instances()
 {
-    static std::unique_ptr<BigProgram> held;
+    static std::map<int, BigProgram> held;
     return held;
 }
 
 } // namespace
 
+BigProgram &programOf(int instructions)
+{
+    return instances().try_emplace(instructions, instructions).first->second;
+}
+
 BigProgram &program()
 {
-    if (!instance()) {
-        instance() = std::make_unique<BigProgram>();
-    }
-    return *instance();
+    return programOf(BigFarm::Instructions);
 }
 
 void closeProgram()
 {
-    instance().reset();
+    instances().clear();
 }

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "pestmon/frmPestMon2.h"
+#include "menu/MenuEntries.h"
 #include "platform/controls/Dialogs.h"
 #include "platform/controls/Look.h"
-#include "shell/ChildScreen.h"
 #include "shell/FarmApplication.h"
 #include "shell/MDI_Monitoring.h"
 
@@ -14,11 +13,7 @@ int main(int argc, char **argv)
     FarmApplication application(argc, argv);
     controls::Look::apply(application, false);
     controls::QueuedDialogs dialogs;
-    const MenuEntry entry{
-        QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, [](ScreenHost &host, QWidget *parent) {
-            return new frmPestMon2(host, parent);
-        }};
-    MDI_Monitoring window(dialogs, {entry});
+    MDI_Monitoring window(dialogs, menuEntries());
     if (window.load(FarmApplication::arguments().value(1)) != MDI_Monitoring::Load::Done) {
         return 1;
     }
