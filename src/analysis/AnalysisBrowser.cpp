@@ -3,11 +3,9 @@
 
 #include "analysis/LeaveFilter.h"
 #include "analysis/ModFertPM.h"
-#include "common/HandOffFiles.h"
-#include "platform/basic/Clock.h"
-#include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
 #include "shell/ListFillers.h"
+#include "shell/Period.h"
 #include "shell/ScreenHost.h"
 #include "ui_frmMonLeave.h"
 
@@ -59,16 +57,8 @@ std::array<AnalysisBrowser::Filter, 4> AnalysisBrowser::filters() const
 
 void AnalysisBrowser::load()
 {
-    const QString unreadable = Read_FindSDate(session_);
-    if (!unreadable.isEmpty()) {
-        host_.showFailure(unreadable);
-    }
-    const QDate today = basic::Clock::today();
-    if (session_.CurrentSDate.isEmpty()) {
-        session_.CurrentSDate = QStringLiteral("01/01/%1").arg(basic::formatDate(today, u"yyyy"));
-    }
-    ui_.dtpDateFrom->setValue(basic::dateFromText(session_.CurrentSDate));
-    ui_.dtpDateTo->setValue(today);
+    readPeriodStart(host_);
+    showPeriod(host_, *ui_.dtpDateFrom, *ui_.dtpDateTo);
     session_.FilterCrGrID = 0;
     session_.FilterCrTyID = 0;
     session_.FilterCrVaID = 0;
@@ -215,6 +205,5 @@ void AnalysisBrowser::periodChanged()
 
 void AnalysisBrowser::keepPeriodStart()
 {
-    session_.CurrentSDate = basic::formatDate(ui_.dtpDateFrom->Value(), u"yyyy/MM/dd");
-    Write_FindSDate(session_);
+    ::keepPeriodStart(session_, *ui_.dtpDateFrom);
 }

@@ -35,7 +35,9 @@ frmPestMGraph::frmPestMGraph(ScreenHost &host, QWidget *parent)
     ui_->setupUi(this);
     cbo_ = {ui_->cbo0, ui_->cbo1, ui_->cbo2, ui_->cbo3, ui_->cbo4};
     captions_ = {ui_->lbl_11, ui_->lbl_12, ui_->lbl_13, ui_->lbl_14, ui_->lbl_15};
-    readPeriodStart(host);
+    if (session().CurrentSDate.isEmpty()) {
+        readPeriodStart(host);
+    }
     setUpLists();
     setUpButtons();
     connectCriteria();

@@ -4,6 +4,7 @@
 #include "graphs/GraphLists.h"
 #include "graphs/GraphSeries.h"
 #include "graphs/GraphZoom.h"
+#include "platform/chart/Chart.h"
 #include "shell/ChildScreen.h"
 
 #include <array>
@@ -14,7 +15,6 @@ namespace Ui
 class frmPestMGraph;
 }
 class QLabel;
-class QScrollBar;
 
 /// Charts the pest counts of completed monitoring: up to five pests or blocks by week, date or point.
 ///
@@ -63,6 +63,8 @@ private:
     void setScrollRanges();
     GraphZoom::Extent viewport() const;
     void pointSelected(int series, int point);
+    /// A point chosen by key may lie out of sight on a zoomed chart.
+    void showPoint(const chart::PointPlace &place);
     void chartClick();
     void printGraph();
     void setUpStyles();

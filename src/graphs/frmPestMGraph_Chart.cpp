@@ -6,7 +6,6 @@
 #include "graphs/frmPestMGraph.h"
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
-#include "platform/controls/Look.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMGraph.h"
 
@@ -28,10 +27,6 @@ int pixels(std::int32_t twips)
 
 void frmPestMGraph::connectChart()
 {
-    const auto theme = [this] {
-        ui_->chGraph->model().setTheme(controls::Look::isDark() ? chart::Theme::dark() : chart::Theme::light());
-    };
-    theme();
     connect(ui_->cbo_6, &controls::ItemCombo::Click, this, [this] { guarded([this] { chartTypeClick(); }); });
     connect(ui_->chk_0, &QCheckBox::clicked, this, [this](bool show) { showGraphMarkers(ui_->chGraph->model(), show); });
     connect(ui_->chk_1, &QCheckBox::clicked, this, [this](bool show) { showGraphLabels(ui_->chGraph->model(), show); });
@@ -167,6 +162,23 @@ void frmPestMGraph::pointSelected(int series, int point)
     ui_->lblPointVal_1->setText(slice ? chGraph.ColumnLabel() : chGraph.RowLabel());
     ui_->lblPointVal_2->setText(basic::doubleText(value.value_or(0.0)));
     PointPicked_ = true;
+    showPoint({series, point});
+}
+
+void frmPestMGraph::showPoint(const chart::PointPlace &place)
+{
+    const std::optional<QPoint> position = ui_->chGraph->positionOf(place);
+    if (!position || zoom_.level() < 1) {
+        return;
+    }
+    const QPoint inViewport = ui_->chGraph->pos() + *position;
+    const QRect seen = ui_->pic_0->rect();
+    if (!seen.contains(inViewport)) {
+        const QPoint way = inViewport - seen.center();
+        const double step = static_cast<double>(GraphZoom::ScrollStep) / TwipsPerPixel;
+        ui_->HScroll->setValue(ui_->HScroll->value() + static_cast<int>(way.x() / step));
+        ui_->VScroll->setValue(ui_->VScroll->value() + static_cast<int>(way.y() / step));
+    }
 }
 
 void frmPestMGraph::chartClick()

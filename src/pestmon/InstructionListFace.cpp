@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pestmon/InstructionListFace.h"
 
-#include "common/HandOffFiles.h"
 #include "common/WeekNumber.h"
-#include "platform/basic/Clock.h"
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
+#include "shell/Period.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 
@@ -129,16 +128,8 @@ InstructionListFace::InstructionListFace(ChildScreen &screen, ScreenHost &host, 
 
 void InstructionListFace::load()
 {
-    const QString unreadable = Read_FindSDate(session());
-    if (!unreadable.isEmpty()) {
-        host().showFailure(unreadable);
-    }
-    const QDate today = basic::Clock::today();
-    if (session().CurrentSDate.isEmpty()) {
-        session().CurrentSDate = QStringLiteral("01/01/%1").arg(basic::formatDate(today, u"yyyy"));
-    }
-    ui_.dtpDateFrom->setValue(basic::dateFromText(session().CurrentSDate));
-    ui_.dtpDateTo->setValue(today);
+    readPeriodStart(host());
+    showPeriod(host(), *ui_.dtpDateFrom, *ui_.dtpDateTo);
 }
 
 void InstructionListFace::layOutGrid(int records)
@@ -303,8 +294,7 @@ void InstructionListFace::periodChanged()
 
 void InstructionListFace::keepPeriodStart()
 {
-    session().CurrentSDate = basic::formatDate(ui_.dtpDateFrom->Value(), u"yyyy/MM/dd");
-    Write_FindSDate(session());
+    ::keepPeriodStart(session(), *ui_.dtpDateFrom);
 }
 
 void InstructionListFace::editCurrentRow()

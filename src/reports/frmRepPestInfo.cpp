@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/frmRepPestInfo.h"
 
-#include "common/HandOffFiles.h"
 #include "common/PestTypes.h"
-#include "platform/basic/Clock.h"
-#include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/Look.h"
+#include "shell/Period.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmRepPestInfo.h"
 
@@ -109,17 +107,9 @@ void frmRepPestInfo::load()
 {
     SessionContext &values = session();
     if (values.CurrentSDate.isEmpty()) {
-        const QString unreadable = Read_FindSDate(values);
-        if (!unreadable.isEmpty()) {
-            host().showFailure(unreadable);
-        }
+        readPeriodStart(host());
     }
-    const QDate today = basic::Clock::today();
-    if (values.CurrentSDate.isEmpty()) {
-        values.CurrentSDate = QStringLiteral("01/01/%1").arg(basic::formatDate(today, u"yyyy"));
-    }
-    ui_->dtpDateFrom->setValue(basic::dateFromText(values.CurrentSDate));
-    ui_->dtpDateTo->setValue(today);
+    showPeriod(host(), *ui_->dtpDateFrom, *ui_->dtpDateTo);
     values.PestTypeFilter.clear();
     for (const QString &caption : pestTypeCaptions()) {
         ui_->cmbTPest->AddItem(caption);
@@ -164,8 +154,7 @@ void frmRepPestInfo::pestTypeClick()
 
 void frmRepPestInfo::keepPeriodStart()
 {
-    session().CurrentSDate = basic::formatDate(ui_->dtpDateFrom->Value(), u"yyyy/MM/dd");
-    Write_FindSDate(session());
+    ::keepPeriodStart(session(), *ui_->dtpDateFrom);
 }
 
 void frmRepPestInfo::print(RecordsNesting nesting)

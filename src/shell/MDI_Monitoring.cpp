@@ -142,6 +142,7 @@ void MDI_Monitoring::upgrade()
         dialogs_.message(text.arg(error.number()).arg(error.description()), QStringLiteral("Error"), controls::BoxIcon::Critical);
     });
     store::Ensure_PMRepeatField(session_);
+    store::Ensure_Indexes(session_);
 }
 
 void MDI_Monitoring::Update_TempBlock()

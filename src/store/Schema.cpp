@@ -106,7 +106,7 @@ std::vector<SchemaTable> monitoringTables()
                   {number("PMDataID"), number("PMTransID"), number("BlockID"), number("CTargetID"), shortNumber("PMBPunt"),
                    shortNumber("PMCount"), shortNumber("PMCountUnder"), shortNumber("PMCountUpper"), yesNo("PMYes"),
                    yesNo("PMYesUnder"), yesNo("PMYesUpper")},
-                  {{"PMTransID", "BlockID", "CTargetID", "PMBPunt"}, {"CTargetID", "PMBPunt"}}),
+                  {{"PMTransID", "BlockID", "CTargetID", "PMBPunt"}, {"CTargetID", "BlockID", "PMBPunt"}}),
         autoKeyed("tblPMDataMax",
                   {number("PMDataMaxID"), number("PMTransID"), number("BlockID"), number("CTargetID"), shortNumber("PMCountMax"),
                    shortNumber("PMCountUnderMax"), shortNumber("PMCountUpperMax"), shortNumber("PMYesMax"),

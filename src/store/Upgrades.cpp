@@ -153,6 +153,37 @@ bool rewriteWeeks(dao::Database &database, Work work)
     return false;
 }
 
+/// Indexes of older files that nothing looks up any more, by their names there, and the fields of those that took their place.
+struct ReplacedIndex {
+    QStringView table;
+    QStringView former;
+    std::vector<QString> fields;
+};
+const std::vector<ReplacedIndex> ReplacedIndexes{
+    {u"tblPMData", u"tblPMData_CTargetID_PMBPunt", {"CTargetID", "BlockID", "PMBPunt"}}};
+
+void replaceIndex(dao::Database &database, const ReplacedIndex &replaced)
+{
+    const QString table = replaced.table.toString();
+    const std::vector<dao::Index> present = database.tableDef(table).Indexes();
+    const auto isPresent = [&](const auto &matches) { return std::any_of(present.begin(), present.end(), matches); };
+    dao::WriteScope scope(database);
+    try {
+        if (!isPresent([&](const dao::Index &index) { return index.fields == replaced.fields; })) {
+            const std::vector<dao::Index> wanted = findTable(table)->definition().Indexes();
+            database.Append(table, *std::find_if(wanted.begin(), wanted.end(), [&](const dao::Index &index) {
+                                return index.fields == replaced.fields;
+                            }));
+        }
+        if (isPresent([&](const dao::Index &index) { return index.name == replaced.former; }))
+            database.removeIndex(table, replaced.former.toString());
+    } catch (const basic::RunTimeError &) {
+        scope.rollback();
+        throw;
+    }
+    scope.commit();
+}
+
 } // namespace
 
 QString TestTableExists(SessionContext &session, const QString &table)
@@ -198,6 +229,14 @@ void Ensure_PMRepeatField(SessionContext &session)
         database.Append(table.Name(), repeat);
         database.Execute(QStringLiteral("UPDATE tblPMTrans SET PMRepeat = False"));
         scope.commit();
+    });
+}
+
+void Ensure_Indexes(SessionContext &session)
+{
+    basic::leaveSilently([&] {
+        for (const ReplacedIndex &replaced : ReplacedIndexes)
+            replaceIndex(*session.dbPest, replaced);
     });
 }
 

@@ -24,6 +24,10 @@ void Ensure_TempBlockTable(SessionContext &session, const std::function<void(con
 /// Adds tblPMTrans.PMRepeat when it is missing and sets it False in all rows. Any error ends it silently.
 void Ensure_PMRepeatField(SessionContext &session);
 
+/// Gives an older file the indexes of today, in the place of those that they replace. An index only saves time, so a file that
+/// cannot take it is used as it is: any error leaves the file unchanged and ends it silently.
+void Ensure_Indexes(SessionContext &session);
+
 /// Mirrors the plantings of the main database into tblTempBlockPlant. Only rows that differ are written.
 void Update_TempBlock(SessionContext &session);
 

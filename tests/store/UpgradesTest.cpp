@@ -117,6 +117,7 @@ private Q_SLOTS:
         QVERIFY(!before.isEmpty());
         store::Ensure_TempBlockTable(farm.session, [](const basic::RunTimeError &) { QFAIL("no step may fail"); });
         store::Ensure_PMRepeatField(farm.session);
+        store::Ensure_Indexes(farm.session);
         store::Update_TempBlock(farm.session);
         store::Recalc_PMTransWeek(farm.session);
         QCOMPARE(fingerprint(farm.filePath(DatabaseFile::Pest)), before);
@@ -150,6 +151,40 @@ private Q_SLOTS:
         farm.session.dbPest->Execute("UPDATE tblPMTrans SET PMRepeat = True");
         store::Ensure_PMRepeatField(farm.session);
         QCOMPARE(farm.rows(DatabaseFile::Pest, "Select * from tblPMTrans"), QStringList{"1|True"});
+    }
+
+    void anOlderFileGetsTheIndexOfToday()
+    {
+        TemporaryFarm farm;
+        farm.addInstruction({.blocks = {{1, 3}}, .targets = {1, 2}});
+        const auto indexes = [&] {
+            QStringList all;
+            const dao::TableDef definition = farm.session.dbPest->tableDef("tblPMData");
+            for (const dao::Index &index : definition.Indexes())
+                all.append(QStringList(index.fields.begin(), index.fields.end()).join(u','));
+            return all;
+        };
+        const QStringList today = indexes();
+        const QString data = "Select * from tblPMData";
+        const QStringList rows = farm.rows(DatabaseFile::Pest, data);
+        farm.session.dbPest->removeIndex("tblPMData", "tblPMData_CTargetID_BlockID_PMBPunt");
+        farm.session.dbPest->Append("tblPMData",
+                                    dao::Index{"tblPMData_CTargetID_PMBPunt", {"CTargetID", "PMBPunt"}, false, false});
+        QVERIFY(indexes() != today);
+        // A file that cannot be written is used as it is.
+        farm.close();
+        farm.open(true);
+        store::Ensure_Indexes(farm.session);
+        QVERIFY(indexes() != today);
+        farm.close();
+        farm.open();
+        store::Ensure_Indexes(farm.session);
+        QCOMPARE(indexes(), today);
+        QCOMPARE(farm.rows(DatabaseFile::Pest, data), rows);
+        QVERIFY(farm.session.dbPest->checkIntegrity().isEmpty());
+        const QByteArray before = fingerprint(farm.filePath(DatabaseFile::Pest));
+        store::Ensure_Indexes(farm.session);
+        QCOMPARE(fingerprint(farm.filePath(DatabaseFile::Pest)), before);
     }
 
     void aStepThatFailsIsReportedOnce()

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AnalysisRound.h"
+#include "GraphRound.h"
 #include "MonitoringRound.h"
 
-#include "analysis/frmMonLeave.h"
-#include "pestmon/frmPestMon2.h"
+#include "menu/MenuEntries.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/controls/Look.h"
-#include "reports/frmRepPestInfo.h"
-#include "reports/frmRepPestMon.h"
 #include "shell/ChildScreen.h"
 #include "shell/FarmApplication.h"
 #include "shell/MDI_Monitoring.h"
@@ -24,27 +22,11 @@ namespace
 
 constexpr QSize WindowSize(1366, 768);
 
-template <typename Screen> std::function<ChildScreen *(ScreenHost &, QWidget *)> screen()
-{
-    return [](ScreenHost &host, QWidget *parent) { return new Screen(host, parent); };
-}
-
-std::vector<MenuEntry> menuEntries()
-{
-    std::vector<MenuEntry> entries{{QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, screen<frmPestMon2>()},
-                                   {QStringLiteral("ImPM"), ZeroPosition::Never, false, {}, screen<frmRepPestInfo>()},
-                                   {QStringLiteral("imFF"), ZeroPosition::Never, false, {}, screen<frmRepPestMon>()}};
-    for (const auto &[picture, mode] : {std::pair("imLeave", "Leaf"), std::pair("imAsset", "Fruit"), std::pair("imBas", "Basic"),
-                                        std::pair("imEx", "Ex"), std::pair("imMic", "Micro")}) {
-        entries.push_back({QLatin1String(picture), ZeroPosition::First, true, QLatin1String(mode), screen<frmMonLeave>()});
-    }
-    return entries;
-}
-
 /// The parts of the round on one window.
 struct Rounds {
     MonitoringRound monitoring;
     AnalysisRound analyses;
+    GraphRound graphs;
     PaperRound papers;
 };
 
@@ -60,7 +42,10 @@ void runProgram(const QString &folder, Report &report, const std::function<void(
     window.show();
     window.activateWindow();
     report.check(QTest::qWaitForWindowActive(&window), QStringLiteral("the window shows"));
-    Rounds rounds{{window, dialogs, launcher, report}, {window, dialogs, launcher, report}, {window, dialogs, launcher, report}};
+    Rounds rounds{{window, dialogs, launcher, report},
+                  {window, dialogs, launcher, report},
+                  {window, dialogs, report},
+                  {window, dialogs, launcher, report}};
     play(rounds);
     report.check(dialogs.allAsExpected(), QStringLiteral("no box came that was not expected, and none stayed away"));
 }
@@ -74,6 +59,7 @@ bool playOn(const QString &folder)
         rounds.monitoring.playAnswers();
         rounds.monitoring.playReports();
         rounds.analyses.play();
+        rounds.graphs.play();
         rounds.papers.makePictures();
     });
     runProgram(folder, report, [](Rounds &rounds) { rounds.monitoring.reopen(MonitoringRound::countNotes()); });

@@ -124,6 +124,17 @@ QByteArray Catalog::columnDeclaration(const Field &field)
     return quoteName(field.name) + ' ' + type.toUtf8();
 }
 
+QByteArray Catalog::storedIndexName(const TableDef &definition, const Index &index)
+{
+    return quoteName(definition.Name() + u'_' + index.name);
+}
+
+QByteArray Catalog::indexStatement(const TableDef &definition, const Index &index)
+{
+    return (index.unique || index.primary ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") + storedIndexName(definition, index)
+        + " ON " + quoteName(definition.Name()) + " (" + fieldList(definition, index) + ')';
+}
+
 std::vector<QByteArray> Catalog::createStatements(const TableDef &definition)
 {
     const int keyField = keyFieldOf(definition);
@@ -138,15 +149,11 @@ std::vector<QByteArray> Catalog::createStatements(const TableDef &definition)
         if (isKeyIndex(definition, index, keyField)) {
             continue;
         }
-        const QByteArray fields = fieldList(definition, index);
         if (index.primary && keyField < 0) {
-            columns += ", PRIMARY KEY (" + fields + ')';
+            columns += ", PRIMARY KEY (" + fieldList(definition, index) + ')';
             continue;
         }
-        // Index names are shared by all tables of a file, so the table's name goes in front.
-        indexes.push_back((index.unique || index.primary ? "CREATE UNIQUE INDEX " : "CREATE INDEX ")
-                          + quoteName(definition.Name() + u'_' + index.name) + " ON " + quoteName(definition.Name()) + " ("
-                          + fields + ')');
+        indexes.push_back(indexStatement(definition, index));
     }
     std::vector<QByteArray> statements{"CREATE TABLE " + quoteName(definition.Name()) + " (" + columns + ')'};
     statements.insert(statements.end(), indexes.begin(), indexes.end());

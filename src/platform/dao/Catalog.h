@@ -48,6 +48,9 @@ public:
 
     /// The statements that make a table and its indexes.
     static std::vector<QByteArray> createStatements(const TableDef &definition);
+    static QByteArray indexStatement(const TableDef &definition, const Index &index);
+    /// Quoted. Index names are shared by all tables of a file, so the table's name goes in front.
+    static QByteArray storedIndexName(const TableDef &definition, const Index &index);
     /// Declaration of one column, as CREATE TABLE and ALTER TABLE take it.
     static QByteArray columnDeclaration(const Field &field);
 

@@ -5,6 +5,7 @@
 #include "platform/dao/Engine.h"
 #include "platform/dao/RecordsetState.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace dao
@@ -77,6 +78,31 @@ void Database::Append(const QString &table, const Field &field)
     }
     Statement statement(engine.connection(),
                         "ALTER TABLE " + quoteName(definition.Name()) + " ADD COLUMN " + Catalog::columnDeclaration(field));
+    engine.write(statement);
+    engine.forgetSchema();
+}
+
+void Database::Append(const QString &table, const Index &index)
+{
+    Engine &engine = *state_->engine;
+    Statement statement(engine.connection(), Catalog::indexStatement(tableDef(table), index));
+    engine.write(statement);
+    engine.forgetSchema();
+}
+
+void Database::removeIndex(const QString &table, const QString &index)
+{
+    Engine &engine = *state_->engine;
+    const TableDef definition = tableDef(table);
+    const auto &indexes = definition.Indexes();
+    const auto found = std::find_if(indexes.begin(), indexes.end(), [&index](const Index &one) {
+        return !one.primary && one.name.compare(index, Qt::CaseInsensitive) == 0;
+    });
+    if (found == indexes.end()) {
+        throw DataError(DataErrorNumber::ItemNotFound,
+                        QStringLiteral("There is no index %1 of %2 (item not found).").arg(index, definition.Name()));
+    }
+    Statement statement(engine.connection(), "DROP INDEX " + Catalog::storedIndexName(definition, *found));
     engine.write(statement);
     engine.forgetSchema();
 }

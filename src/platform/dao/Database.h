@@ -45,6 +45,10 @@ public:
     void Append(const TableDef &definition);
     /// Adds a field to a table in the file; existing rows hold null in it, a Boolean False.
     void Append(const QString &table, const Field &field);
+    /// Builds an index over the rows of a table in the file; its name is that of tableDef's indexes.
+    void Append(const QString &table, const Index &index);
+    /// 3265 when the table has no index of that name, or when it is the key.
+    void removeIndex(const QString &table, const QString &index);
     /// By name without regard to case; 3265 when there is none.
     TableDef tableDef(const QString &name) const;
     QStringList tableNames() const;

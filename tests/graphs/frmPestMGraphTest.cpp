@@ -1,0 +1,268 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "graphs/frmPestMGraph.h"
+
+#include "GraphFarm.h"
+#include "platform/basic/Clock.h"
+#include "platform/chart/ChartView.h"
+#include "platform/controls/DatePicker.h"
+#include "platform/controls/ItemCombo.h"
+#include "support/ScreenHostDouble.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QFile>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QTest>
+
+using controls::ItemCombo;
+
+class frmPestMGraphTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void criteriaFillEachOther();
+    void largestAndSmallest();
+    void pointsOnlyPerBlock();
+    void leavingAPickerEmptiesTheBlock();
+    void drawAsksForWhatIsMissing();
+    void drawReadsOutAndTellsErrors();
+    void zoomAndScroll();
+    void printing();
+
+private:
+    template <typename Control> Control &find(const char *name)
+    {
+        auto *control = screen_->findChild<Control *>(QLatin1String(name));
+        Q_ASSERT(control);
+        return *control;
+    }
+    void click(const char *name) { find<QAbstractButton>(name).click(); }
+    ItemCombo &combo(const char *name) { return find<ItemCombo>(name); }
+    /// Texts of the five series lists, "|" between.
+    QString series();
+    QString labels() { return find<QLabel>("lblPointVal_1").text() + u'|' + find<QLabel>("lblPointVal_2").text(); }
+    chart::ChartView &chGraph() { return find<chart::ChartView>("chGraph"); }
+
+    std::unique_ptr<GraphFarm> farm_;
+    std::unique_ptr<ScreenHostDouble> host_;
+    std::unique_ptr<frmPestMGraph> screen_;
+};
+
+void frmPestMGraphTest::init()
+{
+    basic::Clock::stopAt(QDateTime(QDate(2026, 5, 4), QTime(10, 0)));
+    farm_ = std::make_unique<GraphFarm>();
+    // Sums in block A: pest 1 to 6 have 10, 20, 20, 5, 40, 30.
+    int pest = 0;
+    for (const int count : {10, 20, 20, 5, 40, 30}) {
+        farm_->found({.week = 11, .pest = ++pest, .count = count});
+    }
+    farm_->found({.week = 12, .block = 2, .pest = 7, .count = 1});
+    host_ = std::make_unique<ScreenHostDouble>(farm_->session);
+    screen_ = std::make_unique<frmPestMGraph>(*host_);
+    screen_->resize(1366, 700);
+    screen_->show();
+    screen_->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(screen_.get()));
+    screen_->activateScreen();
+}
+
+void frmPestMGraphTest::cleanup()
+{
+    QVERIFY2(host_->errors.isEmpty(), qPrintable(host_->errors.join(u' ')));
+    QVERIFY(host_->dialogs().allAsExpected());
+    screen_.reset();
+    host_.reset();
+    farm_.reset();
+    basic::Clock::stopAt({});
+}
+
+QString frmPestMGraphTest::series()
+{
+    QStringList texts;
+    for (const char *name : {"cbo0", "cbo1", "cbo2", "cbo3", "cbo4"}) {
+        texts.append(combo(name).Text());
+    }
+    return texts.join(u'|');
+}
+
+void frmPestMGraphTest::criteriaFillEachOther()
+{
+    QCOMPARE(farm_->session.CurrentSDate, QStringLiteral("01/01/2026"));
+    QCOMPARE(combo("cmbBCount").ListCount(), 2);
+    QVERIFY(combo("cbo0").isHidden() && find<QCheckBox>("chk_2").isHidden());
+    combo("cmbBCount").setListIndex(0);
+    QVERIFY(!combo("cbo4").isHidden());
+    QCOMPARE(combo("cbo0").ListCount(), 6);
+    QCOMPARE(find<QLabel>("lbl_12").text(), QStringLiteral("Pest 2"));
+
+    click("opt_1");
+    QCOMPARE(find<QLabel>("Label2_1").text(), QStringLiteral("Pest:"));
+    QCOMPARE(combo("cmbBCount").ListCount(), 7);
+    combo("cmbBCount").setListIndex(combo("cmbBCount").findText(QStringLiteral("Pest 7")));
+    QCOMPARE(series(), QStringLiteral("Blok B||||"));
+    QCOMPARE(find<QLabel>("lbl_11").text(), QStringLiteral("Block 1"));
+
+    click("opt_2");
+    QVERIFY(combo("cmbBCount").isHidden());
+    QCOMPARE(combo("cbo3").ListCount(), 7);
+    QCOMPARE(farm_->session.CurrentBlockID, 0);
+    // Nothing was answered by yes or no.
+    click("OptType_1");
+    QCOMPARE(farm_->session.CurrentPMMethodID, 2);
+    QCOMPARE(series(), QStringLiteral("||||"));
+    // An activation begins with counts, whatever the choice shows.
+    screen_->activateScreen();
+    QCOMPARE(farm_->session.CurrentPMMethodID, 1);
+    QVERIFY(find<QRadioButton>("OptType_1").isChecked() && find<QRadioButton>("opt_0").isChecked());
+}
+
+void frmPestMGraphTest::largestAndSmallest()
+{
+    combo("cmbBCount").setListIndex(0);
+    click("chk_3");
+    QVERIFY(series().startsWith(QStringLiteral("Pest 5|Pest 6|")) && series().endsWith(QStringLiteral("|Pest 1")));
+    click("chk_2");
+    QVERIFY(!find<QCheckBox>("chk_3").isChecked());
+    QVERIFY(series().startsWith(QStringLiteral("Pest 4|Pest 1|")) && series().endsWith(QStringLiteral("|Pest 6")));
+    click("chk_2");
+    QCOMPARE(farm_->session.GraphRankMode, 0);
+    click("chk_3");
+    combo("cmbBCount").setListIndex(1);
+    QCOMPARE(series(), QStringLiteral("Pest 7||||"));
+}
+
+void frmPestMGraphTest::pointsOnlyPerBlock()
+{
+    click("OptW_2");
+    click("opt_1");
+    QVERIFY(find<QRadioButton>("OptW_0").isChecked());
+    QVERIFY(find<QRadioButton>("OptW_2").isHidden());
+    click("opt_0");
+    QVERIFY(!find<QRadioButton>("OptW_2").isHidden());
+}
+
+void frmPestMGraphTest::leavingAPickerEmptiesTheBlock()
+{
+    combo("cmbBCount").setListIndex(0);
+    auto &from = find<controls::DatePicker>("dtpDateFrom");
+    from.setFocus();
+    from.setValue(QDate(2026, 4, 1));
+    find<QPushButton>("cmd_0").setFocus();
+    QCOMPARE(combo("cmbBCount").Text(), QString());
+    QCOMPARE(combo("cmbBCount").ListCount(), 0);
+    QCOMPARE(farm_->session.CurrentSDate, QStringLiteral("2026/04/01"));
+    QVERIFY(QFile::exists(farm_->session.AppPath + QStringLiteral("/FindSDate.txt")));
+}
+
+void frmPestMGraphTest::drawAsksForWhatIsMissing()
+{
+    host_->dialogs().expectMessage();
+    QTest::keyClick(screen_.get(), Qt::Key_Insert);
+    QCOMPARE(host_->dialogs().takeLastText(), QStringLiteral("Select a block!"));
+    click("opt_1");
+    host_->dialogs().expectMessage();
+    click("cmd_0");
+    QCOMPARE(host_->dialogs().takeLastText(), QStringLiteral("Select a pest!"));
+    click("opt_2");
+    for (const char *name : {"cbo0", "cbo1", "cbo2", "cbo3", "cbo4"}) {
+        combo(name).setText(QString());
+    }
+    host_->dialogs().expectMessage();
+    click("cmd_0");
+    QCOMPARE(host_->dialogs().takeLastText(), QStringLiteral("No data to dispay"));
+    QCOMPARE(chGraph().model().SeriesCount(), 0);
+    // No chart has been drawn whose styles could be set.
+    host_->dialogs().expectMessage();
+    click("cmd_5");
+    QVERIFY(host_->dialogs().takeLastText().startsWith(QStringLiteral("9 - Subscript out of range")));
+}
+
+void frmPestMGraphTest::drawReadsOutAndTellsErrors()
+{
+    QCOMPARE(combo("cbo_6").Text(), QStringLiteral("3dBar"));
+    QCOMPARE(chGraph().model().chartType(), chart::ChartType::Bar2d);
+    combo("cmbBCount").setListIndex(0);
+    click("cmd_0");
+    QCOMPARE(chGraph().model().ColumnCount(), 5);
+    const QPoint bar = chGraph().positionOf({3, 11}).value();
+    QTest::mouseClick(&chGraph(), Qt::LeftButton, {}, bar);
+    QCOMPARE(labels(), QStringLiteral("11|20"));
+    combo("cbo_6").setListIndex(10);
+    QCOMPARE(chGraph().model().chartType(), chart::ChartType::Pie2d);
+    QTest::mouseClick(&chGraph(), Qt::LeftButton, {}, chGraph().positionOf({5, 1}).value());
+    QCOMPARE(labels(), QStringLiteral("Pest 5|40"));
+    QTest::mouseClick(&chGraph(), Qt::LeftButton, {}, QPoint(2, 2));
+    QCOMPARE(labels(), QStringLiteral("|"));
+
+    // A week past the table; the chart stays as it was.
+    farm_->found({.week = 60, .pest = 2, .count = 1});
+    host_->dialogs().expectMessage();
+    click("cmd_0");
+    QVERIFY(host_->dialogs().takeLastText().startsWith(QStringLiteral("9 - Subscript out of range")));
+    QCOMPARE(chGraph().model().ChartData().columnSum(2).value(), 20.0);
+    // A name that is typed and in no list has no key.
+    combo("cbo1").setText(QStringLiteral("Anything"));
+    host_->dialogs().expectMessage();
+    click("cmd_0");
+    QVERIFY(host_->dialogs().takeLastText().startsWith(QStringLiteral("9 - ")));
+}
+
+void frmPestMGraphTest::zoomAndScroll()
+{
+    combo("cmbBCount").setListIndex(0);
+    click("cmd_0");
+    const QSize unzoomed = chGraph().size();
+    QCOMPARE(unzoomed, find<QWidget>("pic_0").size());
+    auto &vertical = find<QScrollBar>("VScroll");
+    QVERIFY(vertical.isHidden());
+    for (int press = 0; press < 5; ++press) {
+        click("cmd_2");
+    }
+    QVERIFY(!find<QPushButton>("cmd_2").isEnabled() && !vertical.isHidden());
+    QVERIFY(qAbs(chGraph().height() - unzoomed.height() * 17 / 2) <= 1);
+    QVERIFY(qAbs(chGraph().geometry().bottom() + 1 - unzoomed.height()) <= 1);
+    vertical.setValue(0);
+    QVERIFY(qAbs(chGraph().y()) <= 7);
+    find<QScrollBar>("HScroll").setValue(30);
+    QCOMPARE(chGraph().x(), -200);
+    // A draw goes back to the whole chart and lets the bars be.
+    click("cmd_0");
+    QCOMPARE(chGraph().geometry(), QRect(QPoint(0, 0), unzoomed));
+    QVERIFY(!vertical.isHidden());
+    click("cmd_3");
+    click("cmd_2");
+    QCOMPARE(chGraph().size(), unzoomed);
+}
+
+void frmPestMGraphTest::printing()
+{
+    combo("cmbBCount").setListIndex(0);
+    click("cmd_0");
+    host_->dialogs().queuePrinter(QString());
+    click("cmd_4");
+    QCOMPARE(host_->status, QString());
+    const QString file = farm_->appPath() + QStringLiteral("/graph.pdf");
+    host_->dialogs().queuePrinter(file);
+    click("cmd_4");
+    QFile pdf(file);
+    QVERIFY(pdf.open(QIODevice::ReadOnly));
+    QVERIFY(pdf.read(5) == "%PDF-");
+    QCOMPARE(chGraph().model().TitleText(), QString());
+    const QImage picture = QGuiApplication::clipboard()->image();
+    QVERIFY(picture.width() > picture.height());
+    QVERIFY(host_->failure.isEmpty());
+    // A place that cannot be written raises no box.
+    host_->dialogs().queuePrinter(farm_->appPath() + QStringLiteral("/no such folder/graph.pdf"));
+    click("cmd_4");
+    QVERIFY(!host_->failure.isEmpty());
+}
+
+QTEST_MAIN(frmPestMGraphTest)
+#include "frmPestMGraphTest.moc"

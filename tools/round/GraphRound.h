@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Hands.h"
+#include "Report.h"
+
+#include "platform/controls/Dialogs.h"
+
+class MDI_Monitoring;
+
+/// The graphs through their real screen, by mouse and keys: the largest pests of a block by week, drawn as each of the twelve
+/// kinds, zoomed, styled and printed. What is drawn is compared with sums asked of the file. Begins and ends with the menu open.
+class GraphRound
+{
+public:
+    GraphRound(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, Report &report);
+
+    void play();
+
+private:
+    void chooseCriteria();
+    void compareWithFile();
+    void drawEachKind();
+    void readOut();
+    void zoom();
+    void style();
+    void print();
+    void otherAxes();
+
+    MDI_Monitoring &window_;
+    controls::QueuedDialogs &dialogs_;
+    Report &report_;
+    Hands hands_;
+};
