@@ -34,13 +34,13 @@ GraphCriteria criteriaFor(GraphScope scope, GraphAxis axis)
 }
 
 /// What a draw reads, against the queries of its five series alone.
-void readSeries(benchmark::State &state, const GraphCriteria &criteria, const char *floor, bool ofBlock)
+void readSeries(benchmark::State &state, const GraphCriteria &criteria, const QString &floor, bool ofBlock)
 {
     BigProgram &program = programOf(static_cast<int>(state.range(0)));
     SessionContext &session = program.window->session();
     session.CurrentBlockID = FixedBlock;
     RawSqlite raw(program.farm.pestFile());
-    sqlite3_stmt *rows = raw.prepare(floor);
+    sqlite3_stmt *rows = raw.prepare(qPrintable(floor));
     int touched = 0;
     compare(
         state, [&] { benchmark::DoNotOptimize(readGraphData(criteria, program.window->objPestMON(), session)); },
@@ -55,20 +55,29 @@ void readSeries(benchmark::State &state, const GraphCriteria &criteria, const ch
 
 void pointsOfBlock(benchmark::State &state)
 {
-    readSeries(state, criteriaFor(GraphScope::PerBlock, GraphAxis::Points),
-               "SELECT t.*, d.* FROM tblPMTrans t INNER JOIN tblPMData d ON t.PMTransID = d.PMTransID WHERE d.CTargetID = ?1 AND "
-               "t.PMTransDateCom >= ?2 AND t.PMTransDateCom <= ?3 AND t.PMTransCom = -1 AND d.BlockID = ?4 ORDER BY "
-               "t.PMTransDateCom, t.PMTransID, d.PMBPunt, d.PMDataID",
-               true);
+    readSeries(
+        state, criteriaFor(GraphScope::PerBlock, GraphAxis::Points),
+        QStringLiteral(
+            "SELECT t.*, d.* FROM tblPMTrans t INNER JOIN tblPMData d ON t.PMTransID = d.PMTransID WHERE d.CTargetID = ?1 AND "
+            "t.PMTransDateCom >= ?2 AND t.PMTransDateCom <= ?3 AND t.PMTransCom = -1 AND d.BlockID = ?4 ORDER BY "
+            "t.PMTransDateCom, t.PMTransID, d.PMBPunt, d.PMDataID"),
+        true);
+}
+
+constexpr auto TotalsOfPest =
+    "SELECT * FROM tblPMDataMax d, tblPMTrans t WHERE d.CTargetID = ?1 AND t.PMMethodID = 1 AND d.PMTransID = t.PMTransID AND "
+    "t.PMTransDateCom >= ?2 AND t.PMTransDateCom <= ?3 AND t.PMTransCom = -1%1 ORDER BY "
+    "t.PMTransDate, t.PMTransID, d.PMDataMaxID";
+
+void daysOfBlock(benchmark::State &state)
+{
+    readSeries(state, criteriaFor(GraphScope::PerBlock, GraphAxis::Date),
+               QLatin1String(TotalsOfPest).arg(QLatin1String(" AND d.BlockID = ?4")), true);
 }
 
 void daysOfFarm(benchmark::State &state)
 {
-    readSeries(state, criteriaFor(GraphScope::Farm, GraphAxis::Date),
-               "SELECT * FROM tblPMDataMax d, tblPMTrans t WHERE d.CTargetID = ?1 AND t.PMMethodID = 1 AND d.PMTransID = "
-               "t.PMTransID AND t.PMTransDateCom >= ?2 AND t.PMTransDateCom <= ?3 AND t.PMTransCom = -1 ORDER BY t.PMTransDate, "
-               "t.PMTransID, d.PMDataMaxID",
-               false);
+    readSeries(state, criteriaFor(GraphScope::Farm, GraphAxis::Date), QLatin1String(TotalsOfPest).arg(QString()), false);
 }
 
 /// The five lists of the farm's pests by their sums, against the ranking alone.
@@ -102,6 +111,7 @@ void registerGraphs()
 {
     constexpr double TwiceRaw = 2.0;
     registerRows({{"Graph by points, 5 pests of a block", "instructions", pointsOfBlock, BigFarm::Sizes, 15, TwiceRaw},
+                  {"Graph by days, 5 pests of a block", "instructions", daysOfBlock, BigFarm::Sizes, 15, TwiceRaw},
                   {"Graph by days, 5 pests of the farm", "instructions", daysOfFarm, BigFarm::Sizes, 7, TwiceRaw},
                   {"Graph lists, pests by their sums", "instructions", rankPests, BigFarm::Sizes, 7, TwiceRaw}});
 }
