@@ -143,11 +143,6 @@ void filterList(benchmark::State &state)
 
 void registerAnalysisBenchmarks()
 {
-    for (const auto &[name, body] : {std::pair("FillAnalyses", &fillList), std::pair("FilterAnalyses", &filterList)}) {
-        auto *registered =
-            benchmark::RegisterBenchmark(name, body)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(21);
-        for (const int analyses : {5000, 10000, 20000}) {
-            registered->Arg(analyses);
-        }
-    }
+    registerRows({{"List the analyses", "analyses", fillList, {5000, 10000, 20000}, 21},
+                  {"Filter the analyses", "analyses", filterList, {5000, 10000, 20000}, 21}});
 }

@@ -35,24 +35,23 @@ void fillMain(RawSqlite &file)
     file.run("COMMIT");
 }
 
-void fillPest(RawSqlite &file)
+void fillPest(RawSqlite &file, int instructions)
 {
     file.run("BEGIN");
     // Days since 1899-12-30; 43000 is in September 2017. The weeks are those that a start would write.
-    fill(file, BigFarm::Instructions,
+    fill(file, instructions,
          "INSERT INTO tblPMTrans (PMTransID, PMMethodID, PMTransDate, PMTransDateCom, PMTransWeek, PMNotes, PMPerson, "
          "PMTransCom, PMRepeat) "
          "SELECT i, 1, 43000 + i / 7, CASE WHEN i % 4 THEN 43002 + i / 7 END, 1, 'Scout before the spray', 'Anna', "
          "CASE WHEN i % 4 THEN -1 ELSE 0 END, -1 FROM n");
-    fill(file, BigFarm::Instructions,
-         "INSERT INTO tblPMBlockTrans (PMTransID, BlockID, NoofMpoints) SELECT i, 1 + i % 500, 20 FROM n");
-    fill(file, 5 * BigFarm::Instructions, "INSERT INTO tblPMTarTrans (PMTransID, CTargetID) SELECT 1 + i / 5, 1 + i % 5 FROM n");
-    fill(file, 100 * BigFarm::Instructions,
+    fill(file, instructions, "INSERT INTO tblPMBlockTrans (PMTransID, BlockID, NoofMpoints) SELECT i, 1 + i % 500, 20 FROM n");
+    fill(file, 5 * instructions, "INSERT INTO tblPMTarTrans (PMTransID, CTargetID) SELECT 1 + i / 5, 1 + i % 5 FROM n");
+    fill(file, 100 * instructions,
          "INSERT INTO tblPMData (PMTransID, BlockID, CTargetID, PMBPunt, PMCount, PMCountUnder, PMCountUpper, PMYes, PMYesUnder, "
          "PMYesUpper) "
          "SELECT 1 + (i - 1) / 100, 1 + (1 + (i - 1) / 100) % 500, 1 + i % 5, 1 + ((i - 1) / 5) % 20, i % 9, 0, 0, 0, 0, 0 FROM "
          "n");
-    fill(file, 5 * BigFarm::Instructions,
+    fill(file, 5 * instructions,
          "INSERT INTO tblPMDataMax (PMTransID, BlockID, CTargetID, PMCountMax, PMCountUnderMax, PMCountUpperMax, PMYesMax, "
          "PMYesUnderMax, "
          "PMYesUpperMax) SELECT 1 + (i - 1) / 5, 1 + (1 + (i - 1) / 5) % 500, 1 + i % 5, i % 90, 0, 0, 0, 0, 0 FROM n");
@@ -68,17 +67,18 @@ void fillSpray(RawSqlite &file)
 
 } // namespace
 
-BigFarm::BigFarm() : folder_(QDir::current().filePath(QStringLiteral("bigfarm-XXXXXX")))
+BigFarm::BigFarm(int instructions)
+    : instructions_(instructions), folder_(QDir::current().filePath(QStringLiteral("bigfarm-XXXXXX")))
 {
     QDir(folder_.path()).mkpath(QStringLiteral("Databases"));
-    const auto make = [this](store::DatabaseFile file, void (*fillFile)(RawSqlite &)) {
+    const auto make = [this](store::DatabaseFile file, const auto &fillFile) {
         const QString path = databaseFile(folder_, file);
         store::createDatabaseFile(file, path);
         RawSqlite raw(path);
         fillFile(raw);
     };
     make(store::DatabaseFile::Main, fillMain);
-    make(store::DatabaseFile::Pest, fillPest);
+    make(store::DatabaseFile::Pest, [instructions](RawSqlite &file) { fillPest(file, instructions); });
     make(store::DatabaseFile::Spray, fillSpray);
 }
 

@@ -3,7 +3,9 @@
 
 #include "menu/MenuEntries.h"
 
-BigProgram::BigProgram()
+#include <map>
+
+BigProgram::BigProgram(int instructions) : farm(instructions)
 {
     window = std::make_unique<MDI_Monitoring>(dialogs, menuEntries());
     window->load(farm.folder());
@@ -14,23 +16,25 @@ BigProgram::BigProgram()
 namespace
 {
 
-std::unique_ptr<BigProgram> &instance()
+std::map<int, BigProgram> &instances()
 {
-    static std::unique_ptr<BigProgram> held;
+    static std::map<int, BigProgram> held;
     return held;
 }
 
 } // namespace
 
+BigProgram &programOf(int instructions)
+{
+    return instances().try_emplace(instructions, instructions).first->second;
+}
+
 BigProgram &program()
 {
-    if (!instance()) {
-        instance() = std::make_unique<BigProgram>();
-    }
-    return *instance();
+    return programOf(BigFarm::Instructions);
 }
 
 void closeProgram()
 {
-    instance().reset();
+    instances().clear();
 }

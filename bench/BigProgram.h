@@ -9,7 +9,7 @@
 
 /// The program started on the big farm.
 struct BigProgram {
-    BigProgram();
+    explicit BigProgram(int instructions);
     template <typename Control> Control &find(const char *name) { return *window->findChild<Control *>(QLatin1String(name)); }
 
     BigFarm farm;
@@ -17,7 +17,8 @@ struct BigProgram {
     std::unique_ptr<MDI_Monitoring> window;
 };
 
-/// Made on first use.
+/// On a farm of so many instructions, made on first use; the largest unless told.
+BigProgram &programOf(int instructions);
 BigProgram &program();
-/// To be called while the application still stands; the farm is taken away with it.
+/// To be called while the application still stands; the farms are taken away with it.
 void closeProgram();

@@ -45,7 +45,7 @@ void writeBlockSheets(const QString &path, const FieldSheetData &data, const std
 
 void blockSheets(benchmark::State &state)
 {
-    constexpr int Blocks = 200;
+    const auto Blocks = static_cast<int>(state.range(0));
     constexpr int Points = 20;
     constexpr int Pests = 15;
     const QTemporaryDir folder(QDir::current().filePath(QStringLiteral("books-XXXXXX")));
@@ -66,7 +66,8 @@ void blockSheets(benchmark::State &state)
         [&] { writeRawBlockSheets(folder.filePath(QStringLiteral("raw.xlsx")), Blocks, Points, Pests); });
 }
 
-constexpr int Tables = 100;
+/// Rows of a block's table with its heading.
+constexpr int RowsOfTable = 600;
 constexpr int LinesOfTable = 597;
 constexpr int PointsOfLine = 9;
 
@@ -85,11 +86,11 @@ std::vector<PestRecord> recordsOfTable()
 }
 
 /// Seconds and peak of the other writer, as it tells them: the start of its interpreter does not count.
-std::pair<double, double> runOtherWriter(const QString &path)
+std::pair<double, double> runOtherWriter(const QString &path, int tables)
 {
     QProcess process;
     process.start(QStringLiteral(BENCH_PYTHON),
-                  {QStringLiteral(OTHER_WRITER), path, QString::number(Tables), QString::number(LinesOfTable),
+                  {QStringLiteral(OTHER_WRITER), path, QString::number(tables), QString::number(LinesOfTable),
                    QString::number(PointsOfLine)});
     if (!process.waitForFinished(120000) || process.exitCode() != 0) {
         qFatal("the other writer failed; it needs python3-xlwt: %s", process.readAllStandardError().constData());
@@ -98,14 +99,15 @@ std::pair<double, double> runOtherWriter(const QString &path)
     return {told.first().toDouble(), told.last().toDouble()};
 }
 
-/// Cells, looks, column fit and save of 60,000 rows x 12 columns; the bar is a ratio of 0.1 and 300 MB.
+/// Cells, looks, column fit and save of rows x 12 columns; the bar is a ratio of 0.1 and 300 MB.
 void recordsSheet(benchmark::State &state)
 {
+    const auto tables = static_cast<int>(state.range(0)) / RowsOfTable;
     const QTemporaryDir folder(QDir::current().filePath(QStringLiteral("books-XXXXXX")));
     const QString path = folder.filePath(QStringLiteral("ours.xls"));
     RecordsOrder order{.farm = QStringLiteral("Farm"), .from = QDate(2017, 1, 1), .to = QDate(2019, 12, 31)};
     order.pests.push_back({.key = 1, .name = QStringLiteral("Pest"), .chosen = true});
-    for (int block = 1; block <= Tables; ++block) {
+    for (int block = 1; block <= tables; ++block) {
         order.blocks.push_back({.key = block, .name = QStringLiteral("Block %1").arg(block), .chosen = true});
     }
     const std::vector<PestRecord> records = recordsOfTable();
@@ -125,7 +127,7 @@ void recordsSheet(benchmark::State &state)
             state.counters["rows"] = sheet.row();
         },
         [&] {
-            const auto [time, peak] = runOtherWriter(folder.filePath(QStringLiteral("other.xls")));
+            const auto [time, peak] = runOtherWriter(folder.filePath(QStringLiteral("other.xls")), tables);
             otherPeak = peak;
             return time;
         });
@@ -136,7 +138,7 @@ void recordsSheet(benchmark::State &state)
 /// The report as its screen runs it, with template, queries, progress and save; the floor is its queries alone in the engine.
 void wholeReport(benchmark::State &state)
 {
-    constexpr int Blocks = 10;
+    const auto Blocks = static_cast<int>(state.range(0));
     constexpr int Pests = 1;
     static QuietLauncher launcher;
     program().window->setLauncher(launcher);
@@ -176,16 +178,7 @@ void wholeReport(benchmark::State &state)
 
 void registerBooks()
 {
-    benchmark::RegisterBenchmark("BlockSheets/200 blocks x 20 points x 15 pests", blockSheets)
-        ->UseManualTime()
-        ->Unit(benchmark::kMillisecond)
-        ->Iterations(15);
-    benchmark::RegisterBenchmark("RecordsSheet/60000 rows x 12 columns", recordsSheet)
-        ->UseManualTime()
-        ->Unit(benchmark::kMillisecond)
-        ->Iterations(5);
-    benchmark::RegisterBenchmark("RecordsReport/1 pest x 10 blocks of 2M rows", wholeReport)
-        ->UseManualTime()
-        ->Unit(benchmark::kMillisecond)
-        ->Iterations(1);
+    registerRows({{"Field sheets, 20 points x 15 pests", "blocks", blockSheets, {50, 100, 200}, 9, 1.5},
+                  {"Records sheet, 12 columns", "rows", recordsSheet, {15000, 30000, 60000}, 3, 0.1},
+                  {"Records report of a pest, whole", "blocks", wholeReport, {2, 5, 10}, 1}});
 }

@@ -41,6 +41,24 @@ void compareTold(benchmark::State &state, const std::function<void()> &ours, con
     state.counters["ratio"] = median(oursTimes) / median(floorTimes);
 }
 
+void registerRows(const std::vector<BenchRow> &rows)
+{
+    for (const BenchRow &row : rows) {
+        const auto measured = [row](benchmark::State &state) {
+            row.body(state);
+            state.SetLabel(row.unit);
+            state.counters["bar"] = row.bar;
+        };
+        auto *registered = benchmark::RegisterBenchmark(row.name, measured)
+                               ->UseManualTime()
+                               ->Unit(benchmark::kMillisecond)
+                               ->Iterations(row.iterations);
+        for (const std::int64_t size : row.sizes) {
+            registered->Arg(size);
+        }
+    }
+}
+
 double peakMegabytes()
 {
     QFile status(QStringLiteral("/proc/self/status"));

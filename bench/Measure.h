@@ -3,6 +3,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstdint>
 #include <functional>
 #include <vector>
 
@@ -15,6 +16,18 @@ double median(std::vector<double> values);
 void compare(benchmark::State &state, const std::function<void()> &ours, const std::function<void()> &floor);
 /// As above, for a floor that tells its own seconds.
 void compareTold(benchmark::State &state, const std::function<void()> &ours, const std::function<double()> &floorSeconds);
+
+/// One line of the table at growing sizes; the body finds its size in range(0). `unit` says what the size counts. The bar is the
+/// most that "ratio" may be; 0 is none.
+struct BenchRow {
+    const char *name;
+    const char *unit;
+    void (*body)(benchmark::State &);
+    std::vector<std::int64_t> sizes;
+    int iterations;
+    double bar = 0.0;
+};
+void registerRows(const std::vector<BenchRow> &rows);
 
 /// Megabytes of memory that this process held at most since `forgetPeak`.
 double peakMegabytes();

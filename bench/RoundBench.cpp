@@ -2,6 +2,7 @@
 #include "AnalysisBench.h"
 #include "BigProgram.h"
 #include "BooksBench.h"
+#include "GraphBench.h"
 #include "Measure.h"
 #include "RawSqlite.h"
 #include "pestmon/modPestMon.h"
@@ -12,6 +13,9 @@
 #include "platform/dao/Database.h"
 #include "shell/FarmApplication.h"
 
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
 #include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
@@ -20,6 +24,11 @@
 
 namespace
 {
+
+int sizeOf(const benchmark::State &state)
+{
+    return static_cast<int>(state.range(0));
+}
 
 void runProcess(const char *path, const QStringList &arguments)
 {
@@ -30,15 +39,29 @@ void runProcess(const char *path, const QStringList &arguments)
     }
 }
 
+/// When each database was written last.
+QList<QDateTime> writeTimes(const BigFarm &farm)
+{
+    QList<QDateTime> times;
+    for (const QFileInfo &file : QFileInfo(farm.pestFile()).dir().entryInfoList(QDir::Files, QDir::Name)) {
+        times.append(file.lastModified());
+    }
+    return times;
+}
+
 /// The bar is the empty window plus half a second, so the difference counts, not the ratio.
 void start(benchmark::State &state)
 {
-    const BigFarm farm;
-    // The first start of a day makes the copy and writes the weeks.
+    const BigFarm farm(sizeOf(state));
+    // The first start of a day makes the copy and writes the weeks; a later one finds nothing to write.
     runProcess(START_PROGRAM, {farm.folder()});
+    const QList<QDateTime> written = writeTimes(farm);
     compare(
         state, [&] { runProcess(START_PROGRAM, {farm.folder()}); }, [&] { runProcess(EMPTY_PROGRAM, {}); });
     state.counters["over_ms"] = state.counters["ours_ms"] - state.counters["floor_ms"];
+    if (writeTimes(farm) != written) {
+        state.SkipWithError("a start with nothing new wrote to the databases");
+    }
 }
 
 void chooseForSaving(clsPestMONNew &store, int blocks, int points, int pests)
@@ -54,7 +77,7 @@ void chooseForSaving(clsPestMONNew &store, int blocks, int points, int pests)
 
 void saveInstruction(benchmark::State &state)
 {
-    constexpr int Blocks = 50;
+    const int Blocks = sizeOf(state);
     constexpr int Points = 20;
     constexpr int Pests = 15;
     SessionContext &session = program().window->session();
@@ -96,9 +119,14 @@ void saveInstruction(benchmark::State &state)
 
 void leaveCell(benchmark::State &state)
 {
-    SessionContext &session = program().window->session();
-    clsPestMONNew &store = program().window->objPestMON();
-    RawSqlite raw(program().farm.pestFile());
+    const int instructions = sizeOf(state);
+    SessionContext &session = programOf(instructions).window->session();
+    clsPestMONNew &store = programOf(instructions).window->objPestMON();
+    // The first rows of the instruction in the middle.
+    const int middle = instructions / 2 + 1;
+    const int firstPoint = 50 * instructions + 1;
+    const int firstTotal = 5 * instructions / 2 + 1;
+    RawSqlite raw(programOf(instructions).farm.pestFile());
     sqlite3_stmt *point = raw.prepare("UPDATE tblPMData SET PMCount = ? WHERE PMDataID = ?");
     sqlite3_stmt *total = raw.prepare("UPDATE tblPMDataMax SET PMCountMax = ? WHERE PMDataMaxID = ?");
     std::int16_t value = 0;
@@ -106,17 +134,17 @@ void leaveCell(benchmark::State &state)
         state,
         [&] {
             value = static_cast<std::int16_t>((value + 1) % 1000);
-            std::int32_t pointKey = 1000001;
-            std::int32_t totalKey = 50001;
+            std::int32_t pointKey = firstPoint;
+            std::int32_t totalKey = firstTotal;
             dao::WriteScope scope(*session.dbPest);
-            store.Save_PestDataMax(totalKey, 10001, 1, {.PMCountMax = value}, clsPestMONNew::Count);
-            store.Save_PestData(pointKey, 10001, 1, 1, {.PMCount = value}, clsPestMONNew::Count);
+            store.Save_PestDataMax(totalKey, middle, 1, {.PMCountMax = value}, clsPestMONNew::Count);
+            store.Save_PestData(pointKey, middle, 1, 1, {.PMCount = value}, clsPestMONNew::Count);
             scope.commit();
         },
         [&] {
             const std::int64_t other = value + 1000; // an equal value would not reach the disk
-            raw.step(total, {other, 50001});
-            raw.step(point, {other, 1000001});
+            raw.step(total, {other, firstTotal});
+            raw.step(point, {other, firstPoint});
         });
 }
 
@@ -125,8 +153,9 @@ void chooseBlock(benchmark::State &state)
 {
     constexpr int Points = 20;
     constexpr int Pests = 15;
-    SessionContext &session = program().window->session();
-    clsPestMONNew &store = program().window->objPestMON();
+    BigProgram &program = programOf(sizeOf(state));
+    SessionContext &session = program.window->session();
+    clsPestMONNew &store = program.window->objPestMON();
     chooseForSaving(store, 1, Points, Pests);
     session.CurrentPMTransID = 0;
     session.CurrentPMMethodID = 1;
@@ -134,14 +163,14 @@ void chooseBlock(benchmark::State &state)
     session.CurrentPMDate = basic::SerialDate(43000.0);
     Save_Instruction(session, store);
     const std::int32_t key = session.CurrentPMTransID;
-    program().find<QWidget>("imSpray").setFocus();
-    QMetaObject::invokeMethod(&program().find<QAbstractButton>("imSpray"), "click");
+    program.find<QWidget>("imSpray").setFocus();
+    QMetaObject::invokeMethod(&program.find<QAbstractButton>("imSpray"), "click");
     session.CurrentPMTransID = key;
     session.CurrentPMMethod = QStringLiteral("Count");
-    auto &combo = program().find<controls::ItemCombo>("cmbBlock");
+    auto &combo = program.find<controls::ItemCombo>("cmbBlock");
     combo.Clear();
     combo.AddItem(QStringLiteral("Block 1"), 1);
-    RawSqlite raw(program().farm.pestFile());
+    RawSqlite raw(program.farm.pestFile());
     sqlite3_stmt *pests = raw.prepare("SELECT * FROM tblPMTarTrans WHERE PMTransID = ? ORDER BY CTargetID");
     sqlite3_stmt *totals = raw.prepare("SELECT * FROM tblPMDataMax WHERE CTargetID = ? AND PMTransID = ? AND BlockID = ?");
     sqlite3_stmt *data =
@@ -177,15 +206,16 @@ void chooseBlock(benchmark::State &state)
 
 void listInstructions(benchmark::State &state)
 {
-    QMetaObject::invokeMethod(&program().find<QAbstractButton>("imSpray"), "click");
-    auto &all = program().find<QRadioButton>("chkAll");
-    program().find<QDateEdit>("dtpDateFrom").setDate(QDate(2000, 1, 1));
-    RawSqlite raw(program().farm.pestFile());
+    BigProgram &program = programOf(sizeOf(state));
+    QMetaObject::invokeMethod(&program.find<QAbstractButton>("imSpray"), "click");
+    auto &all = program.find<QRadioButton>("chkAll");
+    program.find<QDateEdit>("dtpDateFrom").setDate(QDate(2000, 1, 1));
+    RawSqlite raw(program.farm.pestFile());
     sqlite3_stmt *list =
         raw.prepare("SELECT * FROM tblPMTrans WHERE PMTransDate >= 36526 AND PMTransDate <= 60000 ORDER BY PMTransDate");
     compare(
         state, [&] { all.click(); }, [&] { raw.step(list); });
-    state.counters["rows"] = program().find<controls::FlexGrid>("grdGS").Rows();
+    state.counters["rows"] = program.find<controls::FlexGrid>("grdGS").Rows();
 }
 
 } // namespace
@@ -197,25 +227,15 @@ int main(int argc, char **argv)
     }
     FarmApplication application(argc, argv);
     controls::Look::apply(application, false);
-    benchmark::RegisterBenchmark("Start/5000 plantings, 20000 instructions, 2M rows", start)
-        ->UseManualTime()
-        ->Unit(benchmark::kMillisecond)
-        ->Iterations(7);
-    benchmark::RegisterBenchmark("SaveInstruction/50 blocks x 20 points x 15 pests", saveInstruction)
-        ->UseManualTime()
-        ->Unit(benchmark::kMillisecond)
-        ->Iterations(7);
-    benchmark::RegisterBenchmark("LeaveCell/2M rows", leaveCell)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(100);
-    benchmark::RegisterBenchmark("ChooseBlock/20 points x 15 pests", chooseBlock)
-        ->UseManualTime()
-        ->Unit(benchmark::kMillisecond)
-        ->Iterations(50);
-    benchmark::RegisterBenchmark("ListInstructions/20000", listInstructions)
-        ->UseManualTime()
-        ->Unit(benchmark::kMillisecond)
-        ->Iterations(60);
+    const std::vector<std::int64_t> blocks{12, 25, 50};
+    registerRows({{"Start to the shown window", "instructions", start, BigFarm::Sizes, 7},
+                  {"Save an instruction, 20 points x 15 pests", "blocks", saveInstruction, blocks, 7, 2.0},
+                  {"Leave a capture cell", "instructions", leaveCell, BigFarm::Sizes, 100, 1.5},
+                  {"Choose a block, 20 points x 15 pests", "instructions", chooseBlock, BigFarm::Sizes, 50, 2.0},
+                  {"List a period", "instructions", listInstructions, BigFarm::Sizes, 60, 3.0}});
     registerBooks();
     registerAnalysisBenchmarks();
+    registerGraphs();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     closeProgram();

@@ -111,7 +111,7 @@ std::vector<SchemaTable> monitoringTables()
                   {number("PMDataMaxID"), number("PMTransID"), number("BlockID"), number("CTargetID"), shortNumber("PMCountMax"),
                    shortNumber("PMCountUnderMax"), shortNumber("PMCountUpperMax"), shortNumber("PMYesMax"),
                    shortNumber("PMYesUnderMax"), shortNumber("PMYesUpperMax")},
-                  {{"PMTransID", "CTargetID", "BlockID"}}),
+                  {{"PMTransID", "CTargetID", "BlockID"}, {"CTargetID", "BlockID"}}),
         autoKeyed("tblPMTPest", {number("PMTPestID"), number("CTargetID")}, {{"CTargetID"}}),
         autoKeyed("tblPMTBlock", {number("PMTBlockID"), number("BlockID"), shortNumber("NoofMpoints")}, {{"BlockID"}}),
         autoKeyed("tblPMTempPest", {number("PMTempPestID"), number("CTargetID")}, {{"CTargetID"}}),

@@ -153,14 +153,16 @@ bool rewriteWeeks(dao::Database &database, Work work)
     return false;
 }
 
-/// Indexes of older files that nothing looks up any more, by their names there, and the fields of those that took their place.
+/// Indexes that older files lack, by their fields, and the name there of one that nothing looks up any more; empty when there is
+/// none.
 struct ReplacedIndex {
     QStringView table;
     QStringView former;
     std::vector<QString> fields;
 };
 const std::vector<ReplacedIndex> ReplacedIndexes{
-    {u"tblPMData", u"tblPMData_CTargetID_PMBPunt", {"CTargetID", "BlockID", "PMBPunt"}}};
+    {u"tblPMData", u"tblPMData_CTargetID_PMBPunt", {"CTargetID", "BlockID", "PMBPunt"}},
+    {u"tblPMDataMax", {}, {"CTargetID", "BlockID"}}};
 
 void replaceIndex(dao::Database &database, const ReplacedIndex &replaced)
 {

@@ -6,6 +6,7 @@
 #include "platform/chart/Chart.h"
 #include "store/clsPestMONNew.h"
 
+#include <QLocale>
 #include <QTest>
 
 using Table = QList<QPair<QPair<int, int>, double>>;
@@ -199,7 +200,10 @@ void GraphSeriesTest::drawnOnTheChart()
     for (int row = 1; row <= 4; ++row) {
         labels.append(chGraph.rowLabelAt(row));
     }
-    QCOMPARE(labels.join(u'|'), QStringLiteral("27 Feb|28 Feb|01 Mar|02 Mar"));
+    // Months bear the names of the user's locale.
+    const QString february = QLocale().monthName(2, QLocale::ShortFormat);
+    const QString march = QLocale().monthName(3, QLocale::ShortFormat);
+    QCOMPARE(labels.join(u'|'), QStringLiteral("27 %1|28 %1|01 %2|02 %2").arg(february, march));
     QCOMPARE(chGraph.columnLabelAt(2), QStringLiteral("Series 2"));
     QCOMPARE(chGraph.series(1).Pen.Width, 20);
     QVERIFY(chGraph.series(1).Marker.Style != chart::MarkerStyle::X);

@@ -159,15 +159,18 @@ private Q_SLOTS:
         farm.addInstruction({.blocks = {{1, 3}}, .targets = {1, 2}});
         const auto indexes = [&] {
             QStringList all;
-            const dao::TableDef definition = farm.session.dbPest->tableDef("tblPMData");
-            for (const dao::Index &index : definition.Indexes())
-                all.append(QStringList(index.fields.begin(), index.fields.end()).join(u','));
+            for (const char *table : {"tblPMData", "tblPMDataMax"}) {
+                const dao::TableDef definition = farm.session.dbPest->tableDef(table);
+                for (const dao::Index &index : definition.Indexes())
+                    all.append(QStringList(index.fields.begin(), index.fields.end()).join(u','));
+            }
             return all;
         };
         const QStringList today = indexes();
         const QString data = "Select * from tblPMData";
         const QStringList rows = farm.rows(DatabaseFile::Pest, data);
         farm.session.dbPest->removeIndex("tblPMData", "tblPMData_CTargetID_BlockID_PMBPunt");
+        farm.session.dbPest->removeIndex("tblPMDataMax", "tblPMDataMax_CTargetID_BlockID");
         farm.session.dbPest->Append("tblPMData",
                                     dao::Index{"tblPMData_CTargetID_PMBPunt", {"CTargetID", "PMBPunt"}, false, false});
         QVERIFY(indexes() != today);
