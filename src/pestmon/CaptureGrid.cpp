@@ -363,6 +363,10 @@ bool CaptureGrid::eventFilter(QObject *watched, QEvent *event)
         grid.showCell(target, BoxCol);
     }
     grid.setFocus();
+    if (boxOpen_) {
+        // What it holds could not be saved: the next Enter tries again.
+        ui_.txtG1->setFocus();
+    }
     return true;
 }
 

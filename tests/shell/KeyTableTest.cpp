@@ -2,6 +2,7 @@
 #include "shell/KeyTable.h"
 #include "menu/MenuEntries.h"
 #include "platform/controls/Dialogs.h"
+#include "shell/ChildScreen.h"
 #include "shell/FarmApplication.h"
 #include "shell/KeysPage.h"
 #include "shell/MDI_Monitoring.h"
