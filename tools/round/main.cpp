@@ -72,13 +72,14 @@ int main(int argc, char **argv)
 {
     FarmApplication application(argc, argv);
     const QStringList arguments = FarmApplication::arguments();
-    if (arguments.size() != 2 || arguments[1].startsWith(QLatin1Char('-'))) {
+    const bool dark = arguments.size() == 3 && arguments[2] == QLatin1String("dark");
+    if ((arguments.size() != 2 && !dark) || arguments[1].startsWith(QLatin1Char('-'))) {
         QTextStream(stderr)
-            << "Usage: round FOLDER\n\nPlays a monitoring round through the real screens on the farm whose Databases folder "
-               "lies in FOLDER, and changes that farm.\n";
+            << "Usage: round FOLDER [dark]\n\nPlays a monitoring round through the real screens, light or dark, on the "
+               "farm whose Databases folder lies in FOLDER, and changes that farm.\n";
         return EXIT_FAILURE;
     }
-    controls::Look::apply(application, false);
+    controls::Look::apply(application, dark);
     try {
         return playOn(QDir(arguments[1]).absolutePath()) ? EXIT_SUCCESS : EXIT_FAILURE;
     } catch (const basic::RunTimeError &error) {
