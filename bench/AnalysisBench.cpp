@@ -95,10 +95,15 @@ private:
     std::unique_ptr<MDI_Monitoring> window_;
 };
 
+std::map<int, AnalysisFarm> &farms()
+{
+    static std::map<int, AnalysisFarm> held;
+    return held;
+}
+
 AnalysisFarm &farmOf(int analyses)
 {
-    static std::map<int, AnalysisFarm> farms;
-    return farms.try_emplace(analyses, analyses).first->second;
+    return farms().try_emplace(analyses, analyses).first->second;
 }
 
 void fillList(benchmark::State &state)
@@ -145,4 +150,9 @@ void registerAnalysisBenchmarks()
 {
     registerRows({{"List the analyses", "analyses", fillList, {5000, 10000, 20000}, 21},
                   {"Filter the analyses", "analyses", filterList, {5000, 10000, 20000}, 21}});
+}
+
+void closeAnalysisFarms()
+{
+    farms().clear();
 }

@@ -3,3 +3,5 @@
 
 /// Rows of the analyses' list: filling it and filtering it at three sizes.
 void registerAnalysisBenchmarks();
+/// To be called while the application still stands, since each farm has its window.
+void closeAnalysisFarms();

@@ -238,6 +238,7 @@ int main(int argc, char **argv)
     registerGraphs();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
+    closeAnalysisFarms();
     closeProgram();
     return 0;
 }
