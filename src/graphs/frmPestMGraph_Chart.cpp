@@ -88,13 +88,14 @@ void frmPestMGraph::drawClick()
 
 void frmPestMGraph::Draw_Graph()
 {
-    const controls::BusyPointer busy;
     try {
         const GraphCriteria wanted = criteria();
         if (wanted.SeriesCount == 0) {
             dialogs().message(QStringLiteral("No data to dispay"));
             return;
         }
+        // Gone before a box tells of an error.
+        const controls::BusyPointer busy;
         drawGraph(ui_->chGraph->model(), readGraphData(wanted, objPestMON(), session()), wanted, ui_->chk_0->isChecked(),
                   ui_->chk_1->isChecked());
     } catch (const basic::RunTimeError &error) {
