@@ -28,8 +28,7 @@ void fillList(ItemCombo &combo, std::span<const QStringView> texts)
 
 } // namespace
 
-AnalysisPanel::AnalysisPanel(Ui::frmMonLeave &ui, SessionContext &session, QObject *parent)
-    : QObject(parent), ui_(ui), session_(session)
+AnalysisPanel::AnalysisPanel(Ui::frmMonLeave &ui, SessionContext &session) : ui_(ui), session_(session)
 {
     ui_.cboBlock->setTypingAllowed(false);
     for (const Box &box : boxes()) {

@@ -18,7 +18,7 @@ class AnalysisPanel : public QObject
 {
     Q_OBJECT
 public:
-    AnalysisPanel(Ui::frmMonLeave &ui, SessionContext &session, QObject *parent);
+    AnalysisPanel(Ui::frmMonLeave &ui, SessionContext &session);
 
     void setKind(const AnalysisKind &kind);
     bool isOpen() const;

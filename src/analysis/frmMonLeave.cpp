@@ -37,7 +37,7 @@ frmMonLeave::frmMonLeave(ScreenHost &host, QWidget *parent) : ChildScreen(host, 
     ui_->setupUi(this);
     ui_->picFarm->setAttribute(Qt::WA_StyledBackground);
     browser_ = std::make_unique<AnalysisBrowser>(host, *ui_);
-    panel_ = new AnalysisPanel(*ui_, session(), this);
+    panel_ = std::make_unique<AnalysisPanel>(*ui_, session());
     setFocusProxy(ui_->grdLeave);
     serveFocusedGrid(*this, {ui_->grdLeave});
     setIcons();

@@ -65,7 +65,8 @@ private:
 
     std::unique_ptr<Ui::frmMonLeave> ui_;
     std::unique_ptr<AnalysisBrowser> browser_;
-    AnalysisPanel *panel_;
+    // Ends before the controls: a control that loses the focus while it ends still tells those who watch it.
+    std::unique_ptr<AnalysisPanel> panel_;
     const AnalysisKind *kind_ = nullptr;
     bool activationWaits_ = false;
 };

@@ -17,10 +17,7 @@ class PestMonFace : public QObject
 {
     Q_OBJECT
 public:
-    PestMonFace(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui)
-        : QObject(&screen), ui_(ui), screen_(screen), host_(host)
-    {
-    }
+    PestMonFace(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui) : ui_(ui), screen_(screen), host_(host) {}
 
 protected:
     SessionContext &session() const { return host_.session(); }

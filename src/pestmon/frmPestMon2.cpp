@@ -19,16 +19,16 @@ frmPestMon2::frmPestMon2(ScreenHost &host, QWidget *parent) : ChildScreen(host, 
     // The other tab is always shut, so there is nothing to choose and no focus to lose from sight.
     ui_->tabBlock->setFocusPolicy(Qt::NoFocus);
     ui_->tabBlock->tabBar()->setFocusPolicy(Qt::NoFocus);
-    list_ = new InstructionListFace(*this, host, *ui_);
-    editor_ = new InstructionEditorFace(*this, host, *ui_);
-    capture_ = new CaptureFace(*this, host, *ui_);
+    list_ = std::make_unique<InstructionListFace>(*this, host, *ui_);
+    editor_ = std::make_unique<InstructionEditorFace>(*this, host, *ui_);
+    capture_ = std::make_unique<CaptureFace>(*this, host, *ui_);
     setIcons();
     serveFocusedGrid(*this, {ui_->grdBlockIn, ui_->grdPest, ui_->grdPestIn});
-    connect(list_, &InstructionListFace::addRequested, this, [this] { guarded([this] { openNew(); }); });
-    connect(list_, &InstructionListFace::editRequested, this, [this] { guarded([this] { openSaved(); }); });
-    connect(list_, &InstructionListFace::captureRequested, this, [this] { guarded([this] { openCapture(); }); });
-    connect(editor_, &InstructionEditorFace::closed, this, [this] { guarded([this] { closeTab(); }); });
-    connect(capture_, &CaptureFace::closed, this, [this] { guarded([this] { closeTab(); }); });
+    connect(list_.get(), &InstructionListFace::addRequested, this, [this] { guarded([this] { openNew(); }); });
+    connect(list_.get(), &InstructionListFace::editRequested, this, [this] { guarded([this] { openSaved(); }); });
+    connect(list_.get(), &InstructionListFace::captureRequested, this, [this] { guarded([this] { openCapture(); }); });
+    connect(editor_.get(), &InstructionEditorFace::closed, this, [this] { guarded([this] { closeTab(); }); });
+    connect(capture_.get(), &CaptureFace::closed, this, [this] { guarded([this] { closeTab(); }); });
     connect(ui_->Command1, &QPushButton::clicked, this, [this] { closeScreen(); });
     load();
 }

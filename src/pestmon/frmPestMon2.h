@@ -38,8 +38,9 @@ private:
     void openCapture();
 
     std::unique_ptr<Ui::frmPestMon2> ui_;
-    InstructionListFace *list_;
-    InstructionEditorFace *editor_;
-    CaptureFace *capture_;
+    // The faces end before the controls: a control that loses the focus while it ends still tells those who watch it.
+    std::unique_ptr<InstructionListFace> list_;
+    std::unique_ptr<InstructionEditorFace> editor_;
+    std::unique_ptr<CaptureFace> capture_;
     bool activationWaits_ = false;
 };
