@@ -166,7 +166,11 @@ void MDI_Monitoring::upgrade()
         dialogs_.message(text.arg(error.number()).arg(error.description()), QStringLiteral("Error"), controls::BoxIcon::Critical);
     });
     store::Ensure_PMRepeatField(session_);
-    store::Ensure_Indexes(session_);
+    try {
+        store::Ensure_Indexes(session_);
+    } catch (const RunTimeError &error) {
+        noteStartFailure(tr("Long lists may be slow, the pest database took no new index: %1").arg(error.description()));
+    }
 }
 
 void MDI_Monitoring::Update_TempBlock()

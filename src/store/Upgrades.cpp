@@ -169,15 +169,19 @@ void replaceIndex(dao::Database &database, const ReplacedIndex &replaced)
     const QString table = replaced.table.toString();
     const std::vector<dao::Index> present = database.tableDef(table).Indexes();
     const auto isPresent = [&](const auto &matches) { return std::any_of(present.begin(), present.end(), matches); };
+    const bool isMissing = !isPresent([&](const dao::Index &index) { return index.fields == replaced.fields; });
+    const bool isLeftOver = isPresent([&](const dao::Index &index) { return index.name == replaced.former; });
+    if (!isMissing && !isLeftOver)
+        return;
     dao::WriteScope scope(database);
     try {
-        if (!isPresent([&](const dao::Index &index) { return index.fields == replaced.fields; })) {
+        if (isMissing) {
             const std::vector<dao::Index> wanted = findTable(table)->definition().Indexes();
             database.Append(table, *std::find_if(wanted.begin(), wanted.end(), [&](const dao::Index &index) {
                                 return index.fields == replaced.fields;
                             }));
         }
-        if (isPresent([&](const dao::Index &index) { return index.name == replaced.former; }))
+        if (isLeftOver)
             database.removeIndex(table, replaced.former.toString());
     } catch (const basic::RunTimeError &) {
         scope.rollback();
@@ -236,10 +240,8 @@ void Ensure_PMRepeatField(SessionContext &session)
 
 void Ensure_Indexes(SessionContext &session)
 {
-    basic::leaveSilently([&] {
-        for (const ReplacedIndex &replaced : ReplacedIndexes)
-            replaceIndex(*session.dbPest, replaced);
-    });
+    for (const ReplacedIndex &replaced : ReplacedIndexes)
+        replaceIndex(*session.dbPest, replaced);
 }
 
 void Update_TempBlock(SessionContext &session)

@@ -25,7 +25,7 @@ void Ensure_TempBlockTable(SessionContext &session, const std::function<void(con
 void Ensure_PMRepeatField(SessionContext &session);
 
 /// Gives an older file the indexes of today, in the place of those that they replace. An index only saves time, so a file that
-/// cannot take it is used as it is: any error leaves the file unchanged and ends it silently.
+/// cannot take it can be used as it is: an error leaves that table unchanged and goes to the caller.
 void Ensure_Indexes(SessionContext &session);
 
 /// Mirrors the plantings of the main database into tblTempBlockPlant. Only rows that differ are written.

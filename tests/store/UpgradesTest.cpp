@@ -174,10 +174,10 @@ private Q_SLOTS:
         farm.session.dbPest->Append("tblPMData",
                                     dao::Index{"tblPMData_CTargetID_PMBPunt", {"CTargetID", "PMBPunt"}, false, false});
         QVERIFY(indexes() != today);
-        // A file that cannot be written is used as it is.
+        // A file that cannot be written stays as it is, and the caller learns why.
         farm.close();
         farm.open(true);
-        store::Ensure_Indexes(farm.session);
+        QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, store::Ensure_Indexes(farm.session));
         QVERIFY(indexes() != today);
         farm.close();
         farm.open();
