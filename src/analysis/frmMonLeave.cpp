@@ -253,9 +253,15 @@ bool frmMonLeave::save()
     }
     host().showStatus(QStringLiteral("%1 of %2, %3, saved")
                           .arg(kind_->name, ui_->cboBlock->Text(), basic::formatDate(record.Date, u"yyyy/MM/dd")));
-    browser_->fill();
-    browser_->reposition();
-    browser_->Apply_LeaveFilter();
+    try {
+        browser_->fill();
+        browser_->reposition();
+        browser_->Apply_LeaveFilter();
+    } catch (const basic::RunTimeError &) {
+        // The analysis is stored: saved once more from an open panel, a new one would be there twice.
+        hidePanel();
+        throw;
+    }
     hidePanel();
     return true;
 }

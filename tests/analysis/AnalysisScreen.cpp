@@ -36,40 +36,12 @@ int AnalysisFarm::addAnalysis(const AnalysisKind &kind, int planting, QDate date
     return kind.add(store, key, planting, record) == clsPestMONNew::Done ? key : -1;
 }
 
-void AnalysisScreen::init()
-{
-    basic::Clock::stopAt(QDateTime(QDate(2026, 11, 23), QTime(10, 0)));
-    farm_ = std::make_unique<AnalysisFarm>();
-    host_ = std::make_unique<ScreenHostDouble>(farm_->session);
-}
-
-void AnalysisScreen::cleanup()
-{
-    QVERIFY2(host_->errors.isEmpty(), qPrintable(host_->errors.join(QLatin1Char(' '))));
-    QVERIFY(host_->dialogs().allAsExpected());
-    screen_.reset();
-    host_.reset();
-    farm_.reset();
-    basic::Clock::stopAt({});
-}
-
 void AnalysisScreen::kinds()
 {
     QTest::addColumn<const AnalysisKind *>("kind");
     for (const AnalysisKind &kind : analysisKinds()) {
         QTest::newRow(qPrintable(kind.mode.toString())) << &kind;
     }
-}
-
-void AnalysisScreen::open(QStringView mode)
-{
-    screen_ = std::make_unique<frmMonLeave>(*host_);
-    screen_->setTag(mode.toString());
-    screen_->resize(1366, 700);
-    screen_->show();
-    screen_->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(screen_.get()));
-    screen_->activateScreen();
 }
 
 void AnalysisScreen::clickRow(int row)

@@ -3,20 +3,15 @@
 
 #include "analysis/AnalysisKinds.h"
 #include "analysis/frmMonLeave.h"
-#include "platform/basic/Clock.h"
 #include "platform/controls/DatePicker.h"
 #include "platform/controls/FlexGrid.h"
-#include "platform/controls/ItemCombo.h"
-#include "support/ScreenHostDouble.h"
+#include "support/ScreenCase.h"
 #include "support/TemporaryFarm.h"
 
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTest>
-
-#include <memory>
 
 using controls::Answer;
 using controls::FlexGrid;
@@ -37,31 +32,23 @@ public:
 };
 
 /// The screen of one kind on that farm, and the hands to work it. Base of the tests.
-class AnalysisScreen : public QObject
+class AnalysisScreen : public ScreenCase<AnalysisFarm, frmMonLeave>
 {
     Q_OBJECT
 
 protected Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { start(QDate(2026, 11, 23)); }
+    void cleanup() { end(); }
 
 protected:
     /// One row a kind, in a column named "kind".
     static void kinds();
 
-    void open(QStringView mode);
-    template <typename Control> Control &find(const char *name)
-    {
-        auto *control = screen_->findChild<Control *>(QLatin1String(name));
-        Q_ASSERT(control);
-        return *control;
-    }
+    void open(QStringView mode) { showScreen(mode.toString()); }
     FlexGrid &grid() { return find<FlexGrid>("grdLeave"); }
     QLineEdit &box(const char *name) { return find<QLineEdit>(name); }
     ItemCombo &combo(const char *name) { return find<ItemCombo>(name); }
-    void click(const char *name) { find<QAbstractButton>(name).click(); }
     void clickRow(int row);
-    void choose(const char *name, const QString &text) { combo(name).setListIndex(combo(name).findText(text)); }
     bool panelIsOpen() { return find<QWidget>("fraAddL").isVisible(); }
     /// Texts of a column over the rows that show, the empty last one apart.
     QStringList shown(int col);
@@ -69,8 +56,4 @@ protected:
     QStringList stored(const QString &sql) { return farm_->rows(store::DatabaseFile::Pest, sql); }
     /// Makes the pest database refuse every write.
     void refuseWrites();
-
-    std::unique_ptr<AnalysisFarm> farm_;
-    std::unique_ptr<ScreenHostDouble> host_;
-    std::unique_ptr<frmMonLeave> screen_;
 };

@@ -2,11 +2,9 @@
 #include "graphs/frmPestMGraph.h"
 
 #include "GraphFarm.h"
-#include "platform/basic/Clock.h"
 #include "platform/chart/ChartView.h"
 #include "platform/controls/DatePicker.h"
-#include "platform/controls/ItemCombo.h"
-#include "support/ScreenHostDouble.h"
+#include "support/ScreenCase.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -15,17 +13,16 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
-#include <QTest>
 
 using controls::ItemCombo;
 
-class frmPestMGraphTest : public QObject
+class frmPestMGraphTest : public ScreenCase<GraphFarm, frmPestMGraph>
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void cleanup();
+    void cleanup() { end(); }
     void criteriaFillEachOther();
     void largestAndSmallest();
     void pointsOnlyPerBlock();
@@ -36,51 +33,23 @@ private Q_SLOTS:
     void printing();
 
 private:
-    template <typename Control> Control &find(const char *name)
-    {
-        auto *control = screen_->findChild<Control *>(QLatin1String(name));
-        Q_ASSERT(control);
-        return *control;
-    }
-    void click(const char *name) { find<QAbstractButton>(name).click(); }
     ItemCombo &combo(const char *name) { return find<ItemCombo>(name); }
     /// Texts of the five series lists, "|" between.
     QString series();
     QString labels() { return find<QLabel>("lblPointVal_1").text() + u'|' + find<QLabel>("lblPointVal_2").text(); }
     chart::ChartView &chGraph() { return find<chart::ChartView>("chGraph"); }
-
-    std::unique_ptr<GraphFarm> farm_;
-    std::unique_ptr<ScreenHostDouble> host_;
-    std::unique_ptr<frmPestMGraph> screen_;
 };
 
 void frmPestMGraphTest::init()
 {
-    basic::Clock::stopAt(QDateTime(QDate(2026, 5, 4), QTime(10, 0)));
-    farm_ = std::make_unique<GraphFarm>();
+    start(QDate(2026, 5, 4));
     // Sums in block A: pest 1 to 6 have 10, 20, 20, 5, 40, 30.
     int pest = 0;
     for (const int count : {10, 20, 20, 5, 40, 30}) {
         farm_->found({.week = 11, .pest = ++pest, .count = count});
     }
     farm_->found({.week = 12, .block = 2, .pest = 7, .count = 1});
-    host_ = std::make_unique<ScreenHostDouble>(farm_->session);
-    screen_ = std::make_unique<frmPestMGraph>(*host_);
-    screen_->resize(1366, 700);
-    screen_->show();
-    screen_->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(screen_.get()));
-    screen_->activateScreen();
-}
-
-void frmPestMGraphTest::cleanup()
-{
-    QVERIFY2(host_->errors.isEmpty(), qPrintable(host_->errors.join(u' ')));
-    QVERIFY(host_->dialogs().allAsExpected());
-    screen_.reset();
-    host_.reset();
-    farm_.reset();
-    basic::Clock::stopAt({});
+    showScreen();
 }
 
 QString frmPestMGraphTest::series()

@@ -1,29 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PestMonScreen.h"
 
-void PestMonScreen::init()
-{
-    basic::Clock::stopAt(QDateTime(QDate(2026, 5, 4), QTime(10, 0)));
-    farm_ = std::make_unique<PestMonFarm>();
-    host_ = std::make_unique<ScreenHostDouble>(farm_->session);
-    screen_ = std::make_unique<frmPestMon2>(*host_);
-    screen_->resize(1366, 700);
-    screen_->show();
-    screen_->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(screen_.get()));
-    screen_->activateScreen();
-}
-
-void PestMonScreen::cleanup()
-{
-    QVERIFY2(host_->errors.isEmpty(), qPrintable(host_->errors.join(QLatin1Char(' '))));
-    QVERIFY(host_->dialogs().allAsExpected());
-    screen_.reset();
-    host_.reset();
-    farm_.reset();
-    basic::Clock::stopAt({});
-}
-
 int PestMonScreen::issue(const QString &method, std::initializer_list<int> blockRows, std::initializer_list<int> pestRows,
                          bool repeat)
 {

@@ -4,11 +4,9 @@
 #include "PestMonFarm.h"
 #include "pestmon/CaptureCells.h"
 #include "pestmon/frmPestMon2.h"
-#include "platform/basic/Clock.h"
 #include "platform/controls/DatePicker.h"
 #include "platform/controls/FlexGrid.h"
-#include "platform/controls/ItemCombo.h"
-#include "support/ScreenHostDouble.h"
+#include "support/ScreenCase.h"
 
 #include <QCheckBox>
 #include <QFile>
@@ -17,9 +15,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
-#include <QTest>
-
-#include <memory>
 
 using controls::Answer;
 using controls::FlexGrid;
@@ -27,13 +22,17 @@ using controls::ItemCombo;
 namespace mark = controls::mark;
 
 /// The pest monitoring screen on a small farm on 4 May 2026, and the hands to work it. Base of the tests of its faces.
-class PestMonScreen : public QObject
+class PestMonScreen : public ScreenCase<PestMonFarm, frmPestMon2>
 {
     Q_OBJECT
 
 protected Q_SLOTS:
-    void init();
-    void cleanup();
+    void init()
+    {
+        start(QDate(2026, 5, 4));
+        showScreen();
+    }
+    void cleanup() { end(); }
 
 protected:
     static constexpr int BlockMark = 4;
@@ -44,23 +43,12 @@ protected:
     static constexpr int Point1 = capture::FirstPointRow;
     static constexpr int Total = capture::TotalRow;
 
-    template <typename Control> Control &find(const char *name)
-    {
-        auto *control = screen_->findChild<Control *>(QLatin1String(name));
-        Q_ASSERT(control);
-        return *control;
-    }
     FlexGrid &grid(const char *name) { return find<FlexGrid>(name); }
-    void click(const char *name) { find<QAbstractButton>(name).click(); }
     void clickCell(const char *name, int row, int col)
     {
         FlexGrid &cells = grid(name);
         cells.showCell(row, col);
         QTest::mouseClick(cells.viewport(), Qt::LeftButton, {}, cells.cellRect(row, col).center());
-    }
-    void choose(const char *combo, const QString &text)
-    {
-        find<ItemCombo>(combo).setListIndex(find<ItemCombo>(combo).findText(text));
     }
     void expectMessage() { host_->dialogs().expectMessage(); }
 
@@ -83,8 +71,4 @@ protected:
         return farm_->number(QStringLiteral("Select %1 from tblPMDataMax where PMDataMaxID = %2")
                                  .arg(QLatin1String(field), cell(Total, capture::keyColumn(pest))));
     }
-
-    std::unique_ptr<PestMonFarm> farm_;
-    std::unique_ptr<ScreenHostDouble> host_;
-    std::unique_ptr<frmPestMon2> screen_;
 };

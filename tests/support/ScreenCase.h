@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ScreenHostDouble.h"
+#include "platform/basic/Clock.h"
+#include "platform/controls/ItemCombo.h"
+
+#include <QAbstractButton>
+#include <QTest>
+
+#include <memory>
+
+/// A screen on a farm of its own while the clock stands at ten o'clock, and the hands to work it. Base of the tests of screens.
+template <typename Farm, typename Screen> class ScreenCase : public QObject
+{
+protected:
+    void start(QDate today)
+    {
+        basic::Clock::stopAt(QDateTime(today, QTime(10, 0)));
+        farm_ = std::make_unique<Farm>();
+        host_ = std::make_unique<ScreenHostDouble>(farm_->session);
+    }
+
+    void showScreen(const QString &tag = {})
+    {
+        screen_ = std::make_unique<Screen>(*host_);
+        screen_->setTag(tag);
+        screen_->resize(1366, 700);
+        screen_->show();
+        screen_->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(screen_.get()));
+        screen_->activateScreen();
+    }
+
+    /// Nothing may have failed unseen, and no box may be missing.
+    void end()
+    {
+        QVERIFY2(host_->errors.isEmpty(), qPrintable(host_->errors.join(u' ')));
+        QVERIFY(host_->dialogs().allAsExpected());
+        screen_.reset();
+        host_.reset();
+        farm_.reset();
+        basic::Clock::stopAt({});
+    }
+
+    template <typename Control> Control &find(const char *name)
+    {
+        auto *control = screen_->template findChild<Control *>(QLatin1String(name));
+        Q_ASSERT(control);
+        return *control;
+    }
+    void click(const char *name) { find<QAbstractButton>(name).click(); }
+    void choose(const char *name, const QString &text)
+    {
+        auto &combo = find<controls::ItemCombo>(name);
+        combo.setListIndex(combo.findText(text));
+    }
+
+    std::unique_ptr<Farm> farm_;
+    std::unique_ptr<ScreenHostDouble> host_;
+    std::unique_ptr<Screen> screen_;
+};
