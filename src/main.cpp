@@ -6,6 +6,8 @@
 #include "shell/MDI_Monitoring.h"
 #include "shell/ProgramFolder.h"
 
+#include <QPointer>
+
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
 #endif
@@ -21,8 +23,8 @@ int run(FarmApplication &application)
     try {
         const ProgramPlaces places = ProgramPlaces::ofThisProgram();
         const QString folder = programFolder(places);
-        makeProgramFolder(folder, places.templates);
         if (!holdsDatabases(folder)) {
+            makeProgramFolder(folder, places.templates);
             boxes.message(firstFarmText(folder), {}, controls::BoxIcon::Information);
             return Failed;
         }
@@ -30,8 +32,13 @@ int run(FarmApplication &application)
         if (window.load(folder) != MDI_Monitoring::Load::Done) {
             return Failed;
         }
+        window.makeTemplates(places.templates);
         boxes.setParent(&window);
-        application.setErrorHandler([&window](const basic::RunTimeError &error) { window.showError(error); });
+        application.setErrorHandler([shown = QPointer(&window)](const basic::RunTimeError &error) {
+            if (shown) {
+                shown->showError(error);
+            }
+        });
         window.showMaximized();
         return FarmApplication::exec();
     } catch (const basic::RunTimeError &error) {

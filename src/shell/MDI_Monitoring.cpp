@@ -12,6 +12,7 @@
 #include "shell/KeyTable.h"
 #include "shell/KeysPage.h"
 #include "shell/ListFillers.h"
+#include "shell/ProgramFolder.h"
 #include "shell/ProgressPicture.h"
 #include "store/Backups.h"
 #include "store/Upgrades.h"
@@ -116,7 +117,10 @@ MDI_Monitoring::Load MDI_Monitoring::load(const QString &appPath)
     Read_FindYear(session_);
     Read_FindYearID(session_);
     Connect_Databases();
-    backUp();
+    if (const QString failure = backUp(); !failure.isEmpty()) {
+        noteStartFailure(failure);
+    }
+    backUpEachDay();
     upgrade();
     Update_TempBlock();
     store::Recalc_PMTransWeek(session_);
@@ -148,14 +152,37 @@ void MDI_Monitoring::noteStartFailure(const QString &text)
     showFailure(startFailures_.join(u' '));
 }
 
-/// A day without its copy is better than a farm office that cannot start.
-void MDI_Monitoring::backUp()
+/// A day without its copy is better than a farm office that cannot work.
+QString MDI_Monitoring::backUp()
 {
     try {
         store::backupForToday(session_);
     } catch (const RunTimeError &error) {
-        noteStartFailure(tr("Today's copy of the pest database was not made: %1").arg(error.description()));
+        return tr("Today's copy of the pest database was not made: %1").arg(error.description());
     }
+    return {};
+}
+
+/// Only printing needs them, so a folder that takes none is told and no more.
+void MDI_Monitoring::makeTemplates(const QString &installed)
+{
+    try {
+        makeProgramFolder(session_.AppPath, installed);
+    } catch (const RunTimeError &error) {
+        noteStartFailure(error.description());
+    }
+}
+
+/// A program left open overnight copies the file before the first change of the next day.
+void MDI_Monitoring::backUpEachDay()
+{
+    objPestMON_.setBeforeFirstWriteOfDay([this] {
+        if (const QString failure = backUp(); !failure.isEmpty()) {
+            // Behind what the write itself has to tell.
+            QMetaObject::invokeMethod(
+                this, [this, failure] { showFailure(failure); }, Qt::QueuedConnection);
+        }
+    });
 }
 
 void MDI_Monitoring::upgrade()

@@ -34,6 +34,8 @@ public:
     /// Reads the hand-off files, opens the databases, brings them up to date and selects the first farm. `appPath` is the
     /// program's folder. Errors that the start does not take pass through; the program is then to end.
     Load load(const QString &appPath);
+    /// Gives the loaded program's folder the templates that it lacks.
+    void makeTemplates(const QString &installed);
 
     /// The screen now open; nothing while the menu is.
     ChildScreen *CurrentForm() const;
@@ -72,7 +74,9 @@ private:
     /// Adds to what the status line says of the start.
     void noteStartFailure(const QString &text);
     void Connect_Databases();
-    void backUp();
+    /// Makes today's copy of the pest database. Why there is none; empty when there is one.
+    QString backUp();
+    void backUpEachDay();
     void upgrade();
     void openEntry(const MenuEntry &entry);
     void makeReportsFolder();

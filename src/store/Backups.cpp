@@ -145,8 +145,9 @@ void backupForToday(SessionContext &session)
 
 QString backUpNow(const QString &databasesFolder)
 {
+    // Open for writing, since a file that a killed program left half written cannot be read otherwise.
     const std::unique_ptr<dao::Database> database =
-        dao::Workspace::OpenDatabase(pestFile(databasesFolder), false, true, connectText());
+        dao::Workspace::OpenDatabase(pestFile(databasesFolder), false, false, connectText());
     copyOver(*database, databasesFolder);
     return copyOfDay(databasesFolder, basic::Clock::today());
 }

@@ -32,6 +32,12 @@ std::int32_t addRow(dao::Database &database, KeyedTable table, FieldValues field
     return writeRow(database, rowByKey(table, 0), Existing::LeaveAlone, Missing::Add, fields, table.key);
 }
 
+std::int32_t appendRow(dao::Database &database, KeyedTable table, FieldValues fields)
+{
+    const QString none = sqlText(u"Select * from ", table.name, u" where 1 = 0");
+    return writeRow(database, none, Existing::LeaveAlone, Missing::Add, fields, table.key);
+}
+
 QString rowByKey(KeyedTable table, std::int32_t key)
 {
     return sqlText(u"Select * from ", table.name, u" where ", table.key, u" =", key);

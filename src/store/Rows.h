@@ -36,6 +36,9 @@ std::int32_t writeRow(dao::Database &database, const QString &sql, Existing exis
 /// Adds a row through a query that is meant to find nothing; should it find a row, nothing is written.
 std::int32_t addRow(dao::Database &database, KeyedTable table, FieldValues fields);
 
+/// Adds a row whatever the table holds.
+std::int32_t appendRow(dao::Database &database, KeyedTable table, FieldValues fields);
+
 /// The query for the row that has the key.
 QString rowByKey(KeyedTable table, std::int32_t key);
 

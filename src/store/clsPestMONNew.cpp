@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/clsPestMONNew.h"
 
+#include "platform/basic/Clock.h"
 #include "store/Rows.h"
 
 clsPestMONNew::clsPestMONNew(SessionContext &session) : session_(session) {}
@@ -23,6 +24,12 @@ clsPestMONNew::Recordset clsPestMONNew::sprayRows(const QString &sql) const
 clsPestMONNew::Status clsPestMONNew::write(const std::function<void(dao::Database &)> &body)
 {
     lastError_.reset();
+    if (const QDate today = basic::Clock::today(); today != lastWriteDay_) {
+        lastWriteDay_ = today;
+        if (beforeFirstWriteOfDay_) {
+            beforeFirstWriteOfDay_();
+        }
+    }
     try {
         body(*session_.dbPest);
         return Done;

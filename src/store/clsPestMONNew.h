@@ -53,6 +53,9 @@ public:
     /// Why the last writer returned 1; empty after one that returned 0.
     const std::optional<basic::RunTimeError> &lastError() const { return lastError_; }
 
+    /// What is to be done before the first write of each day; it must not raise errors.
+    void setBeforeFirstWriteOfDay(std::function<void()> body) { beforeFirstWriteOfDay_ = std::move(body); }
+
     // Farms, workers, crops, blocks and targets.
     Recordset Get_Farms();
     Recordset Get_Workers();
@@ -225,4 +228,6 @@ private:
 
     SessionContext &session_;
     std::optional<basic::RunTimeError> lastError_;
+    std::function<void()> beforeFirstWriteOfDay_;
+    QDate lastWriteDay_;
 };

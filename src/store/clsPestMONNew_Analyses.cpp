@@ -129,7 +129,7 @@ clsPestMONNew::Status clsPestMONNew::Add_Leave_Analysis(Key &key, Key planting, 
                                                         const QString &season, const PlantValues &values)
 {
     return write([&](dao::Database &database) {
-        key = store::addRow(database, Leave.table, plantFields(Leave, planting, date, part, season, values));
+        key = store::appendRow(database, Leave.table, plantFields(Leave, planting, date, part, season, values));
     });
 }
 
@@ -137,7 +137,7 @@ clsPestMONNew::Status clsPestMONNew::Add_Fruit_Analysis(Key &key, Key planting, 
                                                         const QString &season, const PlantValues &values)
 {
     return write([&](dao::Database &database) {
-        key = store::addRow(database, Fruit.table, plantFields(Fruit, planting, date, part, season, values));
+        key = store::appendRow(database, Fruit.table, plantFields(Fruit, planting, date, part, season, values));
     });
 }
 

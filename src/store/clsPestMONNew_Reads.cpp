@@ -3,6 +3,7 @@
 // decides, so that the first row of a doubled key is always the oldest.
 #include "store/clsPestMONNew.h"
 
+#include "platform/basic/Numbers.h"
 #include "store/SqlText.h"
 
 using store::sqlText;
@@ -233,14 +234,14 @@ clsPestMONNew::Int16 clsPestMONNew::No_of_Pests(Key instruction)
     if (rows.Eof())
         return 0;
     rows.MoveLast();
-    return static_cast<Int16>(rows.RecordCount());
+    return basic::toInteger16(rows.RecordCount());
 }
 
 clsPestMONNew::Int16 clsPestMONNew::New_No_of_MonPoints(Key instruction, Key block)
 {
     const Recordset rows = pestRows(sqlText(u"Select * from tblPMBlockTrans where tblPMBlockTrans.PMTransID =", instruction,
                                             u" and tblPMBlockTrans.BlockID =", block));
-    return rows.Eof() ? Int16{0} : static_cast<Int16>(rows.longValue(u"NoofMpoints"));
+    return rows.Eof() ? Int16{0} : basic::toInteger16(rows.longValue(u"NoofMpoints"));
 }
 
 Recordset clsPestMONNew::Method_Used(Key instruction)

@@ -2,6 +2,7 @@
 // Farms, workers, crops, blocks and targets. Where a statement's own order leaves ties, the key decides.
 #include "store/clsPestMONNew.h"
 
+#include "platform/basic/Numbers.h"
 #include "store/SqlText.h"
 
 using store::sqlText;
@@ -146,7 +147,7 @@ Recordset clsPestMONNew::XGet_PestBlocks_for_Farms(Key /*farm*/)
 
 clsPestMONNew::Int16 clsPestMONNew::NoofMPoints_Are(Key block)
 {
-    return static_cast<Int16>(firstNumber(mainRows(sqlText(u"Select * from tblBlock where BlockID = ", block)), u"NoofMpoints"));
+    return basic::toInteger16(firstNumber(mainRows(sqlText(u"Select * from tblBlock where BlockID = ", block)), u"NoofMpoints"));
 }
 
 clsPestMONNew::Key clsPestMONNew::BigBlock_ID(Key planting)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "common/ProgramLock.h"
+#include "platform/basic/Clock.h"
 #include "platform/basic/TextFiles.h"
 #include "platform/controls/Dialogs.h"
 #include "platform/controls/ItemCombo.h"
@@ -27,7 +28,9 @@ private Q_SLOTS:
     void withoutTheSprayFileTheListIsEmpty();
     void bringsThePestFileUpToDate();
     void copyIsMadeBeforeTheFirstWrite();
+    void copyIsMadeBeforeTheFirstWriteOfTheNextDay();
     void failedCopyIsNamedAndNoHindrance();
+    void missingTemplatesAreNoHindrance();
 
 private:
     struct Start {
@@ -210,6 +213,40 @@ void StartUpTest::copyIsMadeBeforeTheFirstWrite()
     QCOMPARE(copies.size(), std::size_t(1));
     const auto copy = dao::Workspace::OpenDatabase(copies.front().path, false, true, store::connectText());
     QCOMPARE(copy->OpenRecordset(QStringLiteral("Select * from tblTempBlockPlant")).RecordCount(), 0);
+}
+
+void StartUpTest::copyIsMadeBeforeTheFirstWriteOfTheNextDay()
+{
+    TemporaryFarm farm;
+    farm.close();
+    const QDateTime evening(QDate(2026, 5, 4), QTime(23, 50));
+    basic::Clock::stopAt(evening);
+    Start start(farm.appPath());
+    basic::Clock::stopAt(evening.addSecs(3600));
+    auto &store = start.window.objPestMON();
+    store.Get_Farms();
+    QCOMPARE(store::listBackups(farm.databasesPath()).size(), std::size_t(1));
+    {
+        dao::WriteScope scope(*start.session().dbPest);
+        QCOMPARE(store.New_Add_Pest_for_Instruction(7), clsPestMONNew::Done);
+        QCOMPARE(store.New_Add_Pest_for_Instruction(8), clsPestMONNew::Done);
+    }
+    const auto copies = store::listBackups(farm.databasesPath());
+    basic::Clock::stopAt({});
+    QCOMPARE(copies.size(), std::size_t(2));
+    QCOMPARE(copies.front().day, QDate(2026, 5, 5));
+    const auto copy = dao::Workspace::OpenDatabase(copies.front().path, false, true, store::connectText());
+    QCOMPARE(copy->OpenRecordset(QStringLiteral("Select * from tblPMTPest")).RecordCount(), 0);
+}
+
+void StartUpTest::missingTemplatesAreNoHindrance()
+{
+    TemporaryFarm farm;
+    farm.close();
+    basic::writeLine(farm.appPath() + QStringLiteral("/Templates"), QStringLiteral("in the way"));
+    Start start(farm.appPath());
+    start.window.makeTemplates(farm.appPath());
+    QVERIFY2(start.window.statusText().contains(QStringLiteral("Templates")), qPrintable(start.window.statusText()));
 }
 
 void StartUpTest::failedCopyIsNamedAndNoHindrance()
