@@ -13,9 +13,12 @@ namespace
 
 enum class NullTexts { Shown, LeftOut };
 
-void fill(ItemCombo &combo, dao::Recordset rows, QStringView text, QStringView key, NullTexts nullTexts = NullTexts::Shown)
+/// The list is emptied before it is asked for: entries of another question must not stay behind one that fails.
+template <typename Query>
+void fill(ItemCombo &combo, Query query, QStringView text, QStringView key, NullTexts nullTexts = NullTexts::Shown)
 {
     combo.Clear();
+    dao::Recordset rows = query();
     if (rows.Eof()) {
         return;
     }
@@ -33,40 +36,47 @@ void fill(ItemCombo &combo, dao::Recordset rows, QStringView text, QStringView k
 
 void Fill_Farm_Combo(ItemCombo &combo, clsPestMONNew &objPestMON)
 {
-    fill(combo, objPestMON.Get_Farms(), u"Farm", u"FarmID");
+    fill(
+        combo, [&] { return objPestMON.Get_Farms(); }, u"Farm", u"FarmID");
 }
 
 void Fill_CrGroup_Combo(ItemCombo &combo, clsPestMONNew &objPestMON)
 {
-    fill(combo, objPestMON.Get_CropGroup_for_Farm(), u"Group", u"CrGrID");
+    fill(
+        combo, [&] { return objPestMON.Get_CropGroup_for_Farm(); }, u"Group", u"CrGrID");
 }
 
 void Fill_CrType_Combo(ItemCombo &combo, clsPestMONNew &objPestMON, int group)
 {
-    fill(combo, objPestMON.GetCrType(group), u"Type", u"CrTyID");
+    fill(
+        combo, [&] { return objPestMON.GetCrType(group); }, u"Type", u"CrTyID");
 }
 
 void Fill_CrVariety_Combo(ItemCombo &combo, clsPestMONNew &objPestMON, int type)
 {
-    fill(combo, objPestMON.GetCrVariety(type), u"Variety", u"CrVaID");
+    fill(
+        combo, [&] { return objPestMON.GetCrVariety(type); }, u"Variety", u"CrVaID");
 }
 
 void Fill_BlockPlant_Combo(ItemCombo &combo, clsPestMONNew &objPestMON, const SessionContext &session)
 {
-    fill(combo,
-         objPestMON.Get_Blocks_All(session.CurrentFarmID, session.FilterCrGrID, session.FilterCrTyID, session.FilterCrVaID),
-         u"PBlock", u"BlockPID");
+    const auto filtered = [&] {
+        return objPestMON.Get_Blocks_All(session.CurrentFarmID, session.FilterCrGrID, session.FilterCrTyID, session.FilterCrVaID);
+    };
+    fill(combo, filtered, u"PBlock", u"BlockPID");
 }
 
 void Fill_Block_Combo_Temp(ItemCombo &combo, SessionContext &session)
 {
     const QString sql = QStringLiteral("SELECT * FROM tblTempBlockPlant where PBActive = True ORDER BY tPBlock");
-    fill(combo, session.dbPest->OpenRecordset(sql), u"tPBlock", u"tBlockPID");
+    fill(
+        combo, [&] { return session.dbPest->OpenRecordset(sql); }, u"tPBlock", u"tBlockPID");
 }
 
 void Fill_Worker_Combo(ItemCombo &combo, clsPestMONNew &objPestMON)
 {
-    fill(combo, objPestMON.Get_Workers(), u"WNickName", u"WorkerID", NullTexts::LeftOut);
+    fill(
+        combo, [&] { return objPestMON.Get_Workers(); }, u"WNickName", u"WorkerID", NullTexts::LeftOut);
 }
 
 void Key_Enter_To_Tab(int keyCode)

@@ -9,7 +9,7 @@ class clsPestMONNew;
 struct SessionContext;
 
 /// Fill a list from a query, one entry a row with its key. Each empties the list first and raises no selection. An error of
-/// the query passes through and leaves the list as it was.
+/// the query passes through and leaves the list empty.
 void Fill_Farm_Combo(controls::ItemCombo &combo, clsPestMONNew &objPestMON);
 void Fill_CrGroup_Combo(controls::ItemCombo &combo, clsPestMONNew &objPestMON);
 void Fill_CrType_Combo(controls::ItemCombo &combo, clsPestMONNew &objPestMON, int group);

@@ -80,7 +80,7 @@ void MenuPanel::setEntries(std::vector<MenuEntry> entries)
             continue;
         }
         button->setAvailable();
-        connect(button, &PictureButton::clicked, this, [this, &entry] { Q_EMIT entryClicked(entry); });
+        connect(button, &PictureButton::clicked, this, [this, entry] { Q_EMIT entryClicked(entry); });
     }
 }
 
@@ -100,10 +100,14 @@ void MenuPanel::hover(PictureButton *button)
 
 void MenuPanel::Clear_Image_Hover()
 {
-    const auto match = std::find_if(pictures.begin(), pictures.end(),
-                                    [this](const Picture &entry) { return picture(QLatin1String(entry.name)) == HoverImage_; });
-    if (match != pictures.end() && HoverImage_ != nullptr) {
-        HoverImage_->setHoverBorder(false);
+    if (HoverImage_ == nullptr) {
+        return;
+    }
+    // The earlier pictures too, when the pointer went straight from one to the next.
+    for (const Picture &entry : pictures) {
+        if (PictureButton *button = picture(QLatin1String(entry.name))) {
+            button->setHoverBorder(false);
+        }
     }
     HoverImage_ = nullptr;
 }
