@@ -6,6 +6,8 @@
 #include "platform/basic/RunTimeError.h"
 #include "platform/basic/TextFiles.h"
 
+#include <QFileInfo>
+
 #include <optional>
 
 namespace
@@ -15,7 +17,9 @@ constexpr auto PeriodStartFile = "\\FindSDate.txt";
 
 std::optional<QString> existingFile(const SessionContext &session, const char *name)
 {
-    return basic::findPath(session.AppPath + QLatin1String(name));
+    const auto path = basic::findPath(session.AppPath + QLatin1String(name));
+    // A folder of that name is no file.
+    return path && QFileInfo(*path).isFile() ? path : std::nullopt;
 }
 
 QString readText(const SessionContext &session, const char *name)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "common/ProgramLock.h"
 
+#include "platform/basic/RunTimeError.h"
+
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
@@ -22,7 +24,14 @@ std::unique_ptr<ProgramLock> ProgramLock::tryLock(const QString &appPath)
         std::make_unique<QLockFile>(QDir::temp().filePath(QStringLiteral("farm-monitoring-%1.lock").arg(QLatin1String(hash))));
     file->setStaleLockTime(0);
     if (!file->tryLock(0)) {
-        return nullptr;
+        if (file->error() == QLockFile::LockFailedError) {
+            return nullptr;
+        }
+        throw basic::RunTimeError(
+            basic::ErrorNumber::PathFileAccess,
+            QStringLiteral("The lock %1, by which the program knows that it runs once only, cannot be made. Check the rights "
+                           "of its folder and the room on its disk.")
+                .arg(file->fileName()));
     }
     return std::unique_ptr<ProgramLock>(new ProgramLock(std::move(file)));
 }

@@ -12,7 +12,8 @@ class QLockFile;
 class ProgramLock
 {
 public:
-    /// Nothing when another living process holds the lock of this folder. The folder is the program's folder.
+    /// Nothing when another living process holds the lock of this folder, which is the program's. Error 75 when no lock can be
+    /// made at all.
     static std::unique_ptr<ProgramLock> tryLock(const QString &appPath);
     ~ProgramLock();
 

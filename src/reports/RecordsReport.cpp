@@ -9,6 +9,8 @@
 
 #include <QDir>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -38,7 +40,8 @@ std::vector<PestRecord> readRecords(dao::Recordset rows)
     return records;
 }
 
-RecordsSource sourceOf(clsPestMONNew &store, const RecordsOrder &order)
+/// The block and the pest in hand are known to the session, and the method as a mark of whether the table counts.
+RecordsSource sourceOf(clsPestMONNew &store, SessionContext &session, const RecordsOrder &order)
 {
     const auto from = basic::SerialDate::fromDate(order.from);
     const auto to = basic::SerialDate::fromDate(order.to);
@@ -49,9 +52,19 @@ RecordsSource sourceOf(clsPestMONNew &store, const RecordsOrder &order)
                 }
                 return rows.longValue(0);
             },
-            .records = [&store, from,
-                        to](std::int32_t block,
-                            std::int32_t pest) { return readRecords(store.Get_PestData_for_Block(block, pest, from, to)); }};
+            .records =
+                [&store, &session, from, to](std::int32_t block, std::int32_t pest) {
+                    session.CurrentBlockID = block;
+                    session.CurrentCTargetID = pest;
+                    std::vector<PestRecord> records = readRecords(store.Get_PestData_for_Block(block, pest, from, to));
+                    if (!records.empty()) {
+                        session.CurrentPMMethodID =
+                            std::any_of(records.begin(), records.end(), [](const auto &record) { return record.counts; })
+                            ? CountMethod
+                            : 0;
+                    }
+                    return records;
+                }};
 }
 
 void writePest(RecordsSheet &sheet, const ReportChoice &pest, const RecordsOrder &order, const RecordsSource &source)
@@ -102,7 +115,7 @@ void printRecords(ScreenHost &host, const RecordsOrder &order)
     report.application().setVisible(true);
     const LongWorkWithPicture work(host);
     RecordsSheet sheet(report.application());
-    writeRecords(sheet, order, sourceOf(host.objPestMON(), order), [&host](double percent) {
+    writeRecords(sheet, order, sourceOf(host.objPestMON(), host.session(), order), [&host](double percent) {
         Show_Progress(host, basic::toInteger16(percent), QStringLiteral("Pest monitor records"));
     });
     const QString path = report.save(QStringLiteral("Report_"));

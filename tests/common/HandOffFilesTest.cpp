@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "common/HandOffFiles.h"
 
-#include "common/ProgramLock.h"
 #include "common/SessionContext.h"
 #include "platform/basic/RunTimeError.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -26,7 +26,6 @@ private Q_SLOTS:
     void noiseInThePeriodStartCountsAsMissing_data();
     void noiseInThePeriodStartCountsAsMissing();
     void farmNameIsHandedBack();
-    void folderIsLockedOnce();
 
 private:
     void write(const QString &name, const QByteArray &bytes);
@@ -80,6 +79,9 @@ void HandOffFilesTest::missingFilesEmptyTheValues()
     session_->CurrentFarm = QStringLiteral("left over");
     session_->CurrentFarmID = 9;
     session_->CurrentSDate = QStringLiteral("left over");
+    // A folder is no file.
+    QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("Findfarm.txt")));
+    QVERIFY(QDir(folder_->path()).mkdir(QStringLiteral("FindfarmID.txt")));
     Read_FindFarm(*session_);
     Read_FindFarmID(*session_);
     QVERIFY(Read_FindSDate(*session_).isEmpty());
@@ -142,15 +144,6 @@ void HandOffFilesTest::farmNameIsHandedBack()
     session_->CurrentFarm.clear();
     Read_FindFarm(*session_);
     QCOMPARE(session_->CurrentFarm, QStringLiteral("Môregloed"));
-}
-
-void HandOffFilesTest::folderIsLockedOnce()
-{
-    auto first = ProgramLock::tryLock(folder_->path());
-    QVERIFY(first);
-    QVERIFY(!ProgramLock::tryLock(folder_->path() + QStringLiteral("/.")));
-    first.reset();
-    QVERIFY(ProgramLock::tryLock(folder_->path()));
 }
 
 QTEST_GUILESS_MAIN(HandOffFilesTest)

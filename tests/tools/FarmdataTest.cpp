@@ -191,6 +191,36 @@ private Q_SLOTS:
         QVERIFY(run.output.contains("PestMon.mdb") && run.output.contains("ZN4_Spray.mdb"));
     }
 
+    void aFileLeftInTheMiddleOfAWriteIsSound()
+    {
+        TemporaryFarm farm;
+        farm.addInstruction({.blocks = {{1, 3}}, .targets = {1}});
+        const QString pest = farm.filePath(DatabaseFile::Pest);
+        {
+            // What a program killed here would leave behind.
+            dao::WriteScope scope(*farm.session.dbPest);
+            farm.session.dbPest->Execute("DELETE from tblPMData");
+            QVERIFY(QFile::copy(pest, pest + ".killed") && QFile::copy(pest + "-journal", pest + ".killed-journal"));
+            scope.rollback();
+        }
+        // The engine marks its journal, and how many pages it has, before it changes the file.
+        QFile journal(pest + ".killed-journal");
+        QVERIFY(journal.open(QIODevice::ReadWrite));
+        journal.write(QByteArray::fromHex("d9d505f920a163d7ffffffff"));
+        journal.close();
+        farm.close();
+        QVERIFY(QFile::remove(pest) && QFile::rename(pest + ".killed", pest)
+                && QFile::rename(pest + ".killed-journal", pest + "-journal"));
+        const QByteArray before = fingerprint(farm.databasesPath());
+        const FarmdataRun run = farmdata({"check", farm.databasesPath()});
+        QVERIFY2(run.status == 0, qPrintable(run.output));
+        QVERIFY(run.output.contains("was left in the middle of a write"));
+        QCOMPARE(fingerprint(farm.databasesPath()), before);
+        QCOMPARE(farmdata({"backup", farm.databasesPath()}).status, 0);
+        farm.open();
+        QCOMPARE(farm.count("tblPMData"), 3);
+    }
+
     void damageInsideIsFoundAndACopyPutsItRight()
     {
         TemporaryFarm farm;

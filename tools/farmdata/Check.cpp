@@ -9,8 +9,11 @@
 #include "store/Schema.h"
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QHash>
 #include <QSet>
+#include <QTemporaryDir>
 
 #include <array>
 #include <memory>
@@ -79,13 +82,42 @@ void checkTables(const dao::Database &database, DatabaseFile file, Findings &fin
     }
 }
 
-DatabasePointer checkFile(const QString &folder, DatabaseFile file, Findings &findings)
+DatabasePointer open(const QString &path, bool readOnly)
+{
+    return dao::Workspace::OpenDatabase(path, false, readOnly, store::connectText());
+}
+
+/// What a killed program left half done is taken back in a copy, as the next start will do it in the file itself.
+DatabasePointer openRepairedCopy(const QString &path, const QTemporaryDir &copies)
+{
+    const QString copy = copies.filePath(QFileInfo(path).fileName());
+    for (const QString &part : {QString(), QStringLiteral("-journal")}) {
+        if (!QFile::copy(path + part, copy + part))
+            throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess,
+                                      QStringLiteral("%1 could not be copied to %2 for the check").arg(path + part, copy + part));
+    }
+    return open(copy, false);
+}
+
+DatabasePointer openForCheck(const QString &path, const QTemporaryDir &copies)
+{
+    try {
+        return open(path, true);
+    } catch (const dao::DataError &error) {
+        if (error.number() != static_cast<int>(dao::DataErrorNumber::NeedsRepair))
+            throw;
+        printLine(QStringLiteral("  note: %1").arg(error.description()));
+        return openRepairedCopy(path, copies);
+    }
+}
+
+DatabasePointer checkFile(const QString &folder, DatabaseFile file, const QTemporaryDir &copies, Findings &findings)
 {
     const QString wanted = folder + u'/' + store::fileName(file);
     const QString path = basic::findPath(wanted).value_or(wanted);
     printLine(path);
     try {
-        DatabasePointer database = dao::Workspace::OpenDatabase(path, false, true, store::connectText());
+        DatabasePointer database = openForCheck(path, copies);
         QStringList damage;
         {
             Progress progress(QStringLiteral("Checking %1").arg(store::fileName(file)), 100);
@@ -194,9 +226,10 @@ bool checkFarm(const QString &databasesFolder)
 {
     const QString folder = QDir(databasesFolder).absolutePath();
     Findings findings;
+    const QTemporaryDir copies;
     std::array<DatabasePointer, std::size(store::AllDatabaseFiles)> databases;
     for (std::size_t i = 0; i < databases.size(); ++i)
-        databases[i] = checkFile(folder, store::AllDatabaseFiles[i], findings);
+        databases[i] = checkFile(folder, store::AllDatabaseFiles[i], copies, findings);
     const auto &[main, pest, spray] = databases;
     // With a table missing the links cannot be followed.
     if (findings.none()) {

@@ -54,7 +54,8 @@ void writeAnalyses(const DemoCatalogue &catalogue, SessionContext &session)
             check(store.Add_Fruit_Analysis(key, planting.key, date, planting.key % 4 == 0 ? "Skin" : "Meat", "Nov-Dec",
                                            sample(FruitUsual, dice)));
             key = 0;
-            check(store.Save_Soil_Analysis_Basic(key, planting.key, date, sample(SoilBasicUsual, dice), "Sand-Loam"));
+            check(store.Save_Soil_Analysis_Basic(key, planting.key, date, sample(SoilBasicUsual, dice),
+                                                 planting.key % 4 == 0 ? "Coarse" : "Fine"));
             key = 0;
             check(store.Save_Soil_Analysis_Micro(key, planting.key, date, sample(SoilMicroUsual, dice)));
             key = 0;

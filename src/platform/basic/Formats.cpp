@@ -56,10 +56,11 @@ Decimal decimalOf(double value)
     return fromScientific(std::string_view(buffer.data(), static_cast<std::size_t>(end - buffer.data())));
 }
 
+// And seven are what a 32-bit float holds.
 Decimal decimalOf(float value)
 {
     std::array<char, 40> buffer;
-    const auto end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::scientific).ptr;
+    const auto end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::scientific, 6).ptr;
     return fromScientific(std::string_view(buffer.data(), static_cast<std::size_t>(end - buffer.data())));
 }
 

@@ -23,11 +23,11 @@ QDate dateFromText(QStringView text);
 
 /// `decimals` digits behind a point whatever the locale, halves away from zero: "#0" is 0 decimals, "#0.00" is 2.
 QString formatFixed(double value, int decimals);
-/// The same for a 32-bit float, rounded from its shortest text: 2.675 gives 2.68.
+/// The same for a 32-bit float, rounded from its seven digits: 2.675 gives 2.68.
 QString formatFixedSingle(float value, int decimals);
 
-/// Shortest decimal text that reads back as the same 32-bit float: 1.1, never 1.10000002384186. Powers of ten beyond its
-/// digits are written as 1E+12.
+/// Shortest decimal text of a 32-bit float, at most 7 digits: 1.1, never 1.10000002384186. Powers of ten beyond its digits are
+/// written as 1E+12.
 QString singleText(float value);
 /// Shortest decimal text of a double, at most 15 digits, point whatever the locale.
 QString doubleText(double value);

@@ -2,14 +2,15 @@
 #pragma once
 
 #include <QColor>
+#include <QPointer>
 #include <QString>
+#include <QWidget>
 
 #include <deque>
 #include <optional>
 #include <vector>
 
 class QPrinter;
-class QWidget;
 
 namespace controls
 {
@@ -43,7 +44,7 @@ public:
     bool choosePrinter(QPrinter &printer) override;
 
 private:
-    QWidget *parent_;
+    QPointer<QWidget> parent_;
 };
 
 /// Answers from a queue and records what would have been shown, for the scripted round and the tests. A question without a queued

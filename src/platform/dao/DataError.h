@@ -33,6 +33,7 @@ enum class DataErrorNumber : int {
     UnrecognizedFormat = 3343,
     TableExists = 3010,
     FieldExists = 3191,
+    NeedsRepair = 3428,
 };
 
 /// A failure of the data layer. The description names the file, table or field concerned and what can be done.

@@ -59,6 +59,11 @@ DataError errorFor(int code, const QString &path, const QString &message, int sy
         return {Number::DiskFull,
                 QStringLiteral("The disk is full, so %1 was not changed. Free some space and try again.").arg(path)};
     case SQLITE_READONLY:
+        if (code == SQLITE_READONLY_ROLLBACK) {
+            return {
+                Number::NeedsRepair,
+                QStringLiteral("%1 was left in the middle of a write. The next start takes back what was half done.").arg(path)};
+        }
         return {Number::ReadOnly,
                 QStringLiteral("%1 cannot be written. Check the rights of the file and of its folder.").arg(path)};
     case SQLITE_CANTOPEN:

@@ -56,6 +56,7 @@ void FormatsTest::singlesAreRoundedFromTheirOwnText()
 void FormatsTest::numbersAreShortAndPlain()
 {
     QCOMPARE(singleText(1.1F), QStringLiteral("1.1"));
+    QCOMPARE(singleText(100.0F / 3), QStringLiteral("33.33333"));
     QCOMPARE(singleText(100000.0F), QStringLiteral("100000"));
     QCOMPARE(singleText(-0.25F), QStringLiteral("-0.25"));
     QCOMPARE(singleText(-0.0F), QStringLiteral("0"));
