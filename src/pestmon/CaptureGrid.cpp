@@ -5,6 +5,7 @@
 #include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/Dialogs.h"
+#include "platform/controls/RedrawPause.h"
 #include "platform/dao/Database.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
@@ -68,6 +69,21 @@ clsPestMONNew::TotalValues totalAt(bool counts, int value, std::int16_t total)
     Values values;
     values.*(counts ? Counts : Answers)[static_cast<std::size_t>(value - 1)] = total;
     return values;
+}
+
+/// A key that types something. Control and Alt together are AltGr; either alone belongs to a letter of a button or a command.
+bool isCharacter(const QKeyEvent &key)
+{
+    constexpr Qt::KeyboardModifiers altGr = Qt::ControlModifier | Qt::AltModifier;
+    const Qt::KeyboardModifiers held = key.modifiers() & (altGr | Qt::MetaModifier);
+    return (!held || held == altGr) && !key.text().isEmpty() && key.text().front().isPrint();
+}
+
+/// Not when another window or a menu of its own was in front meanwhile.
+bool movesFocus(const QEvent &event)
+{
+    const Qt::FocusReason reason = static_cast<const QFocusEvent &>(event).reason();
+    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason;
 }
 
 } // namespace
@@ -170,7 +186,7 @@ void CaptureGrid::Fill_Capture()
     const controls::BusyPointer busy;
     closeBox();
     controls::FlexGrid &grid = *ui_.grdPest;
-    grid.setRedraw(false);
+    const controls::RedrawPause pause(grid);
     NoOfPests = objPestMON().No_of_Pests(session().CurrentPMTransID);
     PestIDs.clear();
     std::vector<QString> names;
@@ -184,8 +200,9 @@ void CaptureGrid::Fill_Capture()
     fillPoints();
     grid.setCell(capture::TotalRow, qMin(capture::FirstValueColumn, grid.Cols() - 1));
     grid.setTopRow(capture::TotalRow);
-    grid.setLeftCol(capture::FirstPestColumn);
-    grid.setRedraw(true);
+    if (NoOfPests > 0) {
+        grid.setLeftCol(capture::FirstPestColumn);
+    }
 }
 
 void CaptureGrid::fillTotals()
@@ -221,10 +238,13 @@ void CaptureGrid::fillPoints()
             grid.setRows(row + 2);
             grid.setTextMatrix(row, capture::PointColumn, QString::number(point));
         }
-        const auto found = std::find(PestIDs.begin(), PestIDs.end(), rows.longValue("CTargetID"));
-        const int pest = static_cast<int>(found - PestIDs.begin()) + 1;
-        if (found != PestIDs.end() && grid.TextMatrix(row, capture::keyColumn(pest)).isEmpty()) {
-            fillPointCells(row, pest, rows);
+        const std::int32_t target = rows.longValue("CTargetID");
+        // Files of other makers may name a pest twice.
+        for (int pest = 1; pest <= NoOfPests; ++pest) {
+            const bool empty = grid.TextMatrix(row, capture::keyColumn(pest)).isEmpty();
+            if (empty && PestIDs[static_cast<std::size_t>(pest - 1)] == target) {
+                fillPointCells(row, pest, rows);
+            }
         }
     }
 }
@@ -243,12 +263,18 @@ void CaptureGrid::fillPointCells(int row, int pest, const dao::Recordset &rows)
     }
 }
 
-void CaptureGrid::click(int row, int col)
+bool CaptureGrid::returnToOpenBox()
 {
     if (boxOpen_) {
-        // What lies in the box could not be saved: it keeps its place until it is.
         ui_.grdPest->setCell(BoxRow, BoxCol);
         ui_.txtG1->setFocus();
+    }
+    return boxOpen_;
+}
+
+void CaptureGrid::click(int row, int col)
+{
+    if (returnToOpenBox()) {
         return;
     }
     if (session().CurrentPMTransID == 0) {
@@ -270,19 +296,23 @@ void CaptureGrid::keyDown(QKeyEvent *event)
     controls::FlexGrid &grid = *ui_.grdPest;
     const int row = grid.Row();
     const int col = grid.Col();
-    if (event->key() == Qt::Key_F2) {
-        event->accept();
+    const bool toggles = event->key() == Qt::Key_F2;
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool character = isCharacter(*event);
+    const bool opens = (enter || character) && (row == capture::TotalRow || isCount());
+    if (!toggles && !opens) {
+        return;
+    }
+    event->accept();
+    if (returnToOpenBox()) {
+        return;
+    }
+    if (toggles) {
         silently(QStringLiteral("The cell could not be changed"), [&] { click(row, col); });
         // A toggle leaves the current cell in the point column; whoever works by keys wants to go on from where he was.
         grid.setCell(row, col);
         return;
     }
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    const bool character = !event->text().isEmpty() && event->text().front().isPrint();
-    if ((!enter && !character) || (row != capture::TotalRow && !isCount())) {
-        return;
-    }
-    event->accept();
     openBox();
     if (boxOpen_ && character) {
         Send_Keys(event->text(), true);
@@ -340,12 +370,11 @@ bool CaptureGrid::eventFilter(QObject *watched, QEvent *event)
     if (watched != ui_.txtG1) {
         return PestMonFace::eventFilter(watched, event);
     }
-    if (event->type() == QEvent::FocusOut && boxOpen_) {
-        const auto reason = static_cast<QFocusEvent *>(event)->reason();
-        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
-            leaveBox();
-        }
-        return false;
+    if (event->type() == QEvent::FocusIn && movesFocus(*event)) {
+        ui_.txtG1->selectAll();
+    }
+    if (event->type() == QEvent::FocusOut && boxOpen_ && movesFocus(*event)) {
+        leaveBox();
     }
     if (event->type() != QEvent::KeyPress) {
         return false;
@@ -419,14 +448,16 @@ bool CaptureGrid::savePoint()
     paint(BoxRow, BoxCol, typed);
     // From here on the total counts the new value; should the point fail, a second try starts from it.
     OldValue = typed.value;
-    saveTotal(column, capture::changedTotal(total));
+    const bool totalSaved = saveTotal(column, capture::changedTotal(total));
     session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column.pest - 1)];
     if (storePoint(column, BoxRow, typed.value) == clsPestMONNew::Failed) {
         showStoreFailure(QStringLiteral("%1 could not be saved").arg(cellName(BoxRow, column)));
         return false;
     }
     scope.commit();
-    host().showStatus(QStringLiteral("%1 = %2 saved").arg(cellName(BoxRow, column)).arg(typed.value));
+    if (totalSaved) {
+        host().showStatus(QStringLiteral("%1 = %2 saved").arg(cellName(BoxRow, column)).arg(typed.value));
+    }
     return true;
 }
 
@@ -437,7 +468,7 @@ clsPestMONNew::Status CaptureGrid::storePoint(const capture::PestColumn &column,
                                       countAt(column.value, count), selector(clsPestMONNew::Count, column.value));
 }
 
-void CaptureGrid::saveTotal(const capture::PestColumn &column, const capture::CellPicture &total)
+bool CaptureGrid::saveTotal(const capture::PestColumn &column, const capture::CellPicture &total)
 {
     paint(capture::TotalRow, capture::valueColumn(column.pest, column.value), total);
     session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column.pest - 1)];
@@ -449,9 +480,10 @@ void CaptureGrid::saveTotal(const capture::PestColumn &column, const capture::Ce
     const QString name = cellName(capture::TotalRow, column);
     if (status == clsPestMONNew::Failed) {
         showStoreFailure(QStringLiteral("%1 could not be saved").arg(name));
-        return;
+        return false;
     }
     host().showStatus(QStringLiteral("%1 = %2 saved").arg(name).arg(total.value));
+    return true;
 }
 
 void CaptureGrid::toggle(int row, int col)
@@ -466,7 +498,7 @@ void CaptureGrid::toggle(int row, int col)
     grid.setCellBackColor(row, col, yes ? mark::Red : mark::White);
     const QString name = cellName(row, *column);
     dao::WriteScope scope(*session().dbPest);
-    Toggle_PMYes(*column, yes);
+    const bool totalSaved = Toggle_PMYes(*column, yes);
     session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column->pest - 1)];
     std::int32_t PMDataID = keyIn(row, column->pest);
     const auto status = objPestMON().Save_PestData(PMDataID, session().CurrentPMTransID, session().CurrentCTargetID, point(row),
@@ -477,17 +509,19 @@ void CaptureGrid::toggle(int row, int col)
         return;
     }
     scope.commit();
-    host().showStatus(QStringLiteral("%1 = %2 saved").arg(name, yes ? QStringLiteral("Yes") : QStringLiteral("No")));
+    if (totalSaved) {
+        host().showStatus(QStringLiteral("%1 = %2 saved").arg(name, yes ? QStringLiteral("Yes") : QStringLiteral("No")));
+    }
 }
 
-void CaptureGrid::Toggle_PMYes(const capture::PestColumn &column, bool yes)
+bool CaptureGrid::Toggle_PMYes(const capture::PestColumn &column, bool yes)
 {
     const std::int16_t total = numberIn(capture::TotalRow, capture::valueColumn(column.pest, column.value));
     if (!yes && total < 1) {
-        return;
+        return true;
     }
     const std::int16_t changed = basic::toInteger16(total + (yes ? 1.0 : -1.0));
-    saveTotal(column, capture::changedTotal(changed));
+    return saveTotal(column, capture::changedTotal(changed));
 }
 
 QString CaptureGrid::cellName(int row, const capture::PestColumn &column) const
