@@ -11,6 +11,8 @@
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 
+#include <QSignalBlocker>
+
 CaptureFace::CaptureFace(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui)
     : PestMonFace(screen, host, ui), grid_(screen, host, ui)
 {
