@@ -5,6 +5,7 @@
 #include "analysis/ModFertPM.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
+#include "platform/controls/RedrawPause.h"
 #include "shell/ListFillers.h"
 #include "shell/Period.h"
 #include "shell/ScreenHost.h"
@@ -113,12 +114,13 @@ void AnalysisBrowser::Apply_LeaveFilter()
     }
     FlexGrid &grid = *ui_.grdLeave;
     const FilteredRows rows = filterRows(rowKeys(grid), chosen, grid.Row());
-    grid.setRedraw(false);
-    for (int row = 1; row < grid.Rows(); ++row) {
-        grid.setRowHeight(row, rows.shown[static_cast<std::size_t>(row) - 1] ? FlexGrid::DefaultRowHeight : 0);
+    {
+        const controls::RedrawPause pause(grid);
+        for (int row = 1; row < grid.Rows(); ++row) {
+            grid.setRowHeight(row, rows.shown[static_cast<std::size_t>(row) - 1] ? FlexGrid::DefaultRowHeight : 0);
+        }
+        grid.setRow(rows.currentRow);
     }
-    grid.setRow(rows.currentRow);
-    grid.setRedraw(true);
     selectRow();
 }
 
@@ -175,6 +177,15 @@ void AnalysisBrowser::selectRow()
             session_.CurrentAnalysis.ID = basic::toLong32(basic::Val(key));
         }
     });
+}
+
+void AnalysisBrowser::movedByKey(int row)
+{
+    // A filling leaves ListRow as it was but no row selected; only on a row without a record nothing is selected anyway.
+    const bool hasRecord = !ui_.grdLeave->TextMatrix(row, AnalysisKeyCol).isEmpty();
+    if (row != (hasRecord ? ui_.grdLeave->selectedRow() : session_.ListRow)) {
+        selectRow();
+    }
 }
 
 void AnalysisBrowser::refillBlocks()

@@ -32,6 +32,8 @@ public:
     void selectFirst();
     /// Paints the current row, and what was selected before it; its key becomes the ID. Leaves silently on an error.
     void selectRow();
+    /// Selects the row that a key has led to; not anew when the key moved along the selected one.
+    void movedByKey(int row);
 
     /// In the order of the lists.
     enum class CropLevel : std::size_t { Group, Type, Variety };

@@ -2,9 +2,9 @@
 #include "analysis/ModFertPM.h"
 
 #include "platform/basic/Formats.h"
+#include "platform/controls/RedrawPause.h"
 
 #include <QHash>
-#include <QScopeGuard>
 
 #include <vector>
 
@@ -139,10 +139,8 @@ void fillRows(controls::FlexGrid &grid, const AnalysisKind &kind, dao::Recordset
 
 void Fill_LeaveGrid(controls::FlexGrid &grid, const AnalysisKind *kind, QDate from, QDate to, clsPestMONNew &objPestMON)
 {
-    grid.setRedraw(false);
+    const controls::RedrawPause pause(grid);
     layOut(grid, kind);
-    // Paints whatever stands, also when the store fails.
-    const auto paint = qScopeGuard([&grid] { grid.setRedraw(true); });
     if (!kind) {
         return;
     }

@@ -76,11 +76,7 @@ void frmMonLeave::connectList()
 {
     on(ui_->grdLeave, &FlexGrid::Click, [this] { browser_->selectRow(); });
     on(ui_->grdLeave, &FlexGrid::DblClick, [this] { openSaved(); });
-    connect(ui_->grdLeave, &FlexGrid::cellMovedByKey, this, [this](int row, int) {
-        if (row != session().ListRow) {
-            browser_->selectRow();
-        }
-    });
+    connect(ui_->grdLeave, &FlexGrid::cellMovedByKey, this, [this](int row, int) { browser_->movedByKey(row); });
     connect(ui_->grdLeave, &FlexGrid::KeyDown, this, [this](QKeyEvent *event) {
         if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
             event->accept();
@@ -208,7 +204,7 @@ void frmMonLeave::setListLocked(bool locked)
     ui_->filterStrip->setEnabled(!locked);
     ui_->barLeave->setEnabled(!locked);
     ui_->grdLeave->setAttribute(Qt::WA_TransparentForMouseEvents, locked);
-    ui_->grdLeave->setFocusPolicy(locked ? Qt::NoFocus : Qt::StrongFocus);
+    ui_->grdLeave->setFocusPolicy(locked ? Qt::NoFocus : Qt::TabFocus);
 }
 
 /// Over the lower part of the grid.

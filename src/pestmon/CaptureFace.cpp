@@ -11,6 +11,8 @@
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 
+#include <QSignalBlocker>
+
 CaptureFace::CaptureFace(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui)
     : PestMonFace(screen, host, ui), grid_(screen, host, ui)
 {
@@ -29,7 +31,9 @@ CaptureFace::CaptureFace(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 
 void CaptureFace::open()
 {
     const SessionContext &values = session();
-    ui_.fraBasic->setTitle(QStringLiteral("%1: %2").arg(basic::shortDate(values.CurrentPMDate.date()), values.CurrentPMNotes));
+    // In a caption "&" stands before its letter, in a note for itself.
+    const QString note = QString(values.CurrentPMNotes).replace(u'&', QStringLiteral("&&"));
+    ui_.fraBasic->setTitle(QStringLiteral("%1: %2").arg(basic::shortDate(values.CurrentPMDate.date()), note));
     fillBlocks();
     ui_.txtPMMethod->setText(values.CurrentPMMethod);
     ui_.dtpPMMTransDate->setValue(values.CurrentPMDate.date());
@@ -45,6 +49,7 @@ void CaptureFace::open()
 void CaptureFace::fillBlocks()
 {
     ui_.cmbBlock->Clear();
+    shownBlock_ = -1;
     dao::Recordset rows = objPestMON().New_Get_Blocks_For_Transaction(session().CurrentPMTransID);
     for (; !rows.Eof(); rows.MoveNext()) {
         const std::int32_t block = rows.longValue("BlockID");
@@ -55,15 +60,26 @@ void CaptureFace::fillBlocks()
 
 void CaptureFace::blockClick()
 {
+    // Until the open cell is settled its own block stays named.
+    const int chosen = ui_.cmbBlock->ListIndex();
+    nameBlock(shownBlock_);
     if (!settleBox()) {
         ui_.txtG1->setFocus();
         return;
     }
+    nameBlock(chosen);
+    shownBlock_ = chosen;
     silently(QStringLiteral("The block could not be shown"), [&] {
         session().CurrentBlockID = ui_.cmbBlock->ItemData(ui_.cmbBlock->ListIndex());
         grid_.Fill_Capture();
         ui_.grdPest->show();
     });
+}
+
+void CaptureFace::nameBlock(int index)
+{
+    const QSignalBlocker silent(ui_.cmbBlock);
+    ui_.cmbBlock->setListIndex(index);
 }
 
 void CaptureFace::completedClick()
@@ -82,10 +98,13 @@ bool CaptureFace::settleBox()
     const auto answer =
         host().dialogs().question(QStringLiteral("The value \"%1\" could not be saved. Go on without it?").arg(ui_.txtG1->text()),
                                   QString(), controls::Answer::No);
-    if (answer == controls::Answer::Yes) {
-        grid_.closeBox();
+    if (answer != controls::Answer::Yes) {
+        return false;
     }
-    return answer == controls::Answer::Yes;
+    // The cell and its total may show what was not saved; the next total would count it.
+    grid_.closeBox();
+    silently(QStringLiteral("The block could not be shown"), [&] { grid_.Fill_Capture(); });
+    return true;
 }
 
 void CaptureFace::cmdSaveTrans()

@@ -22,6 +22,8 @@ Q_SIGNALS:
 private:
     void fillBlocks();
     void blockClick();
+    /// Makes an entry the chosen one without raising Click; -1 for none.
+    void nameBlock(int index);
     void completedClick();
     void cmdSaveTrans();
     void save();
@@ -31,4 +33,6 @@ private:
     bool settleBox();
 
     CaptureGrid grid_;
+    /// Entry of cmbBlock whose cells the grid shows; -1 before the first choice.
+    int shownBlock_ = -1;
 };

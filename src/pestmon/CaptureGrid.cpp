@@ -1,18 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pestmon/CaptureGrid.h"
 
-#include "common/grid/CellEditor.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
-#include "platform/controls/Dialogs.h"
+#include "platform/controls/RedrawPause.h"
 #include "platform/dao/Database.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 
 #include <QKeyEvent>
-#include <QScopedValueRollback>
 
-#include <algorithm>
 #include <array>
 
 using controls::CellAlignment;
@@ -170,7 +167,7 @@ void CaptureGrid::Fill_Capture()
     const controls::BusyPointer busy;
     closeBox();
     controls::FlexGrid &grid = *ui_.grdPest;
-    grid.setRedraw(false);
+    const controls::RedrawPause pause(grid);
     NoOfPests = objPestMON().No_of_Pests(session().CurrentPMTransID);
     PestIDs.clear();
     std::vector<QString> names;
@@ -184,8 +181,9 @@ void CaptureGrid::Fill_Capture()
     fillPoints();
     grid.setCell(capture::TotalRow, qMin(capture::FirstValueColumn, grid.Cols() - 1));
     grid.setTopRow(capture::TotalRow);
-    grid.setLeftCol(capture::FirstPestColumn);
-    grid.setRedraw(true);
+    if (NoOfPests > 0) {
+        grid.setLeftCol(capture::FirstPestColumn);
+    }
 }
 
 void CaptureGrid::fillTotals()
@@ -221,10 +219,13 @@ void CaptureGrid::fillPoints()
             grid.setRows(row + 2);
             grid.setTextMatrix(row, capture::PointColumn, QString::number(point));
         }
-        const auto found = std::find(PestIDs.begin(), PestIDs.end(), rows.longValue("CTargetID"));
-        const int pest = static_cast<int>(found - PestIDs.begin()) + 1;
-        if (found != PestIDs.end() && grid.TextMatrix(row, capture::keyColumn(pest)).isEmpty()) {
-            fillPointCells(row, pest, rows);
+        const std::int32_t target = rows.longValue("CTargetID");
+        // Files of other makers may name a pest twice.
+        for (int pest = 1; pest <= NoOfPests; ++pest) {
+            const bool empty = grid.TextMatrix(row, capture::keyColumn(pest)).isEmpty();
+            if (empty && PestIDs[static_cast<std::size_t>(pest - 1)] == target) {
+                fillPointCells(row, pest, rows);
+            }
         }
     }
 }
@@ -243,193 +244,6 @@ void CaptureGrid::fillPointCells(int row, int pest, const dao::Recordset &rows)
     }
 }
 
-void CaptureGrid::click(int row, int col)
-{
-    if (boxOpen_) {
-        // What lies in the box could not be saved: it keeps its place until it is.
-        ui_.grdPest->setCell(BoxRow, BoxCol);
-        ui_.txtG1->setFocus();
-        return;
-    }
-    if (session().CurrentPMTransID == 0) {
-        host().dialogs().message(QStringLiteral("Enter all information to save the transaction"));
-        return;
-    }
-    if (col > lastPestCol() || col < capture::FirstValueColumn) {
-        return;
-    }
-    if (row == capture::TotalRow || isCount()) {
-        openBox();
-    } else {
-        toggle(row, col);
-    }
-}
-
-void CaptureGrid::keyDown(QKeyEvent *event)
-{
-    controls::FlexGrid &grid = *ui_.grdPest;
-    const int row = grid.Row();
-    const int col = grid.Col();
-    if (event->key() == Qt::Key_F2) {
-        event->accept();
-        silently(QStringLiteral("The cell could not be changed"), [&] { click(row, col); });
-        // A toggle leaves the current cell in the point column; whoever works by keys wants to go on from where he was.
-        grid.setCell(row, col);
-        return;
-    }
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    const bool character = !event->text().isEmpty() && event->text().front().isPrint();
-    if ((!enter && !character) || (row != capture::TotalRow && !isCount())) {
-        return;
-    }
-    event->accept();
-    openBox();
-    if (boxOpen_ && character) {
-        Send_Keys(event->text(), true);
-    }
-}
-
-void CaptureGrid::openBox()
-{
-    controls::FlexGrid &grid = *ui_.grdPest;
-    const auto column = capture::pestColumn(grid.Col(), NoOfPests);
-    if (!column) {
-        return;
-    }
-    if (grid.Row() > capture::TotalRow && keyIn(grid.Row(), column->pest) == 0) {
-        host().showFailure(QStringLiteral("There is no monitoring point to fill in here"));
-        return;
-    }
-    BoxRow = grid.Row();
-    BoxCol = grid.Col();
-    grid.showCell(BoxRow, BoxCol);
-    ui_.txtG1->setText(grid.Text());
-    OldValue = basic::toInteger16(basic::Val(ui_.txtG1->text()));
-    boxOpen_ = true;
-    placeBox();
-    ui_.txtG1->show();
-    ui_.txtG1->raise();
-    ui_.txtG1->setFocus();
-    ui_.txtG1->selectAll();
-}
-
-void CaptureGrid::placeBox()
-{
-    if (!boxOpen_) {
-        return;
-    }
-    controls::FlexGrid &grid = *ui_.grdPest;
-    const QRect cell = grid.cellRect(BoxRow, BoxCol);
-    constexpr int Inset = 2;
-    if (cell.isEmpty()) {
-        ui_.txtG1->move(-ui_.txtG1->width(), -ui_.txtG1->height());
-        return;
-    }
-    ui_.txtG1->setGeometry(cell.adjusted(0, 0, -Inset, -Inset));
-}
-
-void CaptureGrid::closeBox()
-{
-    boxOpen_ = false;
-    ui_.txtG1->setSelection(0, 0);
-    ui_.txtG1->hide();
-}
-
-bool CaptureGrid::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched != ui_.txtG1) {
-        return PestMonFace::eventFilter(watched, event);
-    }
-    if (event->type() == QEvent::FocusOut && boxOpen_) {
-        const auto reason = static_cast<QFocusEvent *>(event)->reason();
-        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
-            leaveBox();
-        }
-        return false;
-    }
-    if (event->type() != QEvent::KeyPress) {
-        return false;
-    }
-    controls::FlexGrid &grid = *ui_.grdPest;
-    const int key = static_cast<QKeyEvent *>(event)->key();
-    const int step = key == Qt::Key_Down ? 1 : key == Qt::Key_Up ? -1 : 0;
-    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
-    if (!enter && step == 0) {
-        return false;
-    }
-    const int target = BoxRow + step;
-    if (step != 0 && target >= capture::TotalRow && target < grid.Rows()) {
-        grid.setRow(target);
-        grid.showCell(target, BoxCol);
-    }
-    grid.setFocus();
-    if (boxOpen_) {
-        // What it holds could not be saved: the next Enter tries again.
-        ui_.txtG1->setFocus();
-    }
-    return true;
-}
-
-bool CaptureGrid::leaveBox()
-{
-    if (!boxOpen_ || leaving_) {
-        return !boxOpen_;
-    }
-    const QScopedValueRollback guard(leaving_, true);
-    controls::FlexGrid &grid = *ui_.grdPest;
-    const int row = grid.Row();
-    const int col = grid.Col();
-    if (col > lastPestCol() || col < capture::FirstValueColumn) {
-        return false;
-    }
-    bool mayClose = false;
-    const QString name = cellName(BoxRow, *capture::pestColumn(BoxCol, NoOfPests));
-    silently(QStringLiteral("%1 could not be saved").arg(name), [&] {
-        if (BoxRow == capture::TotalRow) {
-            saveTypedTotal();
-            mayClose = true;
-        } else {
-            mayClose = savePoint();
-        }
-    });
-    if (mayClose) {
-        closeBox();
-        grid.setCell(row, col);
-    } else {
-        grid.setCell(BoxRow, BoxCol);
-    }
-    return mayClose;
-}
-
-void CaptureGrid::saveTypedTotal()
-{
-    const capture::PestColumn column = *capture::pestColumn(BoxCol, NoOfPests);
-    const capture::CellPicture typed = capture::typedTotal(ui_.txtG1->text());
-    dao::WriteScope scope(*session().dbPest);
-    saveTotal(column, typed);
-    scope.commit();
-}
-
-bool CaptureGrid::savePoint()
-{
-    const capture::PestColumn column = *capture::pestColumn(BoxCol, NoOfPests);
-    const capture::CellPicture typed = capture::typedPoint(ui_.txtG1->text());
-    const std::int16_t total = capture::runningTotal(numberIn(capture::TotalRow, BoxCol), OldValue, typed.value);
-    dao::WriteScope scope(*session().dbPest);
-    paint(BoxRow, BoxCol, typed);
-    // From here on the total counts the new value; should the point fail, a second try starts from it.
-    OldValue = typed.value;
-    saveTotal(column, capture::changedTotal(total));
-    session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column.pest - 1)];
-    if (storePoint(column, BoxRow, typed.value) == clsPestMONNew::Failed) {
-        showStoreFailure(QStringLiteral("%1 could not be saved").arg(cellName(BoxRow, column)));
-        return false;
-    }
-    scope.commit();
-    host().showStatus(QStringLiteral("%1 = %2 saved").arg(cellName(BoxRow, column)).arg(typed.value));
-    return true;
-}
-
 clsPestMONNew::Status CaptureGrid::storePoint(const capture::PestColumn &column, int row, std::int16_t count)
 {
     std::int32_t PMDataID = keyIn(row, column.pest);
@@ -437,7 +251,7 @@ clsPestMONNew::Status CaptureGrid::storePoint(const capture::PestColumn &column,
                                       countAt(column.value, count), selector(clsPestMONNew::Count, column.value));
 }
 
-void CaptureGrid::saveTotal(const capture::PestColumn &column, const capture::CellPicture &total)
+bool CaptureGrid::saveTotal(const capture::PestColumn &column, const capture::CellPicture &total)
 {
     paint(capture::TotalRow, capture::valueColumn(column.pest, column.value), total);
     session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column.pest - 1)];
@@ -449,9 +263,10 @@ void CaptureGrid::saveTotal(const capture::PestColumn &column, const capture::Ce
     const QString name = cellName(capture::TotalRow, column);
     if (status == clsPestMONNew::Failed) {
         showStoreFailure(QStringLiteral("%1 could not be saved").arg(name));
-        return;
+        return false;
     }
     host().showStatus(QStringLiteral("%1 = %2 saved").arg(name).arg(total.value));
+    return true;
 }
 
 void CaptureGrid::toggle(int row, int col)
@@ -466,7 +281,7 @@ void CaptureGrid::toggle(int row, int col)
     grid.setCellBackColor(row, col, yes ? mark::Red : mark::White);
     const QString name = cellName(row, *column);
     dao::WriteScope scope(*session().dbPest);
-    Toggle_PMYes(*column, yes);
+    const bool totalSaved = Toggle_PMYes(*column, yes);
     session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column->pest - 1)];
     std::int32_t PMDataID = keyIn(row, column->pest);
     const auto status = objPestMON().Save_PestData(PMDataID, session().CurrentPMTransID, session().CurrentCTargetID, point(row),
@@ -477,17 +292,19 @@ void CaptureGrid::toggle(int row, int col)
         return;
     }
     scope.commit();
-    host().showStatus(QStringLiteral("%1 = %2 saved").arg(name, yes ? QStringLiteral("Yes") : QStringLiteral("No")));
+    if (totalSaved) {
+        host().showStatus(QStringLiteral("%1 = %2 saved").arg(name, yes ? QStringLiteral("Yes") : QStringLiteral("No")));
+    }
 }
 
-void CaptureGrid::Toggle_PMYes(const capture::PestColumn &column, bool yes)
+bool CaptureGrid::Toggle_PMYes(const capture::PestColumn &column, bool yes)
 {
     const std::int16_t total = numberIn(capture::TotalRow, capture::valueColumn(column.pest, column.value));
     if (!yes && total < 1) {
-        return;
+        return true;
     }
     const std::int16_t changed = basic::toInteger16(total + (yes ? 1.0 : -1.0));
-    saveTotal(column, capture::changedTotal(changed));
+    return saveTotal(column, capture::changedTotal(changed));
 }
 
 QString CaptureGrid::cellName(int row, const capture::PestColumn &column) const

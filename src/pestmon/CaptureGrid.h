@@ -50,15 +50,18 @@ private:
 
     void click(int row, int col);
     void keyDown(QKeyEvent *event);
+    /// A box whose value could not be saved keeps its place until it is: goes back to it. False when none is open.
+    bool returnToOpenBox();
     void openBox();
     void placeBox();
     bool savePoint();
     void saveTypedTotal();
     clsPestMONNew::Status storePoint(const capture::PestColumn &column, int row, std::int16_t count);
-    /// Paints a total and stores it; an unwritten one is named in the status line.
-    void saveTotal(const capture::PestColumn &column, const capture::CellPicture &total);
+    /// Paints a total and stores it; an unwritten one is named in the status line, and gives false.
+    bool saveTotal(const capture::PestColumn &column, const capture::CellPicture &total);
     void toggle(int row, int col);
-    void Toggle_PMYes(const capture::PestColumn &column, bool yes);
+    /// False when the total was to be changed and could not be stored.
+    bool Toggle_PMYes(const capture::PestColumn &column, bool yes);
     QString cellName(int row, const capture::PestColumn &column) const;
     QString describe(int row, int col) const;
 

@@ -9,6 +9,7 @@
 #include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/Dialogs.h"
+#include "platform/controls/RedrawPause.h"
 #include "reports/FieldSheetRun.h"
 #include "reports/LongWork.h"
 #include "shell/ListFillers.h"
@@ -228,7 +229,7 @@ void InstructionEditorFace::Fill_BlockIn()
     objPestMON().RecordTotal = 0;
     dao::Recordset rows = objPestMON().XGet_PestBlocks_for_Farms(session().CurrentFarmID);
     controls::FlexGrid &grid = *ui_.grdBlockIn;
-    grid.setRedraw(false);
+    const controls::RedrawPause pause(grid);
     blocks_.layOut(rows.RecordCount());
     for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
         const std::int32_t block = rows.longValue("BlockID");
@@ -245,14 +246,13 @@ void InstructionEditorFace::Fill_BlockIn()
             showStoreFailure(QStringLiteral("A block left from an earlier choice could not be dropped"));
         }
     }
-    grid.setRedraw(true);
 }
 
 void InstructionEditorFace::Fill_PestIn()
 {
     dao::Recordset rows = objPestMON().Get_Pests_for_ALL_FruitTypes(session().PestTypeFilter);
     controls::FlexGrid &grid = *ui_.grdPestIn;
-    grid.setRedraw(false);
+    const controls::RedrawPause pause(grid);
     pests_.layOut(rows.RecordCount());
     for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
         const std::int32_t pest = rows.longValue("CCTargetID");
@@ -267,7 +267,6 @@ void InstructionEditorFace::Fill_PestIn()
             showStoreFailure(QStringLiteral("A pest left from an earlier choice could not be dropped"));
         }
     }
-    grid.setRedraw(true);
 }
 
 void InstructionEditorFace::pestTypeClick()

@@ -5,6 +5,7 @@
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
+#include "platform/controls/RedrawPause.h"
 #include "shell/Period.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
@@ -170,7 +171,7 @@ void InstructionListFace::layOutGrid(int records)
 void InstructionListFace::Fill_PestList()
 {
     const controls::BusyPointer busy;
-    ui_.grdGS->setRedraw(false);
+    const controls::RedrawPause pause(*ui_.grdGS);
     layOutGrid(0);
     dao::Recordset rows = objPestMON().New_Get_PestTransactions(basic::SerialDate::fromDate(ui_.dtpDateFrom->Value()),
                                                                 basic::SerialDate::fromDate(ui_.dtpDateTo->Value()));
@@ -186,7 +187,6 @@ void InstructionListFace::Fill_PestList()
         }
         fillRow(*ui_.grdGS, row, rows, fields, methods.value(key));
     }
-    ui_.grdGS->setRedraw(true);
 }
 
 void InstructionListFace::activate()
@@ -307,6 +307,10 @@ void InstructionListFace::filterChanged(bool completed, bool all, bool canComple
 
 void InstructionListFace::periodChanged()
 {
+    // An open tab works on the record in hand; leaving it refreshes the list.
+    if (!ui_.tabBlock->isHidden()) {
+        return;
+    }
     session().ListRow = 0;
     refresh(NoRowMeans::LastDataRow);
 }

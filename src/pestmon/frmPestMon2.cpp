@@ -86,9 +86,10 @@ void frmPestMon2::showTab(Tab tab)
     ui_->tabBlock->setTabEnabled(tab, true);
     ui_->tabBlock->setTabEnabled(other, false);
     ui_->tabBlock->setCurrentIndex(tab);
-    ui_->fraGS->hide();
     ui_->tabBlock->show();
     ui_->tabBlock->raise();
+    // Behind the tab: a date that the list loses with its focus must find the tab open.
+    ui_->fraGS->hide();
 }
 
 void frmPestMon2::closeTab()

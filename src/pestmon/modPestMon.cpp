@@ -176,14 +176,27 @@ Status Save_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
     // Where the whole scope is lost, on a full disk say, a key that it gave out must not be taken for a saved one.
     KeyGuard guard(session.CurrentPMTransID);
     dao::WriteScope scope(*session.dbPest);
-    const Status status = inOrder([&] { return saveTransaction(session, objPestMON); },
-                                  [&] { return Store_Selection(objPestMON, session.CurrentPMTransID); },
-                                  [&] {
-                                      session.RepeatDone = true;
-                                      return layOutRows(objPestMON, session.CurrentPMTransID);
-                                  });
-    scope.commit();
-    guard.letStay();
+    const auto write = [&] {
+        return inOrder([&] { return saveTransaction(session, objPestMON); },
+                       [&] { return Store_Selection(objPestMON, session.CurrentPMTransID); },
+                       [&] {
+                           session.RepeatDone = true;
+                           return layOutRows(objPestMON, session.CurrentPMTransID);
+                       });
+    };
+    const auto keep = [&] {
+        scope.commit();
+        guard.letStay();
+    };
+    Status status = Failed;
+    try {
+        status = write();
+    } catch (const basic::RunTimeError &) {
+        // The steps before the error are stored like those before a failed one, so their key stays too.
+        keep();
+        throw;
+    }
+    keep();
     if (status == Done) {
         session.RepeatDone = false;
     }

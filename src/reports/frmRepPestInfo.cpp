@@ -5,6 +5,7 @@
 #include "common/grid/modMousewheel.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/Look.h"
+#include "platform/controls/RedrawPause.h"
 #include "shell/Period.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmRepPestInfo.h"
@@ -35,15 +36,14 @@ std::vector<PickGrid::Column> blockColumns()
             {QStringLiteral("Select"), 600}};
 }
 
-/// Paints the mark of all rows, and of them alone, and stays on the first.
+/// Paints the mark of all rows, the empty last one too, and of them alone, and stays on the first.
 void setAll(controls::FlexGrid &grid, PickGrid &list, bool chosen)
 {
-    grid.setRedraw(false);
-    for (int row = 1; row <= list.lastDataRow(); ++row) {
+    const controls::RedrawPause pause(grid);
+    for (int row = 1; row < grid.Rows(); ++row) {
         list.setMarked(row, chosen);
     }
     grid.setCell(1, list.markColumn());
-    grid.setRedraw(true);
 }
 
 std::vector<ReportChoice> choices(const controls::FlexGrid &grid, const PickGrid &list, bool withPoints)
@@ -125,27 +125,25 @@ void frmRepPestInfo::InitGridBlockIn()
 {
     dao::Recordset rows = objPestMON().XGet_PestBlocks_for_Farms(session().CurrentFarmID);
     controls::FlexGrid &grid = *ui_->grdBlockIn;
-    grid.setRedraw(false);
+    const controls::RedrawPause pause(grid);
     blocks_.layOut(rows.RecordCount());
     for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
         grid.setTextMatrix(row, 1, rows.text("BlockID"));
         grid.setTextMatrix(row, NameColumn, rows.text("Block"));
         grid.setTextMatrix(row, PointsColumn, rows.text("NoofMPoints"));
     }
-    grid.setRedraw(true);
 }
 
 void frmRepPestInfo::fillPests()
 {
     dao::Recordset rows = objPestMON().Get_Pests_for_ALL_FruitTypes(session().PestTypeFilter);
     controls::FlexGrid &grid = *ui_->grdPestIn;
-    grid.setRedraw(false);
+    const controls::RedrawPause pause(grid);
     pests_.layOut(rows.RecordCount());
     for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
         grid.setTextMatrix(row, 1, rows.text("CCTargetID"));
         grid.setTextMatrix(row, NameColumn, rows.text("Target"));
     }
-    grid.setRedraw(true);
 }
 
 void frmRepPestInfo::pestTypeClick()

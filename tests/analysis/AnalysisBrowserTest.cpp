@@ -22,6 +22,8 @@ private Q_SLOTS:
     void anEmptyListLeavesTheKey();
     void selectionPaints();
     void keysSelect();
+    void keysSelectAfterEveryFilling();
+    void rowPressedAfterADateIsTheOneInHand();
     void periodStartIsKept();
     void aStoreThatFailsIsToldQuietly();
 
@@ -222,6 +224,58 @@ void AnalysisBrowserTest::keysSelect()
     QTest::keyClick(&combo("cmbBlock"), Qt::Key_R);
     QTest::keyClick(static_cast<QWidget *>(combo("cmbBlock").view()), Qt::Key_Return);
     QCOMPARE(shown(BlockCol), QStringList{"Rand"});
+}
+
+void AnalysisBrowserTest::keysSelectAfterEveryFilling()
+{
+    addLeaves();
+    open(u"Leaf");
+    click("opInActive");
+    grid().setFocus();
+    QTest::keyClick(&grid(), Qt::Key_Up);
+    QCOMPARE(id(), 4);
+    QCOMPARE(grid().selectedRow(), 1);
+    click("opActive");
+    clickRow(3);
+    host_->dialogs().expectMessage();
+    click("cmdLeaveDEl");
+    QCOMPARE(shown(AnalysisKeyCol), (QStringList{"2", "1", "3"}));
+    grid().setFocus();
+    QTest::keyClick(&grid(), Qt::Key_Up);
+    QCOMPARE(id(), 3);
+    // Along the selected row keys move freely.
+    QTest::keyClick(&grid(), Qt::Key_Right);
+    QTest::keyClick(&grid(), Qt::Key_Right);
+    QCOMPARE(grid().Col(), CultivarCol);
+}
+
+void AnalysisBrowserTest::rowPressedAfterADateIsTheOneInHand()
+{
+    const AnalysisKind &leaf = *analysisKind(u"Leaf");
+    for (int month = 1; month <= 4; ++month) {
+        farm_->addAnalysis(leaf, farm_->kloof, QDate(2026, month, 2), 1.0F);
+    }
+    open(u"Leaf");
+    auto &from = find<controls::DatePicker>("dtpDateFrom");
+    const auto typeMonth = [&from](const QString &month) {
+        from.setFocus();
+        from.setCurrentSection(QDateTimeEdit::MonthSection);
+        QTest::keyClicks(&from, month);
+    };
+    typeMonth(QStringLiteral("02"));
+    clickRow(2);
+    QCOMPARE(shown(AnalysisKeyCol), (QStringList{"2", "3", "4"}));
+    QCOMPARE(id(), 3);
+    QCOMPARE(grid().selectedRow(), 2);
+    // The same once the list was locked and freed again.
+    click("cmdEdit");
+    click("cmdRetAdd");
+    typeMonth(QStringLiteral("03"));
+    clickRow(2);
+    QCOMPARE(id(), 4);
+    host_->dialogs().expectMessage();
+    click("cmdLeaveDEl");
+    QCOMPARE(farm_->count("tblLeaveAnalysis", "LeaveAnalysisID = 4"), 0);
 }
 
 void AnalysisBrowserTest::periodStartIsKept()

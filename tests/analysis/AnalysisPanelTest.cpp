@@ -18,6 +18,7 @@ private Q_SLOTS:
     void closeAsksWhatWasTyped();
     void escapeAsksBeforeItDropsWhatIsTyped();
     void refusedSave();
+    void savedOnceWhenTheListCannotFollow();
     void tooLargeANumberStaysInItsBox();
     void textsOutsideTheListAreKept();
     void activationWaitsWhileThePanelIsOpen();
@@ -217,6 +218,20 @@ void AnalysisPanelTest::refusedSave()
     host_->dialogs().expectMessage();
     click("cmdRetAdd");
     QVERIFY(!panelIsOpen());
+}
+
+void AnalysisPanelTest::savedOnceWhenTheListCannotFollow()
+{
+    open(u"Leaf");
+    click("Command7");
+    choose("cboBlock", QStringLiteral("Kloof"));
+    type("txtN", "3");
+    farm_->handle(store::DatabaseFile::Main).setFailure(QStringLiteral("ZN4.mdb"), QStringLiteral("gone"));
+    click("Command3");
+    QCOMPARE(host_->errors.size(), 1);
+    host_->errors.clear();
+    QVERIFY(!panelIsOpen());
+    QCOMPARE(farm_->count("tblLeaveAnalysis"), 1);
 }
 
 void AnalysisPanelTest::tooLargeANumberStaysInItsBox()

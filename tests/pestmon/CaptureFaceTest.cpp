@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "DamagedFile.h"
 #include "PestMonScreen.h"
 
 #include <QDir>
+#include <QGroupBox>
 
 class CaptureFaceTest : public PestMonScreen
 {
@@ -15,6 +17,10 @@ private Q_SLOTS:
     void textBecomesItsNumber();
     void overflowStaysInTheBox();
     void failedWriteKeepsTheBox();
+    void droppedValueLeavesNothingBehind();
+    void failedTotalStaysTold();
+    void withoutPestsTheHeadingsShow();
+    void pestNamedTwiceShowsTwice();
     void emptyRowTakesNothing();
     void answersToggle();
     void answerTakenBackAtTotalZero();
@@ -89,7 +95,7 @@ void CaptureFaceTest::textBecomesItsNumber()
 
 void CaptureFaceTest::overflowStaysInTheBox()
 {
-    capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
+    capture(issue(QStringLiteral("Count"), {1, 3}, {1}), QStringLiteral("Blok A"));
     typeInto(Point1, Value1, QStringLiteral("7"));
     typeInto(Point1, Value1, QStringLiteral("99999"));
     auto &box = find<QLineEdit>("txtG1");
@@ -98,10 +104,23 @@ void CaptureFaceTest::overflowStaysInTheBox()
     QVERIFY(!host_->failure.isEmpty());
     QCOMPARE(cell(Point1, Value1), QStringLiteral("7"));
     QCOMPARE(storedTotal(1), 7);
-    // Nothing leads away from it unasked.
+    // Nothing leads away from it unasked, and what is typed next takes its place.
     clickCell("grdPest", Point1 + 1, Value1);
     QCOMPARE(grid("grdPest").Row(), Point1);
     QVERIFY(box.isVisible());
+    QCOMPARE(box.selectedText(), QStringLiteral("99999"));
+    find<QLineEdit>("txtPMMNotes").setFocus();
+    for (const Qt::Key key : {Qt::Key_5, Qt::Key_Return, Qt::Key_F2}) {
+        grid("grdPest").setFocus();
+        QTest::keyClick(&grid("grdPest"), key);
+        QCOMPARE(box.text(), QStringLiteral("99999"));
+        QVERIFY(box.hasFocus());
+    }
+    host_->dialogs().queueAnswer(Answer::No);
+    choose("cmbBlock", QStringLiteral("Blok C"));
+    QCOMPARE(find<ItemCombo>("cmbBlock").Text(), QStringLiteral("Blok A"));
+    QCOMPARE(farm_->session.CurrentBlockID, 1);
+    QCOMPARE(box.text(), QStringLiteral("99999"));
     host_->dialogs().queueAnswer(Answer::No);
     click("Command4");
     QVERIFY(find<QTabWidget>("tabBlock").isVisible());
@@ -134,6 +153,68 @@ void CaptureFaceTest::failedWriteKeepsTheBox()
     QVERIFY(!box.isVisible());
     QCOMPARE(storedCount(Point1, 1), 8);
     QCOMPARE(storedTotal(1), 8);
+}
+
+void CaptureFaceTest::droppedValueLeavesNothingBehind()
+{
+    const int key = issue(QStringLiteral("Count"), {1}, {1}, false);
+    farm_->session.dbPest->Execute(QStringLiteral("UPDATE tblPMTrans SET PMNotes = 'R&D'"));
+    capture(key, QStringLiteral("Blok A"));
+    QVERIFY(find<QGroupBox>("fraBasic").title().endsWith(QStringLiteral(": R&&D")));
+    // Every count once, so that the second of its kind is refused.
+    const char *const once = "CREATE UNIQUE INDEX refused ON tblPMData (PMCount) WHERE PMCount > 0";
+    QVERIFY(changeFile(farm_->session.PestDBFile, once));
+    typeInto(Point1 + 1, Value1, QStringLiteral("8"));
+    typeInto(Point1, Value1, QStringLiteral("8"));
+    QCOMPARE(cell(Point1, Value1), QStringLiteral("8"));
+    host_->dialogs().queueAnswer(Answer::Yes);
+    click("cmdSaveTrans");
+    QCOMPARE(cell(Point1, Value1), QStringLiteral("0"));
+    QCOMPARE(cell(Total, Value1).toInt(), storedTotal(1));
+    QVERIFY(find<QLineEdit>("txtG1").isHidden());
+}
+
+void CaptureFaceTest::failedTotalStaysTold()
+{
+    const int counted = issue(QStringLiteral("Count"), {1}, {1});
+    const int answered = issue(QStringLiteral("Yes/No"), {1}, {1});
+    issue(QStringLiteral("Count"), {1}, {1});
+    const char *const once = "UPDATE tblPMDataMax SET PMCountMax = 8, PMYesMax = 1 "
+                             "WHERE PMDataMaxID = (SELECT max(PMDataMaxID) FROM tblPMDataMax);"
+                             "CREATE UNIQUE INDEX counts ON tblPMDataMax (PMCountMax) WHERE PMCountMax > 0;"
+                             "CREATE UNIQUE INDEX answers ON tblPMDataMax (PMYesMax) WHERE PMYesMax > 0";
+    QVERIFY(changeFile(farm_->session.PestDBFile, once));
+    const QString told = QStringLiteral("Blok A, total, Pest 01 could not be saved");
+    host_->status.clear();
+    capture(counted, QStringLiteral("Blok A"));
+    typeInto(Point1, Value1, QStringLiteral("8"));
+    QCOMPARE(storedCount(Point1, 1), 8);
+    QVERIFY(host_->failure.startsWith(told) && host_->status.isEmpty());
+    click("Command4");
+    host_->failure.clear();
+    capture(answered, QStringLiteral("Blok A"));
+    clickCell("grdPest", Point1, Value1);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where PMYes = True")), 1);
+    QVERIFY(host_->failure.startsWith(told) && host_->status.isEmpty());
+}
+
+void CaptureFaceTest::withoutPestsTheHeadingsShow()
+{
+    const int key = issue(QStringLiteral("Count"), {1}, {});
+    capture(key, QStringLiteral("Blok A"));
+    FlexGrid &cells = grid("grdPest");
+    QVERIFY(cells.Redraw() && cells.updatesEnabled());
+    QCOMPARE(cells.Cols(), capture::columnsFor(0));
+    QVERIFY(host_->failure.isEmpty());
+}
+
+void CaptureFaceTest::pestNamedTwiceShowsTwice()
+{
+    const int key = issue(QStringLiteral("Count"), {1}, {1});
+    farm_->session.dbPest->Execute(QStringLiteral("INSERT INTO tblPMTarTrans (PMTransID, CTargetID) VALUES (%1, 1)").arg(key));
+    capture(key, QStringLiteral("Blok A"));
+    QCOMPARE(cell(Point1, Value2), QStringLiteral("0"));
+    QCOMPARE(cell(Point1, capture::keyColumn(2)), cell(Point1, capture::keyColumn(1)));
 }
 
 void CaptureFaceTest::emptyRowTakesNothing()
@@ -208,6 +289,9 @@ void CaptureFaceTest::keysOpenTheBox()
     auto &box = find<QLineEdit>("txtG1");
     cells.setFocus();
     cells.setCell(Point1, Value1);
+    QTest::keyClick(&cells, Qt::Key_C, Qt::AltModifier);
+    QTest::keyClick(&cells, Qt::Key_4, Qt::ControlModifier);
+    QVERIFY(!box.isVisible());
     QTest::keyClick(&cells, Qt::Key_4);
     QVERIFY(box.isVisible());
     QCOMPARE(box.text(), QStringLiteral("4"));

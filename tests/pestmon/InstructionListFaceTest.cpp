@@ -14,7 +14,30 @@ private Q_SLOTS:
     void periodStartIsKept();
     void activationShowsOpenOnes();
     void activationWaitsForAnOpenTab();
+    void rowPressedAfterADateIsTheOneInHand();
+    void dateTypedBeforeAddLeavesTheNewOneNew();
+
+private:
+    /// Issued on the 2nd of January, February and March, with the keys 1, 2 and 3.
+    void addMonthly();
+    void typeMonth(const char *picker, const QString &month);
 };
+
+void InstructionListFaceTest::addMonthly()
+{
+    for (int month = 1; month <= 3; ++month) {
+        farm_->addInstruction({.issued = QDate(2026, month, 2), .notes = QStringLiteral("of month %1").arg(month)});
+    }
+    click("chkNComplete");
+}
+
+void InstructionListFaceTest::typeMonth(const char *picker, const QString &month)
+{
+    auto &date = find<controls::DatePicker>(picker);
+    date.setFocus();
+    date.setCurrentSection(QDateTimeEdit::MonthSection);
+    QTest::keyClicks(&date, month);
+}
 
 void InstructionListFaceTest::emptyPeriodSelectsNothing()
 {
@@ -131,6 +154,42 @@ void InstructionListFaceTest::activationWaitsForAnOpenTab()
     host_->dialogs().queueAnswer(Answer::No);
     click("cmdTCancel");
     QVERIFY(!farm_->session.FilterAll);
+}
+
+void InstructionListFaceTest::rowPressedAfterADateIsTheOneInHand()
+{
+    addMonthly();
+    typeMonth("dtpDateFrom", QStringLiteral("02"));
+    clickCell("grdGS", 1, 7);
+    FlexGrid &list = grid("grdGS");
+    QCOMPARE(list.TextMatrix(1, 7), QStringLiteral("of month 2"));
+    QVERIFY(list.CellFontBold(1, 7) && !list.CellFontBold(2, 7));
+    QCOMPARE(list.Row(), 1);
+    QCOMPARE(farm_->session.CurrentPMTransID, 2);
+    click("cmdPdel");
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans where PMTransID = 2")), 0);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 2);
+}
+
+void InstructionListFaceTest::dateTypedBeforeAddLeavesTheNewOneNew()
+{
+    addMonthly();
+    typeMonth("dtpDateFrom", QStringLiteral("02"));
+    QTest::keyClick(&find<controls::DatePicker>("dtpDateFrom"), Qt::Key_A, Qt::AltModifier);
+    QTRY_VERIFY(find<QTabWidget>("tabBlock").isVisible());
+    QCOMPARE(farm_->session.CurrentPMTransID, 0);
+    QCOMPARE(farm_->session.CurrentSDate, QStringLiteral("2026/02/01"));
+    // Nor does a change of the period behind the tab take the new one away.
+    find<controls::DatePicker>("dtpDateTo").setDate(QDate(2026, 3, 1));
+    choose("cmbPMethod", QStringLiteral("Count"));
+    choose("cmbPerson", QStringLiteral("Anna"));
+    typeMonth("dtpPestM", QStringLiteral("06"));
+    expectMessage();
+    QTest::keyClick(&find<controls::DatePicker>("dtpPestM"), Qt::Key_V, Qt::AltModifier);
+    QTRY_COMPARE(farm_->session.CurrentPMTransID, 4);
+    QCOMPARE(host_->objPestMON().Get_PMTrans(4).date("PMTransDate")->date(), QDate(2026, 6, 4));
+    click("cmdTCancel");
+    QCOMPARE(grid("grdGS").Rows(), 3);
 }
 
 QTEST_MAIN(InstructionListFaceTest)

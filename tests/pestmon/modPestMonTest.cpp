@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pestmon/modPestMon.h"
 
+#include "DamagedFile.h"
 #include "PestMonFarm.h"
 
 #include <QTest>
@@ -26,6 +27,7 @@ private Q_SLOTS:
     void unselectedBlockKeepsItsRows();
     void successorIsEqualAndEmpty();
     void valueTooLongWritesNothing();
+    void saveBrokenOffIsContinued();
     void clearEmptiesBothTables();
 
 private:
@@ -147,6 +149,20 @@ void modPestMonTest::valueTooLongWritesNothing()
     // Corrected, the same save goes through.
     session.CurrentPMPerson = QStringLiteral("Anna");
     QCOMPARE(Save_Instruction(session, *store_), Done);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData")), 3);
+}
+
+void modPestMonTest::saveBrokenOffIsContinued()
+{
+    choose({1}, {3});
+    SessionContext &session = farm_->session;
+    QVERIFY(changeFile(session.PestDBFile, "ALTER TABLE tblPMTPest RENAME TO kept"));
+    QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, Save_Instruction(session, *store_));
+    // The instruction itself is stored; the next save goes on with it.
+    QCOMPARE(session.CurrentPMTransID, 1);
+    QVERIFY(changeFile(session.PestDBFile, "ALTER TABLE kept RENAME TO tblPMTPest"));
+    QCOMPARE(Save_Instruction(session, *store_), Done);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 1);
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData")), 3);
 }
 

@@ -29,8 +29,7 @@ void sendKey(QWidget *target, int key, const QString &text, bool wait)
 void Place_Cell_Editor(const controls::FlexGrid &grid, QWidget &box)
 {
     const QPoint inset(2, 2);
-    const QRect cell = grid.cellRect(grid.Row(), grid.Col());
-    const QPoint corner = grid.viewport()->mapTo(&grid, cell.topLeft()) + inset;
+    const QPoint corner = grid.viewport()->mapTo(&grid, grid.cellOrigin(grid.Row(), grid.Col())) + inset;
     box.move(box.parentWidget() == &grid ? corner : grid.mapTo(box.parentWidget(), corner));
 }
 

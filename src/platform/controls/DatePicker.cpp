@@ -9,6 +9,17 @@
 namespace controls
 {
 
+namespace
+{
+
+/// A button reached by its letter acts while the focus stays where it is. Alt by itself also leads to other windows.
+bool mayStartAction(const QKeyEvent &key)
+{
+    return key.key() == Qt::Key_Insert || ((key.modifiers() & Qt::AltModifier) && key.key() != Qt::Key_Alt);
+}
+
+} // namespace
+
 DatePicker::DatePicker(QWidget *parent) : QDateEdit(parent), announced_(date())
 {
     setDisplayFormat(QStringLiteral("yyyy/MM/dd"));
@@ -35,6 +46,14 @@ void DatePicker::announce(QDate date)
         announced_ = date;
         Q_EMIT Change();
     }
+}
+
+bool DatePicker::event(QEvent *event)
+{
+    if (event->type() == QEvent::ShortcutOverride && mayStartAction(static_cast<QKeyEvent &>(*event))) {
+        interpretText();
+    }
+    return QDateEdit::event(event);
 }
 
 void DatePicker::keyPressEvent(QKeyEvent *event)

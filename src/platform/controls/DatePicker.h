@@ -7,7 +7,8 @@ namespace controls
 {
 
 /// A date with a calendar. Format yyyy/MM/dd unless set otherwise. A digit typed over a full year, month or day begins it
-/// anew. The mouse wheel changes nothing.
+/// anew. The mouse wheel changes nothing. What is typed is taken when the field is left, and before a key that may start
+/// something elsewhere without leaving it: Insert, or any with Alt.
 class DatePicker : public QDateEdit
 {
     Q_OBJECT
@@ -25,6 +26,7 @@ Q_SIGNALS:
     void LostFocus();
 
 protected:
+    bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;

@@ -362,6 +362,13 @@ QRect FlexGrid::cellRect(int row, int col) const
     return {*left, *top, d_->state.cols.size(col), d_->state.rows.size(row)};
 }
 
+QPoint FlexGrid::cellOrigin(int row, int col) const
+{
+    d_->checkCell(row, col);
+    d_->layOut();
+    return {d_->state.cols.origin(col), d_->state.rows.origin(row)};
+}
+
 std::optional<std::pair<int, int>> FlexGrid::cellAt(QPoint position) const
 {
     d_->layOut();

@@ -106,6 +106,9 @@ public:
 
     /// Where a cell lies in the viewport, in logical pixels; empty for a hidden or scrolled-out cell.
     QRect cellRect(int row, int col) const;
+    /// Where a cell begins in the viewport by the fixed extent and what lies between it and the first row and column shown, also
+    /// for a hidden cell; one scrolled out at the near edges begins where the fixed ones end.
+    QPoint cellOrigin(int row, int col) const;
     /// Row and column under a point of the viewport, fixed ones included; nothing beyond the last cell.
     std::optional<std::pair<int, int>> cellAt(QPoint position) const;
 
@@ -116,7 +119,7 @@ public:
 Q_SIGNALS:
     /// The mouse was pressed on a cell that is not fixed, which has become the current one; also Space or F2 on the current cell
     /// when setKeyClicks asks for it. The cell becomes current first, then the grid takes the focus, then Click comes: whoever
-    /// loses the focus to the grid already finds the new Row and Col.
+    /// loses the focus to the grid already finds the new Row and Col. Where he moves them, the cell becomes current once more.
     void Click(int row, int col);
     /// After Click of the first press, for the same cell.
     void DblClick(int row, int col);

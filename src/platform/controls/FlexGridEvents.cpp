@@ -63,6 +63,8 @@ void FlexGrid::mousePressEvent(QMouseEvent *event)
         setFocus(Qt::MouseFocusReason);
     }
     if (pressed && d_->isSelectable(pressed->first, pressed->second)) {
+        // Whoever lost the focus may have filled the grid anew and moved its current cell.
+        setCell(pressed->first, pressed->second);
         showCell(pressed->first, pressed->second);
         d_->announceCurrent();
         Q_EMIT Click(pressed->first, pressed->second);

@@ -157,6 +157,11 @@ std::optional<int> GridAxis::viewStart(int line) const
     return fixedExtent() + start(line) - start(first());
 }
 
+int GridAxis::origin(int line) const
+{
+    return fixedExtent() + std::max(0, start(line) - start(first()));
+}
+
 bool GridAxis::isFullyShown(int line, int extent) const
 {
     const auto begin = viewStart(line);

@@ -50,6 +50,9 @@ public:
 
     /// Distance of a line from the edge of the view; nothing when it is hidden or scrolled out at the near edge.
     std::optional<int> viewStart(int line) const;
+    /// Distance of a line from the edge of the view by what lies between it and first(), whether it shows or not; a fixed line
+    /// and one scrolled out at the near edge count as the first.
+    int origin(int line) const;
     bool isFullyShown(int line, int extent) const;
     /// The line under a pixel of the view; nothing beyond the last one.
     std::optional<int> lineAtPixel(int pixel) const;

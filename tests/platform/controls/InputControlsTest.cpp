@@ -9,6 +9,8 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
+#include <QShortcut>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -27,6 +29,8 @@ private Q_SLOTS:
     void wheelChangesNothing();
     void dateIsSilentFromCode();
     void dateTypedIsOneChange();
+    void dateTypedIsTakenBeforeAKeyActs_data();
+    void dateTypedIsTakenBeforeAKeyActs();
     void escapeOnAQuestionIsNo();
     void unexpectedBoxesAreCounted();
     void everyColourAndIconIsThere();
@@ -149,6 +153,41 @@ void InputControlsTest::dateTypedIsOneChange()
     QTest::keyClick(&picker, Qt::Key_Return);
     QCOMPARE(changes.size(), 1);
     QCOMPARE(picker.Value(), QDate(2025, 5, 4));
+}
+
+void InputControlsTest::dateTypedIsTakenBeforeAKeyActs_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("held");
+    QTest::addColumn<int>("year");
+    QTest::newRow("a button's letter") << int(Qt::Key_V) << Qt::KeyboardModifiers(Qt::AltModifier) << 2025;
+    QTest::newRow("a screen's Insert") << int(Qt::Key_Insert) << Qt::KeyboardModifiers() << 2025;
+    QTest::newRow("Alt alone") << int(Qt::Key_Alt) << Qt::KeyboardModifiers(Qt::AltModifier) << 2026;
+}
+
+void InputControlsTest::dateTypedIsTakenBeforeAKeyActs()
+{
+    QFETCH(int, key);
+    QFETCH(Qt::KeyboardModifiers, held);
+    QFETCH(int, year);
+    QWidget window;
+    DatePicker picker(&window);
+    QPushButton button(QStringLiteral("Sa&ve"), &window);
+    const QShortcut insert(Qt::Key_Insert, &window);
+    picker.setValue(QDate(2026, 5, 4));
+    QDate seen = picker.Value();
+    connect(&button, &QPushButton::clicked, this, [&] { seen = picker.Value(); });
+    connect(&insert, &QShortcut::activated, this, [&] { seen = picker.Value(); });
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    picker.setFocus();
+    picker.setCurrentSection(QDateTimeEdit::YearSection);
+    QTest::keyClicks(&picker, QStringLiteral("2025"));
+    QTest::keyClick(&picker, static_cast<Qt::Key>(key), held);
+    QTRY_VERIFY(!button.isDown());
+    QTRY_COMPARE(seen, QDate(year, 5, 4));
+    QCOMPARE(picker.Value(), seen);
+    QVERIFY(picker.hasFocus());
 }
 
 void InputControlsTest::escapeOnAQuestionIsNo()
