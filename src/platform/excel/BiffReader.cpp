@@ -6,10 +6,10 @@
 #include "platform/excel/BiffNames.h"
 #include "platform/excel/BiffSheetReader.h"
 #include "platform/excel/ExcelError.h"
-
-#include <QFile>
+#include "platform/excel/WholeFile.h"
 
 #include <algorithm>
+#include <set>
 
 namespace excel
 {
@@ -98,9 +98,8 @@ private:
 
     void hold(std::uint16_t id)
     {
-        auto &globals = book_.kept->globals;
-        if (std::none_of(globals.begin(), globals.end(), [id](const Record &kept) { return kept.id == id; })) {
-            globals.push_back({id, {}});
+        if (held_.insert(id).second) {
+            book_.kept->globals.push_back({id, {}});
         }
     }
 
@@ -182,10 +181,13 @@ private:
     void takePalette(const QByteArray &body)
     {
         Reader reader(body);
+        auto &colours = book_.kept->palette;
+        // Of several palettes the last one counts.
+        colours.clear();
         for (std::size_t rest = std::min<std::size_t>(reader.u16(), 56); rest > 0; --rest) {
             const std::size_t red = reader.u8();
             const std::size_t green = reader.u8();
-            book_.kept->palette.push_back(static_cast<std::int32_t>((red << 16) | (green << 8) | reader.u8()));
+            colours.push_back(static_cast<std::int32_t>((red << 16) | (green << 8) | reader.u8()));
             reader.skip(1);
         }
         hold(palette);
@@ -233,6 +235,8 @@ private:
     std::vector<std::size_t> offsets_;
     std::vector<QByteArray> textParts_;
     SharedParts shared_;
+    /// Told records that have their place in the kept ones.
+    std::set<std::uint16_t> held_;
     std::size_t activeSheet_ = 0;
     bool lastHeld_ = true;
 };
@@ -284,18 +288,11 @@ std::shared_ptr<Book> bookFromXls(const QByteArray &bytes)
 
 std::shared_ptr<Book> readXls(const QString &path)
 {
-    const auto fail = [&](const QString &reason) {
-        throw ExcelError(QStringLiteral("The file %1 cannot be opened: %2").arg(path, reason));
-    };
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        fail(file.errorString());
-    }
     std::shared_ptr<Book> book;
     try {
-        book = bookFromXls(file.readAll());
+        book = bookFromXls(wholeFile(path));
     } catch (const ExcelError &error) {
-        fail(error.description());
+        throw ExcelError(QStringLiteral("The file %1 cannot be opened: %2").arg(path, error.description()));
     }
     book->path = path;
     return book;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 namespace excel::biff
 {
@@ -76,7 +77,7 @@ private:
 
     void hold(std::uint16_t id, const QByteArray &body)
     {
-        if (std::none_of(sheet_.kept.begin(), sheet_.kept.end(), [id](const Record &kept) { return kept.id == id; })) {
+        if (held_.insert(id).second) {
             sheet_.kept.push_back({id, body});
         }
     }
@@ -314,6 +315,8 @@ private:
 
     SharedParts &shared_;
     model::Sheet &sheet_;
+    /// Told records that have their place in the kept ones.
+    std::set<std::uint16_t> held_;
     bool formulaGoesOn_ = false;
     bool lastWasTold_ = false;
     bool fitsPages_ = false;
