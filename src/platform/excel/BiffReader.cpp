@@ -9,6 +9,7 @@
 #include "platform/excel/WholeFile.h"
 
 #include <algorithm>
+#include <array>
 #include <set>
 
 namespace excel
@@ -20,9 +21,6 @@ using model::Record;
 
 namespace
 {
-constexpr int rowsOfXls = 65536;
-constexpr int columnsOfXls = 256;
-
 [[noreturn]] void refuse(const QString &reason)
 {
     throw ExcelError(reason);
@@ -103,61 +101,73 @@ private:
         }
     }
 
-    void takeGlobal(const std::vector<Record> &records, std::size_t at)
+    using Records = std::vector<Record>;
+    /// Takes what a record tells, and gives it its place among the kept ones.
+    struct Told {
+        std::uint16_t id;
+        void (*take)(BookReader &reader, const Records &records, std::size_t at);
+    };
+
+    static const Told *toldBy(std::uint16_t id)
     {
-        const Record &record = records[at];
-        model::KeptBook &kept = *book_.kept;
-        const auto collect = [&](std::vector<QByteArray> &list, qsizetype least) {
-            Reader(record.body).skip(least);
-            list.push_back(record.body);
-            hold(record.id);
-        };
-        switch (record.id) {
-        case filePass:
-            refuse(QStringLiteral("it is protected by a password."));
-        case font:
-            return collect(kept.fonts, 16);
-        case numberFormat:
-            return collect(kept.numberFormats, 5);
-        case extendedFormat:
-            return collect(kept.formats, 20);
-        case boundSheet:
-            return takeBoundSheet(record.body);
-        case palette:
-            return takePalette(record.body);
-        case sheetNumbers:
-            return hold(record.id);
-        case sharedTextIndex:
-            lastHeld_ = false;
-            return;
-        case sharedTexts:
-            lastHeld_ = false;
-            textParts_.push_back(record.body);
-            for (std::size_t next = at + 1; next < records.size() && records[next].id == continuation; ++next) {
-                textParts_.push_back(records[next].body);
-            }
-            return hold(record.id);
-        case externSheet:
-            lastHeld_ = false;
-            return takeReferences(records, at);
-        case continuation:
-            // What follows a told record was read with it.
-            if (lastHeld_) {
-                kept.globals.push_back(record);
-            }
-            return;
-        case window1:
-            activeSheet_ = u16At(record.body, 10);
-            Reader(record.body).skip(18);
-            break;
-        default:
-            break;
-        }
-        lastHeld_ = true;
-        kept.globals.push_back(record);
+        using Self = BookReader;
+        using Kept = model::KeptBook;
+        static constexpr std::array<Told, 10> all{{
+            {filePass, [](Self &, const Records &, std::size_t) { refuse(QStringLiteral("it is protected by a password.")); }},
+            {font, [](Self &self, const Records &records, std::size_t at) { self.collect(&Kept::fonts, records[at], 16); }},
+            {numberFormat,
+             [](Self &self, const Records &records, std::size_t at) { self.collect(&Kept::numberFormats, records[at], 5); }},
+            {extendedFormat,
+             [](Self &self, const Records &records, std::size_t at) { self.collect(&Kept::formats, records[at], 20); }},
+            {boundSheet, [](Self &self, const Records &records, std::size_t at) { self.takeBoundSheet(records[at].body); }},
+            {palette, [](Self &self, const Records &records, std::size_t at) { self.takePalette(records[at].body); }},
+            {sheetNumbers, [](Self &self, const Records &, std::size_t) { self.hold(sheetNumbers); }},
+            {sharedTextIndex, [](Self &, const Records &, std::size_t) {}},
+            {sharedTexts, [](Self &self, const Records &records, std::size_t at) { self.takeTexts(records, at); }},
+            {externSheet, [](Self &self, const Records &records, std::size_t at) { self.takeReferences(records, at); }},
+        }};
+        const auto found = std::find_if(all.begin(), all.end(), [id](const Told &told) { return told.id == id; });
+        return found == all.end() ? nullptr : &*found;
     }
 
-    void takeReferences(const std::vector<Record> &records, std::size_t at)
+    void takeGlobal(const Records &records, std::size_t at)
+    {
+        const Record &record = records[at];
+        if (record.id == continuation && lastWasTold_) {
+            // It was read with the record that it goes on from.
+            return;
+        }
+        const Told *told = toldBy(record.id);
+        lastWasTold_ = told != nullptr;
+        if (told != nullptr) {
+            told->take(*this, records, at);
+            return;
+        }
+        if (record.id == window1) {
+            activeSheet_ = u16At(record.body, 10);
+            Reader(record.body).skip(18);
+        }
+        book_.kept->globals.push_back(record);
+    }
+
+    /// Each record of the list is at least so long.
+    void collect(std::vector<QByteArray> model::KeptBook::*list, const Record &record, qsizetype least)
+    {
+        Reader(record.body).skip(least);
+        ((*book_.kept).*list).push_back(record.body);
+        hold(record.id);
+    }
+
+    void takeTexts(const Records &records, std::size_t at)
+    {
+        textParts_.push_back(records[at].body);
+        for (std::size_t next = at + 1; next < records.size() && records[next].id == continuation; ++next) {
+            textParts_.push_back(records[next].body);
+        }
+        hold(sharedTexts);
+    }
+
+    void takeReferences(const Records &records, std::size_t at)
     {
         QByteArray body = records[at].body;
         for (std::size_t next = at + 1; next < records.size() && records[next].id == continuation; ++next) {
@@ -238,7 +248,7 @@ private:
     /// Told records that have their place in the kept ones.
     std::set<std::uint16_t> held_;
     std::size_t activeSheet_ = 0;
-    bool lastHeld_ = true;
+    bool lastWasTold_ = false;
 };
 
 void checkContainer(const QByteArray &bytes)
@@ -252,11 +262,6 @@ void checkContainer(const QByteArray &bytes)
     if (!isCompound(bytes)) {
         refuse(QStringLiteral("it is no .xls workbook."));
     }
-}
-
-bool isStream(const CompoundEntry &entry, QLatin1String name)
-{
-    return !entry.isStorage && entry.path.size() == 1 && entry.path.first().compare(name, Qt::CaseInsensitive) == 0;
 }
 } // namespace
 
@@ -274,7 +279,7 @@ std::shared_ptr<Book> bookFromXls(const QByteArray &bytes)
         return std::any_of(container.begin(), container.end(), [&](const CompoundEntry &entry) { return isStream(entry, name); });
     };
     const auto found = std::find_if(container.begin(), container.end(),
-                                    [](const CompoundEntry &entry) { return isStream(entry, QLatin1String("Workbook")); });
+                                    [](const CompoundEntry &entry) { return isStream(entry, streamOfBook); });
     if (found == container.end()) {
         refuse(holds(QLatin1String("EncryptedPackage")) ? QStringLiteral("it is protected by a password.")
                    : holds(QLatin1String("Book")) ? QStringLiteral("it was written by a spreadsheet program that is too old; "

@@ -121,6 +121,11 @@ void ContainerReader::readStorage(GsfInfile *storage, const QStringList &path)
 }
 } // namespace
 
+bool isStream(const CompoundEntry &entry, QLatin1String name)
+{
+    return !entry.isStorage && entry.path.size() == 1 && entry.path.first().compare(name, Qt::CaseInsensitive) == 0;
+}
+
 bool isCompound(const QByteArray &bytes)
 {
     return bytes.startsWith("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1");
