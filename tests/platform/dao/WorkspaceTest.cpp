@@ -135,10 +135,14 @@ void WorkspaceTest::damageInsideIsFound()
         for (int i = 0; i < 2000; ++i) {
             file.add(QString::number(i), i);
         }
+        // Enough for several reports.
+        for (int times = 0; times < 3; ++times) {
+            file->Execute("Insert into Things (Name, Big) Select Name, Big from Things");
+        }
         scope.commit();
     }
     // Keys of a file from elsewhere may count below zero.
-    for (const char *keys : {"ThingID", "ThingID - 1000000"}) {
+    for (const char *keys : {"ThingID", "ThingID - 20000"}) {
         file->Execute(QStringLiteral("Update Things set ThingID = ") + keys);
         int lastPercent = 0;
         const auto rises = [&](int percent) { lastPercent = percent >= lastPercent ? percent : 1000; };
