@@ -35,7 +35,7 @@ void writeBlockSheets(const QString &path, const FieldSheetData &data, const std
     for (const SheetBlock &block : blocks) {
         QString tested = block.name;
         sheet.setName(REPORT_SafeSheetName(workbook, tested));
-        Print_Block_Sheet(sheet, data, block, false);
+        Print_Block_Sheet(sheet, data, block, SheetKind::Count);
         setUpBlockSheet(application, sheet);
         REPORT_AddSheet(workbook);
         sheet = workbook.Worksheets(workbook.Sheets().Count());

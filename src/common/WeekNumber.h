@@ -5,8 +5,9 @@
 
 #include <cstdint>
 
-/// Week of a date counted from `yearStart`'s 1 January: whole days / 7 rounded down, plus 1. 1 to 7 January are week 1,
-/// 31 December is week 53; it has nothing to do with weekdays. A date before that 1 January gives 0 or less.
+/// Week of a date counted from 1 January of the year of `yearOf`: whole days / 7 rounded down, plus 1. 1 to 7 January are week 1,
+/// 31 December is week 53; it has nothing to do with weekdays. A date before that 1 January gives 0 or less. Centuries
+/// away the outermost week of 16 bits stands, so that the row of a mistyped year still opens.
 std::int16_t weekNumber(QDate date, QDate yearOf);
 inline std::int16_t weekNumber(QDate date)
 {

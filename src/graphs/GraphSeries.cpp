@@ -2,6 +2,7 @@
 #include "graphs/GraphSeries.h"
 
 #include "common/SessionContext.h"
+#include "platform/basic/Numbers.h"
 #include "store/clsPestMONNew.h"
 
 #include <algorithm>
@@ -68,7 +69,7 @@ private:
         case GraphAxis::Week:
             return rows_.longValue(place_);
         case GraphAxis::Date:
-            return static_cast<int>(std::floor(completed.days()) - firstDay_) + 1;
+            return basic::toLong32(std::floor(completed.days()) - firstDay_ + 1.0);
         case GraphAxis::Points:
             break;
         }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/FieldSheetData.h"
 
-QString sheetTitle(bool absent)
+QString sheetTitle(SheetKind kind)
 {
-    return absent ? QStringLiteral("Pest Monitoring: Absent") : QStringLiteral("Pest Monitoring: Count");
+    return kind == SheetKind::Absent ? QStringLiteral("Pest Monitoring: Absent") : QStringLiteral("Pest Monitoring: Count");
 }
 
 std::vector<QString> pestsOfInstruction(clsPestMONNew &objPestMON, clsPestMONNew::Key instruction)

@@ -12,6 +12,9 @@
 /// How many cells a pest gets on a field sheet: three, "Cnt", "In" and "Out"; one; or two, "In" and "Out".
 enum class SheetLayout { CountInOut = 1, Single = 2, InOut = 3 };
 
+/// Scouts count, or note where a pest is absent.
+enum class SheetKind { Count, Absent };
+
 struct SheetBlock {
     QString name = {};
     QStringList varieties = {};
@@ -29,8 +32,8 @@ struct FieldSheetData {
     SheetLayout layout = SheetLayout::Single;
 };
 
-/// "Pest Monitoring: Count" for the counting method, else "Pest Monitoring: Absent".
-QString sheetTitle(bool absent);
+/// "Pest Monitoring: Count" or "Pest Monitoring: Absent".
+QString sheetTitle(SheetKind kind);
 
 /// Names of the instruction's pests in the order of their keys.
 std::vector<QString> pestsOfInstruction(clsPestMONNew &objPestMON, clsPestMONNew::Key instruction);

@@ -59,7 +59,7 @@ void writeAllBlocks(ScreenHost &host, const FieldSheetOrder &order, const SheetP
         blocks.push_back(readSheetBlock(host.objPestMON(), order.instruction, key));
         progress(Whole * static_cast<double>(blocks.size()) / static_cast<double>(keys.size()));
     }
-    Print_All_Sheet(sheet, readHeading(host, order), blocks, order.absent());
+    Print_All_Sheet(sheet, readHeading(host, order), blocks, order.kind());
     setUpAllSheet(application, sheet);
     saveWorkbook(host, application, QString());
 }
@@ -85,7 +85,7 @@ void printBlockSheets(ScreenHost &host, const FieldSheetOrder &order, const Shee
         const QString title = REPORT_SafeSheetName(workbook, tested);
         // A name that the engine refuses leaves the sheet its default one; the heading bears the block's name.
         basic::leaveSilently([&] { sheet.setName(title); });
-        Print_Block_Sheet(sheet, data, block, order.absent());
+        Print_Block_Sheet(sheet, data, block, order.kind());
         setUpBlockSheet(application, sheet);
         lastName = block.name;
         progress(Whole * ++done / static_cast<double>(keys.size()));

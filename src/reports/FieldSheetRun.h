@@ -15,8 +15,7 @@ struct FieldSheetOrder {
     QString person = {};
     SheetLayout layout = SheetLayout::Single;
 
-    /// The sheets of any method but counting note who is absent.
-    bool absent() const { return method != QLatin1String("Count"); }
+    SheetKind kind() const { return method == QLatin1String("Count") ? SheetKind::Count : SheetKind::Absent; }
 };
 
 /// Percent done, 0 to 100.

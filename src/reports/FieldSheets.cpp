@@ -72,26 +72,6 @@ void setUpSheet(const excel::Application &application, const excel::Worksheet &s
 
 } // namespace
 
-void Write_Cell(const excel::Worksheet &sheet, const QString &c1, const QString &c2, const RangeFormat &format)
-{
-    constexpr int upwards = 3;
-    constexpr int downwards = 4;
-    constexpr int quarterTurn = 90;
-    excel::Range range = sheet.Range(c1, c2);
-    range.setMergeCells(format.merge);
-    range.setWrapText(format.wrap);
-    range.setValue(format.value);
-    range.Font().setSize(format.size);
-    range.Font().setBold(format.bold);
-    if (!format.merge) {
-        range.setHorizontalAlignment(format.hAlign);
-    }
-    range.setRowHeight(format.rowHeight);
-    range.setVerticalAlignment(format.vAlign);
-    const int code = format.orientationCode;
-    range.setOrientation(code == upwards ? quarterTurn : code == downwards ? -quarterTurn : 0);
-}
-
 int Print_Block_Heading(const excel::Worksheet &sheet, const FieldSheetData &data, const SheetBlock &block, int row)
 {
     const QString varieties = Strip_Comma(block.varieties.join(QStringLiteral(", ")), QStringLiteral(","));
@@ -124,7 +104,7 @@ int Print_Block_Heading(const excel::Worksheet &sheet, const FieldSheetData &dat
     return row + 5;
 }
 
-void Print_Block_Sheet(const excel::Worksheet &sheet, const FieldSheetData &data, const SheetBlock &block, bool absent)
+void Print_Block_Sheet(const excel::Worksheet &sheet, const FieldSheetData &data, const SheetBlock &block, SheetKind sheetKind)
 {
     constexpr int firstRow = 3;
     Print_Block_Heading(sheet, data, block, firstRow);
@@ -133,7 +113,7 @@ void Print_Block_Sheet(const excel::Worksheet &sheet, const FieldSheetData &data
     } else {
         writeGroupedGrid(sheet, data, {block});
     }
-    writeTitle(sheet, sheetTitle(absent));
+    writeTitle(sheet, sheetTitle(sheetKind));
 }
 
 void setUpBlockSheet(const excel::Application &application, const excel::Worksheet &sheet)
@@ -161,10 +141,10 @@ int Print_All_Heading(const excel::Worksheet &sheet, const FieldSheetData &data,
 }
 
 void Print_All_Sheet(const excel::Worksheet &sheet, const FieldSheetData &data, const std::vector<SheetBlock> &blocks,
-                     bool absent)
+                     SheetKind sheetKind)
 {
     constexpr int firstRow = 3;
-    const int row = Print_All_Heading(sheet, data, firstRow, sheetTitle(absent)) + 2;
+    const int row = Print_All_Heading(sheet, data, firstRow, sheetTitle(sheetKind)) + 2;
     Write_Cell(sheet, cellName(QStringLiteral("A"), row), cellName(QStringLiteral("P"), row),
                {.merge = true, .rowHeight = LineHeight});
     if (data.layout == SheetLayout::Single) {

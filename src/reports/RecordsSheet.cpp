@@ -18,6 +18,12 @@ constexpr int DatePlace = -1;
 constexpr int NamePlace = 0;
 constexpr std::size_t SumPlaces = 30;
 
+/// Columns of points that have room; a damaged file may tell of a point in the thousand millions.
+int shownPoints(int points)
+{
+    return std::min(points, LastPlace);
+}
+
 std::optional<QChar> columnAt(int place)
 {
     if (place < 0 || place > LastPlace) {
@@ -95,7 +101,7 @@ void RecordsSheet::writeHeading(const QString &farm, QDate from, QDate to)
 void RecordsSheet::beginGroup(const QString &caption, int points)
 {
     const QString row = QString::number(row_);
-    const QString last = *columnAt(std::clamp(points + 1, 0, LastPlace)) + row;
+    const QString last = *columnAt(std::clamp(shownPoints(points) + 1, 0, LastPlace)) + row;
     write(u'A' + row, last, caption, {TitleSize, true, true});
     range(u'A' + row, last).setHorizontalAlignment(excel::xlCenter);
     ++row_;
@@ -111,11 +117,13 @@ void RecordsSheet::fitColumns()
     sheet_.Columns(QStringLiteral("A:Z")).AutoFit();
 }
 
-void RecordsSheet::writeTable(const QString &nameHeading, const QString &name, int points, const std::vector<PestRecord> &records)
+void RecordsSheet::writeTable(const QString &nameHeading, const QString &name, int pointsTold,
+                              const std::vector<PestRecord> &records)
 {
     if (records.empty()) {
         return;
     }
+    const int points = shownPoints(pointsTold);
     writeTableHeading(nameHeading, points);
     Totals totals;
     totals.place = points + 1;

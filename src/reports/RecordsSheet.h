@@ -34,7 +34,7 @@ public:
     void beginGroup(const QString &caption, int points);
     /// A table with a line per date of completion, in the order of `records`; nothing without records. Totals stand under it as
     /// soon as one of the records is a count.
-    void writeTable(const QString &nameHeading, const QString &name, int points, const std::vector<PestRecord> &records);
+    void writeTable(const QString &nameHeading, const QString &name, int pointsTold, const std::vector<PestRecord> &records);
     void endGroup();
     void fitColumns();
 

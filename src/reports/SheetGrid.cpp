@@ -2,14 +2,12 @@
 #include "reports/SheetGrid.h"
 
 #include "common/modGeneral.h"
-#include "reports/FieldSheets.h"
 
 #include <algorithm>
 
 namespace
 {
 
-constexpr int Upwards = 3;
 constexpr double PestHeight = 95;
 constexpr double AllPestHeight = 85;
 constexpr double GroupHeight = 24;
@@ -131,7 +129,7 @@ void writeBlockGrid(const excel::Worksheet &sheet, const FieldSheetData &data, c
                             .hAlign = excel::xlCenter,
                             .rowHeight = PestHeight,
                             .vAlign = excel::xlBottom,
-                            .orientationCode = Upwards});
+                            .orientationCode = OrientationCode::Upwards});
     }
     int row = SheetGridRow + 1;
     for (const int point : block.points) {
@@ -163,7 +161,7 @@ void writeAllGrid(const excel::Worksheet &sheet, const FieldSheetData &data, con
                     .bold = true,
                     .rowHeight = AllPestHeight,
                     .vAlign = excel::xlBottom,
-                    .orientationCode = Upwards});
+                    .orientationCode = OrientationCode::Upwards});
     }
     REPORT_SetProperty(sheet, cellName(QStringLiteral("A"), SheetGridRow), cellName(QStringLiteral("P"), SheetGridRow),
                        static_cast<int>(RangeProperty::RowHeight), AllPestHeight);

@@ -4,8 +4,8 @@
 #include "reports/FieldSheetData.h"
 #include "reports/modReporting.h"
 
-/// The grids of the field sheets: pests across, monitoring points down, an empty line and the line for the scout's totals. Each
-/// returns nothing; the grid begins with its heading in row 9.
+/// The grids of the field sheets: pests across, monitoring points down, an empty line and the line for the scout's totals.
+/// The grid begins with its heading in row 9.
 inline constexpr int SheetGridRow = 9;
 
 /// "A9" from "A" and 9.

@@ -25,17 +25,10 @@ namespace
 constexpr qsizetype TestedNameLength = 30;
 constexpr double GreyTint = -0.149998474074526;
 
-int degrees(int orientationCode)
+int degrees(OrientationCode code)
 {
-    constexpr int upwards = 90;
-    switch (orientationCode) {
-    case 3:
-        return upwards;
-    case 4:
-        return -upwards;
-    default:
-        return 0;
-    }
+    constexpr int quarterTurn = 90;
+    return code == OrientationCode::Upwards ? quarterTurn : code == OrientationCode::Downwards ? -quarterTurn : 0;
 }
 
 void setBorderStyle(const excel::Range &range, const QVariant &value)
@@ -126,6 +119,22 @@ void REPORT_FormatRange(const excel::Worksheet &sheet, const QString &c1, const 
         range.Font().setUnderline(format.underline ? excel::xlUnderlineStyleSingle : excel::xlNone);
         range.setOrientation(degrees(format.orientationCode));
     });
+}
+
+void Write_Cell(const excel::Worksheet &sheet, const QString &c1, const QString &c2, const RangeFormat &format)
+{
+    excel::Range range = sheet.Range(c1, c2);
+    range.setMergeCells(format.merge);
+    range.setWrapText(format.wrap);
+    range.setValue(format.value);
+    range.Font().setSize(format.size);
+    range.Font().setBold(format.bold);
+    if (!format.merge) {
+        range.setHorizontalAlignment(format.hAlign);
+    }
+    range.setRowHeight(format.rowHeight);
+    range.setVerticalAlignment(format.vAlign);
+    range.setOrientation(degrees(format.orientationCode));
 }
 
 void REPORT_SetProperty(const excel::Worksheet &sheet, const QString &c1, const QString &c2, int selector, const QVariant &value)

@@ -12,6 +12,9 @@
 
 class ScreenHost;
 
+/// Which way a text reads, by number.
+enum class OrientationCode : int { Level = 0, Upwards = 3, Downwards = 4 };
+
 /// How a range of cells is to look and what stands in it. Sizes and heights are points.
 struct RangeFormat {
     QString value = {};
@@ -30,8 +33,7 @@ struct RangeFormat {
     int vAlign = excel::xlCenter;
     /// Place in the list of REPORT_FontName; put right there when it is beyond the list.
     int fontIndex = 1;
-    /// 3 reads upwards, 4 downwards, any other level.
-    int orientationCode = 0;
+    OrientationCode orientationCode = OrientationCode::Level;
 };
 
 /// Which property REPORT_SetProperty sets, by number.
@@ -70,6 +72,10 @@ void REPORT_SetProperty(const excel::Worksheet &sheet, const QString &c1, const 
 void REPORT_PageSetup(const excel::Worksheet &sheet, const QString &titleRows, const QString &titleColumns,
                       const QString &leftHeader, const QString &rightHeader, int orientation, const QString &centerHeader);
 
+/// A plain cell or range, whose errors are raised: of the format counts merge, wrap, value, size, bold, height, vertical
+/// alignment and orientation, and the horizontal alignment where nothing is merged. Fonts and borders stay as they are.
+void Write_Cell(const excel::Worksheet &sheet, const QString &c1, const QString &c2, const RangeFormat &format);
+
 /// Cuts the caller's name to 30 characters; false when that is blank, holds one of \ / ? * [ ] or is the name of a sheet.
 bool REPORT_SheetNameValid(const excel::Workbook &workbook, QString &name);
 /// The whole name as given when it is valid, else "Sheet " and the number of sheets. The caller's name is cut either way.
@@ -77,8 +83,8 @@ QString REPORT_SafeSheetName(const excel::Workbook &workbook, QString &name);
 
 void REPORT_HideExcel(excel::Application &application, bool hide);
 
-/// Saves the active workbook below Reports, in `folder` unless that is blank, as "name-2026-11-22 ..." with the time, and gives
-/// the path back. An error, such as a name that no file may bear, is shown in a box; the workbook stays open.
+/// Saves the active workbook below Reports, in `folder` unless that is blank, as "name-2026_11_22 14_05_09", and gives the
+/// path back. An error, such as a name that no file may bear, is shown in a box; the workbook stays open.
 std::optional<QString> REPORT_SaveReport(ScreenHost &host, excel::Application &application, const QString &folder,
                                          const QString &name);
 

@@ -28,6 +28,7 @@ void WeekNumberTest::weeksRunFromNewYear_data()
     QTest::newRow("day before the year") << QDate(2025, 12, 31) << QDate(2026, 6, 1) << 0;
     QTest::newRow("eight days before the year") << QDate(2025, 12, 24) << QDate(2026, 6, 1) << -1;
     QTest::newRow("later year") << QDate(2027, 1, 1) << QDate(2026, 6, 1) << 53;
+    QTest::newRow("year far away") << QDate(9999, 12, 31) << QDate(2026, 6, 1) << 32767;
 }
 
 void WeekNumberTest::weeksRunFromNewYear()

@@ -4,6 +4,7 @@
 #include "platform/excel/CompoundFile.h"
 #include "platform/excel/ExcelError.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -18,6 +19,22 @@ QByteArray fileOf(const std::uint8_t *data, std::size_t size)
         return bytes;
     }
     return excel::writeCompound({{{}, true, {}, {}}, {{QStringLiteral("Workbook")}, false, bytes, {}}});
+}
+
+/// Looks that no file brings, so that fonts, colours and formats of the book's own are added to those that were read.
+void changeLooks(const std::shared_ptr<excel::model::Book> &book)
+{
+    const auto sheet = std::find_if(book->sheets.begin(), book->sheets.end(), [](const auto &one) { return one->hasCells; });
+    if (sheet == book->sheets.end()) {
+        return;
+    }
+    excel::Range cell(book, sheet->get(), {});
+    cell.Font().setSize(17);
+    cell.Borders().setLineStyle(excel::xlContinuous);
+    excel::Interior interior = cell.Interior();
+    interior.setPattern(excel::xlSolid);
+    interior.setThemeColor(1);
+    interior.setTintAndShade(-0.15);
 }
 } // namespace
 
@@ -37,6 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 {
     try {
         const auto book = excel::bookFromXls(fileOf(data, size));
+        changeLooks(book);
         // What could be read must be written, and be read again.
         excel::bookFromXls(excel::xlsBytes(*book));
     } catch (const excel::ExcelError &) {

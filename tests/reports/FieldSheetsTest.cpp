@@ -51,14 +51,14 @@ private:
     ReadSheet blockSheet(const FieldSheetData &sheetData, const SheetBlock &block)
     {
         return written([&](const excel::Application &application, const excel::Worksheet &sheet) {
-            Print_Block_Sheet(sheet, sheetData, block, false);
+            Print_Block_Sheet(sheet, sheetData, block, SheetKind::Count);
             setUpBlockSheet(application, sheet);
         });
     }
     ReadSheet farmSheet(const FieldSheetData &sheetData, const std::vector<SheetBlock> &blocks)
     {
         return written([&](const excel::Application &application, const excel::Worksheet &sheet) {
-            Print_All_Sheet(sheet, sheetData, blocks, true);
+            Print_All_Sheet(sheet, sheetData, blocks, SheetKind::Absent);
             setUpAllSheet(application, sheet);
         });
     }

@@ -100,6 +100,22 @@ std::optional<dao::Value> valueOf(JetType type, JetBytes bytes)
     }
 }
 
+struct Column {
+    JetType type;
+    JetPlace place;
+};
+
+/// Nothing when the row is too short for the field.
+std::optional<dao::Value> cellOf(const JetRow &cells, const Column &column)
+{
+    if (column.type == JetType::Boolean)
+        return dao::Value(cells.bit(column.place));
+    if (!cells.bit(column.place))
+        return dao::Value(dao::Null{});
+    const std::optional<JetBytes> field = cells.field(column.place);
+    return field ? valueOf(column.type, *field) : std::nullopt;
+}
+
 } // namespace
 
 struct JetFile::Library {
@@ -139,6 +155,8 @@ struct JetFile::Library {
     /// The bytes of a row slot of a page, without its flags.
     JetBytes slot(JetBytes page, std::size_t number) const;
     std::uint16_t slotFlags(JetBytes page, std::size_t number) const;
+    /// Calls `take` with the bytes of each row of a table that is not deleted; returns how many there are.
+    std::uint32_t forEachRow(const MdbTableDef &table, const std::function<void(JetBytes)> &take);
 };
 
 void JetFile::Library::open()
@@ -217,6 +235,30 @@ JetBytes JetFile::Library::slot(JetBytes page, std::size_t number) const
     return *bytes;
 }
 
+std::uint32_t JetFile::Library::forEachRow(const MdbTableDef &table, const std::function<void(JetBytes)> &take)
+{
+    std::uint32_t count = 0;
+    for (const std::uint32_t number : dataPages.value(static_cast<std::uint32_t>(table.entry->table_pg))) {
+        JetBytes bytes = page(number);
+        const std::size_t slotCount = bytes.shortAt(RowCountOffset).value_or(0);
+        for (std::size_t i = 0; i < slotCount; ++i) {
+            const std::uint16_t flags = slotFlags(bytes, i);
+            if ((flags & SlotSkipped) != 0)
+                continue;
+            if ((flags & SlotPointer) != 0) {
+                // The row has outgrown its page; it keeps its place in the order and lies in a slot elsewhere.
+                const std::uint32_t pointer = slot(bytes, i).longAt(0).value_or(0);
+                take(slot(page(pointer >> 8), pointer & 0xFF));
+                bytes = page(number);
+            } else {
+                take(slot(bytes, i));
+            }
+            ++count;
+        }
+    }
+    return count;
+}
+
 JetFile::JetFile(const QString &path) : library_(std::make_unique<Library>())
 {
     library_->path = path;
@@ -267,58 +309,23 @@ JetTable JetFile::table(const QString &name) const
 
 std::uint32_t JetFile::readRows(const QString &name, const std::function<void(const Row &)> &take) const
 {
-    struct Column {
-        JetType type;
-        JetPlace place;
-    };
     const TablePointer definition = library_->definition(name);
     std::vector<Column> columns;
     for (unsigned int i = 0; i < definition->num_cols; ++i) {
         const auto *column = itemAt<MdbColumn>(definition->columns, i);
         columns.push_back({typeOf(column->col_type), placeOf(*column)});
     }
-    const bool hasVariable = definition->num_var_cols > 0;
-
     Row row(columns.size());
-    const auto takeRow = [&](JetBytes bytes) {
-        const std::optional<JetRow> cells = JetRow::open(bytes, hasVariable);
+    return library_->forEachRow(*definition, [&](JetBytes bytes) {
+        const std::optional<JetRow> cells = JetRow::open(bytes, definition->num_var_cols > 0);
         if (!cells)
             library_->failDamaged(QStringLiteral("a row of the table %1 cannot be read").arg(name));
         for (std::size_t i = 0; i < columns.size(); ++i) {
-            const auto &[type, place] = columns[i];
-            row[i] = dao::Null{};
-            if (type == JetType::Boolean) {
-                row[i] = cells->bit(place);
-            } else if (cells->bit(place)) {
-                const std::optional<JetBytes> field = cells->field(place);
-                const std::optional<dao::Value> value = field ? valueOf(type, *field) : std::nullopt;
-                if (!value)
-                    library_->failDamaged(QStringLiteral("a row of the table %1 is too short").arg(name));
-                row[i] = *value;
-            }
+            const std::optional<dao::Value> value = cellOf(*cells, columns[i]);
+            if (!value)
+                library_->failDamaged(QStringLiteral("a row of the table %1 is too short").arg(name));
+            row[i] = *value;
         }
         take(row);
-    };
-
-    std::uint32_t count = 0;
-    const auto owner = static_cast<std::uint32_t>(definition->entry->table_pg);
-    for (const std::uint32_t number : library_->dataPages.value(owner)) {
-        JetBytes page = library_->page(number);
-        const std::size_t slotCount = page.shortAt(RowCountOffset).value_or(0);
-        for (std::size_t i = 0; i < slotCount; ++i) {
-            const std::uint16_t flags = library_->slotFlags(page, i);
-            if ((flags & SlotSkipped) != 0)
-                continue;
-            if ((flags & SlotPointer) != 0) {
-                // The row has outgrown its page; it keeps its place in the order and lies in a slot elsewhere.
-                const std::uint32_t pointer = library_->slot(page, i).longAt(0).value_or(0);
-                takeRow(library_->slot(library_->page(pointer >> 8), pointer & 0xFF));
-                page = library_->page(number);
-            } else {
-                takeRow(library_->slot(page, i));
-            }
-            ++count;
-        }
-    }
-    return count;
+    });
 }

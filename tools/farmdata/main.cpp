@@ -14,11 +14,13 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <functional>
 #include <vector>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
 
 namespace
 {
@@ -152,8 +154,10 @@ int run(const QStringList &arguments)
 
 int main(int argc, char *argv[])
 {
+#ifdef Q_OS_UNIX
     // As the program itself: databases and copies are for their user alone.
     ::umask(S_IRWXG | S_IRWXO);
+#endif
     const QCoreApplication application(argc, argv);
     return run(QCoreApplication::arguments().mid(1));
 }

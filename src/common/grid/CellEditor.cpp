@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QWidget>
 
 #include <memory>
@@ -12,9 +13,13 @@
 namespace
 {
 
-void sendKey(QWidget *target, int key, const QString &text, bool wait)
+void sendKey(const QPointer<QWidget> &target, int key, const QString &text, bool wait)
 {
     for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        // The press may close what it was sent to.
+        if (!target) {
+            return;
+        }
         auto event = std::make_unique<QKeyEvent>(type, key, Qt::NoModifier, text);
         if (wait) {
             QApplication::sendEvent(target, event.get());
@@ -35,7 +40,7 @@ void Place_Cell_Editor(const controls::FlexGrid &grid, QWidget &box)
 
 void Send_Keys(const QString &keys, bool wait)
 {
-    QWidget *target = QApplication::focusWidget();
+    const QPointer<QWidget> target = QApplication::focusWidget();
     if (!target) {
         return;
     }

@@ -10,6 +10,9 @@ namespace basic
 namespace
 {
 constexpr int SecondsPerDay = 86400;
+/// 1 January 100, and the day after 31 December 9999.
+constexpr double FirstDay = -657434.0;
+constexpr double BehindLastDay = 2958466.0;
 const QDate &epoch()
 {
     static const QDate date(1899, 12, 30);
@@ -32,13 +35,25 @@ SerialDate SerialDate::fromDateTime(QDate date, QTime time)
     return SerialDate(days < 0.0 ? days - part : days + part);
 }
 
+// Written so that not-a-number is none.
+bool SerialDate::isOnCalendar() const
+{
+    return days_ > FirstDay - 1.0 && days_ < BehindLastDay;
+}
+
 QDate SerialDate::date() const
 {
+    if (!isOnCalendar()) {
+        return {};
+    }
     return epoch().addDays(static_cast<qint64>(std::trunc(days_)));
 }
 
 QTime SerialDate::time() const
 {
+    if (!isOnCalendar()) {
+        return QTime(0, 0);
+    }
     const double part = std::fabs(days_ - std::trunc(days_));
     const auto seconds = std::min(static_cast<int>(std::lround(part * SecondsPerDay)), SecondsPerDay - 1);
     return QTime::fromMSecsSinceStartOfDay(seconds * 1000);

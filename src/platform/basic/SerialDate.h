@@ -24,14 +24,17 @@ public:
     constexpr double days() const { return days_; }
     /// The zero date 1899-12-30 00:00 stands for "never set" where it is read from a file.
     constexpr bool isZero() const { return days_ == 0.0; }
+    /// Invalid for a number of days outside the years 100 to 9999, which only a damaged file holds.
     QDate date() const;
-    /// Rounded to the nearest second, never past 23:59:59.
+    /// Rounded to the nearest second, never past 23:59:59; midnight where the date is invalid.
     QTime time() const;
 
     /// Compares the stored numbers, as the database does.
     constexpr auto operator<=>(const SerialDate &) const = default;
 
 private:
+    bool isOnCalendar() const;
+
     double days_ = 0.0;
 };
 

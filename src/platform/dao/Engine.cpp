@@ -93,34 +93,32 @@ Engine::Engine(Connection connection, bool exclusive)
 
 Engine::BoundQuery Engine::select(const QString &sql)
 {
-    return find(sql, translateSelect);
+    return find(selects_, sql);
 }
 
 Engine::BoundQuery Engine::action(const QString &sql)
 {
-    return find(sql, translateAction);
+    return find(actions_, sql);
 }
 
-Engine::BoundQuery Engine::find(const QString &sql, Translate translate)
+Engine::BoundQuery Engine::find(QueryCache &cache, const QString &sql)
 {
     TokenList list = tokenise(sql);
-    if (queries_.size() > MostQueries) {
-        queries_.clear();
+    if (cache.queries.size() > MostQueries) {
+        cache.queries.clear();
     }
-    // A select is never kept under the shape of an action or the other way round: their first words differ, and a text that
-    // is neither is not kept.
-    std::shared_ptr<Query> query = queries_.value(list.shape);
+    std::shared_ptr<Query> query = cache.queries.value(list.shape);
     if (!query) {
         try {
-            query = prepare(list, translate);
+            query = prepare(list, cache.translate);
         } catch (const DataError &) {
             // The name that was not found may be one that another program has added since.
             if (!refreshSchema()) {
                 throw;
             }
-            query = prepare(list, translate);
+            query = prepare(list, cache.translate);
         }
-        queries_.insert(list.shape, query);
+        cache.queries.insert(list.shape, query);
     }
     return {std::move(query), std::move(list.literals)};
 }
@@ -138,7 +136,8 @@ std::shared_ptr<Query> Engine::prepare(const TokenList &list, Translate translat
 
 void Engine::forgetSchema()
 {
-    queries_.clear();
+    selects_.queries.clear();
+    actions_.queries.clear();
     statements_.clear();
     catalog_.forget();
 }
@@ -173,6 +172,8 @@ int Engine::write(Statement &statement)
             lost_ = error;
             begunScopes_ = 0;
             ++transactionEpoch_;
+            // Tables made inside the scopes are gone with them.
+            forgetSchema();
         }
         if (error.number() == static_cast<int>(DataErrorNumber::CannotOpenFile)) {
             throw DataError(DataErrorNumber::ReadOnly,
@@ -261,6 +262,7 @@ void Engine::commitScope()
         if (!connection_.isAutocommit()) {
             connection_.execute("ROLLBACK");
         }
+        forgetSchema();
         throw;
     }
 }

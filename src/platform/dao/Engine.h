@@ -70,7 +70,13 @@ public:
 private:
     using Translate = Translation (*)(const TokenList &, const TableLookup &);
 
-    BoundQuery find(const QString &sql, Translate translate);
+    /// Prepared texts of one kind by their shape; a select must never be found where an action is asked for, nor the reverse.
+    struct QueryCache {
+        Translate translate;
+        QHash<QString, std::shared_ptr<Query>> queries = {};
+    };
+
+    BoundQuery find(QueryCache &cache, const QString &sql);
     std::shared_ptr<Query> prepare(const TokenList &list, Translate translate);
     void beginScopes();
     void endTransaction(const QByteArray &sql);
@@ -80,7 +86,8 @@ private:
     Connection connection_;
     Catalog catalog_;
     bool exclusive_;
-    QHash<QString, std::shared_ptr<Query>> queries_;
+    QueryCache selects_{translateSelect};
+    QueryCache actions_{translateAction};
     QHash<QByteArray, std::shared_ptr<Statement>> statements_;
     std::uint64_t changeStamp_ = 1;
     std::uint64_t transactionEpoch_ = 1;

@@ -6,9 +6,12 @@
 #include <QFileInfo>
 #include <QTemporaryFile>
 
-#include <fcntl.h>
 #include <sqlite3.h>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
 #include <unistd.h>
+#endif
 
 #include <algorithm>
 
@@ -37,14 +40,16 @@ void copyPages(const Connection &from, const Connection &to)
     }
 }
 
-/// Makes a rename durable.
-void syncFolder(const QString &folder)
+/// Makes a rename durable, where a folder can be asked for that.
+void syncFolder([[maybe_unused]] const QString &folder)
 {
+#ifdef Q_OS_UNIX
     const int handle = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY);
     if (handle >= 0) {
         ::fsync(handle);
         ::close(handle);
     }
+#endif
 }
 
 [[noreturn]] void failBackup(const QString &path, const QString &reason)
@@ -63,7 +68,7 @@ struct Progress {
     {
         auto *progress = static_cast<Progress *>(self);
         progress->steps += StepsPerReport;
-        progress->report(std::min(99, static_cast<int>(100.0 * progress->steps / progress->expectedSteps)));
+        progress->report(static_cast<int>(std::min(99.0, 100.0 * progress->steps / progress->expectedSteps)));
         return 0;
     }
 };
@@ -92,7 +97,8 @@ double expectedSteps(Engine &engine)
     for (const QString &name : engine.catalog().tableNames()) {
         if (const auto table = engine.catalog().find(name)) {
             const auto rows = engine.connection().number("SELECT max(rowid) FROM " + table->quotedName);
-            steps += static_cast<double>(rows) * 10.0 * static_cast<double>(1 + table->indexes.size());
+            // A file from elsewhere may count its rows below zero.
+            steps += static_cast<double>(std::max<std::int64_t>(rows, 0)) * 10.0 * static_cast<double>(1 + table->indexes.size());
         }
     }
     return steps;

@@ -4,6 +4,7 @@
 #include <sqlite3.h>
 
 #include <limits>
+#include <utility>
 
 namespace dao
 {
@@ -48,8 +49,29 @@ void RowStore::replace(int row, const Statement &statement)
 {
     const std::size_t first = static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_);
     for (int column = 0; column < columns_; ++column) {
-        cells_[first + static_cast<std::size_t>(column)] = read(statement, column);
+        Cell &cell = cells_[first + static_cast<std::size_t>(column)];
+        replacedBytes_ += cell.kind == Cell::Kind::Text ? cell.length : 0;
+        cell = read(statement, column);
     }
+    // A row may be read again as often as the set stands open.
+    if (replacedBytes_ > bytes_.size() / 2) {
+        compact();
+    }
+}
+
+void RowStore::compact()
+{
+    std::string kept;
+    kept.reserve(bytes_.size() - replacedBytes_);
+    for (Cell &cell : cells_) {
+        if (cell.kind == Cell::Kind::Text) {
+            const std::string_view held = text(cell);
+            cell.offset = kept.size();
+            kept.append(held);
+        }
+    }
+    bytes_ = std::move(kept);
+    replacedBytes_ = 0;
 }
 
 std::optional<double> RowStore::numberIn(const Cell &cell)

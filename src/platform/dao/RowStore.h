@@ -39,6 +39,8 @@ public:
     {
         cells_.clear();
         keys_.clear();
+        bytes_ = {};
+        replacedBytes_ = 0;
     }
 
     int count() const { return columns_ == 0 ? 0 : static_cast<int>(cells_.size() / static_cast<std::size_t>(columns_)); }
@@ -60,12 +62,16 @@ public:
 
 private:
     Cell read(const Statement &statement, int column);
+    /// Drops the texts that no cell holds any more.
+    void compact();
 
     int columns_;
     bool hasKeys_;
     std::vector<Cell> cells_;
     std::vector<std::int64_t> keys_;
     std::string bytes_;
+    /// How many of the bytes belong to texts that were replaced.
+    std::size_t replacedBytes_ = 0;
 };
 
 } // namespace dao

@@ -197,10 +197,11 @@ FormatWriter::FormatWriter(const model::Book &book, const model::KeptBook &kept)
         fontPlaces_.try_emplace(records_.fonts[place], fontNumber(place));
     }
     findUsedColours();
+    const FormatReader bases(kept, styles_);
     const std::size_t readFormats = records_.formats.size();
     formats_.reserve(book.styles.size());
     for (std::size_t place = 0; place < book.styles.size(); ++place) {
-        formats_.push_back(addFormat(book.styles.at(static_cast<std::uint32_t>(place))));
+        formats_.push_back(addFormat(book.styles.at(static_cast<std::uint32_t>(place)), bases));
     }
     const auto tellLimit = [](const QString &what, std::size_t count, std::size_t most) {
         throw ExcelError(
@@ -235,10 +236,10 @@ void FormatWriter::findUsedColours()
     }
 }
 
-std::uint16_t FormatWriter::addFormat(const Style &style)
+std::uint16_t FormatWriter::addFormat(const Style &style, const FormatReader &bases)
 {
     const auto base = static_cast<std::size_t>(style[Trait::BaseFormat]);
-    const Style before = FormatReader(records_, styles_).style(base);
+    const Style before = bases.style(base);
     if (before == style) {
         return static_cast<std::uint16_t>(base);
     }

@@ -42,7 +42,7 @@ public:
     void putPalette(Bytes &stream) const;
 
 private:
-    std::uint16_t addFormat(const model::Style &style);
+    std::uint16_t addFormat(const model::Style &style, const FormatReader &bases);
     std::uint16_t fontOf(const model::Style &style, const model::Style &base, std::size_t baseFont);
     std::uint16_t numberFormatOf(const QString &format);
     std::uint16_t colourOf(std::int32_t colour);

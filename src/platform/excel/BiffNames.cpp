@@ -13,14 +13,18 @@ using model::Record;
 
 namespace
 {
-enum Token : std::size_t { areaOfSheet = 0x3B, memoryFunction = 0x29, unionOfAreas = 0x10 };
+/// Parts of an expression.
+constexpr std::size_t areaOfSheet = 0x3B;
+constexpr std::size_t memoryFunction = 0x29;
+constexpr std::size_t unionOfAreas = 0x10;
+
 constexpr std::size_t builtInName = 0x20;
 constexpr std::size_t hiddenName = 0x01;
 constexpr char16_t titlesName = 7;
 constexpr qsizetype areaLength = 11;
 constexpr qsizetype referenceLength = 6;
-constexpr std::size_t lastRow = 0xFFFF;
-constexpr std::size_t lastColumn = 0xFF;
+constexpr std::size_t lastRow = rowsOfXls - 1;
+constexpr std::size_t lastColumn = columnsOfXls - 1;
 
 /// A name record taken apart.
 struct Name {

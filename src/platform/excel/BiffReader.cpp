@@ -6,10 +6,11 @@
 #include "platform/excel/BiffNames.h"
 #include "platform/excel/BiffSheetReader.h"
 #include "platform/excel/ExcelError.h"
-
-#include <QFile>
+#include "platform/excel/WholeFile.h"
 
 #include <algorithm>
+#include <array>
+#include <set>
 
 namespace excel
 {
@@ -20,9 +21,6 @@ using model::Record;
 
 namespace
 {
-constexpr int rowsOfXls = 65536;
-constexpr int columnsOfXls = 256;
-
 [[noreturn]] void refuse(const QString &reason)
 {
     throw ExcelError(reason);
@@ -98,67 +96,78 @@ private:
 
     void hold(std::uint16_t id)
     {
-        auto &globals = book_.kept->globals;
-        if (std::none_of(globals.begin(), globals.end(), [id](const Record &kept) { return kept.id == id; })) {
-            globals.push_back({id, {}});
+        if (held_.insert(id).second) {
+            book_.kept->globals.push_back({id, {}});
         }
     }
 
-    void takeGlobal(const std::vector<Record> &records, std::size_t at)
+    using Records = std::vector<Record>;
+    /// Takes what a record tells, and gives it its place among the kept ones.
+    struct Told {
+        std::uint16_t id;
+        void (*take)(BookReader &reader, const Records &records, std::size_t at);
+    };
+
+    static const Told *toldBy(std::uint16_t id)
+    {
+        using Self = BookReader;
+        using Kept = model::KeptBook;
+        static constexpr std::array<Told, 10> all{{
+            {filePass, [](Self &, const Records &, std::size_t) { refuse(QStringLiteral("it is protected by a password.")); }},
+            {font, [](Self &self, const Records &records, std::size_t at) { self.collect(&Kept::fonts, records[at], 16); }},
+            {numberFormat,
+             [](Self &self, const Records &records, std::size_t at) { self.collect(&Kept::numberFormats, records[at], 5); }},
+            {extendedFormat,
+             [](Self &self, const Records &records, std::size_t at) { self.collect(&Kept::formats, records[at], 20); }},
+            {boundSheet, [](Self &self, const Records &records, std::size_t at) { self.takeBoundSheet(records[at].body); }},
+            {palette, [](Self &self, const Records &records, std::size_t at) { self.takePalette(records[at].body); }},
+            {sheetNumbers, [](Self &self, const Records &, std::size_t) { self.hold(sheetNumbers); }},
+            {sharedTextIndex, [](Self &, const Records &, std::size_t) {}},
+            {sharedTexts, [](Self &self, const Records &records, std::size_t at) { self.takeTexts(records, at); }},
+            {externSheet, [](Self &self, const Records &records, std::size_t at) { self.takeReferences(records, at); }},
+        }};
+        const auto found = std::find_if(all.begin(), all.end(), [id](const Told &told) { return told.id == id; });
+        return found == all.end() ? nullptr : &*found;
+    }
+
+    void takeGlobal(const Records &records, std::size_t at)
     {
         const Record &record = records[at];
-        model::KeptBook &kept = *book_.kept;
-        const auto collect = [&](std::vector<QByteArray> &list, qsizetype least) {
-            Reader(record.body).skip(least);
-            list.push_back(record.body);
-            hold(record.id);
-        };
-        switch (record.id) {
-        case filePass:
-            refuse(QStringLiteral("it is protected by a password."));
-        case font:
-            return collect(kept.fonts, 16);
-        case numberFormat:
-            return collect(kept.numberFormats, 5);
-        case extendedFormat:
-            return collect(kept.formats, 20);
-        case boundSheet:
-            return takeBoundSheet(record.body);
-        case palette:
-            return takePalette(record.body);
-        case sheetNumbers:
-            return hold(record.id);
-        case sharedTextIndex:
-            lastHeld_ = false;
+        if (record.id == continuation && lastWasTold_) {
+            // It was read with the record that it goes on from.
             return;
-        case sharedTexts:
-            lastHeld_ = false;
-            textParts_.push_back(record.body);
-            for (std::size_t next = at + 1; next < records.size() && records[next].id == continuation; ++next) {
-                textParts_.push_back(records[next].body);
-            }
-            return hold(record.id);
-        case externSheet:
-            lastHeld_ = false;
-            return takeReferences(records, at);
-        case continuation:
-            // What follows a told record was read with it.
-            if (lastHeld_) {
-                kept.globals.push_back(record);
-            }
+        }
+        const Told *told = toldBy(record.id);
+        lastWasTold_ = told != nullptr;
+        if (told != nullptr) {
+            told->take(*this, records, at);
             return;
-        case window1:
+        }
+        if (record.id == window1) {
             activeSheet_ = u16At(record.body, 10);
             Reader(record.body).skip(18);
-            break;
-        default:
-            break;
         }
-        lastHeld_ = true;
-        kept.globals.push_back(record);
+        book_.kept->globals.push_back(record);
     }
 
-    void takeReferences(const std::vector<Record> &records, std::size_t at)
+    /// Each record of the list is at least so long.
+    void collect(std::vector<QByteArray> model::KeptBook::*list, const Record &record, qsizetype least)
+    {
+        Reader(record.body).skip(least);
+        ((*book_.kept).*list).push_back(record.body);
+        hold(record.id);
+    }
+
+    void takeTexts(const Records &records, std::size_t at)
+    {
+        textParts_.push_back(records[at].body);
+        for (std::size_t next = at + 1; next < records.size() && records[next].id == continuation; ++next) {
+            textParts_.push_back(records[next].body);
+        }
+        hold(sharedTexts);
+    }
+
+    void takeReferences(const Records &records, std::size_t at)
     {
         QByteArray body = records[at].body;
         for (std::size_t next = at + 1; next < records.size() && records[next].id == continuation; ++next) {
@@ -182,10 +191,13 @@ private:
     void takePalette(const QByteArray &body)
     {
         Reader reader(body);
+        auto &colours = book_.kept->palette;
+        // Of several palettes the last one counts.
+        colours.clear();
         for (std::size_t rest = std::min<std::size_t>(reader.u16(), 56); rest > 0; --rest) {
             const std::size_t red = reader.u8();
             const std::size_t green = reader.u8();
-            book_.kept->palette.push_back(static_cast<std::int32_t>((red << 16) | (green << 8) | reader.u8()));
+            colours.push_back(static_cast<std::int32_t>((red << 16) | (green << 8) | reader.u8()));
             reader.skip(1);
         }
         hold(palette);
@@ -233,8 +245,10 @@ private:
     std::vector<std::size_t> offsets_;
     std::vector<QByteArray> textParts_;
     SharedParts shared_;
+    /// Told records that have their place in the kept ones.
+    std::set<std::uint16_t> held_;
     std::size_t activeSheet_ = 0;
-    bool lastHeld_ = true;
+    bool lastWasTold_ = false;
 };
 
 void checkContainer(const QByteArray &bytes)
@@ -248,11 +262,6 @@ void checkContainer(const QByteArray &bytes)
     if (!isCompound(bytes)) {
         refuse(QStringLiteral("it is no .xls workbook."));
     }
-}
-
-bool isStream(const CompoundEntry &entry, QLatin1String name)
-{
-    return !entry.isStorage && entry.path.size() == 1 && entry.path.first().compare(name, Qt::CaseInsensitive) == 0;
 }
 } // namespace
 
@@ -270,7 +279,7 @@ std::shared_ptr<Book> bookFromXls(const QByteArray &bytes)
         return std::any_of(container.begin(), container.end(), [&](const CompoundEntry &entry) { return isStream(entry, name); });
     };
     const auto found = std::find_if(container.begin(), container.end(),
-                                    [](const CompoundEntry &entry) { return isStream(entry, QLatin1String("Workbook")); });
+                                    [](const CompoundEntry &entry) { return isStream(entry, streamOfBook); });
     if (found == container.end()) {
         refuse(holds(QLatin1String("EncryptedPackage")) ? QStringLiteral("it is protected by a password.")
                    : holds(QLatin1String("Book")) ? QStringLiteral("it was written by a spreadsheet program that is too old; "
@@ -284,18 +293,11 @@ std::shared_ptr<Book> bookFromXls(const QByteArray &bytes)
 
 std::shared_ptr<Book> readXls(const QString &path)
 {
-    const auto fail = [&](const QString &reason) {
-        throw ExcelError(QStringLiteral("The file %1 cannot be opened: %2").arg(path, reason));
-    };
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        fail(file.errorString());
-    }
     std::shared_ptr<Book> book;
     try {
-        book = bookFromXls(file.readAll());
+        book = bookFromXls(wholeFile(path));
     } catch (const ExcelError &error) {
-        fail(error.description());
+        throw ExcelError(QStringLiteral("The file %1 cannot be opened: %2").arg(path, error.description()));
     }
     book->path = path;
     return book;

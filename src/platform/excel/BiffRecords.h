@@ -70,6 +70,10 @@ enum Id : std::uint16_t {
     newNames = 0xFFFF,
 };
 
+inline constexpr int rowsOfXls = 65536;
+inline constexpr int columnsOfXls = 256;
+/// The stream of a container that holds the book.
+inline constexpr QLatin1String streamOfBook("Workbook");
 inline constexpr qsizetype longestBody = 8224;
 inline constexpr std::uint16_t version8 = 0x0600;
 /// The format of a cell never touched, in the files that this program makes.

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 namespace excel::biff
 {
@@ -17,8 +18,6 @@ using model::Record;
 
 namespace
 {
-constexpr std::size_t mostColumns = 256;
-
 double numberOfRk(std::size_t rk)
 {
     const auto bits = static_cast<std::uint32_t>(rk);
@@ -76,7 +75,7 @@ private:
 
     void hold(std::uint16_t id, const QByteArray &body)
     {
-        if (std::none_of(sheet_.kept.begin(), sheet_.kept.end(), [id](const Record &kept) { return kept.id == id; })) {
+        if (held_.insert(id).second) {
             sheet_.kept.push_back({id, body});
         }
     }
@@ -124,7 +123,7 @@ private:
 
     Cell &cell(std::size_t rowNumber, std::size_t column, std::size_t format)
     {
-        if (column >= mostColumns) {
+        if (column >= columnsOfXls) {
             throw ExcelError(QStringLiteral("it is damaged: a cell lies outside its sheet."));
         }
         row(rowNumber);
@@ -266,7 +265,7 @@ private:
     {
         Reader reader(body);
         const std::size_t first = reader.u16();
-        const std::size_t last = std::min(reader.u16(), mostColumns - 1);
+        const std::size_t last = std::min<std::size_t>(reader.u16(), columnsOfXls - 1);
         const std::size_t width = reader.u16();
         const std::size_t format = reader.u16();
         const std::size_t options = reader.u16();
@@ -285,7 +284,7 @@ private:
             const auto left = static_cast<int>(reader.u16());
             const auto right = static_cast<int>(reader.u16());
             const Area area{top, left, bottom, right};
-            if (bottom < top || right < left || right >= static_cast<int>(mostColumns)
+            if (bottom < top || right < left || right >= columnsOfXls
                 || static_cast<std::size_t>(area.rows()) > shared_.mergedRowsLeft) {
                 throw ExcelError(QStringLiteral("it is damaged: its merged cells make no sense."));
             }
@@ -314,6 +313,8 @@ private:
 
     SharedParts &shared_;
     model::Sheet &sheet_;
+    /// Told records that have their place in the kept ones.
+    std::set<std::uint16_t> held_;
     bool formulaGoesOn_ = false;
     bool lastWasTold_ = false;
     bool fitsPages_ = false;

@@ -7,6 +7,7 @@
 #include "platform/excel/ExcelError.h"
 
 #include <algorithm>
+#include <array>
 
 namespace excel
 {
@@ -18,8 +19,6 @@ using model::Sheet;
 
 namespace
 {
-constexpr int rowsOfXls = 65536;
-constexpr int columnsOfXls = 256;
 constexpr qsizetype shortestStream = 4096;
 
 void checkLimits(const Book &book)
@@ -78,50 +77,43 @@ public:
     }
 
 private:
+    struct Told {
+        std::uint16_t id;
+        void (*put)(BookWriter &writer, const QByteArray &asRead);
+    };
+
+    /// Writes a record that the model tells; false for one that goes back as it is.
     bool putTold(const Record &record)
     {
-        switch (record.id) {
-        case font:
-            formats_.putFonts(stream_);
-            return true;
-        case numberFormat:
-            formats_.putNumberFormats(stream_);
-            return true;
-        case extendedFormat:
-            formats_.putFormats(stream_);
-            return true;
-        case palette:
-            formats_.putPalette(stream_);
-            return true;
-        case sheetNumbers:
-            stream_.head(sheetNumbers, 2 * book_.sheets.size());
-            for (std::size_t number = 1; number <= book_.sheets.size(); ++number) {
-                stream_.u16(number);
-            }
-            return true;
-        case boundSheet:
-            putSheetList();
-            return true;
-        case window1:
-            putWindow(record.body);
-            return true;
-        case supplyBook:
-            names_.putSupplyBook(stream_, record.body);
-            return true;
-        case externSheet:
-            names_.putReferences(stream_);
-            return true;
-        case definedName:
-            names_.putName(stream_, record.body);
-            return true;
-        case newNames:
-            names_.putNewNames(stream_);
-            return true;
-        case sharedTexts:
-            putSharedTexts(stream_, texts_.texts(), texts_.uses());
-            return true;
-        default:
+        using Self = BookWriter;
+        static constexpr std::array<Told, 12> all{{
+            {font, [](Self &self, const QByteArray &) { self.formats_.putFonts(self.stream_); }},
+            {numberFormat, [](Self &self, const QByteArray &) { self.formats_.putNumberFormats(self.stream_); }},
+            {extendedFormat, [](Self &self, const QByteArray &) { self.formats_.putFormats(self.stream_); }},
+            {palette, [](Self &self, const QByteArray &) { self.formats_.putPalette(self.stream_); }},
+            {sheetNumbers, [](Self &self, const QByteArray &) { self.putSheetNumbers(); }},
+            {boundSheet, [](Self &self, const QByteArray &) { self.putSheetList(); }},
+            {window1, [](Self &self, const QByteArray &asRead) { self.putWindow(asRead); }},
+            {supplyBook, [](Self &self, const QByteArray &asRead) { self.names_.putSupplyBook(self.stream_, asRead); }},
+            {externSheet, [](Self &self, const QByteArray &) { self.names_.putReferences(self.stream_); }},
+            {definedName, [](Self &self, const QByteArray &asRead) { self.names_.putName(self.stream_, asRead); }},
+            {newNames, [](Self &self, const QByteArray &) { self.names_.putNewNames(self.stream_); }},
+            {sharedTexts,
+             [](Self &self, const QByteArray &) { putSharedTexts(self.stream_, self.texts_.texts(), self.texts_.uses()); }},
+        }};
+        const auto found = std::find_if(all.begin(), all.end(), [&](const Told &told) { return told.id == record.id; });
+        if (found == all.end()) {
             return false;
+        }
+        found->put(*this, record.body);
+        return true;
+    }
+
+    void putSheetNumbers()
+    {
+        stream_.head(sheetNumbers, 2 * book_.sheets.size());
+        for (std::size_t number = 1; number <= book_.sheets.size(); ++number) {
+            stream_.u16(number);
         }
     }
 
@@ -162,10 +154,8 @@ QByteArray xlsBytes(const Book &book)
 {
     checkLimits(book);
     std::vector<CompoundEntry> container = (book.kept ? *book.kept : standardBook()).container;
-    const auto own = std::find_if(container.begin(), container.end(), [](const CompoundEntry &entry) {
-        return !entry.isStorage && entry.path.size() == 1
-            && entry.path.first().compare(QLatin1String("Workbook"), Qt::CaseInsensitive) == 0;
-    });
+    const auto own = std::find_if(container.begin(), container.end(),
+                                  [](const CompoundEntry &entry) { return isStream(entry, streamOfBook); });
     own->bytes = BookWriter(book).stream();
     return writeCompound(container);
 }

@@ -8,6 +8,7 @@
 #include <array>
 #include <map>
 #include <memory>
+#include <utility>
 
 namespace excel
 {
@@ -53,15 +54,33 @@ private:
     std::array<guint, domains.size()> handlers_{};
 };
 
-QByteArray bytesOf(GsfInput *input, qsizetype limit)
+class ContainerReader
+{
+public:
+    /// No entries of a sound container share bytes, so all of them together have no more than the file of this size.
+    explicit ContainerReader(qsizetype fileSize) : bytesLeft_(fileSize) {}
+
+    void readStorage(GsfInfile *storage, const QStringList &path);
+    std::vector<CompoundEntry> takeEntries() { return std::move(entries_); }
+
+private:
+    QByteArray bytesOf(GsfInput *input);
+    void add(CompoundEntry entry);
+
+    qsizetype bytesLeft_;
+    std::vector<CompoundEntry> entries_;
+};
+
+QByteArray ContainerReader::bytesOf(GsfInput *input)
 {
     const gsf_off_t size = gsf_input_size(input);
-    if (size < 0 || size > limit) {
+    if (size < 0 || size > bytesLeft_) {
         damaged();
     }
     if (size == 0) {
         return {};
     }
+    bytesLeft_ -= size;
     QByteArray bytes(static_cast<qsizetype>(size), Qt::Uninitialized);
     if (!gsf_input_read(input, static_cast<std::size_t>(size), reinterpret_cast<guint8 *>(bytes.data()))) {
         damaged();
@@ -69,14 +88,22 @@ QByteArray bytesOf(GsfInput *input, qsizetype limit)
     return bytes;
 }
 
-void readStorage(GsfInfile *storage, const QStringList &path, qsizetype limit, std::vector<CompoundEntry> &entries)
+void ContainerReader::add(CompoundEntry entry)
 {
-    if (path.size() > deepest || entries.size() > mostEntries) {
+    if (entries_.size() >= mostEntries) {
+        damaged();
+    }
+    entries_.push_back(std::move(entry));
+}
+
+void ContainerReader::readStorage(GsfInfile *storage, const QStringList &path)
+{
+    if (path.size() > deepest) {
         damaged();
     }
     QByteArray classId(classIdLength, '\0');
     gsf_infile_msole_get_class_id(GSF_INFILE_MSOLE(storage), reinterpret_cast<guint8 *>(classId.data()));
-    entries.push_back({path, true, {}, classId});
+    add({path, true, {}, classId});
     const int count = gsf_infile_num_children(storage);
     for (int number = 0; number < count; ++number) {
         const Owned<GsfInput> child(gsf_infile_child_by_index(storage, number));
@@ -86,13 +113,18 @@ void readStorage(GsfInfile *storage, const QStringList &path, qsizetype limit, s
         }
         const QStringList childPath = path + QStringList{QString::fromUtf8(name)};
         if (GSF_IS_INFILE_MSOLE(child.get()) && gsf_infile_num_children(GSF_INFILE(child.get())) >= 0) {
-            readStorage(GSF_INFILE(child.get()), childPath, limit, entries);
+            readStorage(GSF_INFILE(child.get()), childPath);
         } else {
-            entries.push_back({childPath, false, bytesOf(child.get(), limit), {}});
+            add({childPath, false, bytesOf(child.get()), {}});
         }
     }
 }
 } // namespace
+
+bool isStream(const CompoundEntry &entry, QLatin1String name)
+{
+    return !entry.isStorage && entry.path.size() == 1 && entry.path.first().compare(name, Qt::CaseInsensitive) == 0;
+}
 
 bool isCompound(const QByteArray &bytes)
 {
@@ -108,9 +140,9 @@ std::vector<CompoundEntry> readCompound(const QByteArray &bytes)
     if (!root) {
         damaged();
     }
-    std::vector<CompoundEntry> entries;
-    readStorage(root.get(), {}, bytes.size(), entries);
-    return entries;
+    ContainerReader reader(bytes.size());
+    reader.readStorage(root.get(), {});
+    return reader.takeEntries();
 }
 
 QByteArray writeCompound(const std::vector<CompoundEntry> &entries)

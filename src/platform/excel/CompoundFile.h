@@ -19,6 +19,9 @@ struct CompoundEntry {
     QByteArray classId;
 };
 
+/// Whether an entry is the stream of this name that lies in the root.
+bool isStream(const CompoundEntry &entry, QLatin1String name);
+
 /// Whether the bytes begin as a compound file does.
 bool isCompound(const QByteArray &bytes);
 

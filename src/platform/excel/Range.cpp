@@ -18,6 +18,7 @@ using model::Cell;
 using model::Content;
 using model::EdgeChange;
 using model::Sheet;
+using model::Style;
 using model::StyleTable;
 using model::Trait;
 
@@ -95,6 +96,17 @@ template <typename Change> void changeStyles(Sheet &sheet, const Area &area, Cha
         }
         cell.style = last->second;
     });
+}
+
+/// Of an area the first cell tells.
+const Style &styleOf(const Sheet &sheet, const Area &area)
+{
+    return sheet.book->styles.at(sheet.styleAt(area.top, area.left));
+}
+
+std::int32_t traitOf(const Sheet &sheet, const Area &area, Trait trait)
+{
+    return styleOf(sheet, area)[trait];
 }
 
 void putNumber(Cell &cell, double number)
@@ -209,7 +221,7 @@ void Range::setWrapText(bool wrap)
 
 bool Range::WrapText() const
 {
-    return book_->styles.at(sheet().styleAt(area_.top, area_.left))[Trait::Wrap] != 0;
+    return traitOf(sheet(), area_, Trait::Wrap) != 0;
 }
 
 void Range::setHorizontalAlignment(int alignment)
@@ -219,7 +231,7 @@ void Range::setHorizontalAlignment(int alignment)
 
 int Range::HorizontalAlignment() const
 {
-    return valueOf(horizontalCodes, book_->styles.at(sheet().styleAt(area_.top, area_.left))[Trait::Horizontal], xlGeneral);
+    return valueOf(horizontalCodes, traitOf(sheet(), area_, Trait::Horizontal), xlGeneral);
 }
 
 void Range::setVerticalAlignment(int alignment)
@@ -229,7 +241,7 @@ void Range::setVerticalAlignment(int alignment)
 
 int Range::VerticalAlignment() const
 {
-    return valueOf(verticalCodes, book_->styles.at(sheet().styleAt(area_.top, area_.left))[Trait::Vertical], xlBottom);
+    return valueOf(verticalCodes, traitOf(sheet(), area_, Trait::Vertical), xlBottom);
 }
 
 void Range::setOrientation(int degrees)
@@ -240,7 +252,7 @@ void Range::setOrientation(int degrees)
 
 int Range::Orientation() const
 {
-    return book_->styles.at(sheet().styleAt(area_.top, area_.left))[Trait::Rotation];
+    return traitOf(sheet(), area_, Trait::Rotation);
 }
 
 void Range::setNumberFormat(const QString &format)
@@ -254,7 +266,7 @@ void Range::setNumberFormat(const QString &format)
 
 QString Range::NumberFormat() const
 {
-    return book_->styles.numberFormats.at(book_->styles.at(sheet().styleAt(area_.top, area_.left))[Trait::NumberFormat]);
+    return book_->styles.numberFormats.at(traitOf(sheet(), area_, Trait::NumberFormat));
 }
 
 Font Range::Font() const
@@ -274,11 +286,6 @@ Interior Range::Interior() const
 
 namespace
 {
-std::int32_t traitOf(const std::shared_ptr<Book> &book, Sheet &sheet, const Area &area, Trait trait)
-{
-    return book->styles.at(sheet.styleAt(area.top, area.left))[trait];
-}
-
 /// A cell beside the range whose own line lies on the shared edge takes the line over, so that the last one set shows.
 void followEdges(Sheet &sheet, const Area &area)
 {
@@ -312,7 +319,7 @@ void Font::setName(const QString &name)
 
 QString Font::Name() const
 {
-    return range_.book_->styles.fontNames.at(traitOf(range_.book_, range_.sheet(), range_.area_, Trait::FontName));
+    return range_.book_->styles.fontNames.at(traitOf(range_.sheet(), range_.area_, Trait::FontName));
 }
 
 void Font::setSize(double points)
@@ -323,7 +330,7 @@ void Font::setSize(double points)
 
 double Font::Size() const
 {
-    return traitOf(range_.book_, range_.sheet(), range_.area_, Trait::FontSize) / 20.0;
+    return traitOf(range_.sheet(), range_.area_, Trait::FontSize) / 20.0;
 }
 
 void Font::setBold(bool bold)
@@ -333,7 +340,7 @@ void Font::setBold(bool bold)
 
 bool Font::Bold() const
 {
-    return traitOf(range_.book_, range_.sheet(), range_.area_, Trait::Bold) != 0;
+    return traitOf(range_.sheet(), range_.area_, Trait::Bold) != 0;
 }
 
 void Font::setUnderline(int underline)
@@ -343,7 +350,7 @@ void Font::setUnderline(int underline)
 
 int Font::Underline() const
 {
-    return valueOf(underlineCodes, traitOf(range_.book_, range_.sheet(), range_.area_, Trait::Underline), xlNone);
+    return valueOf(underlineCodes, traitOf(range_.sheet(), range_.area_, Trait::Underline), xlNone);
 }
 
 void Borders::setLineStyle(int style)
@@ -354,7 +361,7 @@ void Borders::setLineStyle(int style)
 
 int Borders::LineStyle() const
 {
-    return traitOf(range_.book_, range_.sheet(), range_.area_, Trait::TopLine) == model::noLine ? xlNone : xlContinuous;
+    return traitOf(range_.sheet(), range_.area_, Trait::TopLine) == model::noLine ? xlNone : xlContinuous;
 }
 
 void Borders::setWeight(int weight)
@@ -365,7 +372,7 @@ void Borders::setWeight(int weight)
 
 int Borders::Weight() const
 {
-    return valueOf(weightCodes, traitOf(range_.book_, range_.sheet(), range_.area_, Trait::TopLine), xlThin);
+    return valueOf(weightCodes, traitOf(range_.sheet(), range_.area_, Trait::TopLine), xlThin);
 }
 
 void Interior::setPattern(int pattern)
@@ -375,7 +382,7 @@ void Interior::setPattern(int pattern)
 
 int Interior::Pattern() const
 {
-    return valueOf(patternCodes, traitOf(range_.book_, range_.sheet(), range_.area_, Trait::Pattern), xlNone);
+    return valueOf(patternCodes, traitOf(range_.sheet(), range_.area_, Trait::Pattern), xlNone);
 }
 
 void Interior::setPatternColorIndex(int index)
@@ -406,7 +413,7 @@ void Interior::setPatternTintAndShade(double tint)
 
 int Interior::Color() const
 {
-    return range_.book_->styles.at(range_.sheet().styleAt(range_.area_.top, range_.area_.left)).shade();
+    return styleOf(range_.sheet(), range_.area_).shade();
 }
 
 } // namespace excel

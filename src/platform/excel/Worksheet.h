@@ -42,7 +42,7 @@ public:
     void setPrintTitleColumns(const QString &columns);
     QString PrintTitleColumns() const;
 
-    /// Texts with the codes &D date, &T time, &P page, &N pages; 255 characters in all three together.
+    /// Texts with the codes &D date, &T time, &P page, &N pages; 249 characters in all three together.
     void setLeftHeader(const QString &text);
     QString LeftHeader() const;
     void setCenterHeader(const QString &text);

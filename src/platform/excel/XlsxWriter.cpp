@@ -4,6 +4,7 @@
 #include "platform/excel/ColumnFit.h"
 #include "platform/excel/ExcelError.h"
 #include "platform/excel/HeaderText.h"
+#include "platform/excel/WholeFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -243,11 +244,7 @@ QByteArray xlsxBytes(const Book &book)
     }
     XlsxWriter(book, target.get()).write();
     check(workbook_close(target.release()));
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw ExcelError(QStringLiteral("it could not be written: %1").arg(file.errorString()));
-    }
-    return file.readAll();
+    return wholeFile(path);
 }
 
 } // namespace excel

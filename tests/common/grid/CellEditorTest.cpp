@@ -3,17 +3,46 @@
 
 #include "platform/controls/FlexGrid.h"
 
+#include <QApplication>
+#include <QKeyEvent>
 #include <QTest>
 
 using controls::FlexGrid;
 
-/// Where the edit box comes to lie, above all over a cell that does not show.
+namespace
+{
+
+/// Takes keys down as "+a" and "-a", and ends itself on the press of "q".
+class KeyNotes : public QWidget
+{
+public:
+    KeyNotes(QStringList &notes, QWidget *parent) : QWidget(parent), notes_(notes) {}
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        notes_.append(u'+' + event->text());
+        if (event->text() == u"q") {
+            delete this;
+        }
+    }
+    void keyReleaseEvent(QKeyEvent *event) override { notes_.append(u'-' + event->text()); }
+
+private:
+    QStringList &notes_;
+};
+
+} // namespace
+
+/// Where the edit box comes to lie, above all over a cell that does not show, and what becomes of keys sent to one that ends.
 class CellEditorTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
     void boxLiesOverTheCell_data();
     void boxLiesOverTheCell();
+    void keysEndWithWhatTheyWereSentTo_data();
+    void keysEndWithWhatTheyWereSentTo();
 };
 
 void CellEditorTest::boxLiesOverTheCell_data()
@@ -46,6 +75,28 @@ void CellEditorTest::boxLiesOverTheCell()
     Place_Cell_Editor(grid, box);
     const QPoint inset(2, 2);
     QCOMPARE(box.pos(), grid.viewport()->mapTo(&window, grid.cellRect(place.y(), place.x()).topLeft()) + inset);
+}
+
+void CellEditorTest::keysEndWithWhatTheyWereSentTo_data()
+{
+    QTest::addColumn<bool>("wait");
+    QTest::newRow("at once") << true;
+    QTest::newRow("queued") << false;
+}
+
+void CellEditorTest::keysEndWithWhatTheyWereSentTo()
+{
+    QFETCH(bool, wait);
+    QWidget window;
+    QStringList notes;
+    auto *box = new KeyNotes(notes, &window);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    box->setFocus();
+    QTRY_COMPARE(QApplication::focusWidget(), box);
+    Send_Keys(QStringLiteral("aqb"), wait);
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(notes, (QStringList{"+a", "-a", "+q"}));
 }
 
 QTEST_MAIN(CellEditorTest)

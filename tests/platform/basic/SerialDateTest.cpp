@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+#include <limits>
+
 using namespace basic;
 
 class SerialDateTest : public QObject
@@ -11,6 +13,8 @@ class SerialDateTest : public QObject
 private Q_SLOTS:
     void timeCountsUpwardsBeforeTheFirstDay();
     void everyDayComesBack();
+    void daysOffTheCalendar_data();
+    void daysOffTheCalendar();
 };
 
 void SerialDateTest::timeCountsUpwardsBeforeTheFirstDay()
@@ -31,6 +35,26 @@ void SerialDateTest::everyDayComesBack()
         QCOMPARE(stored.date(), day);
         QCOMPARE(stored.time(), QTime(13, 14, 15));
     }
+}
+
+void SerialDateTest::daysOffTheCalendar_data()
+{
+    QTest::addColumn<double>("days");
+    QTest::addColumn<QDate>("date");
+    QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN() << QDate();
+    QTest::newRow("infinite") << std::numeric_limits<double>::infinity() << QDate();
+    QTest::newRow("huge") << -1e300 << QDate();
+    QTest::newRow("before the first") << -657435.0 << QDate();
+    QTest::newRow("first") << -657434.5 << QDate(100, 1, 1);
+    QTest::newRow("last") << 2958465.5 << QDate(9999, 12, 31);
+    QTest::newRow("behind the last") << 2958466.0 << QDate();
+}
+
+void SerialDateTest::daysOffTheCalendar()
+{
+    QFETCH(double, days);
+    QTEST(SerialDate(days).date(), "date");
+    QCOMPARE(SerialDate(days).time(), SerialDate(days).date().isValid() ? QTime(12, 0) : QTime(0, 0));
 }
 
 QTEST_GUILESS_MAIN(SerialDateTest)

@@ -29,8 +29,10 @@ private Q_SLOTS:
     void aDeletedRowIsNoticed();
     void deletingWhileWalking();
     void editingSeesWhatOthersWrote();
+    void rowsReadAgainKeepTheirTexts();
     void aFailedUpdateKeepsTheRowInEditing();
     void setsThatCannotWrite();
+    void anActionIsNoSetHoweverOftenItRan();
     void equalFieldNamesAreToldApart();
     void sumsBeyondLong();
     void textSortsAndComparesWithoutCaseAndAccents();
@@ -233,6 +235,27 @@ void RecordsetTest::editingSeesWhatOthersWrote()
     QCOMPARE(other->OpenRecordset("Select * from Things").text("Name"), QStringLiteral("z"));
 }
 
+// However often rows are read again, each keeps its own texts.
+void RecordsetTest::rowsReadAgainKeepTheirTexts()
+{
+    TestFile file;
+    file.add("left");
+    file.add("middle");
+    file.add("right");
+    Recordset set = all(file);
+    for (int round = 0; round < 40; ++round) {
+        const QString name(round % 11, u'x');
+        file->Execute(QStringLiteral("Update Things set Name = '%1' where ThingID = 2").arg(name));
+        set.MoveFirst();
+        QCOMPARE(set.text("Name"), QStringLiteral("left"));
+        set.MoveNext();
+        set.Edit();
+        QCOMPARE(set.text("Name"), name);
+        set.MoveNext();
+        QCOMPARE(set.text("Name"), QStringLiteral("right"));
+    }
+}
+
 void RecordsetTest::aFailedUpdateKeepsTheRowInEditing()
 {
     TestFile file;
@@ -262,6 +285,18 @@ void RecordsetTest::setsThatCannotWrite()
     Recordset counted = file->OpenRecordset("Select Count(*) from Things", RecordsetType::Dynaset);
     QCOMPARE(counted.longValue(0), 1);
     QCOMPARE(errorOf([&] { counted.AddNew(); }), 3027);
+}
+
+void RecordsetTest::anActionIsNoSetHoweverOftenItRan()
+{
+    TestFile file;
+    file.add("a", 1);
+    const QString action = QStringLiteral("Update Things set Big = Big + 1");
+    const QString select = QStringLiteral("Select Big from Things");
+    file->Execute(action);
+    QCOMPARE(errorOf([&] { file->OpenRecordset(action); }), 3075);
+    QCOMPARE(file->OpenRecordset(select).longValue(0), 2);
+    QCOMPARE(errorOf([&] { file->Execute(select); }), 3075);
 }
 
 void RecordsetTest::equalFieldNamesAreToldApart()

@@ -204,6 +204,10 @@ void WriteScopeTest::fullDiskInAScopeIsTold()
     {
         WriteScope scope(*file);
         file.add("first");
+        TableDef made("tblShort");
+        made.Append(TableDef::CreateField("First", FieldType::Long));
+        file->Append(made);
+        QVERIFY(file->OpenRecordset("Select * from tblShort").Eof());
         int error = 0;
         {
             const FullDisk disk(QFileInfo(file.path()).size() + 40960);
@@ -222,6 +226,8 @@ void WriteScopeTest::fullDiskInAScopeIsTold()
         isLost = later != 0;
         QCOMPARE(errorOf([&] { scope.commit(); }), later);
     }
+    QCOMPARE(errorOf([&] { file->OpenRecordset("Select * from tblShort"); }), isLost ? 3078 : 0);
+    QCOMPARE(file->tableNames().contains("tblShort"), !isLost);
     const auto again = file.openAgain();
     QCOMPARE(again->checkIntegrity(), QStringList());
     QCOMPARE(rowsIn(*again) == 1, isLost);

@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/excel/Application.h"
+#include "platform/excel/BiffReader.h"
+#include "platform/excel/BiffRecords.h"
+#include "platform/excel/BiffWriter.h"
 #include "platform/excel/Readers.h"
 
 #include <QFile>
@@ -32,6 +35,37 @@ QByteArray exchanged(const char *before, const char *after)
 {
     return templateBytes().replace(QByteArray::fromHex(before), QByteArray::fromHex(after));
 }
+
+QByteArray utf16(const QString &text)
+{
+    return {reinterpret_cast<const char *>(text.utf16()), 2 * text.size()};
+}
+
+/// A container whose streams all lie in the sectors of the first one.
+QByteArray overlappingStreams()
+{
+    constexpr qsizetype startAndSize = 116;
+    const QStringList names{QStringLiteral("One"), QStringLiteral("Two"), QStringLiteral("Six")};
+    std::vector<CompoundEntry> entries{{{}, true, {}, {}}};
+    for (const QString &name : names) {
+        entries.push_back({{name}, false, QByteArray(entries.size() == 1 ? 60000 : 5000, 'x'), {}});
+    }
+    QByteArray bytes = writeCompound(entries);
+    const QByteArray shared = bytes.mid(bytes.indexOf(utf16(names.front())) + startAndSize, 8);
+    for (const QString &name : names) {
+        bytes.replace(bytes.indexOf(utf16(name)) + startAndSize, shared.size(), shared);
+    }
+    return bytes;
+}
+
+QByteArray tooManyStreams()
+{
+    std::vector<CompoundEntry> entries{{{}, true, {}, {}}};
+    for (int number = 0; number < 4097; ++number) {
+        entries.push_back({{QString::number(number)}, false, {}, {}});
+    }
+    return writeCompound(entries);
+}
 } // namespace
 
 class TemplateTest : public QObject
@@ -42,8 +76,10 @@ private Q_SLOTS:
     void filledKeepsTheRest();
     void cellsTakeTheLookOfTheTemplate();
     void onlyXlsKeepsEverything();
+    void ofTwoPalettesTheLastCounts();
     void foreignFiles_data();
     void foreignFiles();
+    void aFileThatCannotBeReadThrough();
     void damage();
 };
 
@@ -116,6 +152,28 @@ void TemplateTest::onlyXlsKeepsEverything()
     QCOMPARE(errorOf([&] { book.Worksheets(1).Delete(); }).first, 1004);
 }
 
+void TemplateTest::ofTwoPalettesTheLastCounts()
+{
+    const auto twice = bookFromXls(templateBytes());
+    auto &records = twice->kept->globals;
+    const auto first =
+        std::find_if(records.begin(), records.end(), [](const auto &record) { return record.id == biff::palette; });
+    QVERIFY(first != records.end());
+    const model::Record second = *first;
+    records.insert(first, second);
+    twice->kept->palette.front() = 0x123456;
+    const auto book = bookFromXls(xlsBytes(*twice));
+    QCOMPARE(book->kept->palette, twice->kept->palette);
+    // More colours than there is room for: each takes the place of an unused one, the last ones the place of the nearest.
+    for (int column = 0; column < 100; ++column) {
+        Interior interior = Range(book, book->sheets.front().get(), {0, column, 0, column}).Interior();
+        interior.setPattern(xlSolid);
+        interior.setThemeColor(1);
+        interior.setTintAndShade(column / -100.0);
+    }
+    QCOMPARE(bookFromXls(xlsBytes(*book))->kept->palette.size(), std::size_t{56});
+}
+
 void TemplateTest::foreignFiles_data()
 {
     QTest::addColumn<QByteArray>("bytes");
@@ -131,6 +189,8 @@ void TemplateTest::foreignFiles_data()
     QTest::newRow("no workbook inside") << templateBytes().replace(QByteArray("W\0o\0r\0k\0b\0", 10),
                                                                    QByteArray("W\0a\0l\0k\0b\0", 10))
                                         << "no workbook";
+    QTest::newRow("streams over each other") << overlappingStreams() << "damaged";
+    QTest::newRow("thousands of streams") << tooManyStreams() << "damaged";
 }
 
 void TemplateTest::foreignFiles()
@@ -145,6 +205,15 @@ void TemplateTest::foreignFiles()
     QCOMPARE(number, 1004);
     QVERIFY2(description.contains(path) && description.contains(reason), qPrintable(description));
     QCOMPARE(application.Workbooks().Count(), 0);
+}
+
+// The begin of this file is no readable place, so the reading fails after the opening has not.
+void TemplateTest::aFileThatCannotBeReadThrough()
+{
+    const QString path = QStringLiteral("/proc/self/mem");
+    const auto [number, description] = errorOf([&] { readXls(path); });
+    QCOMPARE(number, 1004);
+    QVERIFY2(description.contains(path) && description.contains("not all of it"), qPrintable(description));
 }
 
 // Whatever bytes are hit, opening ends in a workbook that can be saved or in a clear error.

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace excel
+{
+
+/// All bytes of a file; ExcelError with the reason alone when not every one of them can be read.
+QByteArray wholeFile(const QString &path);
+
+} // namespace excel
