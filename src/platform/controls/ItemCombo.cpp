@@ -41,6 +41,13 @@ ItemCombo::ItemCombo(QWidget *parent) : QComboBox(parent)
         chosen_ = -1;
         Q_EMIT Change();
     });
+    // Of a text retyped as it was, QComboBox sees no change and raises nothing.
+    connect(lineEdit(), &QLineEdit::editingFinished, this, [this] {
+        const int equal = findText(currentText(), Qt::MatchExactly | Qt::MatchCaseSensitive);
+        if (chosen_ < 0 && equal >= 0 && !currentText().isEmpty()) {
+            setListIndex(equal);
+        }
+    });
 }
 
 void ItemCombo::AddItem(const QString &text, qint32 itemData)

@@ -32,7 +32,8 @@ public:
     void setTypingAllowed(bool allowed);
 
 Q_SIGNALS:
-    /// The user chose an entry, also the one that was chosen already; or setListIndex was called.
+    /// The user chose an entry, also the one that was chosen already, or left the box with a typed text that equals one; or
+    /// setListIndex was called.
     void Click();
     /// The user typed in the box.
     void Change();
