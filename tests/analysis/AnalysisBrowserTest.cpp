@@ -2,6 +2,7 @@
 #include "analysis/AnalysisBrowser.h"
 
 #include "AnalysisScreen.h"
+#include "platform/basic/Formats.h"
 
 #include <QAbstractItemView>
 #include <QFile>
@@ -193,7 +194,7 @@ void AnalysisBrowserTest::selectionPaints()
     QCOMPARE(grid().CellBackColor(1, BlockCol), mark::PaleYellow);
     QCOMPARE(grid().CellBackColor(3, VarietyCol), mark::Yellow);
     QVERIFY(!grid().CellBackColor(3, AnalysisKeyCol));
-    const QString what = QStringLiteral("%1, 2026/05/01, N, 1").arg(grid().TextMatrix(3, BlockCol));
+    const QString what = QStringLiteral("%1, %2, N, 1").arg(grid().TextMatrix(3, BlockCol), basic::shortDate(QDate(2026, 5, 1)));
     QCOMPARE(grid().cellDescription(3, FirstValueCol), what + QStringLiteral(", chosen"));
     QCOMPARE(id(), 5);
     clickRow(5);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PestMonScreen.h"
+#include "platform/basic/Formats.h"
 
 class InstructionListFaceTest : public PestMonScreen
 {
@@ -45,10 +46,11 @@ void InstructionListFaceTest::listShowsAndFilters()
     QCOMPARE(list.TextMatrix(1, 8), QStringLiteral("True"));
     QVERIFY(!list.CellBackColor(1, 7).has_value());
     QCOMPARE(list.TextMatrix(2, 3), QStringLiteral("Yes"));
-    QCOMPARE(list.TextMatrix(2, 4), QStringLiteral("2026/02/05"));
+    QCOMPARE(list.TextMatrix(2, 4), basic::shortDate(QDate(2026, 2, 5)));
     QCOMPARE(list.CellBackColor(2, 7), std::optional(mark::Green));
-    QCOMPARE(list.cellDescription(2, 7), QStringLiteral("Instruction of 2026/02/03, Notes, done, completed"));
-    QCOMPARE(list.cellDescription(1, 3), QStringLiteral("Instruction of 2026/02/02, Done, No"));
+    QCOMPARE(list.cellDescription(2, 7),
+             QStringLiteral("Instruction of %1, Notes, done, completed").arg(basic::shortDate(QDate(2026, 2, 3))));
+    QCOMPARE(list.cellDescription(1, 3), QStringLiteral("Instruction of %1, Done, No").arg(basic::shortDate(QDate(2026, 2, 2))));
     QVERIFY(find<QPushButton>("cmdComp").isVisible());
     click("chkComplete");
     QCOMPARE(list.Rows(), 3);
