@@ -88,12 +88,9 @@ void InputControlsTest::comboTypingLosesTheChoice()
     QCOMPARE(changes.size(), 1);
     QCOMPARE(combo.Text(), QStringLiteral("Annab"));
     QCOMPARE(combo.ListIndex(), -1);
-    QSignalSpy clicks(&combo, &ItemCombo::Click);
-    // Typed again as it was, the text is the entry once more.
+    // Typed again as it was, the text is the entry once more, and before editing ends.
     QTest::keyClick(combo.lineEdit(), Qt::Key_Backspace);
-    QTest::keyClick(combo.lineEdit(), Qt::Key_Return);
     QCOMPARE(combo.ListIndex(), 0);
-    QCOMPARE(clicks.size(), 1);
     QTest::keyClick(&combo, Qt::Key_Home, Qt::ControlModifier);
     combo.setTypingAllowed(false);
     QTest::keyClicks(combo.lineEdit(), QStringLiteral("c"));
