@@ -3,18 +3,20 @@
 
 #include "platform/basic/Numbers.h"
 
-void GraphZoom::fill(Extent viewport)
+void GraphZoom::restart(Extent viewport)
 {
-    size_ = viewport;
-    base_ = viewport;
+    ZoomLevel_ = 0;
+    refit(viewport);
     left_ = 0;
     top_ = 0;
 }
 
-void GraphZoom::restart(Extent viewport)
+void GraphZoom::refit(Extent viewport)
 {
-    ZoomLevel_ = 0;
-    fill(viewport);
+    base_ = viewport;
+    size_ = viewport;
+    // The halves of all levels from 1 to the present one together.
+    grow(ZoomLevel_ * (ZoomLevel_ + 1) / 2);
 }
 
 void GraphZoom::zoomIn(Extent viewport)
@@ -30,8 +32,7 @@ void GraphZoom::zoomOut(Extent viewport)
     top_ = viewport.height - size_.height;
     --ZoomLevel_;
     if (ZoomLevel_ == 0) {
-        size_ = viewport;
-        top_ = 0;
+        restart(viewport);
     }
 }
 

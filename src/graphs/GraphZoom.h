@@ -17,10 +17,10 @@ public:
         std::int32_t height = 0;
     };
 
-    /// The chart fills the viewport, and that is its base. The level stays.
-    void fill(Extent viewport);
-    /// What a draw does: level 0, and filled.
+    /// What an activation and a draw do: level 0, and the chart fills the viewport, which is its base.
     void restart(Extent viewport);
+    /// The viewport has another size: the chart is as large for it as it was for the old one. The level stays.
+    void refit(Extent viewport);
     /// Both leave the lower edge in sight.
     void zoomIn(Extent viewport);
     void zoomOut(Extent viewport);

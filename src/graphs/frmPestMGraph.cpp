@@ -43,6 +43,7 @@ frmPestMGraph::frmPestMGraph(ScreenHost &host, QWidget *parent)
     connectCriteria();
     connectChart();
     ui_->pic_0->installEventFilter(this);
+    ui_->chGraph->installEventFilter(this);
 }
 
 frmPestMGraph::~frmPestMGraph() = default;
@@ -65,7 +66,6 @@ void frmPestMGraph::setUpLists()
     // The list begins with its first entry while the chart is a flat bar chart; silent, so the chart stays.
     ui_->cbo_6->setText(ui_->cbo_6->List(0));
     for (std::size_t place = 0; place < cbo_.size(); ++place) {
-        cbo_[place]->setAccessibleName(QStringLiteral("Series %1").arg(place + 1));
         keepPlaceWhenHidden(*cbo_[place]);
         keepPlaceWhenHidden(*captions_[place]);
     }
@@ -114,7 +114,12 @@ void frmPestMGraph::connectCriteria()
 void frmPestMGraph::activateScreen()
 {
     showPeriod(host(), *ui_->dtpDateFrom, *ui_->dtpDateTo);
-    zoom_.fill(viewport());
+    if (zoom_.level() > 0) {
+        ui_->cmd_3->setEnabled(false);
+    }
+    ui_->cmd_2->setEnabled(true);
+    zoom_.restart(viewport());
+    setScrollRanges();
     placeChart();
     showScrollBars(false);
     session().CurrentPMMethodID = CountMethod;
@@ -187,6 +192,7 @@ void frmPestMGraph::offerSeries(const QString &caption)
 {
     for (std::size_t place = 0; place < cbo_.size(); ++place) {
         captions_[place]->setText(QStringLiteral("%1 %2").arg(caption, QString::number(place + 1)));
+        cbo_[place]->setAccessibleName(captions_[place]->text());
         captions_[place]->show();
         cbo_[place]->show();
     }

@@ -59,6 +59,8 @@ private:
     void zoomIn();
     void zoomOut();
     void placeChart();
+    /// After the layout gave the viewport another size.
+    void refitChart();
     void showScrollBars(bool shown);
     void setScrollRanges();
     GraphZoom::Extent viewport() const;

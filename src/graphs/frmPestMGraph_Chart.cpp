@@ -44,6 +44,9 @@ void frmPestMGraph::connectChart()
         zoom_.scrollVertically(value, ui_->VScroll->maximum(), viewport());
         placeChart();
     });
+    // Not of the chart itself, which may be far larger than what is seen of it.
+    ui_->focusEdge->setAttribute(Qt::WA_TransparentForMouseEvents);
+    ui_->focusEdge->hide();
     connect(ui_->chGraph, &chart::ChartView::PointSelected, this,
             [this](int series, int point) { guarded([this, series, point] { pointSelected(series, point); }); });
     connect(ui_->chGraph, &chart::ChartView::Click, this, [this] { chartClick(); });
@@ -51,12 +54,25 @@ void frmPestMGraph::connectChart()
 
 bool frmPestMGraph::eventFilter(QObject *watched, QEvent *event)
 {
-    // An unzoomed chart fills its viewport whenever the layout gives it another size.
-    if (watched == ui_->pic_0 && event->type() == QEvent::Resize && zoom_.level() == 0) {
-        zoom_.fill(viewport());
-        placeChart();
+    if (watched == ui_->pic_0 && event->type() == QEvent::Resize) {
+        refitChart();
+    }
+    if (watched == ui_->chGraph && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
+        ui_->focusEdge->setVisible(event->type() == QEvent::FocusIn);
     }
     return ChildScreen::eventFilter(watched, event);
+}
+
+void frmPestMGraph::refitChart()
+{
+    const int belowSight = ui_->VScroll->maximum() - ui_->VScroll->value();
+    zoom_.refit(viewport());
+    setScrollRanges();
+    ui_->VScroll->setValue(ui_->VScroll->maximum() - belowSight);
+    zoom_.scrollHorizontally(ui_->HScroll->value());
+    zoom_.scrollVertically(ui_->VScroll->value(), ui_->VScroll->maximum(), viewport());
+    placeChart();
+    ui_->focusEdge->resize(ui_->pic_0->size());
 }
 
 GraphZoom::Extent frmPestMGraph::viewport() const
@@ -162,7 +178,9 @@ void frmPestMGraph::pointSelected(int series, int point)
         chGraph.setRow(point);
     }
     const std::optional<double> value = slice ? chGraph.ChartData().columnSum(series) : chGraph.Data();
-    ui_->lblPointVal_1->setText(slice ? chGraph.ColumnLabel() : chGraph.RowLabel());
+    QLabel &name = *ui_->lblPointVal_1;
+    name.setToolTip(slice ? chGraph.ColumnLabel() : chGraph.RowLabel());
+    name.setText(name.fontMetrics().elidedText(name.toolTip(), Qt::ElideRight, name.maximumWidth()));
     ui_->lblPointVal_2->setText(basic::doubleText(value.value_or(0.0)));
     PointPicked_ = true;
     showPoint({series, point});
@@ -188,6 +206,7 @@ void frmPestMGraph::chartClick()
 {
     if (!PointPicked_) {
         ui_->lblPointVal_1->clear();
+        ui_->lblPointVal_1->setToolTip({});
         ui_->lblPointVal_2->clear();
     }
     PointPicked_ = false;

@@ -10,6 +10,7 @@ class GraphZoomTest : public QObject
 private Q_SLOTS:
     void levelsInAndOut();
     void outStraightAfterADraw();
+    void anotherViewport();
     void scrolling();
 };
 
@@ -47,6 +48,30 @@ void GraphZoomTest::outStraightAfterADraw()
     zoom.zoomIn(Viewport);
     QCOMPARE(zoom.level(), 0);
     QCOMPARE(zoom.size().width, Viewport.width);
+}
+
+void GraphZoomTest::anotherViewport()
+{
+    constexpr GraphZoom::Extent Other{9000, 9000};
+    GraphZoom zoom;
+    zoom.restart(Viewport);
+    zoom.zoomOut(Viewport);
+    zoom.refit(Other);
+    QCOMPARE(zoom.size().width, Other.width);
+    zoom.zoomIn(Other);
+    for (int level = 1; level <= 3; ++level) {
+        zoom.zoomIn(Other);
+    }
+    zoom.scrollHorizontally(50);
+    zoom.refit(Viewport);
+    QCOMPARE(zoom.size().width, 4 * Viewport.width);
+    QCOMPARE(zoom.verticalMax(), 3 * Viewport.height / 100);
+    for (int level = 2; level >= 0; --level) {
+        zoom.zoomOut(Viewport);
+    }
+    QCOMPARE(zoom.size().height, Viewport.height);
+    QCOMPARE(zoom.left(), 0);
+    QCOMPARE(zoom.horizontalMax(), 0);
 }
 
 void GraphZoomTest::scrolling()

@@ -10,6 +10,7 @@
 #include <QClipboard>
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -29,7 +30,10 @@ private Q_SLOTS:
     void leavingAPickerEmptiesTheBlock();
     void drawAsksForWhatIsMissing();
     void drawReadsOutAndTellsErrors();
+    void namesAreWholeAndSpoken();
     void zoomAndScroll();
+    void activationAndResizeWhileZoomed();
+    void focusFramesTheViewport();
     void printing();
 
 private:
@@ -176,6 +180,12 @@ void frmPestMGraphTest::drawReadsOutAndTellsErrors()
     click("cmd_0");
     QVERIFY(host_->dialogs().takeLastText().startsWith(QStringLiteral("9 - Subscript out of range")));
     QCOMPARE(chGraph().model().ChartData().columnSum(2).value(), 20.0);
+    // A name blanked and typed again is the one of the list.
+    QLineEdit &typed = *combo("cbo1").lineEdit();
+    typed.selectAll();
+    QTest::keyClick(&typed, Qt::Key_Delete);
+    QTest::keyClicks(&typed, QStringLiteral("Pest 2"));
+    QCOMPARE(combo("cbo1").ItemData(combo("cbo1").ListIndex()), 2);
     // A name that is typed and in no list has no key.
     combo("cbo1").setText(QStringLiteral("Anything"));
     host_->dialogs().expectMessage();
@@ -208,6 +218,67 @@ void frmPestMGraphTest::zoomAndScroll()
     click("cmd_3");
     click("cmd_2");
     QCOMPARE(chGraph().size(), unzoomed);
+}
+
+void frmPestMGraphTest::activationAndResizeWhileZoomed()
+{
+    const auto fills = [this] { return chGraph().geometry() == find<QWidget>("pic_0").rect(); };
+    combo("cmbBCount").setListIndex(0);
+    click("cmd_0");
+    for (int press = 0; press < 5; ++press) {
+        click("cmd_2");
+    }
+    screen_->activateScreen();
+    QVERIFY(fills() && find<QScrollBar>("VScroll").isHidden());
+    QVERIFY(find<QPushButton>("cmd_2").isEnabled() && !find<QPushButton>("cmd_3").isEnabled());
+    click("cmd_2");
+    click("cmd_2");
+    screen_->resize(screen_->size() + QSize(200, 150));
+    QTRY_VERIFY(find<QWidget>("pic_0").height() * 5 / 2 - chGraph().height() <= 1);
+    QVERIFY(qAbs(chGraph().geometry().bottom() - find<QWidget>("pic_0").rect().bottom()) <= 7);
+    click("cmd_3");
+    click("cmd_3");
+    QVERIFY(fills());
+    QCOMPARE(find<QScrollBar>("HScroll").maximum(), 0);
+    combo("cmbBCount").setListIndex(0);
+    click("cmd_0");
+    click("cmd_3");
+    screen_->resize(screen_->size() - QSize(100, 50));
+    QTRY_VERIFY(fills());
+}
+
+void frmPestMGraphTest::focusFramesTheViewport()
+{
+    auto &edge = find<QWidget>("focusEdge");
+    QVERIFY(!edge.isVisible());
+    chGraph().setFocus();
+    QVERIFY(edge.isVisible());
+    QCOMPARE(edge.geometry(), find<QWidget>("pic_0").rect());
+    find<QPushButton>("cmd_0").setFocus();
+    QVERIFY(!edge.isVisible());
+}
+
+void frmPestMGraphTest::namesAreWholeAndSpoken()
+{
+    combo("cmbBCount").setListIndex(0);
+    QCOMPARE(combo("cbo1").accessibleName(), QStringLiteral("Pest 2"));
+    const QString name(60, u'n');
+    combo("cbo0").setItemText(0, QStringLiteral("False codling moth"));
+    combo("cbo0").setListIndex(0);
+    combo("cbo1").setItemText(1, name);
+    combo("cbo1").setListIndex(1);
+    combo("cbo_6").setListIndex(10);
+    click("cmd_0");
+    const auto &label = find<QLabel>("lblPointVal_1");
+    QTest::mouseClick(&chGraph(), Qt::LeftButton, {}, chGraph().positionOf({1, 1}).value());
+    QCOMPARE(label.text(), QStringLiteral("False codling moth"));
+    QTRY_VERIFY(label.width() >= label.sizeHint().width());
+    QTest::mouseClick(&chGraph(), Qt::LeftButton, {}, chGraph().positionOf({2, 1}).value());
+    QVERIFY(label.text().endsWith(u'\u2026'));
+    QCOMPARE(label.toolTip(), name);
+    click("opt_1");
+    combo("cmbBCount").setListIndex(0);
+    QCOMPARE(combo("cbo1").accessibleName(), QStringLiteral("Block 2"));
 }
 
 void frmPestMGraphTest::printing()

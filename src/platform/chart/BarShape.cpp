@@ -13,6 +13,8 @@ namespace
 /// Part of a row's width that its bars fill.
 constexpr double Filled = 0.8;
 constexpr double Broadest = 56.0;
+/// Below this the lines of a hatch would only make a bar look dotted.
+constexpr double NarrowestHatched = 8.0;
 
 /// Whole pixels where there is room for them, so that equal bars look equal.
 double barWidth(double rowWidth, std::size_t bars)
@@ -66,6 +68,11 @@ void BarShape::paint(QPainter &painter, const QRectF &exposed) const
     paintMarkers(painter, exposed);
 }
 
+Hatch BarShape::hatchOf(const Mark &mark) const
+{
+    return mark.body.width() < NarrowestHatched ? Hatch::None : look(mark.place.series).hatch;
+}
+
 void BarShape::paintFlat(QPainter &painter, const QRectF &exposed) const
 {
     for (const int column : series()) {
@@ -74,7 +81,7 @@ void BarShape::paintFlat(QPainter &painter, const QRectF &exposed) const
         for (const Mark &mark : marks()) {
             if (mark.place.series == column && mark.body.intersects(exposed)) {
                 faces.push_back(mark.body);
-                addHatch(hatch, look(column).hatch, mark.body);
+                addHatch(hatch, hatchOf(mark), mark.body);
             }
         }
         painter.setPen(Qt::NoPen);
@@ -101,7 +108,7 @@ void BarShape::paintSolid(QPainter &painter, const QRectF &exposed) const
         painter.setBrush(each.fill);
         painter.drawRect(mark.body);
         std::vector<QLineF> hatch;
-        addHatch(hatch, each.hatch, mark.body);
+        addHatch(hatch, hatchOf(mark), mark.body);
         drawHatch(painter, each, hatch);
     }
 }

@@ -16,6 +16,7 @@ public:
     void paint(QPainter &painter, const QRectF &exposed) const override;
 
 private:
+    Hatch hatchOf(const Mark &mark) const;
     void paintFlat(QPainter &painter, const QRectF &exposed) const;
     void paintSolid(QPainter &painter, const QRectF &exposed) const;
 

@@ -37,6 +37,35 @@ QFont bold(QFont font)
     return font;
 }
 
+/// The places that markers fill, in their order from the left, so that few of them are looked at for each label.
+class MarkerRooms
+{
+public:
+    void add(const QPointF &anchor, const SeriesLook &look)
+    {
+        if (look.marker != MarkerStyle::None) {
+            const double half = look.markerSize / 2.0;
+            rooms_.emplace_back(anchor.x() - half, anchor.y() - half, look.markerSize, look.markerSize);
+            broadest_ = std::max(broadest_, look.markerSize);
+        }
+    }
+    void sort()
+    {
+        std::sort(rooms_.begin(), rooms_.end(), [](const QRectF &one, const QRectF &two) { return one.left() < two.left(); });
+    }
+    bool anyIn(const QRectF &room) const
+    {
+        const auto isLeftOf = [](const QRectF &marker, double x) { return marker.left() < x; };
+        const auto first = std::lower_bound(rooms_.begin(), rooms_.end(), room.left() - broadest_, isLeftOf);
+        const auto last = std::lower_bound(first, rooms_.end(), room.right(), isLeftOf);
+        return std::any_of(first, last, [&room](const QRectF &marker) { return marker.intersects(room); });
+    }
+
+private:
+    std::vector<QRectF> rooms_;
+    double broadest_ = 0.0;
+};
+
 } // namespace
 
 Plot::Plot(const Chart &chart, const Theme &theme, const QFont &font, const QSize &size)
@@ -227,27 +256,37 @@ void Plot::arrangeShapes()
 void Plot::placeValueLabels()
 {
     valueLabels_.clear();
-    std::vector<const Mark *> wanted;
+    struct Wanted {
+        const Mark *mark;
+        const SeriesLook *look;
+    };
+    std::vector<Wanted> wanted;
+    MarkerRooms markers;
     for (const auto &shape : shapes_) {
         for (const Mark &mark : shape->marks()) {
-            const bool slice = shapeKindOf(chart_.series(mark.place.series).SeriesType) == ShapeKind::Pie;
-            if (!slice && shape->look(mark.place.series).showLabels) {
-                wanted.push_back(&mark);
+            const SeriesLook &look = shape->look(mark.place.series);
+            if (shapeKindOf(chart_.series(mark.place.series).SeriesType) == ShapeKind::Pie) {
+                continue;
+            }
+            markers.add(mark.anchor, look);
+            if (look.showLabels) {
+                wanted.push_back({&mark, &look});
             }
         }
     }
-    std::stable_sort(wanted.begin(), wanted.end(), [](const Mark *one, const Mark *two) { return one->value > two->value; });
+    markers.sort();
+    std::stable_sort(wanted.begin(), wanted.end(),
+                     [](const Wanted &one, const Wanted &two) { return one.mark->value > two.mark->value; });
     const QFontMetricsF metrics(tickFont_);
-    for (const Mark *mark : wanted) {
+    for (const auto &[mark, look] : wanted) {
         const QString text = valueText(mark->value);
         const double width = metrics.horizontalAdvance(text) + 2.0;
         const double height = metrics.ascent() + 1.0;
-        const SeriesLook look = lookOf(chart_, mark->place.series, theme_);
-        const double lift = look.marker == MarkerStyle::None ? 3.0 : look.markerSize / 2.0 + 2.0;
+        const double lift = look->marker == MarkerStyle::None ? 3.0 : look->markerSize / 2.0 + 2.0;
         const QRectF room(mark->anchor.x() - width / 2.0, mark->anchor.y() - lift - height, width, height);
         const bool covered = std::any_of(valueLabels_.begin(), valueLabels_.end(),
                                          [&room](const ValueLabel &other) { return other.room.intersects(room); });
-        if (!covered) {
+        if (!covered && !markers.anyIn(room)) {
             valueLabels_.push_back({mark->place, room, text});
         }
     }

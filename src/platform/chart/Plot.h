@@ -53,7 +53,7 @@ public:
         QRectF room;
         QString text;
     };
-    /// The values beside the points as far as none covers another; high ones go first.
+    /// The values beside the points as far as none covers another or a marker; high ones go first.
     const std::vector<ValueLabel> &valueLabels() const { return valueLabels_; }
 
 private:

@@ -37,8 +37,9 @@ ItemCombo::ItemCombo(QWidget *parent) : QComboBox(parent)
         chosen_ = index;
         Q_EMIT Click();
     });
-    connect(lineEdit(), &QLineEdit::textEdited, this, [this] {
-        chosen_ = -1;
+    // Once editing ends, QComboBox raises activated for an equal entry, but not for the one that it had before.
+    connect(lineEdit(), &QLineEdit::textEdited, this, [this](const QString &text) {
+        chosen_ = indexOf(text);
         Q_EMIT Change();
     });
 }
@@ -90,10 +91,15 @@ qint32 ItemCombo::ItemData(int index) const
     return itemData(index).toInt();
 }
 
+int ItemCombo::indexOf(const QString &text) const
+{
+    return findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
+}
+
 void ItemCombo::setText(const QString &text)
 {
     const QSignalBlocker silent(this);
-    chosen_ = findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    chosen_ = indexOf(text);
     setCurrentIndex(chosen_);
     setEditText(text);
 }

@@ -32,9 +32,10 @@ public:
     void setTypingAllowed(bool allowed);
 
 Q_SIGNALS:
-    /// The user chose an entry, also the one that was chosen already; or setListIndex was called.
+    /// The user chose an entry, also the one that was chosen already, or ended editing with the text of another one; or
+    /// setListIndex was called.
     void Click();
-    /// The user typed in the box.
+    /// The user typed in the box; the index follows the first equal entry here too.
     void Change();
 
 protected:
@@ -42,6 +43,8 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
 
 private:
+    int indexOf(const QString &text) const;
+
     /// The chosen entry; QComboBox's own index clings to an entry while another text is typed.
     int chosen_ = -1;
 };

@@ -24,6 +24,7 @@ private Q_SLOTS:
     void pictureOfEachKind();
     void aPartIsPaintedLikeTheWhole_data() { addTypes(); }
     void aPartIsPaintedLikeTheWhole();
+    void narrowBarsAreNotHatched();
     void everyMarkerAndLineIsSeen();
     void paperKeepsSizeAndColours();
     void aPointIsSelectedBeforeTheClick();
@@ -100,6 +101,25 @@ void ChartViewTest::aPartIsPaintedLikeTheWhole()
                 std::abs(one.red() - other.red()) + std::abs(one.green() - other.green()) + std::abs(one.blue() - other.blue());
             QVERIFY2(difference <= 24, qPrintable(QStringLiteral("%1, %2").arg(x).arg(y)));
         }
+    }
+}
+
+void ChartViewTest::narrowBarsAreNotHatched()
+{
+    for (const auto &[rows, hatched] : {std::pair(53, false), std::pair(3, true)}) {
+        ChartView view;
+        view.resize(900, 450);
+        const Column high(static_cast<std::size_t>(rows), 20);
+        fillChart(view.model(), ChartType::Bar2d, {high, high, high, high, high});
+        bool even = true;
+        const QImage picture = view.picture(view.size()).toImage();
+        for (int series = 1; series <= 5; ++series) {
+            const QPoint top = view.positionOf({series, 3}).value();
+            for (int y = 2; y < 18; ++y) {
+                even = even && picture.pixelColor(top.x(), top.y() + y) == picture.pixelColor(top.x(), top.y() + 2);
+            }
+        }
+        QCOMPARE(even, !hatched);
     }
 }
 

@@ -135,6 +135,7 @@ void PlotTest::valueLabelsNeverCover()
     fillChart(model, type, {wave(365, 1), wave(365, 2), wave(365, 3), wave(365, 4), wave(365, 5)});
     for (int column = 1; column <= 5; ++column) {
         model.series(column).DataPointLabel.LocationType = LabelLocation::AbovePoint;
+        model.series(column).SeriesMarker.Show = true;
     }
     const Plot plot = plotOf(model);
     const auto &labels = plot.valueLabels();
@@ -143,6 +144,11 @@ void PlotTest::valueLabelsNeverCover()
         QVERIFY(labels[one].room.top() >= plot.legendRectangle().bottom());
         for (std::size_t two = one + 1; two < labels.size(); ++two) {
             QVERIFY(!labels[one].room.intersects(labels[two].room));
+        }
+        for (int column = 1; column <= 5; ++column) {
+            for (const PointPlace &place : plot.pointsOf(column)) {
+                QVERIFY(!labels[one].room.contains(plot.markOf(place)->anchor));
+            }
         }
     }
     // The highest is never the one left out.

@@ -22,6 +22,7 @@ private Q_SLOTS:
     void tickOnlyWithoutText();
     void equalNeighboursAreOneCell();
     void cellsMeetAtFractionalScales();
+    void focusIsABroadEdge();
     void longListIsPaintedByWhatShows();
 
 private:
@@ -154,6 +155,26 @@ void FlexGridPictureTest::cellsMeetAtFractionalScales()
                 : 0;
         }
         QCOMPARE(strangers, 0);
+    }
+}
+
+void FlexGridPictureTest::focusIsABroadEdge()
+{
+    for (const bool dark : {false, true}) {
+        controls::Look::apply(*qApp, dark);
+        FlexGrid grid;
+        grid.show();
+        QVERIFY(QTest::qWaitForWindowActive(&grid));
+        grid.clearFocus();
+        const QImage without = picture(grid);
+        const QRect viewport = grid.viewport()->geometry();
+        grid.setFocus();
+        const QImage focused = picture(grid);
+        QCOMPARE(grid.viewport()->geometry(), viewport);
+        for (const int x : {0, 1, 398, 399}) {
+            QCOMPARE(focused.pixelColor(x, 100), controls::Look::colours().accent);
+            QVERIFY(without.pixelColor(x, 100) != controls::Look::colours().accent);
+        }
     }
 }
 
