@@ -11,12 +11,11 @@ struct PestType {
     const char *kind;
 };
 
-constexpr std::array<PestType, 5> PestTypes{{
+constexpr std::array<PestType, 4> PestTypes{{
     {"Diseases", "D"},
     {"Pests", "P"},
     {"Weeds", "W"},
     {"Other", "O"},
-    {"<All>", ""},
 }};
 
 } // namespace

@@ -142,8 +142,9 @@ void CaptureFace::save()
         });
         saved += QStringLiteral(", repeated instruction issued");
     }
-    values.RepeatDone = true;
+    // A successor that could not be issued is issued by the next save.
     if (repeated) {
+        values.RepeatDone = true;
         host().showStatus(saved);
     }
 }

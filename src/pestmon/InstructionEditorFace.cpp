@@ -108,6 +108,7 @@ void InstructionEditorFace::load()
     for (const QString &caption : pestTypeCaptions()) {
         ui_.cmbTPest->AddItem(caption);
     }
+    ui_.cmbTPest->AddItem(QLatin1String(AllTypes));
     ui_.cmbPMethod->Clear();
     for (dao::Recordset rows = objPestMON().Get_PestMethod(); !rows.Eof(); rows.MoveNext()) {
         ui_.cmbPMethod->AddItem(rows.text("PMMethod"), rows.longValue("PMMethodID"));

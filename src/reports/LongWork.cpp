@@ -50,16 +50,12 @@ public:
 
 } // namespace
 
-LongWork::LongWork() : inputGate_(std::make_unique<InputGate>())
-{
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-}
+LongWork::LongWork() : inputGate_(std::make_unique<InputGate>()) {}
 
 LongWork::~LongWork()
 {
     // What was typed and clicked since is still under way to the window; here it meets the gate.
     QCoreApplication::processEvents();
-    QGuiApplication::restoreOverrideCursor();
 }
 
 void LongWork::letRepaint()

@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/controls/BusyPointer.h"
+
 #include <QString>
 
 #include <cstdint>
 #include <memory>
 
-class ScreenHost;
-
 class QObject;
+class ScreenHost;
 
 /// Long work of a screen, from its making to its end: the pointer is busy, and the window repaints as often as it is let. Keys,
 /// clicks and a try to close the window come to nothing meanwhile, so that none reaches the screen after the work, where it was
@@ -24,6 +25,7 @@ public:
     static void letRepaint();
 
 private:
+    const controls::BusyPointer busy_;
     std::unique_ptr<QObject> inputGate_;
 };
 

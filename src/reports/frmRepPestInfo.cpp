@@ -10,6 +10,8 @@
 #include "store/clsPestMONNew.h"
 #include "ui_frmRepPestInfo.h"
 
+#include <QShortcut>
+
 namespace
 {
 
@@ -99,6 +101,12 @@ void frmRepPestInfo::connectButtons()
     list(ui_->grdPestIn, pests_, ui_->cmdSAllP, ui_->cmdDSAllP);
     list(ui_->grdBlockIn, blocks_, ui_->cmdSAll, ui_->cmdDSAll);
     connect(ui_->cmbTPest, &controls::ItemCombo::Click, this, [this] { guarded([this] { pestTypeClick(); }); });
+    // The list has no entry for all types.
+    for (const int key : {Qt::Key_Delete, Qt::Key_Backspace}) {
+        connect(new QShortcut(QKeySequence(key), ui_->cmbTPest, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
+                this, [this] { ui_->cmbTPest->setListIndex(-1); });
+    }
+    ui_->cmbTPest->setToolTip(tr("Delete lists the pests of all types again"));
     connect(ui_->dtpDateFrom, &controls::DatePicker::Change, this, [this] { guarded([this] { keepPeriodStart(); }); });
     connect(ui_->cmdExcel, &QPushButton::clicked, this, [this] { guarded([this] { print(RecordsNesting::ByPest); }); });
     connect(ui_->cmdPALL, &QPushButton::clicked, this, [this] { guarded([this] { print(RecordsNesting::ByBlock); }); });

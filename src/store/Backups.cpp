@@ -2,8 +2,10 @@
 #include "store/Backups.h"
 
 #include "platform/basic/Clock.h"
+#include "platform/basic/DiskSync.h"
 #include "store/Schema.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -53,13 +55,18 @@ void moveOver(const QString &from, const QString &to)
     std::filesystem::rename(native(from), native(to), error);
     if (error)
         fail(QStringLiteral("%1 could not be written: %2.").arg(to, QString::fromStdString(error.message())));
+    basic::syncToDisk(QFileInfo(to).absolutePath());
 }
 
-/// The name of a file on its way to `target`; whatever is left under it goes with the object.
+/// The name of a file on its way to `target`, of this process alone; whatever is left under it goes with the object.
 class FileBeside
 {
 public:
-    explicit FileBeside(const QString &target) : path_(target + QStringLiteral(".new")) { QFile::remove(path_); }
+    explicit FileBeside(const QString &target)
+        : path_(QStringLiteral("%1.%2.new").arg(target).arg(QCoreApplication::applicationPid()))
+    {
+        QFile::remove(path_);
+    }
     ~FileBeside() { QFile::remove(path_); }
     FileBeside(const FileBeside &) = delete;
     FileBeside &operator=(const FileBeside &) = delete;
@@ -73,6 +80,17 @@ void makeFolder(const QString &folder)
 {
     if (!QDir().mkpath(folder))
         fail(QStringLiteral("The folder %1 could not be made.").arg(folder));
+}
+
+/// Halves of copies that a killed program left; one of today may still be in the making.
+void removeLeftovers(const QString &databasesFolder)
+{
+    const QDir folder(backupFolder(databasesFolder));
+    const QDateTime yesterday = QDateTime::currentDateTime().addDays(-1);
+    for (const QFileInfo &half : folder.entryInfoList({QStringLiteral("*.new"), QStringLiteral("*.part")}, QDir::Files)) {
+        if (half.lastModified() < yesterday)
+            QFile::remove(half.filePath());
+    }
 }
 
 void removeOldest(const QString &databasesFolder)
@@ -90,6 +108,7 @@ void copyOver(const dao::Database &database, const QString &databasesFolder)
     database.backupTo(beside.path());
     moveOver(beside.path(), target);
     removeOldest(databasesFolder);
+    removeLeftovers(databasesFolder);
 }
 
 /// Brings a file whose last program was killed to rest, so that no rollback journal belongs to it any more. A file that cannot
@@ -125,6 +144,9 @@ QString putAside(const QString &databasesFolder)
     QString place = placeForReplaced(databasesFolder);
     if (!QFile::copy(current, place))
         fail(QStringLiteral("The present %1 could not be kept as %2; nothing was restored.").arg(current, place));
+    // A power cut must find one of the two, and the folder's names with them.
+    basic::syncToDisk(place);
+    basic::syncToDisk(backupFolder(databasesFolder));
     // A journal left beside the restored file would be played into the wrong file.
     const QString journal = QStringLiteral("-journal");
     if (QFileInfo::exists(current + journal))

@@ -28,6 +28,7 @@ private Q_SLOTS:
     void keysOpenTheBox();
     void completionIssuesOneSuccessor();
     void uncompletedSaveStillRepeats();
+    void failedRepeatIsIssuedByTheNextSave();
     void completedRowOpensForCapture();
     void completionDateStaysWhenReopened();
 };
@@ -345,6 +346,23 @@ void CaptureFaceTest::uncompletedSaveStillRepeats()
     capture(single, QStringLiteral("Blok A"));
     click("cmdSaveTrans");
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 3);
+}
+
+void CaptureFaceTest::failedRepeatIsIssuedByTheNextSave()
+{
+    const int key = issue(QStringLiteral("Count"), {1}, {1});
+    capture(key, QStringLiteral("Blok A"));
+    const QString file = farm_->session.PestDBFile;
+    QVERIFY(changeFile(file, "CREATE UNIQUE INDEX refused ON tblPMTrans (PMTransDate)"));
+    click("cmdSaveTrans");
+    QVERIFY(host_->failure.startsWith(QStringLiteral("The repeated instruction could not be issued")));
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 1);
+    QVERIFY(changeFile(file, "DROP INDEX refused"));
+    for (int save = 0; save < 2; ++save) {
+        click("cmdSaveTrans");
+        QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 2);
+    }
+    QCOMPARE(farm_->session.CurrentPMTransID, key);
 }
 
 void CaptureFaceTest::completedRowOpensForCapture()

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/basic/DiskSync.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/Engine.h"
 
@@ -7,11 +8,6 @@
 #include <QTemporaryFile>
 
 #include <sqlite3.h>
-
-#ifdef Q_OS_UNIX
-#include <fcntl.h>
-#include <unistd.h>
-#endif
 
 #include <algorithm>
 
@@ -38,18 +34,6 @@ void copyPages(const Connection &from, const Connection &to)
     if (finished != SQLITE_OK) {
         to.fail(finished);
     }
-}
-
-/// Makes a rename durable, where a folder can be asked for that.
-void syncFolder([[maybe_unused]] const QString &folder)
-{
-#ifdef Q_OS_UNIX
-    const int handle = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY);
-    if (handle >= 0) {
-        ::fsync(handle);
-        ::close(handle);
-    }
-#endif
 }
 
 [[noreturn]] void failBackup(const QString &path, const QString &reason)
@@ -132,7 +116,7 @@ void Database::backupTo(const QString &path) const
     }
     target.setAutoRemove(false);
     QFile::setPermissions(path, QFile::permissions(Name()));
-    syncFolder(QFileInfo(path).absolutePath());
+    basic::syncToDisk(QFileInfo(path).absolutePath());
 }
 
 QStringList Database::checkIntegrity(const std::function<void(int percent)> &progress) const
