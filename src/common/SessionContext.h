@@ -24,10 +24,10 @@ struct SessionContext {
 
     std::int32_t CurrentFarmID = 0;
     QString CurrentFarm;
-    /// Kept and written like the farm pair; nothing reads them.
+    /// Kept like the farm pair; nothing reads them.
     std::int32_t CurrentYearID = 0;
     QString CurrentYear;
-    /// Start of the last period as text yyyy/MM/dd, kept in FindSDate.txt.
+    /// Start of the last period as text yyyy/MM/dd, or 01/01/yyyy before one was chosen; kept in FindSDate.txt.
     QString CurrentSDate;
     /// False until the start has ended, then true for good: a closing screen brings the menu back.
     bool MenuRestore = false;

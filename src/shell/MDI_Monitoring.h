@@ -44,7 +44,7 @@ public:
     QString statusText() const;
     /// Takes finished workbooks in place of the desktop; must outlive the window.
     void setLauncher(excel::Launcher &launcher) { launcher_ = &launcher; }
-    /// Brings the menu's farm copy up to date; part of the load.
+    /// Brings the pest database's copy of the plantings up to date; part of the load.
     void Update_TempBlock();
 
     SessionContext &session() override { return session_; }

@@ -20,7 +20,7 @@ public:
     void Clear();
     int ListCount() const { return count(); }
     int ListIndex() const;
-    /// Raises Click, also for -1 and for the index it already had. -1 empties the text. Error 9 (381 in its class) out of range.
+    /// Raises Click, also for -1 and for the index it already had. -1 empties the text. Error 9 out of range.
     void setListIndex(int index);
     /// Key of an entry; error 9 for an index that is not in the list.
     qint32 ItemData(int index) const;
