@@ -46,6 +46,7 @@ void frmPestMGraph::connectChart()
     });
     // Not of the chart itself, which may be far larger than what is seen of it.
     ui_->focusEdge->setAttribute(Qt::WA_TransparentForMouseEvents);
+    ui_->focusEdge->raise();
     ui_->focusEdge->hide();
     connect(ui_->chGraph, &chart::ChartView::PointSelected, this,
             [this](int series, int point) { guarded([this, series, point] { pointSelected(series, point); }); });
@@ -72,7 +73,7 @@ void frmPestMGraph::refitChart()
     zoom_.scrollHorizontally(ui_->HScroll->value());
     zoom_.scrollVertically(ui_->VScroll->value(), ui_->VScroll->maximum(), viewport());
     placeChart();
-    ui_->focusEdge->resize(ui_->pic_0->size());
+    ui_->focusEdge->resize(ui_->fmeGraph->size());
 }
 
 GraphZoom::Extent frmPestMGraph::viewport() const

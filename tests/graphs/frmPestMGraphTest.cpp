@@ -33,7 +33,7 @@ private Q_SLOTS:
     void namesAreWholeAndSpoken();
     void zoomAndScroll();
     void activationAndResizeWhileZoomed();
-    void focusFramesTheViewport();
+    void focusFramesTheGraph();
     void printing();
 
 private:
@@ -247,13 +247,13 @@ void frmPestMGraphTest::activationAndResizeWhileZoomed()
     QTRY_VERIFY(fills());
 }
 
-void frmPestMGraphTest::focusFramesTheViewport()
+void frmPestMGraphTest::focusFramesTheGraph()
 {
     auto &edge = find<QWidget>("focusEdge");
     QVERIFY(!edge.isVisible());
     chGraph().setFocus();
     QVERIFY(edge.isVisible());
-    QCOMPARE(edge.geometry(), find<QWidget>("pic_0").rect());
+    QCOMPARE(edge.geometry(), find<QWidget>("fmeGraph").rect());
     find<QPushButton>("cmd_0").setFocus();
     QVERIFY(!edge.isVisible());
 }
