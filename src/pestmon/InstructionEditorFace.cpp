@@ -9,7 +9,6 @@
 #include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/Dialogs.h"
-#include "platform/controls/RedrawPause.h"
 #include "reports/FieldSheetRun.h"
 #include "reports/LongWork.h"
 #include "shell/ListFillers.h"
@@ -18,9 +17,7 @@
 namespace
 {
 
-constexpr int BlockNameColumn = 2;
 constexpr int BlockPointsColumn = 3;
-constexpr int PestNameColumn = 2;
 /// Monitoring points of a block that states none.
 constexpr std::int16_t DefaultPoints = 5;
 /// Columns B to P of a field sheet.
@@ -60,30 +57,38 @@ private:
 
 std::vector<PickGrid::Column> blockColumns()
 {
-    return {{QStringLiteral("BlockID"), 0},
-            {QStringLiteral("BlockpID"), 0},
-            {QStringLiteral("Block"), 1500},
-            {QStringLiteral("Points"), 600},
+    return {{QStringLiteral("BlockID"), 0, "BlockID"},
+            {QStringLiteral("BlockpID"), 0, "BlockID"},
+            {QStringLiteral("Block"), 1500, "Block"},
+            {QStringLiteral("Points"), 600, "NoofMPoints"},
             {QStringLiteral("Select"), 600}};
-}
-
-std::vector<PickGrid::Column> pestColumns()
-{
-    return {{QString(), 0}, {QStringLiteral("CTargetID"), 0}, {QStringLiteral("Target"), 2500}, {QStringLiteral("Select"), 600}};
 }
 
 } // namespace
 
+/// How the store keeps the choice of blocks, or of pests.
+struct InstructionEditorFace::Choice {
+    using Key = clsPestMONNew::Key;
+    using Status = clsPestMONNew::Status;
+    dao::Recordset (clsPestMONNew::*find)(Key key);
+    Status (clsPestMONNew::*drop)(Key key);
+    Status (clsPestMONNew::*dropFromInstruction)(Key instruction, Key key);
+    /// What the status line says of a row of an earlier choice that could not be dropped.
+    const char *notDropped;
+};
+
+const InstructionEditorFace::Choice InstructionEditorFace::BlockChoice{
+    &clsPestMONNew::New_Fill_Blocks_For_Instruction, &clsPestMONNew::New_Delete_Block_for_Instruction,
+    &clsPestMONNew::New_Delete_Block_for_Transaction, "A block left from an earlier choice could not be dropped"};
+const InstructionEditorFace::Choice InstructionEditorFace::PestChoice{
+    &clsPestMONNew::New_Fill_Pests_For_Instruction, &clsPestMONNew::New_Delete_Pest_for_Instruction,
+    &clsPestMONNew::New_Delete_Pest_for_Transaction, "A pest left from an earlier choice could not be dropped"};
+
 InstructionEditorFace::InstructionEditorFace(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui)
-    : PestMonFace(screen, host, ui), blocks_(*ui.grdBlockIn, blockColumns()), pests_(*ui.grdPestIn, pestColumns())
+    : PestMonFace(screen, host, ui), blocks_(*ui.grdBlockIn, blockColumns()), pests_(*ui.grdPestIn, pestPickColumns())
 {
     ui_.cmbPMethod->setTypingAllowed(false);
     ui_.cmbTPest->setTypingAllowed(false);
-    ui_.grdBlockIn->setStretchColumns({BlockNameColumn});
-    ui_.grdPestIn->setStretchColumns({PestNameColumn});
-    for (controls::FlexGrid *grid : {ui_.grdBlockIn, ui_.grdPestIn}) {
-        grid->setKeyClicks(controls::FlexGrid::KeyClick::SpaceAndF2);
-    }
     on(ui_.grdBlockIn, &controls::FlexGrid::Click, [this](int row, int) { blockClick(row); });
     on(ui_.grdPestIn, &controls::FlexGrid::Click, [this](int row, int) { pestClick(row); });
     on(ui_.cmbTPest, &controls::ItemCombo::Click, [this] { pestTypeClick(); });
@@ -228,45 +233,26 @@ void InstructionEditorFace::showAllPestTypes()
 void InstructionEditorFace::Fill_BlockIn()
 {
     objPestMON().RecordTotal = 0;
-    dao::Recordset rows = objPestMON().XGet_PestBlocks_for_Farms(session().CurrentFarmID);
-    controls::FlexGrid &grid = *ui_.grdBlockIn;
-    const controls::RedrawPause pause(grid);
-    blocks_.layOut(rows.RecordCount());
-    for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
-        const std::int32_t block = rows.longValue("BlockID");
-        grid.setTextMatrix(row, 0, QString::number(block));
-        grid.setTextMatrix(row, 1, QString::number(block));
-        grid.setTextMatrix(row, BlockNameColumn, rows.text("Block"));
-        grid.setTextMatrix(row, BlockPointsColumn, rows.text("NoofMPoints"));
-        if (objPestMON().New_Fill_Blocks_For_Instruction(block).Eof()) {
-            continue;
-        }
-        if (session().CurrentPMTransID != 0) {
-            blocks_.setMarked(row, true);
-        } else if (objPestMON().New_Delete_Block_for_Instruction(block) == clsPestMONNew::Failed) {
-            showStoreFailure(QStringLiteral("A block left from an earlier choice could not be dropped"));
-        }
-    }
+    blocks_.fill(objPestMON().XGet_PestBlocks_for_Farms(session().CurrentFarmID),
+                 [this](int row) { showChoice(blocks_, row, BlockChoice); });
 }
 
 void InstructionEditorFace::Fill_PestIn()
 {
-    dao::Recordset rows = objPestMON().Get_Pests_for_ALL_FruitTypes(session().PestTypeFilter);
-    controls::FlexGrid &grid = *ui_.grdPestIn;
-    const controls::RedrawPause pause(grid);
-    pests_.layOut(rows.RecordCount());
-    for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
-        const std::int32_t pest = rows.longValue("CCTargetID");
-        grid.setTextMatrix(row, 1, QString::number(pest));
-        grid.setTextMatrix(row, PestNameColumn, rows.text("Target"));
-        if (objPestMON().New_Fill_Pests_For_Instruction(pest).Eof()) {
-            continue;
-        }
-        if (session().CurrentPMTransID != 0) {
-            pests_.setMarked(row, true);
-        } else if (objPestMON().New_Delete_Pest_for_Instruction(pest) == clsPestMONNew::Failed) {
-            showStoreFailure(QStringLiteral("A pest left from an earlier choice could not be dropped"));
-        }
+    pests_.fill(objPestMON().Get_Pests_for_ALL_FruitTypes(session().PestTypeFilter),
+                [this](int row) { showChoice(pests_, row, PestChoice); });
+}
+
+void InstructionEditorFace::showChoice(PickGrid &list, int row, const Choice &choice)
+{
+    const std::int32_t key = list.key(row);
+    if ((objPestMON().*choice.find)(key).Eof()) {
+        return;
+    }
+    if (session().CurrentPMTransID != 0) {
+        list.setMarked(row, true);
+    } else if ((objPestMON().*choice.drop)(key) == clsPestMONNew::Failed) {
+        showStoreFailure(QLatin1String(choice.notDropped));
     }
 }
 
@@ -276,18 +262,27 @@ void InstructionEditorFace::pestTypeClick()
     Fill_PestIn();
 }
 
-void InstructionEditorFace::toggle(PickGrid &grid, int row, const QString &what, const std::function<int(bool choose)> &write)
+void InstructionEditorFace::toggle(PickGrid &list, int row, const Choice &choice, const std::function<int()> &add)
 {
-    silently(QStringLiteral("%1 could not be changed").arg(what), [&] {
-        const bool choose = !grid.isMarked(row);
-        if (write(choose) == clsPestMONNew::Failed) {
-            showStoreFailure(QStringLiteral("%1 could not be changed").arg(what));
+    const QString failure = QStringLiteral("%1 could not be changed").arg(list.name(row));
+    silently(failure, [&] {
+        const bool choose = !list.isMarked(row);
+        if ((choose ? add() : drop(list.key(row), choice)) == clsPestMONNew::Failed) {
+            showStoreFailure(failure);
             return;
         }
-        grid.setMarked(row, choose);
+        list.setMarked(row, choose);
         setSaved(false);
         showCounts();
     });
+}
+
+int InstructionEditorFace::drop(std::int32_t key, const Choice &choice)
+{
+    const int status = (objPestMON().*choice.drop)(key);
+    return status == clsPestMONNew::Done && session().CurrentPMTransID > 0
+        ? (objPestMON().*choice.dropFromInstruction)(session().CurrentPMTransID, key)
+        : status;
 }
 
 void InstructionEditorFace::blockClick(int row)
@@ -296,22 +291,14 @@ void InstructionEditorFace::blockClick(int row)
         return;
     }
     SessionContext &values = session();
-    const controls::FlexGrid &grid = *ui_.grdBlockIn;
     values.CurrentBlockID = blocks_.key(row);
-    values.CurrentNoofMpoints = basic::toInteger16(basic::Val(grid.TextMatrix(row, BlockPointsColumn)));
+    values.CurrentNoofMpoints = basic::toInteger16(basic::Val(ui_.grdBlockIn->TextMatrix(row, BlockPointsColumn)));
     if (values.CurrentNoofMpoints == 0) {
         values.CurrentNoofMpoints = DefaultPoints;
     }
-    values.CurrentBlockName = grid.TextMatrix(row, BlockNameColumn);
-    toggle(blocks_, row, values.CurrentBlockName, [&](bool choose) {
-        if (choose) {
-            return objPestMON().New_Add_Block_for_Instruction(values.CurrentBlockID, values.CurrentNoofMpoints);
-        }
-        const int status = objPestMON().New_Delete_Block_for_Instruction(values.CurrentBlockID);
-        return status == clsPestMONNew::Done && values.CurrentPMTransID > 0
-            ? objPestMON().New_Delete_Block_for_Transaction(values.CurrentPMTransID, values.CurrentBlockID)
-            : status;
-    });
+    values.CurrentBlockName = blocks_.name(row);
+    toggle(blocks_, row, BlockChoice,
+           [&] { return objPestMON().New_Add_Block_for_Instruction(values.CurrentBlockID, values.CurrentNoofMpoints); });
 }
 
 void InstructionEditorFace::pestClick(int row)
@@ -321,16 +308,8 @@ void InstructionEditorFace::pestClick(int row)
     }
     SessionContext &values = session();
     values.CurrentCTargetID = pests_.key(row);
-    values.CurrentCTarget = ui_.grdPestIn->TextMatrix(row, PestNameColumn);
-    toggle(pests_, row, values.CurrentCTarget, [&](bool choose) {
-        if (choose) {
-            return objPestMON().New_Add_Pest_for_Instruction(values.CurrentCTargetID);
-        }
-        const int status = objPestMON().New_Delete_Pest_for_Instruction(values.CurrentCTargetID);
-        return status == clsPestMONNew::Done && values.CurrentPMTransID > 0
-            ? objPestMON().New_Delete_Pest_for_Transaction(values.CurrentPMTransID, values.CurrentCTargetID)
-            : status;
-    });
+    values.CurrentCTarget = pests_.name(row);
+    toggle(pests_, row, PestChoice, [&] { return objPestMON().New_Add_Pest_for_Instruction(values.CurrentCTargetID); });
 }
 
 void InstructionEditorFace::methodClick()

@@ -23,17 +23,26 @@ Q_SIGNALS:
     void closed();
 
 private:
+    struct Choice;
+    static const Choice BlockChoice;
+    static const Choice PestChoice;
+
     void New_Instruction();
     void enableFields();
     void showInstruction();
     void Fill_BlockIn();
     void Fill_PestIn();
+    /// Marks a row that the saved instruction holds; one left from a choice that was never saved is dropped.
+    void showChoice(PickGrid &list, int row, const Choice &choice);
     void showAllPestTypes();
     void showCounts();
     void blockClick(int row);
     void pestClick(int row);
-    /// Paints the mark and hides the print buttons when `write` succeeded; tells why when it did not.
-    void toggle(PickGrid &grid, int row, const QString &what, const std::function<int(bool choose)> &write);
+    /// Adds a row to the choice or drops it. Paints the mark and hides the print buttons when that succeeded; tells why when it
+    /// did not.
+    void toggle(PickGrid &list, int row, const Choice &choice, const std::function<int()> &add);
+    /// Drops it from the saved instruction too, where there is one.
+    int drop(std::int32_t key, const Choice &choice);
     void setSaved(bool saved);
     bool isSaved() const;
     void methodClick();

@@ -15,7 +15,6 @@
 namespace
 {
 
-constexpr int NameColumn = 2;
 constexpr int PointsColumn = 3;
 
 Ui::frmRepPestInfo &setUp(Ui::frmRepPestInfo &ui, QWidget *screen)
@@ -24,17 +23,12 @@ Ui::frmRepPestInfo &setUp(Ui::frmRepPestInfo &ui, QWidget *screen)
     return ui;
 }
 
-std::vector<PickGrid::Column> pestColumns()
-{
-    return {{QString(), 0}, {QStringLiteral("CTargetID"), 0}, {QStringLiteral("Target"), 2500}, {QStringLiteral("Select"), 600}};
-}
-
 std::vector<PickGrid::Column> blockColumns()
 {
     return {{QString(), 0},
-            {QStringLiteral("BlockID"), 0},
-            {QStringLiteral("Block"), 1900},
-            {QStringLiteral("Points"), 600},
+            {QStringLiteral("BlockID"), 0, "BlockID"},
+            {QStringLiteral("Block"), 1900, "Block"},
+            {QStringLiteral("Points"), 600, "NoofMPoints"},
             {QStringLiteral("Select"), 600}};
 }
 
@@ -53,10 +47,8 @@ std::vector<ReportChoice> choices(const controls::FlexGrid &grid, const PickGrid
     std::vector<ReportChoice> all;
     for (int row = 1; row <= list.lastDataRow(); ++row) {
         const double points = withPoints ? basic::Val(grid.TextMatrix(row, PointsColumn)) : 0.0;
-        all.push_back({.key = list.key(row),
-                       .name = grid.TextMatrix(row, NameColumn),
-                       .chosen = list.isMarked(row),
-                       .points = basic::toInteger16(points)});
+        all.push_back(
+            {.key = list.key(row), .name = list.name(row), .chosen = list.isMarked(row), .points = basic::toInteger16(points)});
     }
     return all;
 }
@@ -64,17 +56,13 @@ std::vector<ReportChoice> choices(const controls::FlexGrid &grid, const PickGrid
 } // namespace
 
 frmRepPestInfo::frmRepPestInfo(ScreenHost &host, QWidget *parent)
-    : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmRepPestInfo>()), pests_(*setUp(*ui_, this).grdPestIn, pestColumns()),
-      blocks_(*ui_->grdBlockIn, blockColumns())
+    : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmRepPestInfo>()),
+      pests_(*setUp(*ui_, this).grdPestIn, pestPickColumns()), blocks_(*ui_->grdBlockIn, blockColumns())
 {
     ui_->cmdExcel->setIcon(controls::Look::icon(QStringLiteral("sheet"), QStringLiteral("onacc")));
     ui_->cmdPALL->setIcon(controls::Look::icon(QStringLiteral("sheet")));
     ui_->cmdTCancel->setIcon(controls::Look::icon(QStringLiteral("close")));
     ui_->cmbTPest->setTypingAllowed(false);
-    for (controls::FlexGrid *grid : {ui_->grdPestIn, ui_->grdBlockIn}) {
-        grid->setStretchColumns({NameColumn});
-        grid->setKeyClicks(controls::FlexGrid::KeyClick::SpaceAndF2);
-    }
     serveFocusedGrid(*this, {ui_->grdBlockIn, ui_->grdPestIn});
     connectButtons();
     load();
@@ -131,27 +119,12 @@ void frmRepPestInfo::load()
 
 void frmRepPestInfo::InitGridBlockIn()
 {
-    dao::Recordset rows = objPestMON().XGet_PestBlocks_for_Farms(session().CurrentFarmID);
-    controls::FlexGrid &grid = *ui_->grdBlockIn;
-    const controls::RedrawPause pause(grid);
-    blocks_.layOut(rows.RecordCount());
-    for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
-        grid.setTextMatrix(row, 1, rows.text("BlockID"));
-        grid.setTextMatrix(row, NameColumn, rows.text("Block"));
-        grid.setTextMatrix(row, PointsColumn, rows.text("NoofMPoints"));
-    }
+    blocks_.fill(objPestMON().XGet_PestBlocks_for_Farms(session().CurrentFarmID));
 }
 
 void frmRepPestInfo::fillPests()
 {
-    dao::Recordset rows = objPestMON().Get_Pests_for_ALL_FruitTypes(session().PestTypeFilter);
-    controls::FlexGrid &grid = *ui_->grdPestIn;
-    const controls::RedrawPause pause(grid);
-    pests_.layOut(rows.RecordCount());
-    for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
-        grid.setTextMatrix(row, 1, rows.text("CCTargetID"));
-        grid.setTextMatrix(row, NameColumn, rows.text("Target"));
-    }
+    pests_.fill(objPestMON().Get_Pests_for_ALL_FruitTypes(session().PestTypeFilter));
 }
 
 void frmRepPestInfo::pestTypeClick()

@@ -3,6 +3,8 @@
 
 #include "platform/basic/Numbers.h"
 #include "platform/controls/FlexGrid.h"
+#include "platform/controls/RedrawPause.h"
+#include "platform/dao/Recordset.h"
 
 #include <utility>
 
@@ -16,6 +18,8 @@ constexpr int HeaderHeight = 400;
 PickGrid::PickGrid(controls::FlexGrid &grid, std::vector<Column> columns) : grid_(grid), columns_(std::move(columns))
 {
     layOut(0);
+    grid_.setStretchColumns({NameColumn});
+    grid_.setKeyClicks(controls::FlexGrid::KeyClick::SpaceAndF2);
     grid_.setCellDescriber([&grid, mark = markColumn()](int row, int col) {
         const QString name = grid.TextMatrix(row, NameColumn);
         if (name.isEmpty()) {
@@ -48,6 +52,22 @@ void PickGrid::layOut(int count)
     }
 }
 
+void PickGrid::fill(dao::Recordset rows, const std::function<void(int row)> &filled)
+{
+    const controls::RedrawPause pause(grid_);
+    layOut(rows.RecordCount());
+    for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
+        for (std::size_t col = 0; col < columns_.size(); ++col) {
+            if (columns_[col].field) {
+                grid_.setTextMatrix(row, static_cast<int>(col), rows.text(columns_[col].field));
+            }
+        }
+        if (filled) {
+            filled(row);
+        }
+    }
+}
+
 int PickGrid::lastDataRow() const
 {
     return grid_.Rows() - 2;
@@ -61,6 +81,11 @@ bool PickGrid::isDataRow(int row) const
 std::int32_t PickGrid::key(int row) const
 {
     return basic::toLong32(basic::Val(grid_.TextMatrix(row, KeyColumn)));
+}
+
+QString PickGrid::name(int row) const
+{
+    return grid_.TextMatrix(row, NameColumn);
 }
 
 bool PickGrid::isMarked(int row) const
@@ -88,4 +113,12 @@ int PickGrid::Count_Selected() const
         count += isMarked(row) ? 1 : 0;
     }
     return count;
+}
+
+std::vector<PickGrid::Column> pestPickColumns()
+{
+    return {{QString(), 0},
+            {QStringLiteral("CTargetID"), 0, "CCTargetID"},
+            {QStringLiteral("Target"), 2500, "Target"},
+            {QStringLiteral("Select"), 600}};
 }
