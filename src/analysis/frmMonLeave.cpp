@@ -76,11 +76,11 @@ void frmMonLeave::connectList()
 {
     on(ui_->grdLeave, &FlexGrid::Click, [this] { browser_->selectRow(); });
     on(ui_->grdLeave, &FlexGrid::DblClick, [this] { openSaved(); });
-    connect(ui_->grdLeave, &FlexGrid::cellMovedByKey, this, [this](int row, int) { browser_->movedByKey(row); });
-    connect(ui_->grdLeave, &FlexGrid::KeyDown, this, [this](QKeyEvent *event) {
+    on(ui_->grdLeave, &FlexGrid::cellMovedByKey, [this](int row, int) { browser_->movedByKey(row); });
+    on(ui_->grdLeave, &FlexGrid::KeyDown, [this](QKeyEvent *event) {
         if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
             event->accept();
-            guarded([this] { openSaved(); });
+            openSaved();
         }
     });
     on(ui_->cboGroup, &ItemCombo::Click, [this] { browser_->cropChosen(AnalysisBrowser::CropLevel::Group); });
@@ -310,12 +310,6 @@ void frmMonLeave::print()
     sheet.from = ui_->dtpDateFrom->Value();
     sheet.to = ui_->dtpDateTo->Value();
     printAnalyses(host(), sheet);
-}
-
-void frmMonLeave::showStoreFailure(const QString &what)
-{
-    const auto &error = objPestMON().lastError();
-    host().showFailure(error ? QStringLiteral("%1: %2").arg(what, error->description()) : what);
 }
 
 bool frmMonLeave::eventFilter(QObject *watched, QEvent *event)

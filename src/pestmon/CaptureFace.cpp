@@ -18,14 +18,14 @@ CaptureFace::CaptureFace(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 
 {
     ui_.cmbBlock->setTypingAllowed(false);
     on(ui_.cmbBlock, &controls::ItemCombo::Click, [this] { blockClick(); });
-    on(ui_.chkPMCom, &QCheckBox::clicked, [this](bool) { completedClick(); });
-    on(ui_.cmdSaveTrans, &QPushButton::clicked, [this](bool) { cmdSaveTrans(); });
-    on(ui_.cmdPP, &QPushButton::clicked, [this](bool) {
+    on(ui_.chkPMCom, &QCheckBox::clicked, [this] { completedClick(); });
+    on(ui_.cmdSaveTrans, &QPushButton::clicked, [this] { cmdSaveTrans(); });
+    on(ui_.cmdPP, &QPushButton::clicked, [this] {
         if (settleBox()) {
             printFilledSheet();
         }
     });
-    on(ui_.Command4, &QPushButton::clicked, [this](bool) { close(); });
+    on(ui_.Command4, &QPushButton::clicked, [this] { close(); });
 }
 
 void CaptureFace::open()

@@ -96,14 +96,14 @@ InstructionEditorFace::InstructionEditorFace(ChildScreen &screen, ScreenHost &ho
     on(ui_.cmbPMethod, &controls::ItemCombo::Click, [this] { methodClick(); });
     on(ui_.cmbPerson, &controls::ItemCombo::Click, [this] { setSaved(false); });
     on(ui_.cmbPerson, &controls::ItemCombo::Change, [this] { setSaved(false); });
-    on(ui_.chkRepeat, &QCheckBox::clicked, [this](bool) { setSaved(false); });
-    on(ui_.txtPMNotes, &QLineEdit::textEdited, [this](const QString &) { setSaved(false); });
-    on(ui_.txtWeekNo, &QLineEdit::textEdited, [this](const QString &) { setSaved(false); });
+    on(ui_.chkRepeat, &QCheckBox::clicked, [this] { setSaved(false); });
+    on(ui_.txtPMNotes, &QLineEdit::textEdited, [this] { setSaved(false); });
+    on(ui_.txtWeekNo, &QLineEdit::textEdited, [this] { setSaved(false); });
     on(ui_.dtpPestM, &controls::DatePicker::Change, [this] { dateChange(); });
-    on(ui_.cmdTSave, &QPushButton::clicked, [this](bool) { cmdTSave(); });
-    on(ui_.cmdTCancel, &QPushButton::clicked, [this](bool) { cmdTCancel(); });
-    on(ui_.cmdPALL, &QPushButton::clicked, [this](bool) { printSheets(Sheets::AllBlocks); });
-    on(ui_.cmdExcel, &QPushButton::clicked, [this](bool) { printSheets(Sheets::PerBlock); });
+    on(ui_.cmdTSave, &QPushButton::clicked, [this] { cmdTSave(); });
+    on(ui_.cmdTCancel, &QPushButton::clicked, [this] { cmdTCancel(); });
+    on(ui_.cmdPALL, &QPushButton::clicked, [this] { printSheets(Sheets::AllBlocks); });
+    on(ui_.cmdExcel, &QPushButton::clicked, [this] { printSheets(Sheets::PerBlock); });
 }
 
 void InstructionEditorFace::load()

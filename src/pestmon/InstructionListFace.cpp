@@ -132,17 +132,17 @@ InstructionListFace::InstructionListFace(ChildScreen &screen, ScreenHost &host, 
     layOutGrid(0);
     on(ui_.grdGS, &controls::FlexGrid::Click, [this](int row, int col) { rowClick(row, col); });
     on(ui_.grdGS, &controls::FlexGrid::cellMovedByKey, [this](int row, int col) { rowClick(row, col); });
-    on(ui_.grdGS, &controls::FlexGrid::DblClick, [this](int, int) { editCurrentRow(); });
-    on(ui_.chkComplete, &QRadioButton::clicked, [this](bool) { filterChanged(true, false, false); });
-    on(ui_.chkNComplete, &QRadioButton::clicked, [this](bool) { filterChanged(false, false, true); });
-    on(ui_.chkAll, &QRadioButton::clicked, [this](bool) { filterChanged(false, true, true); });
+    on(ui_.grdGS, &controls::FlexGrid::DblClick, [this] { editCurrentRow(); });
+    on(ui_.chkComplete, &QRadioButton::clicked, [this] { filterChanged(true, false, false); });
+    on(ui_.chkNComplete, &QRadioButton::clicked, [this] { filterChanged(false, false, true); });
+    on(ui_.chkAll, &QRadioButton::clicked, [this] { filterChanged(false, true, true); });
     on(ui_.dtpDateFrom, &controls::DatePicker::Change, [this] { periodChanged(); });
     on(ui_.dtpDateTo, &controls::DatePicker::Change, [this] { periodChanged(); });
     on(ui_.dtpDateFrom, &controls::DatePicker::LostFocus, [this] { keepPeriodStart(); });
-    on(ui_.cmdAdd, &QPushButton::clicked, [this](bool) { Q_EMIT addRequested(); });
-    on(ui_.cmdEdit, &QPushButton::clicked, [this](bool) { editCurrentRow(); });
-    on(ui_.cmdComp, &QPushButton::clicked, [this](bool) { Q_EMIT captureRequested(); });
-    on(ui_.cmdPdel, &QPushButton::clicked, [this](bool) { deleteCurrentRow(); });
+    on(ui_.cmdAdd, &QPushButton::clicked, [this] { Q_EMIT addRequested(); });
+    on(ui_.cmdEdit, &QPushButton::clicked, [this] { editCurrentRow(); });
+    on(ui_.cmdComp, &QPushButton::clicked, [this] { Q_EMIT captureRequested(); });
+    on(ui_.cmdPdel, &QPushButton::clicked, [this] { deleteCurrentRow(); });
 }
 
 void InstructionListFace::load()

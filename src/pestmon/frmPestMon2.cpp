@@ -24,12 +24,12 @@ frmPestMon2::frmPestMon2(ScreenHost &host, QWidget *parent) : ChildScreen(host, 
     capture_ = std::make_unique<CaptureFace>(*this, host, *ui_);
     setIcons();
     serveFocusedGrid(*this, {ui_->grdBlockIn, ui_->grdPest, ui_->grdPestIn});
-    connect(list_.get(), &InstructionListFace::addRequested, this, [this] { guarded([this] { openNew(); }); });
-    connect(list_.get(), &InstructionListFace::editRequested, this, [this] { guarded([this] { openSaved(); }); });
-    connect(list_.get(), &InstructionListFace::captureRequested, this, [this] { guarded([this] { openCapture(); }); });
-    connect(editor_.get(), &InstructionEditorFace::closed, this, [this] { guarded([this] { closeTab(); }); });
-    connect(capture_.get(), &CaptureFace::closed, this, [this] { guarded([this] { closeTab(); }); });
-    connect(ui_->Command1, &QPushButton::clicked, this, [this] { closeScreen(); });
+    on(list_.get(), &InstructionListFace::addRequested, [this] { openNew(); });
+    on(list_.get(), &InstructionListFace::editRequested, [this] { openSaved(); });
+    on(list_.get(), &InstructionListFace::captureRequested, [this] { openCapture(); });
+    on(editor_.get(), &InstructionEditorFace::closed, [this] { closeTab(); });
+    on(capture_.get(), &CaptureFace::closed, [this] { closeTab(); });
+    on(ui_->Command1, &QPushButton::clicked, [this] { closeScreen(); });
     load();
 }
 

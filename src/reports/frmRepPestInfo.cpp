@@ -78,27 +78,27 @@ QString frmRepPestInfo::screenTitle() const
 void frmRepPestInfo::connectButtons()
 {
     const auto list = [this](controls::FlexGrid *grid, PickGrid &rows, QPushButton *all, QPushButton *none) {
-        connect(grid, &controls::FlexGrid::Click, this, [&rows](int row, int) {
+        on(grid, &controls::FlexGrid::Click, [&rows](int row, int) {
             if (rows.isDataRow(row)) {
                 rows.setMarked(row, !rows.isMarked(row));
             }
         });
-        connect(all, &QPushButton::clicked, this, [grid, &rows] { setAll(*grid, rows, true); });
-        connect(none, &QPushButton::clicked, this, [grid, &rows] { setAll(*grid, rows, false); });
+        on(all, &QPushButton::clicked, [grid, &rows] { setAll(*grid, rows, true); });
+        on(none, &QPushButton::clicked, [grid, &rows] { setAll(*grid, rows, false); });
     };
     list(ui_->grdPestIn, pests_, ui_->cmdSAllP, ui_->cmdDSAllP);
     list(ui_->grdBlockIn, blocks_, ui_->cmdSAll, ui_->cmdDSAll);
-    connect(ui_->cmbTPest, &controls::ItemCombo::Click, this, [this] { guarded([this] { pestTypeClick(); }); });
+    on(ui_->cmbTPest, &controls::ItemCombo::Click, [this] { pestTypeClick(); });
     // The list has no entry for all types.
     for (const int key : {Qt::Key_Delete, Qt::Key_Backspace}) {
-        connect(new QShortcut(QKeySequence(key), ui_->cmbTPest, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
-                this, [this] { ui_->cmbTPest->setListIndex(-1); });
+        on(new QShortcut(QKeySequence(key), ui_->cmbTPest, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
+           [this] { ui_->cmbTPest->setListIndex(-1); });
     }
     ui_->cmbTPest->setToolTip(tr("Delete lists the pests of all types again"));
-    connect(ui_->dtpDateFrom, &controls::DatePicker::Change, this, [this] { guarded([this] { keepPeriodStart(); }); });
-    connect(ui_->cmdExcel, &QPushButton::clicked, this, [this] { guarded([this] { print(RecordsNesting::ByPest); }); });
-    connect(ui_->cmdPALL, &QPushButton::clicked, this, [this] { guarded([this] { print(RecordsNesting::ByBlock); }); });
-    connect(ui_->cmdTCancel, &QPushButton::clicked, this, [this] { closeScreen(); });
+    on(ui_->dtpDateFrom, &controls::DatePicker::Change, [this] { keepPeriodStart(); });
+    on(ui_->cmdExcel, &QPushButton::clicked, [this] { print(RecordsNesting::ByPest); });
+    on(ui_->cmdPALL, &QPushButton::clicked, [this] { print(RecordsNesting::ByBlock); });
+    on(ui_->cmdTCancel, &QPushButton::clicked, [this] { closeScreen(); });
 }
 
 void frmRepPestInfo::load()

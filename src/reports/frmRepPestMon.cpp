@@ -25,8 +25,8 @@ frmRepPestMon::frmRepPestMon(ScreenHost &host, QWidget *parent)
         controls::Look::icon(QStringLiteral("field-sheets")).pixmap(QSize(BannerIcon, BannerIcon), devicePixelRatioF()));
     ui_->Command1->setIcon(controls::Look::icon(QStringLiteral("close")));
     ui_->filePre->setEmptyText(QStringLiteral("No field sheets have been stored yet."));
-    connect(ui_->filePre, &controls::FileList::Click, this, [this](const QString &file) { guarded([&] { openSheet(file); }); });
-    connect(ui_->Command1, &QPushButton::clicked, this, [this] { closeScreen(); });
+    on(ui_->filePre, &controls::FileList::Click, [this](const QString &file) { openSheet(file); });
+    on(ui_->Command1, &QPushButton::clicked, [this] { closeScreen(); });
     sessionApplication(host);
     Refresh_List();
 }
