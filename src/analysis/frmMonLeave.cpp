@@ -9,7 +9,7 @@
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/Dialogs.h"
-#include "platform/controls/Look.h"
+#include "shell/Icons.h"
 #include "ui_frmMonLeave.h"
 
 #include <QAbstractItemView>
@@ -21,8 +21,6 @@ using controls::ItemCombo;
 
 namespace
 {
-
-constexpr int BannerIcon = 24;
 
 bool isLetter(const QKeyEvent &key)
 {
@@ -55,21 +53,15 @@ QString frmMonLeave::screenTitle() const
 
 void frmMonLeave::setIcons()
 {
-    struct Picture {
-        QPushButton *button;
-        const char *icon;
-        const char *colour;
-    };
-    const Picture pictures[] = {
-        {ui_->Command7, "add", "onacc"},  {ui_->cmdEdit, "edit", "text"},    {ui_->cmdLeaveDEl, "delete", "danger"},
-        {ui_->cmdExcel, "sheet", "text"}, {ui_->cmdClose, "close", "text"},  {ui_->cmdResetFilter, "reset-filter", "text"},
-        {ui_->Command3, "save", "onacc"}, {ui_->cmdRetAdd, "close", "text"},
-    };
-    for (const Picture &picture : pictures) {
-        picture.button->setIcon(controls::Look::icon(QLatin1String(picture.icon), QLatin1String(picture.colour)));
-    }
-    ui_->Image2->setPixmap(
-        controls::Look::icon(QStringLiteral("leaf")).pixmap(QSize(BannerIcon, BannerIcon), devicePixelRatioF()));
+    ::setIcons({{ui_->Command7, "add", "onacc"},
+                {ui_->cmdEdit, "edit"},
+                {ui_->cmdLeaveDEl, "delete", "danger"},
+                {ui_->cmdExcel, "sheet"},
+                {ui_->cmdClose, "close"},
+                {ui_->cmdResetFilter, "reset-filter"},
+                {ui_->Command3, "save", "onacc"},
+                {ui_->cmdRetAdd, "close"}});
+    setPicture(*ui_->Image2, BannerPicture, QStringLiteral("leaf"));
 }
 
 void frmMonLeave::connectList()

@@ -6,7 +6,7 @@
 #include "pestmon/CaptureFace.h"
 #include "pestmon/InstructionEditorFace.h"
 #include "pestmon/InstructionListFace.h"
-#include "platform/controls/Look.h"
+#include "shell/Icons.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 
@@ -48,20 +48,18 @@ void frmPestMon2::load()
 
 void frmPestMon2::setIcons()
 {
-    struct Picture {
-        QPushButton *button;
-        const char *icon;
-        const char *colour;
-    };
-    const Picture pictures[] = {
-        {ui_->cmdAdd, "add", "onacc"},        {ui_->cmdEdit, "edit", "text"},   {ui_->cmdComp, "complete", "text"},
-        {ui_->cmdPdel, "delete", "danger"},   {ui_->Command1, "close", "text"}, {ui_->cmdTSave, "save", "onacc"},
-        {ui_->cmdPALL, "print", "text"},      {ui_->cmdExcel, "sheet", "text"}, {ui_->cmdTCancel, "close", "text"},
-        {ui_->cmdSaveTrans, "save", "onacc"}, {ui_->cmdPP, "print", "text"},    {ui_->Command4, "close", "text"},
-    };
-    for (const Picture &picture : pictures) {
-        picture.button->setIcon(controls::Look::icon(QLatin1String(picture.icon), QLatin1String(picture.colour)));
-    }
+    ::setIcons({{ui_->cmdAdd, "add", "onacc"},
+                {ui_->cmdEdit, "edit"},
+                {ui_->cmdComp, "complete"},
+                {ui_->cmdPdel, "delete", "danger"},
+                {ui_->Command1, "close"},
+                {ui_->cmdTSave, "save", "onacc"},
+                {ui_->cmdPALL, "print"},
+                {ui_->cmdExcel, "sheet"},
+                {ui_->cmdTCancel, "close"},
+                {ui_->cmdSaveTrans, "save", "onacc"},
+                {ui_->cmdPP, "print"},
+                {ui_->Command4, "close"}});
 }
 
 void frmPestMon2::activateScreen()

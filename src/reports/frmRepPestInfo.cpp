@@ -4,8 +4,8 @@
 #include "common/PestTypes.h"
 #include "common/grid/modMousewheel.h"
 #include "platform/basic/Numbers.h"
-#include "platform/controls/Look.h"
 #include "platform/controls/RedrawPause.h"
+#include "shell/Icons.h"
 #include "shell/Period.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmRepPestInfo.h"
@@ -59,9 +59,7 @@ frmRepPestInfo::frmRepPestInfo(ScreenHost &host, QWidget *parent)
     : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmRepPestInfo>()),
       pests_(*setUp(*ui_, this).grdPestIn, pestPickColumns()), blocks_(*ui_->grdBlockIn, blockColumns())
 {
-    ui_->cmdExcel->setIcon(controls::Look::icon(QStringLiteral("sheet"), QStringLiteral("onacc")));
-    ui_->cmdPALL->setIcon(controls::Look::icon(QStringLiteral("sheet")));
-    ui_->cmdTCancel->setIcon(controls::Look::icon(QStringLiteral("close")));
+    setIcons({{ui_->cmdExcel, "sheet", "onacc"}, {ui_->cmdPALL, "sheet"}, {ui_->cmdTCancel, "close"}});
     ui_->cmbTPest->setTypingAllowed(false);
     serveFocusedGrid(*this, {ui_->grdBlockIn, ui_->grdPestIn});
     connectButtons();
