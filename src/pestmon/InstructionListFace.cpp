@@ -6,6 +6,7 @@
 #include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/RedrawPause.h"
+#include "shell/DayCells.h"
 #include "shell/Period.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
@@ -36,19 +37,10 @@ constexpr std::array<Column, 9> Columns{{
 }};
 constexpr int HeaderHeight = 400;
 
-/// Texts of days; a list of years holds each of them several times.
-using DayTexts = QHash<qint64, QString>;
-
-void setDate(controls::FlexGrid &grid, int row, int col, const std::optional<basic::SerialDate> &date, DayTexts &texts)
+void setDate(DayCells &days, int row, int col, const std::optional<basic::SerialDate> &date)
 {
     if (date && !date->isZero()) {
-        const QDate day = date->date();
-        QString &text = texts[day.toJulianDay()];
-        if (text.isEmpty()) {
-            text = basic::shortDate(day);
-        }
-        grid.setTextMatrix(row, col, text);
-        grid.setCellValue(row, col, QVariant::fromValue(*date));
+        days.set(row, col, *date);
     }
 }
 
@@ -61,7 +53,7 @@ std::optional<basic::SerialDate> dateIn(const controls::FlexGrid &grid, int row,
     return value.value<basic::SerialDate>();
 }
 
-/// What all rows of the set share: the places of its fields, and the texts of its days.
+/// The places of the fields in the set.
 struct Fields {
     explicit Fields(const dao::Recordset &rows)
         : key(rows.fieldIndex("PMTransID")), methodKey(rows.fieldIndex("PMMethodID")), issued(rows.fieldIndex("PMTransDate")),
@@ -77,18 +69,18 @@ struct Fields {
     int person;
     int notes;
     int repeat;
-    DayTexts days;
 };
 
-void fillRow(controls::FlexGrid &grid, int row, const dao::Recordset &rows, Fields &fields, const QString &method)
+void fillRow(controls::FlexGrid &grid, DayCells &days, int row, const dao::Recordset &rows, const Fields &fields,
+             const QString &method)
 {
     const bool done = rows.boolean(fields.done);
     grid.setTextMatrix(row, KeyCol, rows.text(fields.key));
     grid.setTextMatrix(row, MethodKeyCol, rows.text(fields.methodKey));
-    setDate(grid, row, IssuedCol, rows.date(fields.issued), fields.days);
+    setDate(days, row, IssuedCol, rows.date(fields.issued));
     grid.setTextMatrix(row, DoneCol, done ? QStringLiteral("Yes") : QStringLiteral("No"));
     if (done) {
-        setDate(grid, row, CompletedCol, rows.date(fields.completed), fields.days);
+        setDate(days, row, CompletedCol, rows.date(fields.completed));
     }
     grid.setTextMatrix(row, PersonCol, rows.text(fields.person));
     grid.setTextMatrix(row, MethodCol, method);
@@ -176,7 +168,8 @@ void InstructionListFace::Fill_PestList()
     dao::Recordset rows = objPestMON().New_Get_PestTransactions(basic::SerialDate::fromDate(ui_.dtpDateFrom->Value()),
                                                                 basic::SerialDate::fromDate(ui_.dtpDateTo->Value()));
     layOutGrid(rows.RecordCount());
-    Fields fields(rows);
+    const Fields fields(rows);
+    DayCells days(*ui_.grdGS);
     // A few methods serve thousands of rows.
     QHash<std::int32_t, QString> methods;
     for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
@@ -185,7 +178,7 @@ void InstructionListFace::Fill_PestList()
             const dao::Recordset method = objPestMON().Get_PMMethod_for_PMTrans(key);
             methods.insert(key, method.Eof() ? QString() : method.text("PMMethod"));
         }
-        fillRow(*ui_.grdGS, row, rows, fields, methods.value(key));
+        fillRow(*ui_.grdGS, days, row, rows, fields, methods.value(key));
     }
 }
 
