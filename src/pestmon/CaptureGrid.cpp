@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pestmon/CaptureGrid.h"
 
+#include "common/MonitoringConstants.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/RedrawPause.h"
@@ -85,7 +86,7 @@ CaptureGrid::CaptureGrid(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 
 
 bool CaptureGrid::isCount() const
 {
-    return session().CurrentPMMethod == QLatin1String("Count");
+    return session().CurrentPMMethod == CountMethodName;
 }
 
 std::int16_t CaptureGrid::numberIn(int row, int col) const

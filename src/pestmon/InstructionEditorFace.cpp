@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pestmon/InstructionEditorFace.h"
 
+#include "common/MonitoringConstants.h"
 #include "common/PestTypes.h"
 #include "common/WeekNumber.h"
 #include "pestmon/modPestMon.h"
@@ -18,8 +19,6 @@ namespace
 {
 
 constexpr int BlockPointsColumn = 3;
-/// Monitoring points of a block that states none.
-constexpr std::int16_t DefaultPoints = 5;
 /// Columns B to P of a field sheet.
 constexpr int MostPests = 15;
 constexpr auto AllTypes = "<All>";
