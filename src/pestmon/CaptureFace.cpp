@@ -7,7 +7,7 @@
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/Dialogs.h"
 #include "reports/FilledSheet.h"
-#include "reports/LongWork.h"
+#include "shell/LongWork.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 

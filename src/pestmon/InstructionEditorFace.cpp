@@ -11,8 +11,8 @@
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/Dialogs.h"
 #include "reports/FieldSheetRun.h"
-#include "reports/LongWork.h"
 #include "shell/ListFillers.h"
+#include "shell/LongWork.h"
 #include "ui_frmPestMon2.h"
 
 namespace

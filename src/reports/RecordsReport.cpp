@@ -3,8 +3,8 @@
 
 #include "common/MonitoringConstants.h"
 #include "platform/basic/Numbers.h"
-#include "reports/LongWork.h"
 #include "reports/TemplateReport.h"
+#include "shell/LongWork.h"
 #include "shell/ScreenHost.h"
 #include "store/clsPestMONNew.h"
 
