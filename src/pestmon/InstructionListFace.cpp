@@ -125,9 +125,9 @@ InstructionListFace::InstructionListFace(ChildScreen &screen, ScreenHost &host, 
     on(ui_.grdGS, &controls::FlexGrid::Click, [this](int row, int col) { rowClick(row, col); });
     on(ui_.grdGS, &controls::FlexGrid::cellMovedByKey, [this](int row, int col) { rowClick(row, col); });
     on(ui_.grdGS, &controls::FlexGrid::DblClick, [this] { editCurrentRow(); });
-    on(ui_.chkComplete, &QRadioButton::clicked, [this] { filterChanged(true, false, false); });
-    on(ui_.chkNComplete, &QRadioButton::clicked, [this] { filterChanged(false, false, true); });
-    on(ui_.chkAll, &QRadioButton::clicked, [this] { filterChanged(false, true, true); });
+    on(ui_.chkComplete, &QRadioButton::clicked, [this] { showOnly(Shown::Completed); });
+    on(ui_.chkNComplete, &QRadioButton::clicked, [this] { showOnly(Shown::Open); });
+    on(ui_.chkAll, &QRadioButton::clicked, [this] { showOnly(Shown::All); });
     on(ui_.dtpDateFrom, &controls::DatePicker::Change, [this] { periodChanged(); });
     on(ui_.dtpDateTo, &controls::DatePicker::Change, [this] { periodChanged(); });
     on(ui_.dtpDateFrom, &controls::DatePicker::LostFocus, [this] { keepPeriodStart(); });
@@ -288,11 +288,11 @@ void InstructionListFace::readCurrentRow()
     values.CurrentPMNotes = grid.TextMatrix(row, NotesCol);
 }
 
-void InstructionListFace::filterChanged(bool completed, bool all, bool canComplete)
+void InstructionListFace::showOnly(Shown shown)
 {
-    session().FilterCompleted = completed;
-    session().FilterAll = all;
-    ui_.cmdComp->setVisible(canComplete);
+    session().FilterCompleted = shown == Shown::Completed;
+    session().FilterAll = shown == Shown::All;
+    ui_.cmdComp->setVisible(shown != Shown::Completed);
     session().ListRow = 0;
     refresh(NoRowMeans::LastDataRow);
     ui_.fraGS->setFocus();

@@ -77,13 +77,13 @@ void frmPestMon2::activateScreen()
 
 void frmPestMon2::showTab(Tab tab)
 {
-    const Tab other = tab == CaptureTab ? InstructionTab : CaptureTab;
-    ui_->fraBasic->setVisible(tab == CaptureTab);
-    ui_->Frame3->setVisible(tab == InstructionTab);
-    ui_->Frame4->setVisible(tab == InstructionTab);
-    ui_->tabBlock->setTabEnabled(tab, true);
-    ui_->tabBlock->setTabEnabled(other, false);
-    ui_->tabBlock->setCurrentIndex(tab);
+    ui_->fraBasic->setVisible(tab == Tab::Capture);
+    ui_->Frame3->setVisible(tab == Tab::Instruction);
+    ui_->Frame4->setVisible(tab == Tab::Instruction);
+    const int shown = static_cast<int>(tab);
+    ui_->tabBlock->setTabEnabled(shown, true);
+    ui_->tabBlock->setTabEnabled(1 - shown, false);
+    ui_->tabBlock->setCurrentIndex(shown);
     ui_->tabBlock->show();
     ui_->tabBlock->raise();
     // Behind the tab: a date that the list loses with its focus must find the tab open.
@@ -104,7 +104,7 @@ void frmPestMon2::closeTab()
 void frmPestMon2::openNew()
 {
     editor_->openNew();
-    showTab(InstructionTab);
+    showTab(Tab::Instruction);
     ui_->cmbPMethod->setFocus();
 }
 
@@ -112,7 +112,7 @@ void frmPestMon2::openSaved()
 {
     capture_->clear();
     if (editor_->openSaved()) {
-        showTab(InstructionTab);
+        showTab(Tab::Instruction);
         ui_->cmbPMethod->setFocus();
     }
 }
@@ -128,6 +128,6 @@ void frmPestMon2::openCapture()
     session().CurrentPMRepeat = list_->currentRowRepeats();
     session().CurrentPMWeek = weekNumber(list_->currentRowDate());
     capture_->open();
-    showTab(CaptureTab);
+    showTab(Tab::Capture);
     ui_->cmbBlock->setFocus();
 }

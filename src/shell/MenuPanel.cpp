@@ -21,7 +21,7 @@ struct Picture {
 };
 
 /// In the order in which a hover border is looked for.
-constexpr std::array<Picture, 9> pictures{{
+constexpr std::array<Picture, 9> Pictures{{
     {"imLeave", "leaf"},
     {"imGG", "graphs"},
     {"imFF", "field-sheets"},
@@ -62,7 +62,7 @@ PictureButton *MenuPanel::picture(const QString &name) const
 
 void MenuPanel::setUpPictures()
 {
-    for (const Picture &entry : pictures) {
+    for (const Picture &entry : Pictures) {
         PictureButton *button = picture(QLatin1String(entry.name));
         setIcons({{button, entry.icon}});
         button->setUnavailable(tr("Not yet available in this version"));
@@ -103,7 +103,7 @@ void MenuPanel::Clear_Image_Hover()
         return;
     }
     // The earlier pictures too, when the pointer went straight from one to the next.
-    for (const Picture &entry : pictures) {
+    for (const Picture &entry : Pictures) {
         if (PictureButton *button = picture(QLatin1String(entry.name))) {
             button->setHoverBorder(false);
         }
