@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pestmon/InstructionEditorFace.h"
 
-#include "common/MonitoringConstants.h"
-#include "common/PestTypes.h"
 #include "common/WeekNumber.h"
 #include "pestmon/modPestMon.h"
 #include "platform/basic/Clock.h"
@@ -18,10 +16,8 @@
 namespace
 {
 
-constexpr int BlockPointsColumn = 3;
 /// Columns B to P of a field sheet.
 constexpr int MostPests = 15;
-constexpr auto AllTypes = "<All>";
 
 /// The bar under the fields while sheets are made, in steps of half a percent. It starts at the first of them and goes back to
 /// it.
@@ -54,44 +50,13 @@ private:
     QProgressBar &bar_;
 };
 
-std::vector<PickGrid::Column> blockColumns()
-{
-    return {{QStringLiteral("BlockID"), 0, "BlockID"},
-            {QStringLiteral("BlockpID"), 0, "BlockID"},
-            {QStringLiteral("Block"), 1500, "Block"},
-            {QStringLiteral("Points"), 600, "NoofMPoints"},
-            {QStringLiteral("Select"), 600}};
-}
-
 } // namespace
 
-/// How the store keeps the choice of blocks, or of pests.
-struct InstructionEditorFace::Choice {
-    using Key = clsPestMONNew::Key;
-    using Status = clsPestMONNew::Status;
-    dao::Recordset (clsPestMONNew::*find)(Key key);
-    Status (clsPestMONNew::*drop)(Key key);
-    Status (clsPestMONNew::*dropFromInstruction)(Key instruction, Key key);
-    /// What the status line says of a row of an earlier choice that could not be dropped.
-    const char *notDropped;
-};
-
-const InstructionEditorFace::Choice InstructionEditorFace::BlockChoice{
-    &clsPestMONNew::New_Fill_Blocks_For_Instruction, &clsPestMONNew::New_Delete_Block_for_Instruction,
-    &clsPestMONNew::New_Delete_Block_for_Transaction, "A block left from an earlier choice could not be dropped"};
-const InstructionEditorFace::Choice InstructionEditorFace::PestChoice{
-    &clsPestMONNew::New_Fill_Pests_For_Instruction, &clsPestMONNew::New_Delete_Pest_for_Instruction,
-    &clsPestMONNew::New_Delete_Pest_for_Transaction, "A pest left from an earlier choice could not be dropped"};
-
 InstructionEditorFace::InstructionEditorFace(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui)
-    : PestMonFace(screen, host, ui), blocks_(*ui.grdBlockIn, blockColumns()), pests_(*ui.grdPestIn, pestPickColumns())
+    : PestMonFace(screen, host, ui), choice_(screen, host, ui)
 {
     ui_.cmbPMethod->setTypingAllowed(false);
-    ui_.cmbTPest->setTypingAllowed(false);
-    on(ui_.grdBlockIn, &controls::FlexGrid::Click, [this](int row, int) { blockClick(row); });
-    on(ui_.grdPestIn, &controls::FlexGrid::Click, [this](int row, int) { pestClick(row); });
-    on(ui_.cmbTPest, &controls::ItemCombo::Click, [this] { pestTypeClick(); });
-    on(ui_.chkSelectPest, &QCheckBox::clicked, [this](bool ticked) { pests_.markAll(ticked); });
+    on(&choice_, &InstructionChoice::changed, [this] { setSaved(false); });
     on(ui_.cmbPMethod, &controls::ItemCombo::Click, [this] { methodClick(); });
     on(ui_.cmbPerson, &controls::ItemCombo::Click, [this] { setSaved(false); });
     on(ui_.cmbPerson, &controls::ItemCombo::Change, [this] { setSaved(false); });
@@ -108,34 +73,12 @@ InstructionEditorFace::InstructionEditorFace(ChildScreen &screen, ScreenHost &ho
 void InstructionEditorFace::load()
 {
     ui_.dtpPestM->setValue(basic::Clock::today());
-    ui_.cmbTPest->Clear();
-    for (const QString &caption : pestTypeCaptions()) {
-        ui_.cmbTPest->AddItem(caption);
-    }
-    ui_.cmbTPest->AddItem(QLatin1String(AllTypes));
+    choice_.load();
     ui_.cmbPMethod->Clear();
     for (dao::Recordset rows = objPestMON().Get_PestMethod(); !rows.Eof(); rows.MoveNext()) {
         ui_.cmbPMethod->AddItem(rows.text("PMMethod"), rows.longValue("PMMethodID"));
     }
     Fill_Worker_Combo(*ui_.cmbPerson, objPestMON());
-}
-
-void InstructionEditorFace::blankCounts()
-{
-    if (!captionsKept_) {
-        blocksCaption_ = ui_.lblMethod_1->text();
-        pestsCaption_ = ui_.lblMethod_19->text();
-        captionsKept_ = true;
-    }
-    ui_.lblMethod_1->clear();
-    ui_.lblMethod_19->clear();
-}
-
-void InstructionEditorFace::showCounts()
-{
-    const QString counted = QStringLiteral("%1 (%2 Selected)");
-    ui_.lblMethod_1->setText(counted.arg(blocksCaption_).arg(blocks_.Count_Selected()));
-    ui_.lblMethod_19->setText(counted.arg(pestsCaption_).arg(pests_.Count_Selected()));
 }
 
 void InstructionEditorFace::setSaved(bool saved)
@@ -176,13 +119,10 @@ void InstructionEditorFace::New_Instruction()
     values.RepeatDone = true;
     ui_.txtPMNotes->clear();
     setSaved(false);
-    Fill_BlockIn();
-    showAllPestTypes();
     ui_.chkRepeat->setChecked(true);
     ui_.cmbPerson->setText(QString());
     ui_.cmbPMethod->setText(QString());
-    Fill_PestIn();
-    showCounts();
+    choice_.fill();
 }
 
 void InstructionEditorFace::enableFields()
@@ -214,101 +154,9 @@ bool InstructionEditorFace::openSaved()
     }
     session().RepeatDone = false;
     setSaved(true);
-    Fill_BlockIn();
-    showAllPestTypes();
-    Fill_PestIn();
-    showCounts();
+    choice_.fill();
     enableFields();
     return true;
-}
-
-void InstructionEditorFace::showAllPestTypes()
-{
-    ui_.cmbTPest->setText(QLatin1String(AllTypes));
-    session().PestTypeFilter.clear();
-    ui_.chkSelectPest->setChecked(false);
-}
-
-void InstructionEditorFace::Fill_BlockIn()
-{
-    objPestMON().RecordTotal = 0;
-    blocks_.fill(objPestMON().XGet_PestBlocks_for_Farms(session().CurrentFarmID),
-                 [this](int row) { showChoice(blocks_, row, BlockChoice); });
-}
-
-void InstructionEditorFace::Fill_PestIn()
-{
-    pests_.fill(objPestMON().Get_Pests_for_ALL_FruitTypes(session().PestTypeFilter),
-                [this](int row) { showChoice(pests_, row, PestChoice); });
-}
-
-void InstructionEditorFace::showChoice(PickGrid &list, int row, const Choice &choice)
-{
-    const std::int32_t key = list.key(row);
-    if ((objPestMON().*choice.find)(key).Eof()) {
-        return;
-    }
-    if (session().CurrentPMTransID != 0) {
-        list.setMarked(row, true);
-    } else if ((objPestMON().*choice.drop)(key) == clsPestMONNew::Failed) {
-        showStoreFailure(QLatin1String(choice.notDropped));
-    }
-}
-
-void InstructionEditorFace::pestTypeClick()
-{
-    session().PestTypeFilter = pestTypeFilter(ui_.cmbTPest->Text());
-    Fill_PestIn();
-}
-
-void InstructionEditorFace::toggle(PickGrid &list, int row, const Choice &choice, const std::function<int()> &add)
-{
-    const QString failure = QStringLiteral("%1 could not be changed").arg(list.name(row));
-    silently(failure, [&] {
-        const bool choose = !list.isMarked(row);
-        if ((choose ? add() : drop(list.key(row), choice)) == clsPestMONNew::Failed) {
-            showStoreFailure(failure);
-            return;
-        }
-        list.setMarked(row, choose);
-        setSaved(false);
-        showCounts();
-    });
-}
-
-int InstructionEditorFace::drop(std::int32_t key, const Choice &choice)
-{
-    const int status = (objPestMON().*choice.drop)(key);
-    return status == clsPestMONNew::Done && session().CurrentPMTransID > 0
-        ? (objPestMON().*choice.dropFromInstruction)(session().CurrentPMTransID, key)
-        : status;
-}
-
-void InstructionEditorFace::blockClick(int row)
-{
-    if (!blocks_.isDataRow(row)) {
-        return;
-    }
-    SessionContext &values = session();
-    values.CurrentBlockID = blocks_.key(row);
-    values.CurrentNoofMpoints = basic::toInteger16(basic::Val(ui_.grdBlockIn->TextMatrix(row, BlockPointsColumn)));
-    if (values.CurrentNoofMpoints == 0) {
-        values.CurrentNoofMpoints = DefaultPoints;
-    }
-    values.CurrentBlockName = blocks_.name(row);
-    toggle(blocks_, row, BlockChoice,
-           [&] { return objPestMON().New_Add_Block_for_Instruction(values.CurrentBlockID, values.CurrentNoofMpoints); });
-}
-
-void InstructionEditorFace::pestClick(int row)
-{
-    if (!pests_.isDataRow(row)) {
-        return;
-    }
-    SessionContext &values = session();
-    values.CurrentCTargetID = pests_.key(row);
-    values.CurrentCTarget = pests_.name(row);
-    toggle(pests_, row, PestChoice, [&] { return objPestMON().New_Add_Pest_for_Instruction(values.CurrentCTargetID); });
 }
 
 void InstructionEditorFace::methodClick()
@@ -386,7 +234,7 @@ bool InstructionEditorFace::mayPrint()
                         controls::BoxIcon::Exclamation);
         return false;
     }
-    if (pests_.Count_Selected() > MostPests
+    if (choice_.pestsChosen() > MostPests
         && dialogs.question(QStringLiteral("Too many pests to monitor selected. Continue."), QString(), controls::Answer::No)
             == controls::Answer::No) {
         return false;
