@@ -13,14 +13,11 @@ namespace
 constexpr int BlockPointsColumn = 3;
 constexpr auto AllTypes = "<All>";
 
-std::vector<PickGrid::Column> blockColumns()
-{
-    return {{QStringLiteral("BlockID"), 0, "BlockID"},
-            {QStringLiteral("BlockpID"), 0, "BlockID"},
-            {QStringLiteral("Block"), 1500, "Block"},
-            {QStringLiteral("Points"), 600, "NoofMPoints"},
-            {QStringLiteral("Select"), 600}};
-}
+constexpr std::array<GridColumn, 5> BlockColumns{{{"BlockID", 0, "BlockID"},
+                                                  {"BlockpID", 0, "BlockID"},
+                                                  {"Block", 1500, "Block"},
+                                                  {"Points", 600, "NoofMPoints"},
+                                                  {"Select", 600}}};
 
 } // namespace
 
@@ -43,7 +40,7 @@ const InstructionChoice::Tables InstructionChoice::PestTables{
     &clsPestMONNew::New_Delete_Pest_for_Transaction, "A pest left from an earlier choice could not be dropped"};
 
 InstructionChoice::InstructionChoice(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui)
-    : PestMonFace(screen, host, ui), blocks_(*ui.grdBlockIn, blockColumns()), pests_(*ui.grdPestIn, pestPickColumns()),
+    : PestMonFace(screen, host, ui), blocks_(*ui.grdBlockIn, BlockColumns), pests_(*ui.grdPestIn, PestPickColumns),
       blocksCaption_(ui.lblMethod_1->text()), pestsCaption_(ui.lblMethod_19->text())
 {
     ui_.cmbTPest->setTypingAllowed(false);

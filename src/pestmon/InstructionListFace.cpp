@@ -7,6 +7,7 @@
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/RedrawPause.h"
 #include "shell/DayCells.h"
+#include "shell/GridColumns.h"
 #include "shell/Period.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
@@ -20,11 +21,7 @@ namespace
 
 enum ListColumn { KeyCol, MethodKeyCol, IssuedCol, DoneCol, CompletedCol, PersonCol, MethodCol, NotesCol, RepeatCol };
 
-struct Column {
-    const char *header;
-    int width;
-};
-constexpr std::array<Column, 9> Columns{{
+constexpr std::array<GridColumn, 9> Columns{{
     {"PMTransID", 0},
     {"PMMethodID", 0},
     {"Date issued", 1100},
@@ -35,7 +32,6 @@ constexpr std::array<Column, 9> Columns{{
     {"Notes", 3400},
     {"Repeat", 800},
 }};
-constexpr int HeaderHeight = 400;
 
 void setDate(DayCells &days, int row, int col, const std::optional<basic::SerialDate> &date)
 {
@@ -121,7 +117,7 @@ InstructionListFace::InstructionListFace(ChildScreen &screen, ScreenHost &host, 
     ui_.grdGS->setStretchColumns({NotesCol});
     ui_.grdGS->setCellDescriber([&grid = *ui_.grdGS](int row, int col) { return describe(grid, row, col); });
     ui_.fraGS->setFocusProxy(ui_.grdGS);
-    layOutGrid(0);
+    layOutList(*ui_.grdGS, Columns, 0);
     on(ui_.grdGS, &controls::FlexGrid::Click, [this](int row, int col) { rowClick(row, col); });
     on(ui_.grdGS, &controls::FlexGrid::cellMovedByKey, [this](int row, int col) { rowClick(row, col); });
     on(ui_.grdGS, &controls::FlexGrid::DblClick, [this] { editCurrentRow(); });
@@ -143,31 +139,14 @@ void InstructionListFace::load()
     showPeriod(host(), *ui_.dtpDateFrom, *ui_.dtpDateTo);
 }
 
-void InstructionListFace::layOutGrid(int records)
-{
-    controls::FlexGrid &grid = *ui_.grdGS;
-    grid.Clear();
-    grid.setCols(static_cast<int>(Columns.size()));
-    grid.setRows(records + 2);
-    grid.setFixedRows(1);
-    grid.setFixedCols(0);
-    grid.setRowHeight(0, HeaderHeight);
-    for (int col = 0; col < grid.Cols(); ++col) {
-        const Column &column = Columns[static_cast<std::size_t>(col)];
-        grid.setColWidth(col, column.width);
-        grid.setTextMatrix(0, col, QLatin1String(column.header));
-        grid.setCellFontBold(0, col, true);
-    }
-}
-
 void InstructionListFace::Fill_PestList()
 {
     const controls::BusyPointer busy;
     const controls::RedrawPause pause(*ui_.grdGS);
-    layOutGrid(0);
+    layOutList(*ui_.grdGS, Columns, 0);
     dao::Recordset rows = objPestMON().New_Get_PestTransactions(basic::SerialDate::fromDate(ui_.dtpDateFrom->Value()),
                                                                 basic::SerialDate::fromDate(ui_.dtpDateTo->Value()));
-    layOutGrid(rows.RecordCount());
+    layOutList(*ui_.grdGS, Columns, rows.RecordCount());
     const Fields fields(rows);
     DayCells days(*ui_.grdGS);
     // A few methods serve thousands of rows.

@@ -36,7 +36,6 @@ Q_SIGNALS:
     void captureRequested();
 
 private:
-    void layOutGrid(int records);
     void selectRow(int row, int col);
     void rowClick(int row, int col);
     void setRowBold(int row, bool bold);

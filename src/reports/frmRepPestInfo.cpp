@@ -16,20 +16,13 @@ namespace
 {
 
 constexpr int PointsColumn = 3;
+constexpr std::array<GridColumn, 5> BlockColumns{
+    {{"", 0}, {"BlockID", 0, "BlockID"}, {"Block", 1900, "Block"}, {"Points", 600, "NoofMPoints"}, {"Select", 600}}};
 
 Ui::frmRepPestInfo &setUp(Ui::frmRepPestInfo &ui, QWidget *screen)
 {
     ui.setupUi(screen);
     return ui;
-}
-
-std::vector<PickGrid::Column> blockColumns()
-{
-    return {{QString(), 0},
-            {QStringLiteral("BlockID"), 0, "BlockID"},
-            {QStringLiteral("Block"), 1900, "Block"},
-            {QStringLiteral("Points"), 600, "NoofMPoints"},
-            {QStringLiteral("Select"), 600}};
 }
 
 /// Paints the mark of all rows, the empty last one too, and of them alone, and stays on the first.
@@ -57,7 +50,7 @@ std::vector<ReportChoice> choices(const controls::FlexGrid &grid, const PickGrid
 
 frmRepPestInfo::frmRepPestInfo(ScreenHost &host, QWidget *parent)
     : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmRepPestInfo>()),
-      pests_(*setUp(*ui_, this).grdPestIn, pestPickColumns()), blocks_(*ui_->grdBlockIn, blockColumns())
+      pests_(*setUp(*ui_, this).grdPestIn, PestPickColumns), blocks_(*ui_->grdBlockIn, BlockColumns)
 {
     setIcons({{ui_->cmdExcel, "sheet", "onacc"}, {ui_->cmdPALL, "sheet"}, {ui_->cmdTCancel, "close"}});
     ui_->cmbTPest->setTypingAllowed(false);

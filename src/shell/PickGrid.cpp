@@ -6,16 +6,13 @@
 #include "platform/controls/RedrawPause.h"
 #include "platform/dao/Recordset.h"
 
-#include <utility>
-
 namespace
 {
 constexpr int KeyColumn = 1;
 constexpr int NameColumn = 2;
-constexpr int HeaderHeight = 400;
 } // namespace
 
-PickGrid::PickGrid(controls::FlexGrid &grid, std::vector<Column> columns) : grid_(grid), columns_(std::move(columns))
+PickGrid::PickGrid(controls::FlexGrid &grid, std::span<const GridColumn> columns) : grid_(grid), columns_(columns)
 {
     layOut(0);
     grid_.setStretchColumns({NameColumn});
@@ -35,18 +32,7 @@ PickGrid::PickGrid(controls::FlexGrid &grid, std::vector<Column> columns) : grid
 
 void PickGrid::layOut(int count)
 {
-    grid_.Clear();
-    grid_.setCols(static_cast<int>(columns_.size()));
-    grid_.setRows(count + 2);
-    grid_.setFixedRows(1);
-    grid_.setFixedCols(0);
-    grid_.setRowHeight(0, HeaderHeight);
-    for (int col = 0; col < grid_.Cols(); ++col) {
-        const Column &column = columns_[static_cast<std::size_t>(col)];
-        grid_.setColWidth(col, column.width);
-        grid_.setTextMatrix(0, col, column.header);
-        grid_.setCellFontBold(0, col, true);
-    }
+    layOutList(grid_, columns_, count);
     for (int row = 1; row <= count; ++row) {
         setMarked(row, false);
     }
@@ -113,12 +99,4 @@ int PickGrid::Count_Selected() const
         count += isMarked(row) ? 1 : 0;
     }
     return count;
-}
-
-std::vector<PickGrid::Column> pestPickColumns()
-{
-    return {{QString(), 0},
-            {QStringLiteral("CTargetID"), 0, "CCTargetID"},
-            {QStringLiteral("Target"), 2500, "Target"},
-            {QStringLiteral("Select"), 600}};
 }

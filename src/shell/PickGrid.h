@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "shell/GridColumns.h"
+
 #include <QString>
 
+#include <array>
 #include <cstdint>
 #include <functional>
-#include <vector>
 
 namespace controls
 {
@@ -22,14 +24,8 @@ class Recordset;
 class PickGrid
 {
 public:
-    struct Column {
-        QString header;
-        int width;
-        /// Of the query that fills the grid; none where the column has no text of its own.
-        const char *field = nullptr;
-    };
-
-    PickGrid(controls::FlexGrid &grid, std::vector<Column> columns);
+    /// The columns must live as long as the grid.
+    PickGrid(controls::FlexGrid &grid, std::span<const GridColumn> columns);
 
     /// Empties the grid and fills it with the rows of a query, none of them chosen. `filled` is told of each row once its texts
     /// stand.
@@ -52,8 +48,9 @@ private:
     void layOut(int count);
 
     controls::FlexGrid &grid_;
-    std::vector<Column> columns_;
+    std::span<const GridColumn> columns_;
 };
 
 /// The columns of a list of pests.
-std::vector<PickGrid::Column> pestPickColumns();
+inline constexpr std::array<GridColumn, 4> PestPickColumns{
+    {{"", 0}, {"CTargetID", 0, "CCTargetID"}, {"Target", 2500, "Target"}, {"Select", 600}}};
