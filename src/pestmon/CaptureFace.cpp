@@ -126,7 +126,7 @@ void CaptureFace::save()
     const auto status = objPestMON().New_Save_PMTrans(values.CurrentPMTransID, values.CurrentPMMethodID, values.CurrentPMDate,
                                                       values.CurrentPMNotes, values.CurrentPMPerson, values.CurrentPMWeek,
                                                       values.CurrentPMDateCom, values.CurrentPMCom, values.CurrentPMRepeat);
-    const QString name = QStringLiteral("Instruction of %1").arg(basic::formatDate(values.CurrentPMDate, u"yyyy/MM/dd"));
+    const QString name = instructionName();
     if (status == clsPestMONNew::Failed) {
         showStoreFailure(QStringLiteral("%1 could not be saved").arg(name));
         return;

@@ -4,7 +4,6 @@
 #include "common/WeekNumber.h"
 #include "pestmon/modPestMon.h"
 #include "platform/basic/Clock.h"
-#include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/Dialogs.h"
@@ -210,7 +209,7 @@ void InstructionEditorFace::save()
         return;
     }
     setSaved(true);
-    host().showStatus(QStringLiteral("Instruction of %1 saved").arg(basic::formatDate(values.CurrentPMDate, u"yyyy/MM/dd")));
+    host().showStatus(QStringLiteral("%1 saved").arg(instructionName()));
     host().dialogs().message(QStringLiteral("The monitoring instruction was saved - Print the field forms !"));
 }
 

@@ -312,7 +312,7 @@ void InstructionListFace::deleteCurrentRow()
         return;
     }
     const controls::BusyPointer busy;
-    const QString what = QStringLiteral("Instruction of %1").arg(basic::formatDate(session().CurrentPMDate, u"yyyy/MM/dd"));
+    const QString what = instructionName();
     if (objPestMON().Delete_PestMonTrans(session().CurrentPMTransID) == clsPestMONNew::Done) {
         host().showStatus(QStringLiteral("%1 deleted").arg(what));
     } else {

@@ -23,6 +23,8 @@ protected:
     SessionContext &session() const { return host_.session(); }
     clsPestMONNew &objPestMON() const { return host_.objPestMON(); }
     ScreenHost &host() const { return host_; }
+    /// How the status line names the instruction in hand.
+    QString instructionName() const;
 
     /// As in ChildScreen, for as long as the face lives.
     template <typename Sender, typename Signal, typename Body> void on(Sender *sender, Signal signal, Body body)
