@@ -17,7 +17,6 @@ namespace
 constexpr std::size_t mostFormats = 4000;
 constexpr std::size_t mostFonts = 512;
 constexpr std::size_t firstOwnNumberFormat = 164;
-constexpr qsizetype formatLength = 20;
 constexpr int boldWeight = 700;
 constexpr int plainWeight = 400;
 
