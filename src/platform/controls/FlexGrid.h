@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/controls/CellAlignment.h"
 #include "platform/controls/Marks.h"
 
 #include <QAbstractScrollArea>
@@ -13,8 +14,6 @@
 
 namespace controls
 {
-
-enum class CellAlignment : quint8 { Default, Left, Centre, Right };
 
 /// A grid over its own compact cell store, quick at 50,000 rows.
 ///

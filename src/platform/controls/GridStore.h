@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/controls/FlexGrid.h"
+#include "platform/controls/CellAlignment.h"
+
+#include <QString>
+#include <QVariant>
 
 #include <vector>
 
