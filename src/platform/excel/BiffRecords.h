@@ -70,6 +70,9 @@ enum Id : std::uint16_t {
     newNames = 0xFFFF,
 };
 
+/// Bits of the options of a row.
+enum RowOption : std::uint16_t { rowHidden = 0x20, heightByHand = 0x40, rowHasFormat = 0x80, rowAlways = 0x100 };
+
 inline constexpr int rowsOfXls = 65536;
 inline constexpr int columnsOfXls = 256;
 /// The stream of a container that holds the book.

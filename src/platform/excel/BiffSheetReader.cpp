@@ -147,21 +147,18 @@ private:
 
     void readRow(const QByteArray &body)
     {
-        constexpr std::uint16_t heightByHand = 0x40;
-        constexpr std::uint16_t hiddenRow = 0x20;
-        constexpr std::uint16_t hasFormat = 0x80;
         Reader reader(body);
         model::Row &target = row(reader.u16());
         const std::size_t height = reader.skip(4).u16();
         target.options = static_cast<std::uint16_t>(reader.skip(4).u16());
         const auto twips = static_cast<int>(height & 0x7FFF);
-        if (target.options & (heightByHand | hiddenRow)) {
-            target.height = target.options & hiddenRow ? 0 : twips;
+        if (target.options & (heightByHand | rowHidden)) {
+            target.height = target.options & rowHidden ? 0 : twips;
             target.fittedHeight = twips;
         } else if ((height & 0x8000) == 0) {
             target.fittedHeight = twips;
         }
-        if (target.options & hasFormat) {
+        if (target.options & rowHasFormat) {
             target.style = styleOf(reader.u16() & 0xFFF);
         }
     }

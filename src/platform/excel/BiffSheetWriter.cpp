@@ -23,8 +23,6 @@ constexpr std::size_t rowsOfBlock = 32;
 constexpr std::size_t areasOfRecord = 1027;
 constexpr std::size_t tokenOfShared = 1;
 
-enum RowOption : std::uint16_t { rowHidden = 0x20, heightByHand = 0x40, rowHasFormat = 0x80, rowAlways = 0x100 };
-
 class SheetWriter
 {
 public:
