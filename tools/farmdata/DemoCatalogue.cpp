@@ -8,6 +8,8 @@
 namespace
 {
 
+using enum DemoType;
+
 constexpr int FarmMoreson = 1;
 constexpr int FarmRietvlei = 2;
 constexpr int FarmOudeKraal = 3;
@@ -48,6 +50,19 @@ const std::vector<DemoBlock> &blocks()
     };
     return all;
 }
+
+struct Fruit {
+    DemoType type;
+    int group;
+    const char *name;
+};
+constexpr std::array<Fruit, 7> Fruits{{{Orange, 1, "Orange"},
+                                       {Lemon, 1, "Lemon"},
+                                       {Grapefruit, 1, "Grapefruit"},
+                                       {SoftCitrus, 1, "Soft citrus"},
+                                       {Avocado, 2, "Avocado"},
+                                       {Litchi, 2, "Litchi"},
+                                       {Macadamia, 3, "Macadamia"}}};
 
 struct Variety {
     int key;
@@ -183,13 +198,8 @@ void writeCrops(dao::Database &main)
     groups.add({2, "Subtropical fruit"});
     groups.add({3, "Nuts"});
     TableWriter types(main, "tblCrType", {"CrTyID", "CrGrID", "Type"});
-    types.add({Orange, 1, "Orange"});
-    types.add({Lemon, 1, "Lemon"});
-    types.add({Grapefruit, 1, "Grapefruit"});
-    types.add({SoftCitrus, 1, "Soft citrus"});
-    types.add({Avocado, 2, "Avocado"});
-    types.add({Litchi, 2, "Litchi"});
-    types.add({Macadamia, 3, "Macadamia"});
+    for (const Fruit &fruit : Fruits)
+        types.add({static_cast<int>(fruit.type), fruit.group, QString::fromUtf8(fruit.name)});
     TableWriter varieties(main, "tblCrVariety", {"CrVaID", "CrTyID", "Variety"});
     for (const Variety &variety : Varieties)
         varieties.add({variety.key, static_cast<int>(variety.type), QString::fromUtf8(variety.name)});

@@ -19,6 +19,8 @@ using basic::SerialDate;
 namespace
 {
 
+using enum DemoType;
+
 constexpr int Weeks = 104;
 constexpr int WeeksOfYear = 52;
 constexpr int CountMethod = 1;
