@@ -121,13 +121,15 @@ SchemaTable analysisTable(const AnalysisTable &analysis)
     Fields fields{field(analysis.table.key, FieldType::Long), field(u"BlockPID", FieldType::Long),
                   field(analysis.date, FieldType::Date)};
     const auto addText = [&fields](QStringView name) {
-        if (!name.isEmpty())
+        if (!name.isEmpty()) {
             fields.push_back(field(name, FieldType::Text, NameSize));
+        }
     };
     addText(analysis.part);
     addText(analysis.season);
-    for (const AnalysisValueField &value : analysis.values)
+    for (const AnalysisValueField &value : analysis.values) {
         fields.push_back(field(value.name, FieldType::Single));
+    }
     addText(analysis.texture);
     return autoKeyed(analysis.table.name, std::move(fields), {{"BlockPID"}, {analysis.date.toString()}});
 }
@@ -186,14 +188,17 @@ bool SchemaTable::hasAutoKey() const
 dao::TableDef SchemaTable::definition() const
 {
     dao::TableDef table(name);
-    for (const dao::Field &one : fields)
+    for (const dao::Field &one : fields) {
         table.Append(one);
-    if (!key.isEmpty())
+    }
+    if (!key.isEmpty()) {
         table.Append(dao::Index{name + QStringLiteral("_key"), {key}, true, true});
+    }
     for (const std::vector<QString> &one : indexes) {
         QString indexName = name;
-        for (const QString &fieldName : one)
+        for (const QString &fieldName : one) {
             indexName += u'_' + fieldName;
+        }
         table.Append(dao::Index{indexName, one, false, false});
     }
     return table;
@@ -203,8 +208,9 @@ const std::vector<SchemaTable> &schema()
 {
     static const std::vector<SchemaTable> tables = [] {
         std::vector<SchemaTable> all;
-        for (std::vector<SchemaTable> part : {mainTables(), monitoringTables(), analysisTables(), sprayTables()})
+        for (std::vector<SchemaTable> part : {mainTables(), monitoringTables(), analysisTables(), sprayTables()}) {
             std::move(part.begin(), part.end(), std::back_inserter(all));
+        }
         return all;
     }();
     return tables;
@@ -251,11 +257,13 @@ void createDatabaseFile(DatabaseFile file, const QString &path)
     const std::unique_ptr<dao::Database> database = dao::Workspace::CreateDatabase(path, connectText());
     dao::WriteScope scope(*database);
     for (const SchemaTable &table : schema()) {
-        if (table.file == file)
+        if (table.file == file) {
             database->Append(table.definition());
+        }
     }
-    if (file == DatabaseFile::Pest)
+    if (file == DatabaseFile::Pest) {
         addMethods(*database);
+    }
     scope.commit();
 }
 

@@ -21,8 +21,9 @@ using SerialDate = basic::SerialDate;
 
 void appendValues(std::vector<FieldValue> &fields, const AnalysisTable &analysis, std::span<const float> values)
 {
-    for (const store::AnalysisValueField &field : analysis.values)
+    for (const store::AnalysisValueField &field : analysis.values) {
         fields.push_back({field.name, static_cast<double>(values[field.argument])});
+    }
 }
 
 std::vector<FieldValue> soilFields(const AnalysisTable &analysis, Key planting, SerialDate date, std::span<const float> values)

@@ -198,15 +198,17 @@ Recordset clsPestMONNew::Get_Blocks_All(Key farm, Key group, Key type, Key varie
         }
     }
     QString filter;
-    if (variety != 0)
+    if (variety != 0) {
         filter = sqlText(u" and tblBlockPlant.CrVaID = ", variety);
-    else if (type != 0)
+    } else if (type != 0) {
         filter = sqlText(u" and tblCrType.CrTyID = ", type);
-    else if (group != 0)
+    } else if (group != 0) {
         filter = sqlText(u" and tblCrGroup.CrGrID = ", group);
+    }
     const bool groupAlone = variety == 0 && type == 0 && group != 0;
-    if (!groupAlone)
+    if (!groupAlone) {
         filter += sqlText(u" and tblBlockPlant.PBActive = ", true);
+    }
 
     Recordset rows = mainRows(sqlText(u"Select *, tblBlockPlant.CrVaID as VVV from tblBlockPlant, tblBlock", tables,
                                       u" where tblBlockPlant.BlockID = tblBlock.BlockID and tblBlock.FarmID = ", farm, joins,
@@ -253,15 +255,17 @@ Recordset clsPestMONNew::Get_Pests_for_FruitType(Key type, const QString &kind)
         targetsSql(u"tblTargetFType, ",
                    sqlText(u" where tblTargetFType.CrTyID =", type,
                            u" and tblTargetFType.CTargetID = tblCTarget.CTargetID and tblCTarget.CTType ='", kind, u"'")));
-    if (!rows.Eof())
+    if (!rows.Eof()) {
         RecordTotal = rows.RecordCount();
+    }
     return rows;
 }
 
 Recordset clsPestMONNew::Get_Pests_for_ALL_FruitTypes(const QString &kind)
 {
     Recordset rows = sprayRows(targetsSql({}, kind.isEmpty() ? QString() : sqlText(u" where tblCTarget.CTType ='", kind, u"'")));
-    if (!rows.Eof())
+    if (!rows.Eof()) {
         RecordTotal = rows.RecordCount();
+    }
     return rows;
 }
