@@ -232,11 +232,7 @@ Recordset clsPestMONNew::Get_PestData_Points_Pest(Key target)
 
 clsPestMONNew::Int16 clsPestMONNew::No_of_Pests(Key instruction)
 {
-    Recordset rows = pestRows(sqlText(u"Select CTargetID from tblPMTarTrans where tblPMTarTrans.PMTransID =", instruction));
-    if (rows.Eof()) {
-        return 0;
-    }
-    rows.MoveLast();
+    const Recordset rows = pestRows(sqlText(u"Select CTargetID from tblPMTarTrans where tblPMTarTrans.PMTransID =", instruction));
     return basic::toInteger16(rows.RecordCount());
 }
 
