@@ -58,6 +58,7 @@ public:
     QVariant cellValue(int row, int col) const;
     void setCellValue(int row, int col, const QVariant &value);
 
+    /// 0xBBGGRR, as those of `mark`; nothing for a cell never painted.
     std::optional<int> CellBackColor(int row, int col) const;
     void setCellBackColor(int row, int col, int colour);
     bool CellFontBold(int row, int col) const;

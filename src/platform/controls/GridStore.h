@@ -16,6 +16,7 @@ struct GridCell {
     static constexpr qint32 NoColour = -1;
 
     QString text;
+    /// 0xBBGGRR.
     qint32 colour = NoColour;
     bool bold = false;
     CellAlignment alignment = CellAlignment::Default;

@@ -9,7 +9,8 @@
 #include <bit>
 #include <cstring>
 
-/// The records of a .xls stream. All numbers are little-endian.
+/// The records of a .xls stream, version 8 of the format. Numbers and layouts are those of the format's published description;
+/// all are little-endian.
 namespace excel::biff
 {
 
