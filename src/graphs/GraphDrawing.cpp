@@ -97,7 +97,6 @@ void drawGraph(Chart &chGraph, const chart::DataTable &GraphData, const GraphCri
     }
     setAxisTitles(chGraph, criteria);
     chGraph.setRepaint(true);
-    chGraph.Refresh();
 }
 
 QString graphPointText(const GraphCriteria &criteria, int point)

@@ -53,8 +53,9 @@ void moveOver(const QString &from, const QString &to)
 {
     std::error_code error;
     std::filesystem::rename(native(from), native(to), error);
-    if (error)
+    if (error) {
         fail(QStringLiteral("%1 could not be written: %2.").arg(to, QString::fromStdString(error.message())));
+    }
     basic::syncToDisk(QFileInfo(to).absolutePath());
 }
 
@@ -78,8 +79,9 @@ private:
 
 void makeFolder(const QString &folder)
 {
-    if (!QDir().mkpath(folder))
+    if (!QDir().mkpath(folder)) {
         fail(QStringLiteral("The folder %1 could not be made.").arg(folder));
+    }
 }
 
 /// Halves of copies that a killed program left; one of today may still be in the making.
@@ -88,16 +90,18 @@ void removeLeftovers(const QString &databasesFolder)
     const QDir folder(backupFolder(databasesFolder));
     const QDateTime yesterday = QDateTime::currentDateTime().addDays(-1);
     for (const QFileInfo &half : folder.entryInfoList({QStringLiteral("*.new"), QStringLiteral("*.part")}, QDir::Files)) {
-        if (half.lastModified() < yesterday)
+        if (half.lastModified() < yesterday) {
             QFile::remove(half.filePath());
+        }
     }
 }
 
 void removeOldest(const QString &databasesFolder)
 {
     const std::vector<Backup> backups = listBackups(databasesFolder);
-    for (std::size_t i = BackupsKept; i < backups.size(); ++i)
+    for (std::size_t i = BackupsKept; i < backups.size(); ++i) {
         QFile::remove(backups[i].path);
+    }
 }
 
 void copyOver(const dao::Database &database, const QString &databasesFolder)
@@ -119,8 +123,9 @@ void bringToRest(const QString &file)
         const std::unique_ptr<dao::Database> database = dao::Workspace::OpenDatabase(file, true, false, connectText());
         database->tableNames();
     } catch (const basic::RunTimeError &error) {
-        if (error.number() == static_cast<int>(dao::DataErrorNumber::FileInUse))
+        if (error.number() == static_cast<int>(dao::DataErrorNumber::FileInUse)) {
             throw;
+        }
     }
 }
 
@@ -130,27 +135,31 @@ QString placeForReplaced(const QString &databasesFolder)
     const QString stem = backupFolder(databasesFolder)
         + QStringLiteral("/PestMon-replaced-%1").arg(basic::Clock::now().toString(QStringLiteral("yyyy-MM-dd-HHmmss")));
     QString place = stem + QStringLiteral(".mdb");
-    for (int number = 2; QFileInfo::exists(place); ++number)
+    for (int number = 2; QFileInfo::exists(place); ++number) {
         place = QStringLiteral("%1-%2.mdb").arg(stem).arg(number);
+    }
     return place;
 }
 
 QString putAside(const QString &databasesFolder)
 {
     const QString current = pestFile(databasesFolder);
-    if (!QFileInfo::exists(current))
+    if (!QFileInfo::exists(current)) {
         return {};
+    }
     bringToRest(current);
     QString place = placeForReplaced(databasesFolder);
-    if (!QFile::copy(current, place))
+    if (!QFile::copy(current, place)) {
         fail(QStringLiteral("The present %1 could not be kept as %2; nothing was restored.").arg(current, place));
+    }
     // A power cut must find one of the two, and the folder's names with them.
     basic::syncToDisk(place);
     basic::syncToDisk(backupFolder(databasesFolder));
     // A journal left beside the restored file would be played into the wrong file.
     const QString journal = QStringLiteral("-journal");
-    if (QFileInfo::exists(current + journal))
+    if (QFileInfo::exists(current + journal)) {
         moveOver(current + journal, place + journal);
+    }
     return place;
 }
 
@@ -158,11 +167,13 @@ QString putAside(const QString &databasesFolder)
 
 void backupForToday(SessionContext &session)
 {
-    if (!session.dbPest.isSet())
+    if (!session.dbPest.isSet()) {
         return;
+    }
     const QString folder = QFileInfo(session.dbPest->Name()).absolutePath();
-    if (!QFileInfo::exists(copyOfDay(folder, basic::Clock::today())))
+    if (!QFileInfo::exists(copyOfDay(folder, basic::Clock::today()))) {
         copyOver(*session.dbPest, folder);
+    }
 }
 
 QString backUpNow(const QString &databasesFolder)
@@ -182,8 +193,9 @@ std::vector<Backup> listBackups(const QString &databasesFolder)
     for (const QString &name : folder.entryList(QDir::Files)) {
         const QRegularExpressionMatch match = dated.match(name);
         const QDate day = QDate::fromString(match.captured(1), DayFormat);
-        if (day.isValid())
+        if (day.isValid()) {
             backups.push_back({folder.filePath(name), day});
+        }
     }
     std::sort(backups.begin(), backups.end(), [](const Backup &left, const Backup &right) { return left.day > right.day; });
     return backups;
@@ -194,13 +206,15 @@ QString whyNotRestorable(const QString &file, const std::function<void(int perce
     try {
         const std::unique_ptr<dao::Database> database = dao::Workspace::OpenDatabase(file, false, true, connectText());
         const QStringList faults = database->checkIntegrity(progress);
-        if (!faults.isEmpty())
+        if (!faults.isEmpty()) {
             return QStringLiteral("%1 is damaged: %2").arg(file, faults.front());
+        }
         const QStringList names = database->tableNames();
         for (const SchemaTable &table : schema()) {
-            if (table.file == DatabaseFile::Pest && !table.optional && !names.contains(table.name, Qt::CaseInsensitive))
+            if (table.file == DatabaseFile::Pest && !table.optional && !names.contains(table.name, Qt::CaseInsensitive)) {
                 return QStringLiteral("%1 is no copy of %2: the table %3 is missing.")
                     .arg(file, fileName(table.file), table.name);
+            }
         }
     } catch (const basic::RunTimeError &error) {
         return error.description();
@@ -211,8 +225,9 @@ QString whyNotRestorable(const QString &file, const std::function<void(int perce
 QString restoreBackup(const QString &databasesFolder, const QString &file, const std::function<void(int percent)> &progress)
 {
     const QString reason = whyNotRestorable(file, progress);
-    if (!reason.isEmpty())
+    if (!reason.isEmpty()) {
         throw basic::RunTimeError(basic::ErrorNumber::InvalidArgument, reason);
+    }
     makeFolder(backupFolder(databasesFolder));
     const QString current = pestFile(databasesFolder);
     const FileBeside beside(current);

@@ -11,16 +11,19 @@ std::int32_t writeRow(dao::Database &database, const QString &sql, Existing exis
 {
     dao::Recordset rows = database.OpenRecordset(sql, dao::RecordsetType::Dynaset);
     if (rows.Eof()) {
-        if (missing == Missing::LeaveAlone)
+        if (missing == Missing::LeaveAlone) {
             return 0;
+        }
         rows.AddNew();
     } else {
-        if (existing == Existing::LeaveAlone)
+        if (existing == Existing::LeaveAlone) {
             return 0;
+        }
         rows.Edit();
     }
-    for (const FieldValue &field : fields)
+    for (const FieldValue &field : fields) {
         rows.set(field.name, field.value);
+    }
     // A new row's key is known before the row is written, and no longer at hand afterwards.
     const std::int32_t key = keyField.isEmpty() ? 0 : rows.longValue(keyField);
     rows.Update();
@@ -51,8 +54,9 @@ void deleteFirst(dao::Database &database, KeyedTable table, const QString &condi
                                             : sqlText(u"Select * from ", table.name, u" where ", table.key, u" in (Select Min(",
                                                       table.key, u") from ", table.name, where, u")");
     dao::Recordset rows = database.OpenRecordset(sql, dao::RecordsetType::Dynaset);
-    if (!rows.Eof())
+    if (!rows.Eof()) {
         rows.Delete();
+    }
 }
 
 } // namespace store

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/Schema.h"
 
+#include "store/AnalysisTables.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -15,27 +17,27 @@ using dao::FieldType;
 constexpr int NameSize = 50;
 constexpr int NoteSize = 255;
 
-dao::Field field(const char *name, FieldType type, int size = 0)
+dao::Field field(QStringView name, FieldType type, int size = 0)
 {
-    return dao::TableDef::CreateField(QString::fromLatin1(name), type, size);
+    return dao::TableDef::CreateField(name.toString(), type, size);
 }
-dao::Field number(const char *name)
+dao::Field number(QStringView name)
 {
     return field(name, FieldType::Long);
 }
-dao::Field shortNumber(const char *name)
+dao::Field shortNumber(QStringView name)
 {
     return field(name, FieldType::Integer);
 }
-dao::Field yesNo(const char *name)
+dao::Field yesNo(QStringView name)
 {
     return field(name, FieldType::Boolean);
 }
-dao::Field date(const char *name)
+dao::Field date(QStringView name)
 {
     return field(name, FieldType::Date);
 }
-dao::Field text(const char *name, int size = NameSize)
+dao::Field text(QStringView name, int size = NameSize)
 {
     return field(name, FieldType::Text, size);
 }
@@ -43,27 +45,20 @@ dao::Field text(const char *name, int size = NameSize)
 using Fields = std::vector<dao::Field>;
 using Indexes = std::vector<std::vector<QString>>;
 
-Fields singles(Fields fields, std::initializer_list<const char *> names)
+SchemaTable plain(DatabaseFile file, QStringView name, Fields fields, Indexes indexes = {})
 {
-    std::transform(names.begin(), names.end(), std::back_inserter(fields),
-                   [](const char *name) { return field(name, FieldType::Single); });
-    return fields;
-}
-
-SchemaTable plain(DatabaseFile file, const char *name, Fields fields, Indexes indexes = {})
-{
-    return {file, QString::fromLatin1(name), std::move(fields), {}, std::move(indexes)};
+    return {file, name.toString(), std::move(fields), {}, std::move(indexes)};
 }
 
 /// The key is the first field.
-SchemaTable keyed(DatabaseFile file, const char *name, Fields fields, Indexes indexes = {})
+SchemaTable keyed(DatabaseFile file, QStringView name, Fields fields, Indexes indexes = {})
 {
     SchemaTable table = plain(file, name, std::move(fields), std::move(indexes));
     table.key = table.fields.front().name;
     return table;
 }
 
-SchemaTable autoKeyed(const char *name, Fields fields, Indexes indexes = {})
+SchemaTable autoKeyed(QStringView name, Fields fields, Indexes indexes = {})
 {
     SchemaTable table = keyed(DatabaseFile::Pest, name, std::move(fields), std::move(indexes));
     table.fields.front().autoIncrement = true;
@@ -74,83 +69,84 @@ std::vector<SchemaTable> mainTables()
 {
     constexpr DatabaseFile Main = DatabaseFile::Main;
     return {
-        keyed(Main, "tblFarms", {number("FarmID"), text("Farm"), yesNo("isactive")}),
-        keyed(Main, "tblBlock", {number("BlockID"), text("Block"), number("FarmID"), shortNumber("NoofMpoints"), yesNo("active")},
+        keyed(Main, u"tblFarms", {number(u"FarmID"), text(u"Farm"), yesNo(u"isactive")}),
+        keyed(Main, u"tblBlock",
+              {number(u"BlockID"), text(u"Block"), number(u"FarmID"), shortNumber(u"NoofMpoints"), yesNo(u"active")},
               {{"FarmID"}}),
-        keyed(Main, "tblBlockPlant", {number("BlockPID"), number("BlockID"), text("PBlock"), yesNo("PBActive"), number("CrVaID")},
+        keyed(Main, u"tblBlockPlant",
+              {number(u"BlockPID"), number(u"BlockID"), text(u"PBlock"), yesNo(u"PBActive"), number(u"CrVaID")},
               {{"BlockID"}, {"CrVaID"}}),
-        keyed(Main, "tblCrVariety", {number("CrVaID"), number("CrTyID"), text("Variety")}, {{"CrTyID"}}),
-        keyed(Main, "tblCrType", {number("CrTyID"), number("CrGrID"), text("Type")}, {{"CrGrID"}, {"Type"}}),
-        keyed(Main, "tblCrGroup", {number("CrGrID"), text("Group")}),
-        keyed(Main, "tblWorker", {number("WorkerID"), text("WNickName")}),
-        plain(Main, "tblYear", {text("FYear")}),
-        plain(Main, "tblActiveIngredient", {number("ActInID"), text("ActiveIngredient", NoteSize)}, {{"ActiveIngredient"}}),
+        keyed(Main, u"tblCrVariety", {number(u"CrVaID"), number(u"CrTyID"), text(u"Variety")}, {{"CrTyID"}}),
+        keyed(Main, u"tblCrType", {number(u"CrTyID"), number(u"CrGrID"), text(u"Type")}, {{"CrGrID"}, {"Type"}}),
+        keyed(Main, u"tblCrGroup", {number(u"CrGrID"), text(u"Group")}),
+        keyed(Main, u"tblWorker", {number(u"WorkerID"), text(u"WNickName")}),
+        plain(Main, u"tblYear", {text(u"FYear")}),
+        plain(Main, u"tblActiveIngredient", {number(u"ActInID"), text(u"ActiveIngredient", NoteSize)}, {{"ActiveIngredient"}}),
     };
 }
 
 std::vector<SchemaTable> monitoringTables()
 {
     return {
-        keyed(DatabaseFile::Pest, "tblPMMethod", {number("PMMethodID"), text("PMMethod")}),
-        autoKeyed("tblPMTrans",
-                  {number("PMTransID"), number("BlockID"), number("PMMethodID"), date("PMTransDate"), date("PMTransDateCom"),
-                   shortNumber("PMTransWeek"), text("PMNotes", NoteSize), text("PMPerson"), shortNumber("NoofMpoints"),
-                   yesNo("PMTransCom"), yesNo("PMRepeat")},
+        keyed(DatabaseFile::Pest, u"tblPMMethod", {number(u"PMMethodID"), text(u"PMMethod")}),
+        autoKeyed(u"tblPMTrans",
+                  {number(u"PMTransID"), number(u"BlockID"), number(u"PMMethodID"), date(u"PMTransDate"), date(u"PMTransDateCom"),
+                   shortNumber(u"PMTransWeek"), text(u"PMNotes", NoteSize), text(u"PMPerson"), shortNumber(u"NoofMpoints"),
+                   yesNo(u"PMTransCom"), yesNo(u"PMRepeat")},
                   {{"PMTransDate"}, {"PMTransDateCom"}, {"BlockID"}}),
-        plain(DatabaseFile::Pest, "tblPMBlockTrans", {number("PMTransID"), number("BlockID"), shortNumber("NoofMpoints")},
+        plain(DatabaseFile::Pest, u"tblPMBlockTrans", {number(u"PMTransID"), number(u"BlockID"), shortNumber(u"NoofMpoints")},
               {{"PMTransID", "BlockID"}, {"BlockID"}}),
-        autoKeyed("tblPMTarTrans", {number("PMTarTransID"), number("PMTransID"), number("CTargetID")},
+        autoKeyed(u"tblPMTarTrans", {number(u"PMTarTransID"), number(u"PMTransID"), number(u"CTargetID")},
                   {{"PMTransID", "CTargetID"}}),
         // The largest table: each further index would slow down every save of an instruction.
-        autoKeyed("tblPMData",
-                  {number("PMDataID"), number("PMTransID"), number("BlockID"), number("CTargetID"), shortNumber("PMBPunt"),
-                   shortNumber("PMCount"), shortNumber("PMCountUnder"), shortNumber("PMCountUpper"), yesNo("PMYes"),
-                   yesNo("PMYesUnder"), yesNo("PMYesUpper")},
+        autoKeyed(u"tblPMData",
+                  {number(u"PMDataID"), number(u"PMTransID"), number(u"BlockID"), number(u"CTargetID"), shortNumber(u"PMBPunt"),
+                   shortNumber(u"PMCount"), shortNumber(u"PMCountUnder"), shortNumber(u"PMCountUpper"), yesNo(u"PMYes"),
+                   yesNo(u"PMYesUnder"), yesNo(u"PMYesUpper")},
                   {{"PMTransID", "BlockID", "CTargetID", "PMBPunt"}, {"CTargetID", "BlockID", "PMBPunt"}}),
-        autoKeyed("tblPMDataMax",
-                  {number("PMDataMaxID"), number("PMTransID"), number("BlockID"), number("CTargetID"), shortNumber("PMCountMax"),
-                   shortNumber("PMCountUnderMax"), shortNumber("PMCountUpperMax"), shortNumber("PMYesMax"),
-                   shortNumber("PMYesUnderMax"), shortNumber("PMYesUpperMax")},
+        autoKeyed(u"tblPMDataMax",
+                  {number(u"PMDataMaxID"), number(u"PMTransID"), number(u"BlockID"), number(u"CTargetID"),
+                   shortNumber(u"PMCountMax"), shortNumber(u"PMCountUnderMax"), shortNumber(u"PMCountUpperMax"),
+                   shortNumber(u"PMYesMax"), shortNumber(u"PMYesUnderMax"), shortNumber(u"PMYesUpperMax")},
                   {{"PMTransID", "CTargetID", "BlockID"}, {"CTargetID", "BlockID"}}),
-        autoKeyed("tblPMTPest", {number("PMTPestID"), number("CTargetID")}, {{"CTargetID"}}),
-        autoKeyed("tblPMTBlock", {number("PMTBlockID"), number("BlockID"), shortNumber("NoofMpoints")}, {{"BlockID"}}),
-        autoKeyed("tblPMTempPest", {number("PMTempPestID"), number("CTargetID")}, {{"CTargetID"}}),
-        autoKeyed("tblPMTempBlock", {number("PMTempBlockID"), number("BlockID")}, {{"BlockID"}}),
+        autoKeyed(u"tblPMTPest", {number(u"PMTPestID"), number(u"CTargetID")}, {{"CTargetID"}}),
+        autoKeyed(u"tblPMTBlock", {number(u"PMTBlockID"), number(u"BlockID"), shortNumber(u"NoofMpoints")}, {{"BlockID"}}),
+        autoKeyed(u"tblPMTempPest", {number(u"PMTempPestID"), number(u"CTargetID")}, {{"CTargetID"}}),
+        autoKeyed(u"tblPMTempBlock", {number(u"PMTempBlockID"), number(u"BlockID")}, {{"BlockID"}}),
     };
+}
+
+SchemaTable analysisTable(const AnalysisTable &analysis)
+{
+    Fields fields{field(analysis.table.key, FieldType::Long), field(u"BlockPID", FieldType::Long),
+                  field(analysis.date, FieldType::Date)};
+    const auto addText = [&fields](QStringView name) {
+        if (!name.isEmpty()) {
+            fields.push_back(field(name, FieldType::Text, NameSize));
+        }
+    };
+    addText(analysis.part);
+    addText(analysis.season);
+    for (const AnalysisValueField &value : analysis.values) {
+        fields.push_back(field(value.name, FieldType::Single));
+    }
+    addText(analysis.texture);
+    return autoKeyed(analysis.table.name, std::move(fields), {{"BlockPID"}, {analysis.date.toString()}});
 }
 
 std::vector<SchemaTable> analysisTables()
 {
-    const auto plant = [](const char *key, const char *day, const char *part, const char *season) {
-        return Fields{number(key), number("BlockPID"), date(day), text(part), text(season)};
-    };
-    Fields basic = singles({number("SoilBasicID"), number("BlockPID"), date("SBDate")},
-                           {"SBDepth", "SBpHWater", "SBpHSuur", "SBConduct", "SBKUV", "SBClay", "SBOrganic"});
-    basic.push_back(text("SBTexture"));
-    SchemaTable copy =
-        plain(DatabaseFile::Pest, "tblTempBlockPlant",
-              {number("tBlockPID"), text("tPBlock"), number("tBlockID"), text("tBlock"), yesNo("tFlag"), yesNo("PBActive")});
+    SchemaTable copy = plain(
+        DatabaseFile::Pest, u"tblTempBlockPlant",
+        {number(u"tBlockPID"), text(u"tPBlock"), number(u"tBlockID"), text(u"tBlock"), yesNo(u"tFlag"), yesNo(u"PBActive")});
     copy.optional = true;
     return {
-        autoKeyed("tblLeaveAnalysis",
-                  singles(plant("LeaveAnalysisID", "LADate", "LAPart", "LASeason"),
-                          {"LA_N", "LA_P", "LA_K", "LA_Mg", "LA_Na", "LA_Mn", "LA_Fe", "LA_Cu", "LA_Zn", "LA_B", "LA_Ca"}),
-                  {{"BlockPID"}, {"LADate"}}),
-        autoKeyed("tblFruitAnalysis",
-                  singles(plant("FruitAnalysisID", "FADate", "FAPart", "FASeason"),
-                          {"FA_N", "FA_P", "FA_K", "FA_Mg", "FA_Na", "FA_Mn", "FA_Fe", "FA_Cu", "FA_Zn", "FA_B", "FA_Ca"}),
-                  {{"BlockPID"}, {"FADate"}}),
-        autoKeyed("tblSoilBasic", std::move(basic), {{"BlockPID"}, {"SBDate"}}),
-        autoKeyed("tblSoilMicro",
-                  singles({number("MicroID"), number("BlockPID"), date("MicroDate")},
-                          {"MicroZn", "MicroB", "MicroCu", "MicroMn", "MicroFe", "MicroMo"}),
-                  {{"BlockPID"}, {"MicroDate"}}),
-        autoKeyed(
-            "tblSoilExtraction",
-            singles({number("SEExtractionID"), number("BlockPID"), date("SEDate")},
-                    {"SEDepth", "SEPBray", "SEPB2", "SEPAcid", "SE_K", "SE_Ca", "SE_Na", "SE_Mg", "SE_Cl", "SE_S", "SE_Al"}),
-            {{"BlockPID"}, {"SEDate"}}),
-        plain(DatabaseFile::Pest, "tblFTransaction", {date("FertDate")}, {{"FertDate"}}),
+        analysisTable(LeaveAnalysis),
+        analysisTable(FruitAnalysis),
+        analysisTable(SoilBasicAnalysis),
+        analysisTable(SoilMicroAnalysis),
+        analysisTable(SoilExtractionAnalysis),
+        plain(DatabaseFile::Pest, u"tblFTransaction", {date(u"FertDate")}, {{"FertDate"}}),
         std::move(copy),
     };
 }
@@ -159,9 +155,9 @@ std::vector<SchemaTable> sprayTables()
 {
     constexpr DatabaseFile Spray = DatabaseFile::Spray;
     return {
-        keyed(Spray, "tblCTarget", {number("CTargetID"), text("ChemTarget", NoteSize), text("CTType")},
+        keyed(Spray, u"tblCTarget", {number(u"CTargetID"), text(u"ChemTarget", NoteSize), text(u"CTType")},
               {{"CTType"}, {"ChemTarget"}}),
-        plain(Spray, "tblTargetFType", {number("CrTyID"), number("CTargetID")}, {{"CrTyID"}, {"CTargetID"}}),
+        plain(Spray, u"tblTargetFType", {number(u"CrTyID"), number(u"CTargetID")}, {{"CrTyID"}, {"CTargetID"}}),
     };
 }
 
@@ -192,14 +188,17 @@ bool SchemaTable::hasAutoKey() const
 dao::TableDef SchemaTable::definition() const
 {
     dao::TableDef table(name);
-    for (const dao::Field &one : fields)
+    for (const dao::Field &one : fields) {
         table.Append(one);
-    if (!key.isEmpty())
+    }
+    if (!key.isEmpty()) {
         table.Append(dao::Index{name + QStringLiteral("_key"), {key}, true, true});
+    }
     for (const std::vector<QString> &one : indexes) {
         QString indexName = name;
-        for (const QString &fieldName : one)
+        for (const QString &fieldName : one) {
             indexName += u'_' + fieldName;
+        }
         table.Append(dao::Index{indexName, one, false, false});
     }
     return table;
@@ -209,8 +208,9 @@ const std::vector<SchemaTable> &schema()
 {
     static const std::vector<SchemaTable> tables = [] {
         std::vector<SchemaTable> all;
-        for (std::vector<SchemaTable> part : {mainTables(), monitoringTables(), analysisTables(), sprayTables()})
+        for (std::vector<SchemaTable> part : {mainTables(), monitoringTables(), analysisTables(), sprayTables()}) {
             std::move(part.begin(), part.end(), std::back_inserter(all));
+        }
         return all;
     }();
     return tables;
@@ -257,11 +257,13 @@ void createDatabaseFile(DatabaseFile file, const QString &path)
     const std::unique_ptr<dao::Database> database = dao::Workspace::CreateDatabase(path, connectText());
     dao::WriteScope scope(*database);
     for (const SchemaTable &table : schema()) {
-        if (table.file == file)
+        if (table.file == file) {
             database->Append(table.definition());
+        }
     }
-    if (file == DatabaseFile::Pest)
+    if (file == DatabaseFile::Pest) {
         addMethods(*database);
+    }
     scope.commit();
 }
 

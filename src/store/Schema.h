@@ -7,7 +7,8 @@
 
 #include <vector>
 
-/// Every table and field that this program touches, as data.
+/// Every table and field that this program touches, as data: names, types and sizes are those of the suite's
+/// files.
 namespace store
 {
 
@@ -44,7 +45,7 @@ QString fileName(DatabaseFile file);
 /// The connect text that carries the password of all three files.
 QString connectText();
 
-/// Makes an empty file with all tables of `file` at `path`, which must not exist, and the two methods in the pest file.
+/// Makes an empty file with all tables of `file` at `path`, and the two methods in the pest file. Error 75 when `path` exists.
 void createDatabaseFile(DatabaseFile file, const QString &path);
 
 } // namespace store

@@ -104,26 +104,32 @@ bool refreshCopy(dao::Database &database, const Plantings &plantings, Work work)
     for (; !copy.Eof(); copy.MoveNext()) {
         const auto found = plantings.byKey.constFind(fields.key(copy));
         const bool isRow = found != plantings.byKey.constEnd() && !claimed[*found];
-        if (isRow)
+        if (isRow) {
             claimed[*found] = true;
+        }
         const bool differs = isRow ? fields.flag(copy) || !(fields.read(copy) == plantings.rows[*found])
                                    : fields.flag(copy) && !fields.active(copy);
-        if (!differs)
+        if (!differs) {
             continue;
-        if (work == Work::Look)
+        }
+        if (work == Work::Look) {
             return true;
+        }
         copy.Edit();
-        if (isRow)
+        if (isRow) {
             fields.write(copy, plantings.rows[*found]);
-        else
+        } else {
             fields.activate(copy);
+        }
         copy.Update();
     }
     for (std::size_t i = 0; i < claimed.size(); ++i) {
-        if (claimed[i])
+        if (claimed[i]) {
             continue;
-        if (work == Work::Look)
+        }
+        if (work == Work::Look) {
             return true;
+        }
         copy.AddNew();
         fields.write(copy, plantings.rows[i]);
         copy.Update();
@@ -142,10 +148,12 @@ bool rewriteWeeks(dao::Database &database, Work work)
     const int stored = rows.fieldIndex(u"PMTransWeek");
     for (; !rows.Eof(); rows.MoveNext()) {
         const std::int32_t week = weekNumber(rows.date(completed)->date());
-        if (!rows.isNull(stored) && rows.longValue(stored) == week)
+        if (!rows.isNull(stored) && rows.longValue(stored) == week) {
             continue;
-        if (work == Work::Look)
+        }
+        if (work == Work::Look) {
             return true;
+        }
         rows.Edit();
         rows.set(stored, week);
         rows.Update();
@@ -171,8 +179,9 @@ void replaceIndex(dao::Database &database, const ReplacedIndex &replaced)
     const auto isPresent = [&](const auto &matches) { return std::any_of(present.begin(), present.end(), matches); };
     const bool isMissing = !isPresent([&](const dao::Index &index) { return index.fields == replaced.fields; });
     const bool isLeftOver = isPresent([&](const dao::Index &index) { return index.name == replaced.former; });
-    if (!isMissing && !isLeftOver)
+    if (!isMissing && !isLeftOver) {
         return;
+    }
     dao::WriteScope scope(database);
     try {
         if (isMissing) {
@@ -181,8 +190,9 @@ void replaceIndex(dao::Database &database, const ReplacedIndex &replaced)
                                 return index.fields == replaced.fields;
                             }));
         }
-        if (isLeftOver)
+        if (isLeftOver) {
             database.removeIndex(table, replaced.former.toString());
+        }
     } catch (const basic::RunTimeError &) {
         scope.rollback();
         throw;
@@ -208,8 +218,9 @@ bool ObjectExists(const dao::TableDef &table, const QString &field)
 
 void Ensure_TempBlockTable(SessionContext &session, const std::function<void(const basic::RunTimeError &)> &report)
 {
-    if (!TestTableExists(session, TempBlockTable).isEmpty())
+    if (!TestTableExists(session, TempBlockTable).isEmpty()) {
         return;
+    }
     const auto step = [&](const std::function<void()> &body) {
         try {
             body();
@@ -218,8 +229,9 @@ void Ensure_TempBlockTable(SessionContext &session, const std::function<void(con
         }
     };
     dao::TableDef definition = session.dbPest->CreateTableDef(TempBlockTable);
-    for (const dao::Field &field : findTable(TempBlockTable)->fields)
+    for (const dao::Field &field : findTable(TempBlockTable)->fields) {
         step([&] { definition.Append(field); });
+    }
     step([&] { session.dbPest->Append(definition); });
 }
 
@@ -229,8 +241,9 @@ void Ensure_PMRepeatField(SessionContext &session)
         dao::Database &database = *session.dbPest;
         const dao::TableDef table = database.tableDef(QStringLiteral("tblPMTrans"));
         const dao::Field repeat = dao::TableDef::CreateField(QStringLiteral("PMRepeat"), dao::FieldType::Boolean);
-        if (ObjectExists(table, repeat.name))
+        if (ObjectExists(table, repeat.name)) {
             return;
+        }
         dao::WriteScope scope(database);
         database.Append(table.Name(), repeat);
         database.Execute(QStringLiteral("UPDATE tblPMTrans SET PMRepeat = False"));
@@ -240,16 +253,18 @@ void Ensure_PMRepeatField(SessionContext &session)
 
 void Ensure_Indexes(SessionContext &session)
 {
-    for (const ReplacedIndex &replaced : ReplacedIndexes)
+    for (const ReplacedIndex &replaced : ReplacedIndexes) {
         replaceIndex(*session.dbPest, replaced);
+    }
 }
 
 void Update_TempBlock(SessionContext &session)
 {
     const Plantings plantings = readPlantings(*session.dbMain);
     dao::Database &database = *session.dbPest;
-    if (!refreshCopy(database, plantings, Work::Look))
+    if (!refreshCopy(database, plantings, Work::Look)) {
         return;
+    }
     dao::WriteScope scope(database);
     refreshCopy(database, plantings, Work::Write);
     scope.commit();
@@ -258,8 +273,9 @@ void Update_TempBlock(SessionContext &session)
 void Recalc_PMTransWeek(SessionContext &session)
 {
     dao::Database &database = *session.dbPest;
-    if (!rewriteWeeks(database, Work::Look))
+    if (!rewriteWeeks(database, Work::Look)) {
         return;
+    }
     dao::WriteScope scope(database);
     rewriteWeeks(database, Work::Write);
     scope.commit();

@@ -9,13 +9,15 @@
 
 #include <functional>
 
-/// The in-place upgrades of the pest database and the block copy, run in this order at every start.
+/// The in-place upgrades of the pest database and the block copy, run in this order at every start. Errors go to the caller
+/// unless said otherwise.
 namespace store
 {
 
 /// The name when the pest database has the table, or when asking failed in any way but 3265; else empty.
 QString TestTableExists(SessionContext &session, const QString &table);
 
+/// Whether the table has the field, without regard to case.
 bool ObjectExists(const dao::TableDef &table, const QString &field);
 
 /// Makes tblTempBlockPlant when it is missing. Each failing step is handed to `report`, then the next step runs.

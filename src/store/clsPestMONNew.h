@@ -21,6 +21,7 @@ struct KeyedTable;
 /// A Get_ operation returns an open set on its first row, a snapshot unless said otherwise. Operations ending in _Is, _Name, _ID
 /// or _Are return one field of the first row, or "" or 0 when there is none. Both let errors pass to the caller.
 /// A writer returns its status: 0 done, 1 an error, in which case nothing of the failed row is written and lastError() tells why.
+/// A period holds both its days.
 /// A delete operation removes one row, the one with the lowest key that its query finds, whatever its name says.
 class clsPestMONNew
 {

@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Leaf, fruit and soil analyses: five tables that differ in names and in the number of values.
+// Leaf, fruit and soil analyses.
 #include "store/clsPestMONNew.h"
 
-#include "store/Rows.h"
+#include "store/AnalysisTables.h"
 #include "store/SqlText.h"
 
-#include <span>
 #include <vector>
 
+using store::AnalysisTable;
 using store::Existing;
 using store::FieldValue;
-using store::KeyedTable;
 using store::Missing;
 using store::sqlText;
 
@@ -20,69 +19,11 @@ namespace
 using Key = clsPestMONNew::Key;
 using SerialDate = basic::SerialDate;
 
-/// A field and the place of its value among the arguments, counted from 0. Rows stand in the order of writing.
-struct ValueField {
-    QStringView name;
-    std::size_t argument;
-};
-
-struct AnalysisTable {
-    KeyedTable table;
-    QStringView date;
-    std::span<const ValueField> values;
-    /// Plant analyses only.
-    QStringView part = {};
-    QStringView season = {};
-};
-
-constexpr std::array<ValueField, 11> LeaveValues{{{u"LA_N", 0},
-                                                  {u"LA_P", 1},
-                                                  {u"LA_K", 2},
-                                                  {u"LA_Mg", 4},
-                                                  {u"LA_Na", 5},
-                                                  {u"LA_Mn", 6},
-                                                  {u"LA_Fe", 7},
-                                                  {u"LA_Cu", 8},
-                                                  {u"LA_Zn", 9},
-                                                  {u"LA_B", 10},
-                                                  {u"LA_Ca", 3}}};
-constexpr std::array<ValueField, 11> FruitValues{{{u"FA_N", 0},
-                                                  {u"FA_P", 1},
-                                                  {u"FA_K", 2},
-                                                  {u"FA_Mg", 4},
-                                                  {u"FA_Na", 5},
-                                                  {u"FA_Mn", 6},
-                                                  {u"FA_Fe", 7},
-                                                  {u"FA_Cu", 8},
-                                                  {u"FA_Zn", 9},
-                                                  {u"FA_B", 10},
-                                                  {u"FA_Ca", 3}}};
-constexpr std::array<ValueField, 7> SoilBasicValues{
-    {{u"SBDepth", 0}, {u"SBpHWater", 1}, {u"SBpHSuur", 2}, {u"SBConduct", 3}, {u"SBKUV", 4}, {u"SBClay", 5}, {u"SBOrganic", 6}}};
-constexpr std::array<ValueField, 6> SoilMicroValues{
-    {{u"MicroZn", 0}, {u"MicroB", 2}, {u"MicroCu", 1}, {u"MicroMn", 3}, {u"MicroFe", 4}, {u"MicroMo", 5}}};
-constexpr std::array<ValueField, 11> SoilExtractionValues{{{u"SEDepth", 0},
-                                                           {u"SEPBray", 1},
-                                                           {u"SEPB2", 10},
-                                                           {u"SEPAcid", 2},
-                                                           {u"SE_K", 3},
-                                                           {u"SE_Ca", 4},
-                                                           {u"SE_Na", 5},
-                                                           {u"SE_Mg", 6},
-                                                           {u"SE_Cl", 7},
-                                                           {u"SE_S", 8},
-                                                           {u"SE_Al", 9}}};
-
-constexpr AnalysisTable Leave{{u"tblLeaveAnalysis", u"LeaveAnalysisID"}, u"LADate", LeaveValues, u"LAPart", u"LASeason"};
-constexpr AnalysisTable Fruit{{u"tblFruitAnalysis", u"FruitAnalysisID"}, u"FADate", FruitValues, u"FAPart", u"FASeason"};
-constexpr AnalysisTable SoilBasic{{u"tblSoilBasic", u"SoilBasicID"}, u"SBDate", SoilBasicValues};
-constexpr AnalysisTable SoilMicro{{u"tblSoilMicro", u"MicroID"}, u"MicroDate", SoilMicroValues};
-constexpr AnalysisTable SoilExtraction{{u"tblSoilExtraction", u"SEExtractionID"}, u"SEDate", SoilExtractionValues};
-
 void appendValues(std::vector<FieldValue> &fields, const AnalysisTable &analysis, std::span<const float> values)
 {
-    for (const ValueField &field : analysis.values)
+    for (const store::AnalysisValueField &field : analysis.values) {
         fields.push_back({field.name, static_cast<double>(values[field.argument])});
+    }
 }
 
 std::vector<FieldValue> soilFields(const AnalysisTable &analysis, Key planting, SerialDate date, std::span<const float> values)
@@ -129,7 +70,8 @@ clsPestMONNew::Status clsPestMONNew::Add_Leave_Analysis(Key &key, Key planting, 
                                                         const QString &season, const PlantValues &values)
 {
     return write([&](dao::Database &database) {
-        key = store::appendRow(database, Leave.table, plantFields(Leave, planting, date, part, season, values));
+        key = store::appendRow(database, store::LeaveAnalysis.table,
+                               plantFields(store::LeaveAnalysis, planting, date, part, season, values));
     });
 }
 
@@ -137,7 +79,8 @@ clsPestMONNew::Status clsPestMONNew::Add_Fruit_Analysis(Key &key, Key planting, 
                                                         const QString &season, const PlantValues &values)
 {
     return write([&](dao::Database &database) {
-        key = store::appendRow(database, Fruit.table, plantFields(Fruit, planting, date, part, season, values));
+        key = store::appendRow(database, store::FruitAnalysis.table,
+                               plantFields(store::FruitAnalysis, planting, date, part, season, values));
     });
 }
 
@@ -145,7 +88,7 @@ clsPestMONNew::Status clsPestMONNew::Save_Leave_Analysis(Key &key, Key planting,
                                                          const QString &season, const PlantValues &values)
 {
     return write([&](dao::Database &database) {
-        saveFound(database, Leave, key, plantFields(Leave, planting, date, part, season, values));
+        saveFound(database, store::LeaveAnalysis, key, plantFields(store::LeaveAnalysis, planting, date, part, season, values));
     });
 }
 
@@ -153,7 +96,7 @@ clsPestMONNew::Status clsPestMONNew::Save_Fruit_Analysis(Key &key, Key planting,
                                                          const QString &season, const PlantValues &values)
 {
     return write([&](dao::Database &database) {
-        saveFound(database, Fruit, key, plantFields(Fruit, planting, date, part, season, values));
+        saveFound(database, store::FruitAnalysis, key, plantFields(store::FruitAnalysis, planting, date, part, season, values));
     });
 }
 
@@ -161,95 +104,97 @@ clsPestMONNew::Status clsPestMONNew::Save_Soil_Analysis_Basic(Key &key, Key plan
                                                               const std::array<float, 7> &values, const QString &texture)
 {
     return write([&](dao::Database &database) {
-        std::vector<FieldValue> fields = soilFields(SoilBasic, planting, date, values);
-        fields.push_back({u"SBTexture", texture});
-        saveOrAdd(database, SoilBasic, key, fields);
+        std::vector<FieldValue> fields = soilFields(store::SoilBasicAnalysis, planting, date, values);
+        fields.push_back({store::SoilBasicAnalysis.texture, texture});
+        saveOrAdd(database, store::SoilBasicAnalysis, key, fields);
     });
 }
 
 clsPestMONNew::Status clsPestMONNew::Save_Soil_Analysis_Micro(Key &key, Key planting, SerialDate date,
                                                               const std::array<float, 6> &values)
 {
-    return write(
-        [&](dao::Database &database) { saveOrAdd(database, SoilMicro, key, soilFields(SoilMicro, planting, date, values)); });
+    return write([&](dao::Database &database) {
+        saveOrAdd(database, store::SoilMicroAnalysis, key, soilFields(store::SoilMicroAnalysis, planting, date, values));
+    });
 }
 
 clsPestMONNew::Status clsPestMONNew::Save_Soil_Analysis_Extraction(Key &key, Key planting, SerialDate date,
                                                                    const std::array<float, 11> &values)
 {
     return write([&](dao::Database &database) {
-        saveOrAdd(database, SoilExtraction, key, soilFields(SoilExtraction, planting, date, values));
+        saveOrAdd(database, store::SoilExtractionAnalysis, key,
+                  soilFields(store::SoilExtractionAnalysis, planting, date, values));
     });
 }
 
 clsPestMONNew::Status clsPestMONNew::Delete_Leave_Analysis(Key &key)
 {
-    return deleteFirst(Leave.table, sqlText(Leave.table.key, u" =", key));
+    return deleteFirst(store::LeaveAnalysis.table, sqlText(store::LeaveAnalysis.table.key, u" =", key));
 }
 
 clsPestMONNew::Status clsPestMONNew::Delete_Fruit_Analysis(Key &key)
 {
-    return deleteFirst(Fruit.table, sqlText(Fruit.table.key, u" =", key));
+    return deleteFirst(store::FruitAnalysis.table, sqlText(store::FruitAnalysis.table.key, u" =", key));
 }
 
 clsPestMONNew::Status clsPestMONNew::Delete_Soil_Analysis_Basic(Key &key)
 {
-    return deleteFirst(SoilBasic.table, sqlText(SoilBasic.table.key, u" =", key));
+    return deleteFirst(store::SoilBasicAnalysis.table, sqlText(store::SoilBasicAnalysis.table.key, u" =", key));
 }
 
 clsPestMONNew::Status clsPestMONNew::Delete_Soil_Analysis_Micro(Key &key)
 {
-    return deleteFirst(SoilMicro.table, sqlText(SoilMicro.table.key, u" =", key));
+    return deleteFirst(store::SoilMicroAnalysis.table, sqlText(store::SoilMicroAnalysis.table.key, u" =", key));
 }
 
 clsPestMONNew::Status clsPestMONNew::Delete_Soil_Analysis_Extract(Key &key)
 {
-    return deleteFirst(SoilExtraction.table, sqlText(SoilExtraction.table.key, u" =", key));
+    return deleteFirst(store::SoilExtractionAnalysis.table, sqlText(store::SoilExtractionAnalysis.table.key, u" =", key));
 }
 
 dao::Recordset clsPestMONNew::Get_MonSoilBasic_for_Period(SerialDate from, SerialDate to, Key planting)
 {
-    return pestRows(periodSql(SoilBasic, from, to, planting, session_.ShowActive));
+    return pestRows(periodSql(store::SoilBasicAnalysis, from, to, planting, session_.ShowActive));
 }
 
 dao::Recordset clsPestMONNew::Get_MonSoilMicro_for_Period(SerialDate from, SerialDate to, Key planting)
 {
-    return pestRows(periodSql(SoilMicro, from, to, planting, session_.ShowActive));
+    return pestRows(periodSql(store::SoilMicroAnalysis, from, to, planting, session_.ShowActive));
 }
 
 dao::Recordset clsPestMONNew::Get_MonSoilExtract_for_Period(SerialDate from, SerialDate to, Key planting)
 {
-    return pestRows(periodSql(SoilExtraction, from, to, planting, session_.ShowActive));
+    return pestRows(periodSql(store::SoilExtractionAnalysis, from, to, planting, session_.ShowActive));
 }
 
 dao::Recordset clsPestMONNew::Get_MonLeave_for_Period(SerialDate from, SerialDate to, Key planting)
 {
-    return pestRows(periodSql(Leave, from, to, planting, session_.ShowActive));
+    return pestRows(periodSql(store::LeaveAnalysis, from, to, planting, session_.ShowActive));
 }
 
 dao::Recordset clsPestMONNew::Get_MonFruit_for_Period(SerialDate from, SerialDate to, Key planting)
 {
-    return pestRows(periodSql(Fruit, from, to, planting, session_.ShowActive));
+    return pestRows(periodSql(store::FruitAnalysis, from, to, planting, session_.ShowActive));
 }
 
 dao::Recordset clsPestMONNew::Get_MonSoilBasic_byID(Key key)
 {
-    return pestRows(store::rowByKey(SoilBasic.table, key));
+    return pestRows(store::rowByKey(store::SoilBasicAnalysis.table, key));
 }
 
 dao::Recordset clsPestMONNew::Get_MonSoilMicro_byID(Key key)
 {
-    return pestRows(store::rowByKey(SoilMicro.table, key));
+    return pestRows(store::rowByKey(store::SoilMicroAnalysis.table, key));
 }
 
 dao::Recordset clsPestMONNew::Get_MonLeave_byID(Key key)
 {
-    return pestRows(store::rowByKey(Leave.table, key));
+    return pestRows(store::rowByKey(store::LeaveAnalysis.table, key));
 }
 
 dao::Recordset clsPestMONNew::Get_MonSoilExtract_byID(Key key)
 {
-    return pestRows(store::rowByKey(SoilExtraction.table, key));
+    return pestRows(store::rowByKey(store::SoilExtractionAnalysis.table, key));
 }
 
 dao::Recordset clsPestMONNew::Get_FertTransactions_for_Period(SerialDate from, SerialDate to)

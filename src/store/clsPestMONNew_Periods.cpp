@@ -35,8 +35,9 @@ QString rankingSql(Ranking ranking, Key limit, SerialDate from, SerialDate to, K
                        u" Where tblPMDataMax.PMTransID = tblPMTrans.PMTransID", limited, period, u" and tblPMTrans.PMMethodID = ",
                        method, u" and tblPMTrans.PMTransCom =", true, u" order by ", ranking.listed);
     }
-    if (mode != clsPestMONNew::HighestFirst && mode != clsPestMONNew::LowestFirst)
+    if (mode != clsPestMONNew::HighestFirst && mode != clsPestMONNew::LowestFirst) {
         return {};
+    }
     const QStringView total = method == CountMethod ? u"PMCountMax" : u"PMYesMax";
     return sqlText(u"SELECT tblPMDataMax.", ranking.listed, u", Sum(tblPMDataMax.", total, u") AS SumOf", total,
                    u" FROM tblPMTrans INNER JOIN tblPMDataMax ON tblPMTrans.PMTransID = tblPMDataMax.PMTransID",
@@ -81,8 +82,9 @@ dao::Recordset clsPestMONNew::New_Get_PestDataMaxYesNo_for_Period_Pest_Block(Key
                                                                              SerialDate to)
 {
     QString conditions = sqlText(between(u"tblPMTrans.PMTransDate", from, to), onlyBlock(block));
-    if (block != 0)
+    if (block != 0) {
         conditions += u" and  PMTransDateCom is not null";
+    }
     return pestRows(totalsSql(target, YesNoMethod, conditions));
 }
 

@@ -30,8 +30,9 @@ struct RowFilter {
     {
         QString condition;
         const auto clause = [&](QStringView field, std::optional<Key> value) {
-            if (value)
+            if (value) {
                 condition += sqlText(condition.isEmpty() ? u"" : u" and ", table, u".", field, u" = ", *value);
+            }
         };
         clause(u"PMBPunt", point);
         clause(u"CTargetID", target);
@@ -75,8 +76,9 @@ Recordset clsPestMONNew::Get_PMTrans(Key instruction)
 Recordset clsPestMONNew::New_Get_PestTransactions(SerialDate from, SerialDate to)
 {
     QString condition = sqlText(u"tblPMTrans.PMTransDate >= ", from, u" and tblPMTrans.PMTransDate <= ", to);
-    if (!session_.FilterAll)
+    if (!session_.FilterAll) {
         condition = sqlText(u"PMTransCom = ", session_.FilterCompleted, u" and ", condition);
+    }
     return pestRows(rowsWhere(u"tblPMTrans", condition, u"PMTransDate asc, PMTransID asc"));
 }
 
@@ -230,10 +232,7 @@ Recordset clsPestMONNew::Get_PestData_Points_Pest(Key target)
 
 clsPestMONNew::Int16 clsPestMONNew::No_of_Pests(Key instruction)
 {
-    Recordset rows = pestRows(sqlText(u"Select CTargetID from tblPMTarTrans where tblPMTarTrans.PMTransID =", instruction));
-    if (rows.Eof())
-        return 0;
-    rows.MoveLast();
+    const Recordset rows = pestRows(sqlText(u"Select CTargetID from tblPMTarTrans where tblPMTarTrans.PMTransID =", instruction));
     return basic::toInteger16(rows.RecordCount());
 }
 

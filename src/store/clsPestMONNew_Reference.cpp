@@ -22,17 +22,6 @@ QString firstText(const Recordset &rows, QStringView field)
     return rows.Eof() ? QString() : rows.text(field);
 }
 
-/// Goes to the last row, where the count is complete, and back.
-int countRows(Recordset &rows)
-{
-    if (rows.Eof())
-        return 0;
-    rows.MoveLast();
-    const int count = rows.RecordCount();
-    rows.MoveFirst();
-    return count;
-}
-
 /// Plantings with their block, variety, type and group; the columns that two tables share have a name of their own.
 QString plantingsWithVariety(QStringView fields, const QString &keyClause, const QString &activity)
 {
@@ -141,7 +130,7 @@ Recordset clsPestMONNew::XGet_PestBlocks_for_Farms(Key /*farm*/)
 {
     Recordset rows = mainRows(sqlText(u" SELECT tblBlock.BlockID, tblBlock.Block, tblBlock.NoofMPoints FROM tblBlock"
                                       u" WHERE active <> 0 order by Block asc, BlockID asc"));
-    RecordTotal = countRows(rows);
+    RecordTotal = rows.RecordCount();
     return rows;
 }
 
@@ -209,20 +198,22 @@ Recordset clsPestMONNew::Get_Blocks_All(Key farm, Key group, Key type, Key varie
         }
     }
     QString filter;
-    if (variety != 0)
+    if (variety != 0) {
         filter = sqlText(u" and tblBlockPlant.CrVaID = ", variety);
-    else if (type != 0)
+    } else if (type != 0) {
         filter = sqlText(u" and tblCrType.CrTyID = ", type);
-    else if (group != 0)
+    } else if (group != 0) {
         filter = sqlText(u" and tblCrGroup.CrGrID = ", group);
+    }
     const bool groupAlone = variety == 0 && type == 0 && group != 0;
-    if (!groupAlone)
+    if (!groupAlone) {
         filter += sqlText(u" and tblBlockPlant.PBActive = ", true);
+    }
 
     Recordset rows = mainRows(sqlText(u"Select *, tblBlockPlant.CrVaID as VVV from tblBlockPlant, tblBlock", tables,
                                       u" where tblBlockPlant.BlockID = tblBlock.BlockID and tblBlock.FarmID = ", farm, joins,
                                       filter, u" order by PBlock asc, tblBlockPlant.BlockPID asc"));
-    RecordTotal = countRows(rows);
+    RecordTotal = rows.RecordCount();
     return rows;
 }
 
@@ -264,15 +255,17 @@ Recordset clsPestMONNew::Get_Pests_for_FruitType(Key type, const QString &kind)
         targetsSql(u"tblTargetFType, ",
                    sqlText(u" where tblTargetFType.CrTyID =", type,
                            u" and tblTargetFType.CTargetID = tblCTarget.CTargetID and tblCTarget.CTType ='", kind, u"'")));
-    if (!rows.Eof())
-        RecordTotal = countRows(rows);
+    if (!rows.Eof()) {
+        RecordTotal = rows.RecordCount();
+    }
     return rows;
 }
 
 Recordset clsPestMONNew::Get_Pests_for_ALL_FruitTypes(const QString &kind)
 {
     Recordset rows = sprayRows(targetsSql({}, kind.isEmpty() ? QString() : sqlText(u" where tblCTarget.CTType ='", kind, u"'")));
-    if (!rows.Eof())
-        RecordTotal = countRows(rows);
+    if (!rows.Eof()) {
+        RecordTotal = rows.RecordCount();
+    }
     return rows;
 }

@@ -55,10 +55,11 @@ std::vector<FieldValue> selectFields(std::initializer_list<FieldValue> keys, con
     std::vector<FieldValue> fields;
     fields.reserve(keys.size() + six.size());
     fields.assign(keys);
-    if (selector == clsPestMONNew::AllFields)
+    if (selector == clsPestMONNew::AllFields) {
         fields.insert(fields.end(), six.begin(), six.end());
-    else if (selector >= 1 && selector <= static_cast<int>(six.size()))
+    } else if (selector >= 1 && selector <= static_cast<int>(six.size())) {
         fields.push_back(six[static_cast<std::size_t>(selector - 1)]);
+    }
     return fields;
 }
 

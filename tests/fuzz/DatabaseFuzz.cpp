@@ -35,8 +35,9 @@ class Farm
 public:
     Farm()
     {
-        for (const DatabaseFile file : store::AllDatabaseFiles)
+        for (const DatabaseFile file : store::AllDatabaseFiles) {
             store::createDatabaseFile(file, path(file));
+        }
         {
             const auto pest = dao::Workspace::OpenDatabase(path(DatabaseFile::Pest), false, false, store::connectText());
             dao::WriteScope scope(*pest);
@@ -49,16 +50,18 @@ public:
                                                                {u"PMBPunt", key % 7},
                                                                {u"PMCount", key}});
                 // Few instructions, since the check asks for each of them.
-                if (key % 20 == 0)
+                if (key % 20 == 0) {
                     store::writeRow(*pest, QStringLiteral("Select * from tblPMTrans where 1 = 0"), store::Existing::LeaveAlone,
                                     store::Missing::Add,
                                     std::vector<store::FieldValue>{{u"PMMethodID", 1}, {u"PMNotes", QString(key, u'n')}});
+                }
             }
             scope.commit();
         }
         QFile file(path(DatabaseFile::Pest));
-        if (!file.open(QIODevice::ReadOnly))
+        if (!file.open(QIODevice::ReadOnly)) {
             std::abort();
+        }
         sound_ = file.readAll();
     }
 
@@ -73,8 +76,9 @@ public:
             bytes[place] = static_cast<char>(static_cast<std::uint8_t>(bytes[place]) ^ data[i + 3]);
         }
         QFile file(path(DatabaseFile::Pest));
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
             std::abort();
+        }
     }
 
 private:
@@ -89,8 +93,9 @@ int readAll(dao::Database &database)
     for (const QString &table : database.tableNames()) {
         dao::Recordset all = database.OpenRecordset(store::sqlText(u"Select * from [", table, u"]"));
         for (; !all.Eof(); all.MoveNext(), ++rows) {
-            for (int i = 0; i < all.fieldCount(); ++i)
+            for (int i = 0; i < all.fieldCount(); ++i) {
                 all.value(i);
+            }
         }
     }
     return rows;

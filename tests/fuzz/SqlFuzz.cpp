@@ -28,8 +28,9 @@ public:
     void read(const QString &sql)
     {
         for (dao::Recordset rows = database_->OpenRecordset(sql); !rows.Eof(); rows.MoveNext()) {
-            for (int i = 0; i < rows.fieldCount(); ++i)
+            for (int i = 0; i < rows.fieldCount(); ++i) {
                 rows.value(i);
+            }
         }
     }
     void change(const QString &sql)

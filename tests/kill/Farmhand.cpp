@@ -66,8 +66,9 @@ public:
         screen_.resize(1366, 700);
         screen_.show();
         screen_.activateWindow();
-        if (!QTest::qWaitForWindowActive(&screen_))
+        if (!QTest::qWaitForWindowActive(&screen_)) {
             throw Surprise(QStringLiteral("no active window"));
+        }
         screen_.activateScreen();
     }
 
@@ -75,12 +76,14 @@ public:
     {
         tell(QStringLiteral("ready"));
         for (int round = 0;; ++round) {
-            if (round % 4 == 3)
+            if (round % 4 == 3) {
                 import(round);
+            }
             const int key = issue();
             openForCapture(key);
-            for (int i = 3 + below(6); i > 0; --i)
+            for (int i = 3 + below(6); i > 0; --i) {
                 captureACell();
+            }
             complete(key);
         }
     }
@@ -105,8 +108,9 @@ private:
     void tell(const QString &line) const
     {
         const QByteArray bytes = line.toUtf8() + '\n';
-        if (::write(orders_.reports, bytes.constData(), static_cast<std::size_t>(bytes.size())) != bytes.size())
+        if (::write(orders_.reports, bytes.constData(), static_cast<std::size_t>(bytes.size())) != bytes.size()) {
             throw Surprise(QStringLiteral("nobody listens"));
+        }
     }
     /// Says what is about to be written, lets the program do it, and reports it once the program has said that it is done.
     void report(const QString &what, const char *button, const QString &answer)
@@ -117,8 +121,9 @@ private:
     }
     void expectStatus(const QString &answer)
     {
-        if (!host_.failure.isEmpty() || !host_.errors.isEmpty() || !host_.status.contains(answer))
+        if (!host_.failure.isEmpty() || !host_.errors.isEmpty() || !host_.status.contains(answer)) {
             throw Surprise(answer + QStringLiteral(": ") + host_.failure + host_.errors.join(u' ') + host_.status);
+        }
     }
 
     int issue()
@@ -127,10 +132,12 @@ private:
         choose("cmbPMethod", QStringLiteral("Count"));
         choose("cmbPerson", Worker);
         find<QCheckBox>("chkRepeat").setChecked(true);
-        for (int row = 1; row <= static_cast<int>(std::size(PointsOfBlock)); ++row)
+        for (int row = 1; row <= static_cast<int>(std::size(PointsOfBlock)); ++row) {
             clickCell("grdBlockIn", row, BlockMark);
-        for (int row = 1; row <= Pests; ++row)
+        }
+        for (int row = 1; row <= Pests; ++row) {
             clickCell("grdPestIn", row, PestMark);
+        }
         host_.dialogs().expectMessage();
         report(QStringLiteral("save"), "cmdTSave", {});
         tell(QStringLiteral("end %1").arg(session_.CurrentPMTransID));

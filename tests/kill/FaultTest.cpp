@@ -43,8 +43,9 @@ private:
                 dao::Workspace::OpenDatabase(farm_->filePath(store::DatabaseFile::Pest), false, false, store::connectText());
             QCOMPARE(again->checkIntegrity(), QStringList());
             check(isWritten);
-            if (QTest::currentTestFailed())
+            if (QTest::currentTestFailed()) {
                 QFAIL(qPrintable(QStringLiteral("with operation %1 failing").arg(number)));
+            }
             if (!hasFailed) {
                 faults_ += number - 1;
                 return;

@@ -39,8 +39,9 @@ bool concerns(Fault fault, Operation operation)
 
 bool fails(Operation operation)
 {
-    if (!plan.fault || !concerns(*plan.fault, operation))
+    if (!plan.fault || !concerns(*plan.fault, operation)) {
         return false;
+    }
     const bool stays = *plan.fault == Fault::Full || *plan.fault == Fault::Gone;
     const int number = --plan.untilFailure;
     const bool now = number == 0 || (stays && number < 0);
@@ -72,8 +73,9 @@ int readFile(sqlite3_file *file, void *bytes, int count, sqlite3_int64 place)
 }
 int writeFile(sqlite3_file *file, const void *bytes, int count, sqlite3_int64 place)
 {
-    if (fails(Operation::Write))
+    if (fails(Operation::Write)) {
         return plan.fault == Fault::Full ? SQLITE_FULL : SQLITE_IOERR_WRITE;
+    }
     return real(file)->pMethods->xWrite(real(file), bytes, count, place);
 }
 int truncateFile(sqlite3_file *file, sqlite3_int64 size)
@@ -122,8 +124,9 @@ int openFile(sqlite3_vfs *, sqlite3_filename name, sqlite3_file *file, int flags
 {
     auto *ours = new (file) File{};
     const bool isJournal = (flags & SQLITE_OPEN_MAIN_JOURNAL) != 0;
-    if (isJournal && fails(Operation::Open))
+    if (isJournal && fails(Operation::Open)) {
         return SQLITE_CANTOPEN;
+    }
     ours->real = reinterpret_cast<sqlite3_file *>(ours + 1);
     const int code = realVfs->xOpen(realVfs, name, ours->real, flags, outFlags);
     ours->base.pMethods = code == SQLITE_OK ? &Methods : nullptr;

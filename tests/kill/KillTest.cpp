@@ -40,8 +40,9 @@ public:
     Worker(const QString &appPath, unsigned int seed)
     {
         std::array<int, 2> ends{};
-        if (::pipe2(ends.data(), O_CLOEXEC) != 0)
+        if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
             qFatal("no pipe");
+        }
         const QByteArray folder = appPath.toUtf8();
         const QByteArray number = QByteArray::number(seed);
         process_ = ::fork();
@@ -66,8 +67,9 @@ public:
             pollfd wait{pipe_, POLLIN, 0};
             std::array<char, 512> bytes{};
             const ssize_t count = ::poll(&wait, 1, milliseconds) > 0 ? ::read(pipe_, bytes.data(), bytes.size()) : 0;
-            if (count <= 0)
+            if (count <= 0) {
                 return {};
+            }
             buffer_.append(bytes.data(), static_cast<qsizetype>(count));
         }
         const qsizetype end = buffer_.indexOf('\n');
@@ -130,8 +132,9 @@ private:
 
     void learn(const QElapsedTimer &since)
     {
-        if (!since.isValid())
+        if (!since.isValid()) {
             return;
+        }
         int &usual = usual_[kind_];
         const int took = static_cast<int>(since.nsecsElapsed() / 1000);
         usual = usual == 0 ? took : (7 * usual + took) / 8;
@@ -148,10 +151,12 @@ void killOnce(Witness &witness, Marksman &marksman, unsigned int seed, Tally &ta
     Worker worker(witness.appPath(), seed);
     const bool wasAlive = marksman.wait(worker, witness, tally);
     QStringList faults;
-    if (!worker.kill() || !wasAlive)
+    if (!worker.kill() || !wasAlive) {
         faults.append(QStringLiteral("the farmhand ended by itself"));
-    for (QString line = worker.nextLine(0); !line.isEmpty(); line = worker.nextLine(0))
+    }
+    for (QString line = worker.nextLine(0); !line.isEmpty(); line = worker.nextLine(0)) {
         witness.hear(line);
+    }
     ++tally.kills;
     tally.withJournal += witness.hotJournal() ? 1 : 0;
     if (witness.writeIsOpen()) {
@@ -159,8 +164,9 @@ void killOnce(Witness &witness, Marksman &marksman, unsigned int seed, Tally &ta
         ++tally.byKind[witness.openKind()];
     }
     faults += witness.faults();
-    for (const QString &fault : faults)
+    for (const QString &fault : faults) {
         std::printf("FAULT after kill %d (farmhand %u): %s\n", tally.kills, seed, qPrintable(fault));
+    }
     tally.faults += static_cast<int>(faults.size());
 }
 
@@ -170,14 +176,16 @@ int killMany(int kills, unsigned int seed)
     Marksman marksman(seed);
     std::unique_ptr<Witness> witness;
     for (int i = 0; i < kills; ++i) {
-        if (i % KillsPerFarm == 0)
+        if (i % KillsPerFarm == 0) {
             witness = std::make_unique<Witness>();
+        }
         killOnce(*witness, marksman, seed + static_cast<unsigned int>(i), tally);
     }
     std::printf("%d kills (seed %u), %d while starting, %d inside an open write, %d with a journal left behind\n", tally.kills,
                 seed, tally.atStart, tally.insideWrite, tally.withJournal);
-    for (auto kind = tally.byKind.begin(); kind != tally.byKind.end(); ++kind)
+    for (auto kind = tally.byKind.begin(); kind != tally.byKind.end(); ++kind) {
         std::printf("  inside %s: %d\n", qPrintable(kind.key()), kind.value());
+    }
     std::printf("%d faults\n", tally.faults);
     return tally.faults == 0 ? 0 : 1;
 }
@@ -186,8 +194,9 @@ int killMany(int kills, unsigned int seed)
 
 int main(int argc, char **argv)
 {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     qputenv("QT_LOGGING_RULES", "qt.qpa.*=false");
     const QApplication application(argc, argv);
     QCommandLineParser parser;

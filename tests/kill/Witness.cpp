@@ -25,8 +25,9 @@ Counts rowsPerInstruction(dao::Database &database, const char *table)
 {
     Counts counts;
     dao::Recordset rows = database.OpenRecordset(QStringLiteral("Select PMTransID from %1").arg(QLatin1String(table)));
-    for (; !rows.Eof(); rows.MoveNext())
+    for (; !rows.Eof(); rows.MoveNext()) {
         ++counts[rows.longValue(0)];
+    }
     return counts;
 }
 
@@ -35,8 +36,9 @@ std::map<Pair, int> sums(dao::Database &database, const char *field, const char 
     std::map<Pair, int> sums;
     dao::Recordset rows = database.OpenRecordset(
         QStringLiteral("Select PMTransID, BlockID, CTargetID, %1 from %2").arg(QLatin1String(field), QLatin1String(table)));
-    for (; !rows.Eof(); rows.MoveNext())
+    for (; !rows.Eof(); rows.MoveNext()) {
         sums[{rows.longValue(0), rows.longValue(1), rows.longValue(2)}] += rows.longValue(3);
+    }
     return sums;
 }
 
@@ -45,11 +47,13 @@ std::map<Pair, int> sums(dao::Database &database, const char *field, const char 
 Witness::Witness()
 {
     farm_.addFarm(QStringLiteral("Rivier's Oord"));
-    for (const int points : farmhand::PointsOfBlock)
+    for (const int points : farmhand::PointsOfBlock) {
         farm_.addBlock({.name = QStringLiteral("Blok %1").arg(points), .points = points});
+    }
     farm_.addWorker(farmhand::Worker);
-    for (int pest = 1; pest <= farmhand::Pests; ++pest)
+    for (int pest = 1; pest <= farmhand::Pests; ++pest) {
         farm_.addTarget(QStringLiteral("Pest %1").arg(pest));
+    }
     farm_.close();
 }
 
@@ -61,19 +65,22 @@ void Witness::hear(const QString &line)
         open_ = words;
         return;
     }
-    if (verb != u"end" || !open_)
+    if (verb != u"end" || !open_) {
         return;
+    }
     const QStringList done = *open_;
     open_.reset();
-    if (done[0] == u"cell")
+    if (done[0] == u"cell") {
         cells_.insert(done[1].toInt(), done[2].toInt());
-    else if (done[0] == u"save")
+    } else if (done[0] == u"save") {
         issued_.insert(words.value(0).toInt());
-    else if (done[0] == u"complete")
+    } else if (done[0] == u"complete") {
         completed_.insert(done[1].toInt());
+    }
     issues_ += done[0] == u"save" || done[0] == u"complete" ? 1 : 0;
-    if (done[0] == u"import")
+    if (done[0] == u"import") {
         imported_.insert(done[1]);
+    }
 }
 
 bool Witness::hotJournal() const
@@ -86,8 +93,9 @@ QStringList Witness::faults()
     QStringList found;
     try {
         farm_.open();
-        for (const DatabaseFile file : store::AllDatabaseFiles)
+        for (const DatabaseFile file : store::AllDatabaseFiles) {
             found += farm_.handle(file)->checkIntegrity();
+        }
         found += instructionFaults() + cellFaults() + importFaults();
     } catch (const basic::RunTimeError &error) {
         found.append(error.description());
@@ -107,30 +115,36 @@ QStringList Witness::instructionFaults()
     dao::Recordset rows = pest.OpenRecordset(QStringLiteral("Select PMTransID, PMTransCom from tblPMTrans"));
     for (; !rows.Eof(); rows.MoveNext()) {
         present.insert(rows.longValue(0));
-        if (rows.boolean(1))
+        if (rows.boolean(1)) {
             completed.insert(rows.longValue(0));
+        }
     }
     for (const auto &[table, wanted] :
          {std::pair{"tblPMBlockTrans", static_cast<int>(std::size(farmhand::PointsOfBlock))},
           std::pair{"tblPMTarTrans", farmhand::Pests}, std::pair{"tblPMData", MostRows}, std::pair{"tblPMDataMax", MostRows}}) {
         const Counts counts = rowsPerInstruction(pest, table);
         for (const int key : present) {
-            if (counts.value(key) != wanted)
+            if (counts.value(key) != wanted) {
                 found.append(QStringLiteral("%1 holds %2 rows of instruction %3").arg(table).arg(counts.value(key)).arg(key));
+            }
         }
         for (auto count = counts.begin(); count != counts.end(); ++count) {
-            if (!present.contains(count.key()))
+            if (!present.contains(count.key())) {
                 found.append(QStringLiteral("%1 holds rows of instruction %2, which is not there").arg(table).arg(count.key()));
+            }
         }
     }
-    if (!present.contains(issued_))
+    if (!present.contains(issued_)) {
         found.append(QStringLiteral("an instruction reported as saved is missing"));
-    if (!completed.contains(completed_))
+    }
+    if (!completed.contains(completed_)) {
         found.append(QStringLiteral("an instruction reported as completed is not"));
+    }
     // Each save has issued one, each completion a successor; the last of them may have gone either way.
     const auto more = present.size() - present_ - issues_;
-    if (more < 0 || more > (open_ && (openKind() == u"save" || openKind() == u"complete") ? 1 : 0))
+    if (more < 0 || more > (open_ && (openKind() == u"save" || openKind() == u"complete") ? 1 : 0)) {
         found.append(QStringLiteral("%1 instructions were issued, %2 are new").arg(issues_).arg(present.size() - present_));
+    }
     present_ = present.size();
     issues_ = 0;
     return found;
@@ -144,18 +158,22 @@ QStringList Witness::cellFaults()
         const int key = open_->at(1).toInt();
         const int now =
             pest.OpenRecordset(QStringLiteral("Select PMCount from tblPMData where PMDataID = %1").arg(key)).longValue(0);
-        if (now == open_->at(2).toInt())
+        if (now == open_->at(2).toInt()) {
             cells_.insert(key, now);
+        }
     }
     Counts stored;
     dao::Recordset rows = pest.OpenRecordset(QStringLiteral("Select PMDataID, PMCount from tblPMData where PMCount <> 0"));
-    for (; !rows.Eof(); rows.MoveNext())
+    for (; !rows.Eof(); rows.MoveNext()) {
         stored.insert(rows.longValue(0), rows.longValue(1));
-    if (stored != cells_)
+    }
+    if (stored != cells_) {
         found.append(QStringLiteral("the cells in the file are not those that were reported"));
+    }
     // A total belongs to its cell: both or neither.
-    if (sums(pest, "PMCount", "tblPMData") != sums(pest, "PMCountMax", "tblPMDataMax"))
+    if (sums(pest, "PMCount", "tblPMData") != sums(pest, "PMCountMax", "tblPMDataMax")) {
         found.append(QStringLiteral("a total is not the sum of its cells"));
+    }
     return found;
 }
 
@@ -169,13 +187,15 @@ QStringList Witness::importFaults()
             QDir(folder).removeRecursively();
             continue;
         }
-        for (const DatabaseFile file : store::AllDatabaseFiles)
+        for (const DatabaseFile file : store::AllDatabaseFiles) {
             found += dao::Workspace::OpenDatabase(folder + u'/' + store::fileName(file), false, true, store::connectText())
                          ->checkIntegrity();
+        }
         imported_.remove(folder);
         QDir(folder).removeRecursively();
     }
-    if (!imported_.isEmpty())
+    if (!imported_.isEmpty()) {
         found.append(QStringLiteral("a folder reported as imported is missing"));
+    }
     return found;
 }

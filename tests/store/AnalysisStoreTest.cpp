@@ -119,8 +119,9 @@ private:
     static void kinds()
     {
         QTest::addColumn<Kind>("kind");
-        for (const Kind &kind : {leaf(), fruit(), basicSoil(), microSoil(), extraction()})
+        for (const Kind &kind : {leaf(), fruit(), basicSoil(), microSoil(), extraction()}) {
             QTest::newRow(qPrintable(kind.table)) << kind;
+        }
     }
 
 private Q_SLOTS:
@@ -200,8 +201,9 @@ private Q_SLOTS:
         add(99, 4); // no such planting
         const auto listed = [&](int planting) {
             QStringList lines;
-            for (dao::Recordset rows = kind.list(store, may(1), may(9), planting); !rows.Eof(); rows.MoveNext())
+            for (dao::Recordset rows = kind.list(store, may(1), may(9), planting); !rows.Eof(); rows.MoveNext()) {
                 lines.append(rows.text("tPBlock") + QString::number(rows.date(kind.date)->date().day()));
+            }
             return lines;
         };
         QCOMPARE(listed(0), (QStringList{"élan5", "Vlei2", "Vlei9"}));

@@ -26,8 +26,9 @@ private:
     static QStringList days(const TemporaryFarm &farm)
     {
         QStringList all;
-        for (const store::Backup &backup : store::listBackups(farm.databasesPath()))
+        for (const store::Backup &backup : store::listBackups(farm.databasesPath())) {
             all.append(backup.day.toString("MM-dd"));
+        }
         return all;
     }
 

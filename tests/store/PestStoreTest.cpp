@@ -21,8 +21,9 @@ SerialDate day(int year, int month, int dayOfMonth)
 QStringList column(dao::Recordset rows, const char *field)
 {
     QStringList texts;
-    for (; !rows.Eof(); rows.MoveNext())
+    for (; !rows.Eof(); rows.MoveNext()) {
         texts.append(rows.text(field));
+    }
     return texts;
 }
 
@@ -116,8 +117,9 @@ private Q_SLOTS:
         QCOMPARE(store.Delete_PMData_for_Trans(2), Pest::Done);
         QCOMPARE(farm.count("tblPMData"), 19);
 
-        for (const int target : {9, 4, 9})
+        for (const int target : {9, 4, 9}) {
             QCOMPARE(store.New_Add_Pest_for_Instruction(target), Pest::Done);
+        }
         QCOMPARE(store.New_Delete_Pest_for_Instruction(9), Pest::Done);
         QCOMPARE(farm.rows(PestFile, "Select * from tblPMTPest"), (QStringList{"2|4", "3|9"}));
         QCOMPARE(store.New_Delete_All_Pests_for_Instruction(), Pest::Done);
@@ -156,8 +158,9 @@ private Q_SLOTS:
         const QStringList tables{"tblPMTrans",  "tblPMBlockTrans", "tblPMTarTrans",  "tblPMData",    "tblPMDataMax",
                                  "tblPMTBlock", "tblPMTPest",      "tblPMTempBlock", "tblPMTempPest"};
         QCOMPARE(remove(store), Pest::Done);
-        for (const QString &one : tables)
+        for (const QString &one : tables) {
             QCOMPARE(qMakePair(one, farm.count(one)), qMakePair(one, one == table ? 0 : 1));
+        }
     }
 
     void aSaveWritesWhatTheSelectorSays_data()
@@ -253,8 +256,9 @@ private Q_SLOTS:
         farm.addInstruction({.blocks = {{8, 3}}, .targets = {2}});
         Pest store(farm.session);
         // A second set of zero rows, as a second save leaves it: the older row of each key counts.
-        for (std::int16_t point = 1; point <= 3; ++point)
+        for (std::int16_t point = 1; point <= 3; ++point) {
             store.New_Add_PestData(instruction, 8, 2, point, {.PMCount = 99});
+        }
         dao::Recordset rows = store.Get_PestData_for_Block_of_Transaction(instruction, 8);
         QCOMPARE(rows.RecordCount(), 9);
         QStringList order;
@@ -317,8 +321,9 @@ private Q_SLOTS:
         QStringList found;
         for (dao::Recordset rows =
                  store.Get_PestDataMax_for_Period_Pest_Block(block, day(2026, 5, 1), day(2026, 5, 31), method, mode);
-             !rows.Eof(); rows.MoveNext())
+             !rows.Eof(); rows.MoveNext()) {
             found.append(mode == 0 ? rows.text(0) : rows.text(0) + '|' + rows.text(1));
+        }
         QCOMPARE(found, expected);
         if (block == 0 && method == 1 && mode == 1) {
             QCOMPARE(column(store.Get_PestDataMax_for_Period_Block(5, day(2026, 5, 1), day(2026, 5, 31), 1, 1), "BlockID"),

@@ -13,8 +13,9 @@ private:
     static QStringList column(dao::Recordset rows, const char *field)
     {
         QStringList texts;
-        for (; !rows.Eof(); rows.MoveNext())
+        for (; !rows.Eof(); rows.MoveNext()) {
             texts.append(rows.text(field));
+        }
         return texts;
     }
 

@@ -35,10 +35,11 @@ void refreshRowByRow(SessionContext &session)
         dao::Recordset copy = session.dbPest->OpenRecordset(
             sqlText(u"Select * from tblTempBlockPlant where tBlockPID = ", source.longValue("BlockPID")),
             dao::RecordsetType::Dynaset);
-        if (copy.Eof())
+        if (copy.Eof()) {
             copy.AddNew();
-        else
+        } else {
             copy.Edit();
+        }
         copy.set(u"tBlockPID", source.value("BlockPID"));
         copy.set(u"tBlockID", source.value("TTT"));
         copy.set(u"tPBlock", source.value("PBlock"));
@@ -65,8 +66,9 @@ void fillAtRandom(TemporaryFarm &farm, unsigned int seed)
     const auto below = [&](unsigned int limit) { return static_cast<int>(random() % limit); };
     const std::array<dao::Value, 4> names{QString("O'Brien"), QString(), dao::Null{}, QString("élan")};
     const auto name = [&] { return names[static_cast<std::size_t>(below(4))]; };
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 3; ++i) {
         farm.add(u"tblBlock", {{u"BlockID", i + 1}, {u"Block", name()}, {u"FarmID", 1}, {u"active", true}});
+    }
     for (int i = 0; i < 8; ++i) {
         farm.add(u"tblBlockPlant",
                  {{u"BlockPID", i + 1}, {u"BlockID", below(4) + 1}, {u"PBlock", name()}, {u"PBActive", below(2) == 0}});
@@ -161,8 +163,9 @@ private Q_SLOTS:
             QStringList all;
             for (const char *table : {"tblPMData", "tblPMDataMax"}) {
                 const dao::TableDef definition = farm.session.dbPest->tableDef(table);
-                for (const dao::Index &index : definition.Indexes())
+                for (const dao::Index &index : definition.Indexes()) {
                     all.append(QStringList(index.fields.begin(), index.fields.end()).join(u','));
+                }
             }
             return all;
         };

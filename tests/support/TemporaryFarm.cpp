@@ -21,8 +21,9 @@ QString emptyDatabases()
 {
     static const QTemporaryDir folder;
     static const bool made = [] {
-        for (const DatabaseFile file : store::AllDatabaseFiles)
+        for (const DatabaseFile file : store::AllDatabaseFiles) {
             store::createDatabaseFile(file, folder.filePath(store::fileName(file)));
+        }
         return true;
     }();
     Q_UNUSED(made)
@@ -45,8 +46,9 @@ TemporaryFarm::TemporaryFarm()
 {
     QDir(appPath()).mkdir(QStringLiteral("Databases"));
     for (const DatabaseFile file : store::AllDatabaseFiles) {
-        if (!QFile::copy(emptyDatabases() + u'/' + store::fileName(file), filePath(file)))
+        if (!QFile::copy(emptyDatabases() + u'/' + store::fileName(file), filePath(file))) {
             fail(QStringLiteral("%1 cannot be made").arg(filePath(file)));
+        }
     }
     session.AppPath = appPath();
     session.DatabasePath = databasesPath();
@@ -75,23 +77,26 @@ dao::DatabaseHandle &TemporaryFarm::handle(DatabaseFile file)
 
 void TemporaryFarm::close()
 {
-    for (const DatabaseFile file : store::AllDatabaseFiles)
+    for (const DatabaseFile file : store::AllDatabaseFiles) {
         handle(file).set(nullptr);
+    }
 }
 
 void TemporaryFarm::open(bool readOnly)
 {
     for (const DatabaseFile file : store::AllDatabaseFiles) {
-        if (!handle(file).isSet())
+        if (!handle(file).isSet()) {
             handle(file).set(dao::Workspace::OpenDatabase(filePath(file), false, readOnly, store::connectText()));
+        }
     }
 }
 
 int TemporaryFarm::add(QStringView table, std::initializer_list<store::FieldValue> fields)
 {
     const store::SchemaTable *known = store::findTable(table);
-    if (!known)
+    if (!known) {
         fail(QStringLiteral("no table %1").arg(table));
+    }
     const QString key = known->hasAutoKey() ? known->key : QString();
     return store::writeRow(*handle(known->file), sqlText(u"Select * from ", table, u" where 1 = 0"), store::Existing::LeaveAlone,
                            store::Missing::Add, std::vector<store::FieldValue>(fields), key);
@@ -140,8 +145,9 @@ int TemporaryFarm::keyOf(QStringView table, QStringView key, QStringView nameFie
 {
     dao::Recordset found =
         session.dbMain->OpenRecordset(sqlText(u"Select * from ", table, u" where [", nameField, u"] = '", name, u"'"));
-    if (!found.Eof())
+    if (!found.Eof()) {
         return found.longValue(key);
+    }
     const int number = count(table.toString()) + 1;
     std::vector<store::FieldValue> fields(more);
     fields.push_back({key, number});
@@ -162,8 +168,9 @@ int TemporaryFarm::addTarget(const QString &name, const QString &kind, const std
 {
     const int key = count("tblCTarget") + 1;
     add(u"tblCTarget", {{u"CTargetID", key}, {u"ChemTarget", name}, {u"CTType", kind}});
-    for (const int type : types)
+    for (const int type : types) {
         add(u"tblTargetFType", {{u"CrTyID", type}, {u"CTargetID", key}});
+    }
     return key;
 }
 
@@ -172,8 +179,9 @@ int TemporaryFarm::addInstruction(const InstructionRow &instruction)
     using basic::SerialDate;
     clsPestMONNew store(session);
     const auto check = [&](clsPestMONNew::Status status) {
-        if (status != clsPestMONNew::Done)
+        if (status != clsPestMONNew::Done) {
             fail(store.lastError()->description());
+        }
     };
     dao::WriteScope scope(*session.dbPest);
     std::int32_t key = 0;
@@ -185,8 +193,9 @@ int TemporaryFarm::addInstruction(const InstructionRow &instruction)
         check(store.New_Save_PMTrans(key, instruction.method, issued, instruction.notes, instruction.person, week,
                                      SerialDate::fromDate(*instruction.completed), true, instruction.repeat));
     }
-    for (const int target : instruction.targets)
+    for (const int target : instruction.targets) {
         check(store.Add_Pest_for_Trans(key, target));
+    }
     for (const auto &[block, points] : instruction.blocks) {
         check(store.New_Add_Block_for_Transaction(key, block, static_cast<std::int16_t>(points)));
         for (int point = 1; point <= points; ++point) {
@@ -203,8 +212,9 @@ int TemporaryFarm::addInstruction(const InstructionRow &instruction)
 int TemporaryFarm::count(const QString &table, const QString &condition)
 {
     const store::SchemaTable *known = store::findTable(table);
-    if (!known)
+    if (!known) {
         fail(QStringLiteral("no table %1").arg(table));
+    }
     const QString where = condition.isEmpty() ? QString() : QStringLiteral(" where ") + condition;
     return handle(known->file)->OpenRecordset(QStringLiteral("Select Count(*) from ") + table + where).longValue(0);
 }
@@ -214,8 +224,9 @@ QStringList TemporaryFarm::rows(DatabaseFile file, const QString &sql)
     QStringList lines;
     for (dao::Recordset found = handle(file)->OpenRecordset(sql); !found.Eof(); found.MoveNext()) {
         QStringList cells;
-        for (int i = 0; i < found.fieldCount(); ++i)
+        for (int i = 0; i < found.fieldCount(); ++i) {
             cells.append(textOf(found, i));
+        }
         lines.append(cells.join(u'|'));
     }
     return lines;

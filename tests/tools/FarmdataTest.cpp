@@ -20,8 +20,9 @@ QByteArray fingerprint(const QString &folder)
     for (const QFileInfo &info : QDir(folder).entryInfoList(QDir::Files, QDir::Name)) {
         QFile file(info.filePath());
         hash.addData(info.fileName().toUtf8());
-        if (file.open(QIODevice::ReadOnly))
+        if (file.open(QIODevice::ReadOnly)) {
             hash.addData(&file);
+        }
     }
     return hash.result();
 }
@@ -39,8 +40,9 @@ public:
         QStringList lines;
         for (dao::Recordset found = database->OpenRecordset(sql); !found.Eof(); found.MoveNext()) {
             QStringList cells;
-            for (int i = 0; i < found.fieldCount(); ++i)
+            for (int i = 0; i < found.fieldCount(); ++i) {
                 cells.append(found.isNull(i) ? QString("NULL") : QString::number(found.number(i)));
+            }
             lines.append(cells.join('|'));
         }
         return lines;
@@ -90,8 +92,9 @@ private Q_SLOTS:
             QCOMPARE(QFile::permissions(database->Name())
                          & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
                      QFile::Permissions());
-            for (const store::SchemaTable &table : store::schema())
+            for (const store::SchemaTable &table : store::schema()) {
                 QCOMPARE(database->tableNames().contains(table.name), table.file == file);
+            }
         }
         const auto pest = dao::Workspace::OpenDatabase(databases + "/PestMon.mdb", false, true, store::connectText());
         dao::Recordset methods = pest->OpenRecordset("Select * from tblPMMethod order by PMMethodID");
@@ -127,8 +130,9 @@ private Q_SLOTS:
         QCOMPARE(one(DatabaseFile::Spray, "Select Count(*) from tblCTarget"), QString("45"));
         QCOMPARE(one(DatabaseFile::Pest, "Select Count(*) from tblPMData"),
                  one(DatabaseFile::Pest, "Select Count(*) from tblPMDataMax"));
-        for (const char *table : {"tblLeaveAnalysis", "tblFruitAnalysis", "tblSoilBasic", "tblSoilMicro", "tblSoilExtraction"})
+        for (const char *table : {"tblLeaveAnalysis", "tblFruitAnalysis", "tblSoilBasic", "tblSoilMicro", "tblSoilExtraction"}) {
             QVERIFY(one(DatabaseFile::Pest, QString("Select Count(*) from %1").arg(table)).toInt() > 50);
+        }
         // The last instruction is open, and open ones are few.
         const int open = one(DatabaseFile::Pest, "Select Count(*) from tblPMTrans where PMTransCom = False").toInt();
         const int all = one(DatabaseFile::Pest, "Select Count(*) from tblPMTrans").toInt();
@@ -147,10 +151,11 @@ private Q_SLOTS:
                        "PMYesMax from tblPMDataMax order by PMDataMaxID")) {
             const QString keys = line.section('|', 0, 2);
             const QString values = line.section('|', 3);
-            if (!seen.contains(keys))
+            if (!seen.contains(keys)) {
                 firstTotals.insert(keys, values);
-            else if (values != "0|0|0|0")
+            } else if (values != "0|0|0|0") {
                 QFAIL(qPrintable("a second total holds a value: " + line));
+            }
             seen.insert(keys);
         }
         QCOMPARE(firstTotals.size(), points.size());

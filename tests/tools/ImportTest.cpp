@@ -34,20 +34,23 @@ QList<QStringList> exported(const QString &file, const QString &table)
         return environment;
     }());
     process.start("mdb-export", {"-Q", "-d", "\t", "-0", "<NULL>", "-T", "%Y-%m-%d %H:%M:%S", file, table});
-    if (!process.waitForFinished())
+    if (!process.waitForFinished()) {
         return {};
+    }
     QList<QStringList> rows;
     for (const QByteArray &line : process.readAllStandardOutput().split('\n')) {
-        if (!line.isEmpty())
+        if (!line.isEmpty()) {
             rows.append(QString::fromUtf8(line).split('\t'));
+        }
     }
     return rows;
 }
 
 bool isSame(const dao::Value &value, dao::FieldType type, const QString &told)
 {
-    if (std::holds_alternative<dao::Null>(value))
+    if (std::holds_alternative<dao::Null>(value)) {
         return told == "<NULL>";
+    }
     switch (type) {
     case dao::FieldType::Text:
         // The other reader takes zero-length text for null.
@@ -72,8 +75,9 @@ class Fixtures
 public:
     Fixtures()
     {
-        for (const char *name : {"ZN4.mdb", "PestMon.mdb", "ZN4_Spray.mdb"})
+        for (const char *name : {"ZN4.mdb", "PestMon.mdb", "ZN4_Spray.mdb"}) {
             put(name, read(QStringLiteral(JET_FIXTURES "/") + name));
+        }
     }
     QString from() const { return folder_.path(); }
     QString to() const { return folder_.filePath("farm/Databases"); }
@@ -86,8 +90,9 @@ public:
     void put(const QString &name, const QByteArray &bytes) const
     {
         QFile out(file(name));
-        if (out.open(QIODevice::WriteOnly))
+        if (out.open(QIODevice::WriteOnly)) {
             out.write(bytes);
+        }
     }
     void remove(const QString &name) const { QFile::remove(file(name)); }
     FarmdataRun import() const { return farmdata({"import", from(), to()}); }
@@ -100,8 +105,9 @@ int definitionPage(const QByteArray &file, quint32 rowCount, int after = 0)
 {
     for (int page = after; page < file.size() / PageSize; ++page) {
         const char *bytes = file.constData() + page * PageSize;
-        if (bytes[0] == 2 && qFromLittleEndian<quint32>(bytes + 16) == rowCount)
+        if (bytes[0] == 2 && qFromLittleEndian<quint32>(bytes + 16) == rowCount) {
             return page;
+        }
     }
     return -1;
 }
@@ -110,8 +116,9 @@ int dataPageOf(const QByteArray &file, int definition)
 {
     for (int page = 1; page < file.size() / PageSize; ++page) {
         const char *bytes = file.constData() + page * PageSize;
-        if (bytes[0] == 1 && qFromLittleEndian<quint32>(bytes + 4) == static_cast<quint32>(definition))
+        if (bytes[0] == 1 && qFromLittleEndian<quint32>(bytes + 4) == static_cast<quint32>(definition)) {
             return page;
+        }
     }
     return -1;
 }
@@ -140,8 +147,9 @@ private Q_SLOTS:
         const FarmdataRun run = fixtures.import();
         QVERIFY2(run.status == 0, qPrintable(run.errors));
         for (const store::SchemaTable &table : store::schema()) {
-            if (table.optional)
+            if (table.optional) {
                 continue;
+            }
             const QString source = table.file == DatabaseFile::Pest ? "pestmon.MDB" : store::fileName(table.file);
             QList<QStringList> told = exported(fixtures.file(source), table.name);
             QVERIFY2(!told.isEmpty(), "mdb-export must be installed");
@@ -243,8 +251,9 @@ private Q_SLOTS:
         QVERIFY2(run.status == 0, qPrintable(run.errors));
         QStringList keys;
         const auto copy = openCopy(fixtures.to(), DatabaseFile::Main);
-        for (dao::Recordset rows = copy->OpenRecordset("Select * from tblBlockPlant"); !rows.Eof(); rows.MoveNext())
+        for (dao::Recordset rows = copy->OpenRecordset("Select * from tblBlockPlant"); !rows.Eof(); rows.MoveNext()) {
             keys.append(rows.text("BlockPID"));
+        }
         QCOMPARE(keys, (QStringList{"10", "12", "14", "15", "17", "18", "19", "21", "22"}));
     }
 

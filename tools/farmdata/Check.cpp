@@ -31,8 +31,9 @@ Keys keysOf(dao::Database &database, QStringView table, QStringView field)
 {
     Keys keys;
     dao::Recordset rows = database.OpenRecordset(QStringLiteral("Select distinct %1 from %2").arg(field, table));
-    for (; !rows.Eof(); rows.MoveNext())
+    for (; !rows.Eof(); rows.MoveNext()) {
         keys.insert(rows.longValue(0));
+    }
     return keys;
 }
 
@@ -47,8 +48,9 @@ public:
     }
     void note(qint64 count, const QString &text)
     {
-        if (count > 0)
+        if (count > 0) {
             printLine(QStringLiteral("  note: %1: %2").arg(text).arg(count));
+        }
     }
     bool none() const { return faults_ == 0; }
 
@@ -60,24 +62,27 @@ void checkTables(const dao::Database &database, DatabaseFile file, Findings &fin
 {
     const QStringList present = database.tableNames();
     for (const SchemaTable &table : store::schema()) {
-        if (table.file != file)
+        if (table.file != file) {
             continue;
+        }
         if (!present.contains(table.name, Qt::CaseInsensitive)) {
-            if (table.optional)
+            if (table.optional) {
                 printLine(QStringLiteral("  note: without %1, which the first start adds").arg(table.name));
-            else
+            } else {
                 findings.fault(QStringLiteral("the table %1 is missing").arg(table.name));
+            }
             continue;
         }
         const dao::TableDef definition = database.tableDef(table.name);
         for (const dao::Field &field : table.fields) {
             const dao::Field *found = definition.findField(field.name);
-            if (!found && store::isOptionalField(table, field.name))
+            if (!found && store::isOptionalField(table, field.name)) {
                 printLine(QStringLiteral("  note: without %1.%2, which the first start adds").arg(table.name, field.name));
-            else if (!found)
+            } else if (!found) {
                 findings.fault(QStringLiteral("the field %1 of the table %2 is missing").arg(field.name, table.name));
-            else if (found->type != field.type && !store::isOfOpenType(table, field.name))
+            } else if (found->type != field.type && !store::isOfOpenType(table, field.name)) {
                 findings.fault(QStringLiteral("the field %1 of the table %2 has another type").arg(field.name, table.name));
+            }
         }
     }
 }
@@ -92,9 +97,10 @@ DatabasePointer openRepairedCopy(const QString &path, const QTemporaryDir &copie
 {
     const QString copy = copies.filePath(QFileInfo(path).fileName());
     for (const QString &part : {QString(), QStringLiteral("-journal")}) {
-        if (!QFile::copy(path + part, copy + part))
+        if (!QFile::copy(path + part, copy + part)) {
             throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess,
                                       QStringLiteral("%1 could not be copied to %2 for the check").arg(path + part, copy + part));
+        }
     }
     return open(copy, false);
 }
@@ -104,8 +110,9 @@ DatabasePointer openForCheck(const QString &path, const QTemporaryDir &copies)
     try {
         return open(path, true);
     } catch (const dao::DataError &error) {
-        if (error.number() != static_cast<int>(dao::DataErrorNumber::NeedsRepair))
+        if (error.number() != static_cast<int>(dao::DataErrorNumber::NeedsRepair)) {
             throw;
+        }
         printLine(QStringLiteral("  note: %1").arg(error.description()));
         return openRepairedCopy(path, copies);
     }
@@ -123,8 +130,9 @@ DatabasePointer checkFile(const QString &folder, DatabaseFile file, const QTempo
             Progress progress(QStringLiteral("Checking %1").arg(store::fileName(file)), 100);
             damage = database->checkIntegrity([&](int percent) { progress.show(percent); });
         }
-        for (const QString &one : damage)
+        for (const QString &one : damage) {
             findings.fault(one);
+        }
         checkTables(*database, file, findings);
         return damage.isEmpty() ? std::move(database) : nullptr;
     } catch (const basic::RunTimeError &error) {
@@ -146,8 +154,9 @@ void noteOrphans(dao::Database &database, const Keys &known, const Reference &re
     const Keys used = keysOf(database, reference.table, reference.field);
     for (const std::int32_t key : used) {
         // 0 is the empty key of the older generation of rows.
-        if (key == 0 || known.contains(key))
+        if (key == 0 || known.contains(key)) {
             continue;
+        }
         dao::Recordset rows = database.OpenRecordset(
             QStringLiteral("Select Count(*) from %1 where %2 = %3").arg(reference.table, reference.field).arg(key));
         orphans += rows.longValue(0);
@@ -165,17 +174,20 @@ void noteMainOrphans(dao::Database &database, Findings &findings)
 void notePestOrphans(dao::Database &pest, dao::Database *main, dao::Database *spray, Findings &findings)
 {
     const Keys instructions = keysOf(pest, u"tblPMTrans", u"PMTransID");
-    for (const QStringView table : {u"tblPMBlockTrans", u"tblPMTarTrans", u"tblPMData", u"tblPMDataMax"})
+    for (const QStringView table : {u"tblPMBlockTrans", u"tblPMTarTrans", u"tblPMData", u"tblPMDataMax"}) {
         noteOrphans(pest, instructions, {table, u"PMTransID", u"instruction"}, findings);
+    }
     if (main) {
         noteOrphans(pest, keysOf(*main, u"tblBlock", u"BlockID"), {u"tblPMBlockTrans", u"BlockID", u"block"}, findings);
         const Keys plantings = keysOf(*main, u"tblBlockPlant", u"BlockPID");
         for (const QStringView table :
-             {u"tblLeaveAnalysis", u"tblFruitAnalysis", u"tblSoilBasic", u"tblSoilMicro", u"tblSoilExtraction"})
+             {u"tblLeaveAnalysis", u"tblFruitAnalysis", u"tblSoilBasic", u"tblSoilMicro", u"tblSoilExtraction"}) {
             noteOrphans(pest, plantings, {table, u"BlockPID", u"planting"}, findings);
+        }
     }
-    if (spray)
+    if (spray) {
         noteOrphans(pest, keysOf(*spray, u"tblCTarget", u"CTargetID"), {u"tblPMTarTrans", u"CTargetID", u"target"}, findings);
+    }
 }
 
 /// Rows beyond the first for the same keys that hold nothing but zeros: saving an instruction again leaves them behind.
@@ -190,13 +202,16 @@ qint64 doubledZeroRows(dao::Database &database, QStringView table, const QString
     for (; !rows.Eof(); rows.MoveNext()) {
         std::vector<dao::Value> now;
         now.reserve(static_cast<std::size_t>(keys.size()));
-        for (int i = 0; i < keys.size(); ++i)
+        for (int i = 0; i < keys.size(); ++i) {
             now.push_back(rows.value(i));
+        }
         bool zero = true;
-        for (int i = 0; i < values.size(); ++i)
+        for (int i = 0; i < values.size(); ++i) {
             zero = zero && rows.longValue(static_cast<int>(keys.size()) + i) == 0;
-        if (zero && now == before)
+        }
+        if (zero && now == before) {
             ++doubled;
+        }
         before = std::move(now);
     }
     return doubled;
@@ -228,8 +243,9 @@ bool checkFarm(const QString &databasesFolder)
     Findings findings;
     const QTemporaryDir copies;
     std::array<DatabasePointer, std::size(store::AllDatabaseFiles)> databases;
-    for (std::size_t i = 0; i < databases.size(); ++i)
+    for (std::size_t i = 0; i < databases.size(); ++i) {
         databases[i] = checkFile(folder, store::AllDatabaseFiles[i], copies, findings);
+    }
     const auto &[main, pest, spray] = databases;
     // With a table missing the links cannot be followed.
     if (findings.none()) {

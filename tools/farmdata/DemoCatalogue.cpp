@@ -8,6 +8,8 @@
 namespace
 {
 
+using enum DemoType;
+
 constexpr int FarmMoreson = 1;
 constexpr int FarmRietvlei = 2;
 constexpr int FarmOudeKraal = 3;
@@ -48,6 +50,19 @@ const std::vector<DemoBlock> &blocks()
     };
     return all;
 }
+
+struct Fruit {
+    DemoType type;
+    int group;
+    const char *name;
+};
+constexpr std::array<Fruit, 7> Fruits{{{Orange, 1, "Orange"},
+                                       {Lemon, 1, "Lemon"},
+                                       {Grapefruit, 1, "Grapefruit"},
+                                       {SoftCitrus, 1, "Soft citrus"},
+                                       {Avocado, 2, "Avocado"},
+                                       {Litchi, 2, "Litchi"},
+                                       {Macadamia, 3, "Macadamia"}}};
 
 struct Variety {
     int key;
@@ -137,8 +152,9 @@ std::vector<DemoPlanting> plantings()
     for (const DemoBlock &block : blocks()) {
         std::vector<int> varieties;
         for (const Variety &variety : Varieties) {
-            if (variety.type == block.type)
+            if (variety.type == block.type) {
                 varieties.push_back(variety.key);
+            }
         }
         const int count = block.key <= WithThree ? 3 : 2;
         for (int i = 0; i < count; ++i) {
@@ -158,16 +174,18 @@ public:
     TableWriter(dao::Database &database, const char *table, std::initializer_list<const char *> fields)
         : rows_(database.OpenRecordset(QStringLiteral("Select * from %1").arg(QLatin1String(table)), dao::RecordsetType::Dynaset))
     {
-        for (const char *field : fields)
+        for (const char *field : fields) {
             fields_.push_back(rows_.fieldIndex(QLatin1String(field)));
+        }
     }
 
     void add(std::initializer_list<dao::Value> values)
     {
         rows_.AddNew();
         std::size_t place = 0;
-        for (const dao::Value &value : values)
+        for (const dao::Value &value : values) {
             rows_.set(fields_[place++], value);
+        }
         rows_.Update();
     }
 
@@ -183,16 +201,13 @@ void writeCrops(dao::Database &main)
     groups.add({2, "Subtropical fruit"});
     groups.add({3, "Nuts"});
     TableWriter types(main, "tblCrType", {"CrTyID", "CrGrID", "Type"});
-    types.add({Orange, 1, "Orange"});
-    types.add({Lemon, 1, "Lemon"});
-    types.add({Grapefruit, 1, "Grapefruit"});
-    types.add({SoftCitrus, 1, "Soft citrus"});
-    types.add({Avocado, 2, "Avocado"});
-    types.add({Litchi, 2, "Litchi"});
-    types.add({Macadamia, 3, "Macadamia"});
+    for (const Fruit &fruit : Fruits) {
+        types.add({static_cast<int>(fruit.type), fruit.group, QString::fromUtf8(fruit.name)});
+    }
     TableWriter varieties(main, "tblCrVariety", {"CrVaID", "CrTyID", "Variety"});
-    for (const Variety &variety : Varieties)
+    for (const Variety &variety : Varieties) {
         varieties.add({variety.key, static_cast<int>(variety.type), QString::fromUtf8(variety.name)});
+    }
 }
 
 void writeSpray(const DemoCatalogue &catalogue, dao::Database &spray)
@@ -201,8 +216,9 @@ void writeSpray(const DemoCatalogue &catalogue, dao::Database &spray)
     TableWriter typeRows(spray, "tblTargetFType", {"CrTyID", "CTargetID"});
     for (const DemoTarget &target : catalogue.targets) {
         targetRows.add({target.key, target.name, target.kind});
-        for (const DemoType type : target.types)
+        for (const DemoType type : target.types) {
             typeRows.add({static_cast<int>(type), target.key});
+        }
     }
 }
 
@@ -226,19 +242,23 @@ void writeDemoCatalogue(const DemoCatalogue &catalogue, SessionContext &session)
     farms.add({FarmOudeKraal, "Oude Kraal", false});
     writeCrops(main);
     TableWriter blockRows(main, "tblBlock", {"BlockID", "Block", "FarmID", "NoofMpoints", "active"});
-    for (const DemoBlock &block : catalogue.blocks)
+    for (const DemoBlock &block : catalogue.blocks) {
         blockRows.add({block.key, block.name, block.farm, block.points, block.active});
+    }
     TableWriter plantingRows(main, "tblBlockPlant", {"BlockPID", "BlockID", "PBlock", "PBActive", "CrVaID"});
-    for (const DemoPlanting &planting : catalogue.plantings)
+    for (const DemoPlanting &planting : catalogue.plantings) {
         plantingRows.add({planting.key, planting.block, planting.name, planting.active, planting.variety});
+    }
     TableWriter workers(main, "tblWorker", {"WorkerID", "WNickName"});
     int worker = 0;
-    for (const QString &name : catalogue.workers)
+    for (const QString &name : catalogue.workers) {
         workers.add({++worker, name});
+    }
     TableWriter years(main, "tblYear", {"FYear"});
     const int year = basic::Clock::today().year();
-    for (int i = year - 2; i <= year; ++i)
+    for (int i = year - 2; i <= year; ++i) {
         years.add({QString::number(i)});
+    }
     TableWriter ingredients(main, "tblActiveIngredient", {"ActInID", "ActiveIngredient"});
     ingredients.add({1, "Copper hydroxide"});
     ingredients.add({2, "Mineral oil"});

@@ -9,7 +9,7 @@
 #include <vector>
 
 /// Keys of the fruit types of the demonstration farm.
-enum DemoType : int { Orange = 1, Lemon, Grapefruit, SoftCitrus, Avocado, Litchi, Macadamia };
+enum class DemoType : int { Orange = 1, Lemon, Grapefruit, SoftCitrus, Avocado, Litchi, Macadamia };
 
 struct DemoBlock {
     int key = 0;
@@ -17,7 +17,7 @@ struct DemoBlock {
     int farm = 0;
     int points = 0;
     bool active = true;
-    DemoType type = Orange;
+    DemoType type = DemoType::Orange;
 };
 
 struct DemoPlanting {

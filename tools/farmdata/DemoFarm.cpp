@@ -25,8 +25,9 @@ constexpr std::array<float, 11> SoilExtractionUsual{30.0F, 32.0F, 27.0F, 118.0F,
 template <std::size_t Size> std::array<float, Size> sample(const std::array<float, Size> &usual, Dice &dice)
 {
     std::array<float, Size> values = usual;
-    for (float &value : values)
+    for (float &value : values) {
         value = static_cast<float>(std::round(static_cast<double>(value) * (0.8 + 0.4 * dice.unit()) * 100.0) / 100.0);
+    }
     return values;
 }
 
@@ -37,17 +38,20 @@ void writeAnalyses(const DemoCatalogue &catalogue, SessionContext &session)
     clsPestMONNew store(session);
     Dice dice(19);
     const auto check = [&](clsPestMONNew::Status status) {
-        if (status != clsPestMONNew::Done)
+        if (status != clsPestMONNew::Done) {
             throw basic::RunTimeError(*store.lastError());
+        }
     };
     const QDate today = basic::Clock::today();
     for (const DemoPlanting &planting : catalogue.plantings) {
-        if (planting.key % EveryOtherPlanting != 0)
+        if (planting.key % EveryOtherPlanting != 0) {
             continue;
+        }
         for (int yearsAgo = 2; yearsAgo >= 0; --yearsAgo) {
             const QDate day = QDate(today.year() - yearsAgo, 4, 1 + planting.key % 28);
-            if (day > today)
+            if (day > today) {
                 continue;
+            }
             const basic::SerialDate date = basic::SerialDate::fromDate(day);
             std::int32_t key = 0;
             check(store.Add_Leave_Analysis(key, planting.key, date, "Stem", "Post Harvest", sample(LeaveUsual, dice)));

@@ -19,6 +19,8 @@ using basic::SerialDate;
 namespace
 {
 
+using enum DemoType;
+
 constexpr int Weeks = 104;
 constexpr int WeeksOfYear = 52;
 constexpr int CountMethod = 1;
@@ -124,15 +126,17 @@ public:
             check(store_.New_Add_Block_for_Transaction(instruction, block.key, static_cast<std::int16_t>(pointsOf(block))));
             writeBlock(instruction, block, targets, round.method, completed);
         }
-        for (const DemoTarget &target : targets)
+        for (const DemoTarget &target : targets) {
             check(store_.Add_Pest_for_Trans(instruction, target.key));
+        }
     }
 
 private:
     void check(clsPestMONNew::Status status) const
     {
-        if (status != clsPestMONNew::Done)
+        if (status != clsPestMONNew::Done) {
             throw basic::RunTimeError(*store_.lastError());
+        }
     }
 
     std::int32_t writeInstruction(const Round &round, QDate issued, std::optional<QDate> completed)
@@ -156,16 +160,18 @@ private:
         for (int point = 1; point <= pointsOf(block); ++point) {
             for (const DemoTarget &target : targets) {
                 clsPestMONNew::PointValues values;
-                if (completed)
+                if (completed) {
                     values = found(method, expectation(target, block, *completed), dice_);
+                }
                 add(totals[target.key], values);
                 check(store_.New_Add_PestData(instruction, block.key, target.key, static_cast<std::int16_t>(point), values));
             }
         }
         for (int point = 1; point <= pointsOf(block); ++point) {
-            for (const DemoTarget &target : targets)
+            for (const DemoTarget &target : targets) {
                 check(store_.New_Add_PestDataMax(instruction, target.key, block.key,
                                                  point == 1 ? totals[target.key] : clsPestMONNew::TotalValues{}));
+            }
         }
     }
 
@@ -204,11 +210,13 @@ void writeDemoRounds(const DemoCatalogue &catalogue, SessionContext &session)
     for (int week = 0; week < Weeks; ++week) {
         progress.show(week + 1);
         const QDate monday = thisMonday.addDays(qint64{7} * (week + 1 - Weeks));
-        if (isChristmasWeek(monday))
+        if (isChristmasWeek(monday)) {
             continue;
+        }
         for (const Round &round : rounds()) {
-            if ((Weeks - 1 - week) % round.everyWeeks != 0)
+            if ((Weeks - 1 - week) % round.everyWeeks != 0) {
                 continue;
+            }
             const QDate issued = std::min(monday.addDays(round.dayOfWeek), today);
             const QDate done = issued.addDays(DaysToComplete);
             const bool open = week == Weeks - 1 || done >= today;

@@ -98,14 +98,16 @@ std::optional<dao::Field> fieldFor(const SchemaTable &table, const dao::Field &w
     dao::Field field = wanted;
     if (store::isOfOpenType(table, wanted.name)) {
         const std::optional<FieldType> type = typeLike(found.type);
-        if (!type)
+        if (!type) {
             return std::nullopt;
+        }
         field.type = *type;
     } else if (!fits(found.type, wanted.type)) {
         return std::nullopt;
     }
-    if (field.type == FieldType::Text)
+    if (field.type == FieldType::Text) {
         field.size = std::max(field.size, found.size);
+    }
     return field;
 }
 
@@ -114,12 +116,14 @@ std::optional<dao::Field> fieldFor(const SchemaTable &table, const dao::Field &w
 dao::TableDef definitionOf(const SchemaTable &table, const std::vector<dao::Field> &fields, bool keyIsUnique)
 {
     dao::TableDef definition(table.name);
-    for (const dao::Field &field : fields)
+    for (const dao::Field &field : fields) {
         definition.Append(field);
+    }
     const dao::TableDef whole = table.definition();
     for (dao::Index index : whole.Indexes()) {
-        if (index.primary && !keyIsUnique)
+        if (index.primary && !keyIsUnique) {
             index.primary = index.unique = false;
+        }
         definition.Append(index);
     }
     return definition;
@@ -134,10 +138,11 @@ TableCopy planTable(const SchemaTable &wanted, JetTable source, QStringList &fau
         const auto found = std::find_if(copy.source.fields.begin(), copy.source.fields.end(),
                                         [&](const JetField &one) { return sameName(one.name, field.name); });
         if (found == copy.source.fields.end()) {
-            if (store::isOptionalField(wanted, field.name))
+            if (store::isOptionalField(wanted, field.name)) {
                 copy.absentFields.append(field.name);
-            else
+            } else {
                 faults.append(QStringLiteral("the table %1 lacks the field %2").arg(wanted.name, field.name));
+            }
             continue;
         }
         const std::optional<dao::Field> target = fieldFor(wanted, field, *found);
@@ -145,18 +150,21 @@ TableCopy planTable(const SchemaTable &wanted, JetTable source, QStringList &fau
             faults.append(QStringLiteral("the field %1 of the table %2 is %3").arg(field.name, wanted.name, nameOf(found->type)));
             continue;
         }
-        if (target->autoIncrement)
+        if (target->autoIncrement) {
             copy.autoKey = static_cast<int>(fields.size());
-        if (field.name == wanted.key && found->primary)
+        }
+        if (field.name == wanted.key && found->primary) {
             keyIsUnique = true;
+        }
         fields.push_back(*target);
         copy.places.push_back(static_cast<std::size_t>(found - copy.source.fields.begin()));
     }
     for (const JetField &field : copy.source.fields) {
         const bool known = std::any_of(wanted.fields.begin(), wanted.fields.end(),
                                        [&](const dao::Field &one) { return sameName(one.name, field.name); });
-        if (!known)
+        if (!known) {
             copy.leftOutFields.append(field.name);
+        }
     }
     copy.target = definitionOf(wanted, fields, keyIsUnique);
     return copy;
@@ -166,19 +174,22 @@ FileCopy planFile(DatabaseFile file, const QString &from, QStringList &faults)
 {
     const QString wantedPath = from + u'/' + store::fileName(file);
     const std::optional<QString> path = basic::findPath(wantedPath);
-    if (!path)
+    if (!path) {
         throw RunTimeError(ErrorNumber::FileNotFound, QStringLiteral("%1 does not exist.").arg(wantedPath));
+    }
     FileCopy copy{file, std::make_unique<JetFile>(*path), {}, {}, {}};
     const QStringList present = copy.source->tableNames();
     for (const SchemaTable &table : store::schema()) {
-        if (table.file != file)
+        if (table.file != file) {
             continue;
-        if (present.contains(table.name, Qt::CaseInsensitive))
+        }
+        if (present.contains(table.name, Qt::CaseInsensitive)) {
             copy.tables.push_back(planTable(table, copy.source->table(table.name), faults));
-        else if (table.optional)
+        } else if (table.optional) {
             copy.absentTables.append(table.name);
-        else
+        } else {
             faults.append(QStringLiteral("%1 lacks the table %2").arg(store::fileName(file), table.name));
+        }
     }
     std::copy_if(present.begin(), present.end(), std::back_inserter(copy.leftOutTables), [file](const QString &name) {
         const SchemaTable *known = store::findTable(name);
@@ -190,8 +201,9 @@ FileCopy planFile(DatabaseFile file, const QString &from, QStringList &faults)
 /// The next number of the auto key comes after the last that the source ever gave out, also when its row is gone.
 void keepNextNumber(dao::Database &database, const TableCopy &table, std::int32_t highest)
 {
-    if (!table.autoKey || table.source.lastAutoKey <= highest)
+    if (!table.autoKey || table.source.lastAutoKey <= highest) {
         return;
+    }
     const QString key = table.target.Fields()[static_cast<std::size_t>(*table.autoKey)].name;
     dao::Recordset rows = database.OpenRecordset(QStringLiteral("Select * from %1 where %2 =0").arg(table.target.Name(), key),
                                                  dao::RecordsetType::Dynaset);
@@ -212,10 +224,12 @@ void copyRows(const JetFile &source, dao::Database &database, const TableCopy &t
         ++number;
         try {
             rows.AddNew();
-            for (std::size_t i = 0; i < fields.size(); ++i)
+            for (std::size_t i = 0; i < fields.size(); ++i) {
                 rows.set(static_cast<int>(i), row[table.places[i]]);
-            if (table.autoKey)
+            }
+            if (table.autoKey) {
                 highest = std::max(highest, rows.longValue(*table.autoKey));
+            }
             rows.Update();
         } catch (const RunTimeError &error) {
             throw RunTimeError(error.number(),
@@ -251,15 +265,19 @@ void tell(const FileCopy &copy)
     printLine(store::fileName(copy.file));
     for (const TableCopy &table : copy.tables) {
         printLine(QStringLiteral("  %1  %2 of %2 rows").arg(table.target.Name(), -20).arg(table.source.rowCount));
-        for (const QString &field : table.absentFields)
+        for (const QString &field : table.absentFields) {
             printLine(QStringLiteral("    without %1, which the first start adds").arg(field));
-        if (!table.leftOutFields.isEmpty())
+        }
+        if (!table.leftOutFields.isEmpty()) {
             printLine(QStringLiteral("    left out, not used by this program: fields %1").arg(table.leftOutFields.join(u", ")));
+        }
     }
-    for (const QString &table : copy.absentTables)
+    for (const QString &table : copy.absentTables) {
         printLine(QStringLiteral("  without %1, which the first start adds").arg(table));
-    if (!copy.leftOutTables.isEmpty())
+    }
+    if (!copy.leftOutTables.isEmpty()) {
         printLine(QStringLiteral("  left out, not used by this program: tables %1").arg(copy.leftOutTables.join(u", ")));
+    }
 }
 
 } // namespace
@@ -269,25 +287,29 @@ void importFarm(const QString &from, const QString &databasesFolder)
     Staging staging(databasesFolder);
     QStringList faults;
     std::vector<FileCopy> copies;
-    for (const DatabaseFile file : store::AllDatabaseFiles)
+    for (const DatabaseFile file : store::AllDatabaseFiles) {
         copies.push_back(planFile(file, from, faults));
+    }
     if (!faults.isEmpty()) {
         throw RunTimeError(ErrorNumber::InvalidArgument,
                            QStringLiteral("The files in %1 cannot be imported: %2.").arg(from, faults.join(u"; ")));
     }
     std::int64_t total = 0;
     for (const FileCopy &copy : copies) {
-        for (const TableCopy &table : copy.tables)
+        for (const TableCopy &table : copy.tables) {
             total += table.source.rowCount;
+        }
     }
     {
         Progress progress(QStringLiteral("Importing"), total);
-        for (const FileCopy &copy : copies)
+        for (const FileCopy &copy : copies) {
             copyFile(copy, staging.path(copy.file), progress);
+        }
     }
     staging.moveIn();
-    for (const FileCopy &copy : copies)
+    for (const FileCopy &copy : copies) {
         tell(copy);
+    }
     printLine(QStringLiteral("%1 rows imported. The password of the source files was not asked: their pages are read without it.")
                   .arg(total));
 }

@@ -108,10 +108,12 @@ struct Column {
 /// Nothing when the row is too short for the field.
 std::optional<dao::Value> cellOf(const JetRow &cells, const Column &column)
 {
-    if (column.type == JetType::Boolean)
+    if (column.type == JetType::Boolean) {
         return dao::Value(cells.bit(column.place));
-    if (!cells.bit(column.place))
+    }
+    if (!cells.bit(column.place)) {
         return dao::Value(dao::Null{});
+    }
     const std::optional<JetBytes> field = cells.field(column.place);
     return field ? valueOf(column.type, *field) : std::nullopt;
 }
@@ -127,8 +129,9 @@ struct JetFile::Library {
 
     ~Library()
     {
-        if (handle)
+        if (handle) {
             mdb_close(handle);
+        }
     }
 
     [[noreturn]] void fail(const QString &what) const
@@ -143,8 +146,9 @@ struct JetFile::Library {
     /// The page in the library's buffer, good until the next page is asked for.
     JetBytes page(std::uint32_t number)
     {
-        if (number >= pageCount || mdb_read_pg(handle, number) <= 0)
+        if (number >= pageCount || mdb_read_pg(handle, number) <= 0) {
             failDamaged(QStringLiteral("page %1 cannot be read").arg(number));
+        }
         return JetBytes({handle->pg_buf, PageSize});
     }
 
@@ -162,36 +166,44 @@ struct JetFile::Library {
 void JetFile::Library::open()
 {
     const QFileInfo info(path);
-    if (!info.isFile())
+    if (!info.isFile()) {
         fail(QStringLiteral("does not exist or is no file."));
+    }
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly)) {
         fail(QStringLiteral("cannot be read: %1.").arg(file.errorString()));
+    }
     const QByteArray start = file.read(24);
-    if (start.size() < 24 || start.mid(4, 15) != "Standard Jet DB")
+    if (start.size() < 24 || start.mid(4, 15) != "Standard Jet DB") {
         fail(QStringLiteral("is no Jet database."));
-    if (start.at(20) != 1)
+    }
+    if (start.at(20) != 1) {
         fail(QStringLiteral("is a Jet database of another version than 4; convert it in the suite first."));
-    if (info.size() % static_cast<qint64>(PageSize) != 0 || info.size() < 3 * static_cast<qint64>(PageSize))
+    }
+    if (info.size() % static_cast<qint64>(PageSize) != 0 || info.size() < 3 * static_cast<qint64>(PageSize)) {
         failDamaged(QStringLiteral("its length is no whole number of pages"));
+    }
     file.close();
     pageCount = static_cast<std::uint32_t>(info.size() / static_cast<qint64>(PageSize));
     // Names come in this character set whatever the locale.
     qputenv("MDBICONV", "UTF-8");
     handle = mdb_open(QFile::encodeName(path).constData(), MDB_NOFLAGS);
-    if (!handle)
+    if (!handle) {
         fail(QStringLiteral("cannot be opened as a Jet database."));
+    }
     findDataPages();
-    if (page(2).byteAt(0) != DefinitionPage || !mdb_read_catalog(handle, MDB_TABLE))
+    if (page(2).byteAt(0) != DefinitionPage || !mdb_read_catalog(handle, MDB_TABLE)) {
         failDamaged(QStringLiteral("its list of tables cannot be read"));
+    }
 }
 
 void JetFile::Library::findDataPages()
 {
     for (std::uint32_t number = 1; number < pageCount; ++number) {
         const JetBytes bytes = page(number);
-        if (bytes.byteAt(0) == DataPage)
+        if (bytes.byteAt(0) == DataPage) {
             dataPages[*bytes.longAt(OwnerOffset)].push_back(number);
+        }
     }
 }
 
@@ -199,8 +211,9 @@ MdbCatalogEntry *JetFile::Library::entry(const QString &name) const
 {
     for (unsigned int i = 0; i < handle->num_catalog; ++i) {
         auto *found = itemAt<MdbCatalogEntry>(handle->catalog, i);
-        if (found->object_type == MDB_TABLE && QString::fromUtf8(found->object_name).compare(name, Qt::CaseInsensitive) == 0)
+        if (found->object_type == MDB_TABLE && QString::fromUtf8(found->object_name).compare(name, Qt::CaseInsensitive) == 0) {
             return found;
+        }
     }
     return nullptr;
 }
@@ -208,13 +221,16 @@ MdbCatalogEntry *JetFile::Library::entry(const QString &name) const
 TablePointer JetFile::Library::definition(const QString &name)
 {
     MdbCatalogEntry *found = entry(name);
-    if (!found)
+    if (!found) {
         fail(QStringLiteral("has no table %1.").arg(name));
-    if (page(static_cast<std::uint32_t>(found->table_pg)).byteAt(0) != DefinitionPage)
+    }
+    if (page(static_cast<std::uint32_t>(found->table_pg)).byteAt(0) != DefinitionPage) {
         failDamaged(QStringLiteral("the definition of the table %1 is not where the file says").arg(name));
+    }
     TablePointer table(mdb_read_table(found));
-    if (!table || !mdb_read_columns(table.get()))
+    if (!table || !mdb_read_columns(table.get())) {
         failDamaged(QStringLiteral("the definition of the table %1 cannot be read").arg(name));
+    }
     return table;
 }
 
@@ -230,8 +246,9 @@ JetBytes JetFile::Library::slot(JetBytes page, std::size_t number) const
         ? PageSize
         : static_cast<std::size_t>(page.shortAt(FirstSlotOffset + 2 * (number - 1)).value_or(0) & SlotMask);
     const std::optional<JetBytes> bytes = end < begin ? std::nullopt : page.part(begin, end - begin);
-    if (!bytes)
+    if (!bytes) {
         failDamaged(QStringLiteral("a row lies outside its page"));
+    }
     return *bytes;
 }
 
@@ -243,8 +260,9 @@ std::uint32_t JetFile::Library::forEachRow(const MdbTableDef &table, const std::
         const std::size_t slotCount = bytes.shortAt(RowCountOffset).value_or(0);
         for (std::size_t i = 0; i < slotCount; ++i) {
             const std::uint16_t flags = slotFlags(bytes, i);
-            if ((flags & SlotSkipped) != 0)
+            if ((flags & SlotSkipped) != 0) {
                 continue;
+            }
             if ((flags & SlotPointer) != 0) {
                 // The row has outgrown its page; it keeps its place in the order and lies in a slot elsewhere.
                 const std::uint32_t pointer = slot(bytes, i).longAt(0).value_or(0);
@@ -277,8 +295,9 @@ QStringList JetFile::tableNames() const
     QStringList names;
     for (unsigned int i = 0; i < library_->handle->num_catalog; ++i) {
         auto *entry = itemAt<MdbCatalogEntry>(library_->handle->catalog, i);
-        if (mdb_is_user_table(entry))
+        if (mdb_is_user_table(entry)) {
             names.append(QString::fromUtf8(entry->object_name));
+        }
     }
     return names;
 }
@@ -299,8 +318,9 @@ JetTable JetFile::table(const QString &name) const
     for (unsigned int i = 0; definition->indices && i < definition->indices->len; ++i) {
         const auto *index = itemAt<MdbIndex>(definition->indices, i);
         const auto key = static_cast<std::size_t>(index->key_col_num[0] - 1);
-        if (index->index_type == PrimaryIndex && index->num_keys == 1 && key < table.fields.size())
+        if (index->index_type == PrimaryIndex && index->num_keys == 1 && key < table.fields.size()) {
             table.fields[key].primary = true;
+        }
     }
     const JetBytes page = library_->page(static_cast<std::uint32_t>(definition->entry->table_pg));
     table.lastAutoKey = static_cast<std::int32_t>(*page.longAt(LastAutoKeyOffset));
@@ -318,12 +338,14 @@ std::uint32_t JetFile::readRows(const QString &name, const std::function<void(co
     Row row(columns.size());
     return library_->forEachRow(*definition, [&](JetBytes bytes) {
         const std::optional<JetRow> cells = JetRow::open(bytes, definition->num_var_cols > 0);
-        if (!cells)
+        if (!cells) {
             library_->failDamaged(QStringLiteral("a row of the table %1 cannot be read").arg(name));
+        }
         for (std::size_t i = 0; i < columns.size(); ++i) {
             const std::optional<dao::Value> value = cellOf(*cells, columns[i]);
-            if (!value)
+            if (!value) {
                 library_->failDamaged(QStringLiteral("a row of the table %1 is too short").arg(name));
+            }
             row[i] = *value;
         }
         take(row);

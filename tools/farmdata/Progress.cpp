@@ -17,8 +17,9 @@ Progress::Progress(QString work, std::int64_t total) : work_(std::move(work)), t
 
 Progress::~Progress()
 {
-    if (shownPercent_ >= 0)
+    if (shownPercent_ >= 0) {
         std::fputc('\n', stderr);
+    }
 }
 
 void Progress::show(std::int64_t done)
@@ -26,8 +27,9 @@ void Progress::show(std::int64_t done)
     done_ = done;
     const int exact = static_cast<int>(std::min<std::int64_t>(100, done * 100 / total_));
     const int percent = exact - exact % PercentStep;
-    if (percent == shownPercent_ || !timer_.hasExpired(QuietMilliseconds))
+    if (percent == shownPercent_ || !timer_.hasExpired(QuietMilliseconds)) {
         return;
+    }
     shownPercent_ = percent;
     std::fprintf(stderr, "\r%s %3d %%", qPrintable(work_), percent);
     std::fflush(stderr);

@@ -16,8 +16,9 @@ using basic::RunTimeError;
 
 Staging::Staging(const QString &databasesFolder) : target_(QDir(databasesFolder).absolutePath())
 {
-    if (QFileInfo::exists(target_) && !QFileInfo(target_).isDir())
+    if (QFileInfo::exists(target_) && !QFileInfo(target_).isDir()) {
         throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("%1 is no folder.").arg(target_));
+    }
     for (const store::DatabaseFile file : store::AllDatabaseFiles) {
         if (const auto present = basic::findPath(target_ + u'/' + store::fileName(file))) {
             throw RunTimeError(ErrorNumber::PathFileAccess,
@@ -27,9 +28,10 @@ Staging::Staging(const QString &databasesFolder) : target_(QDir(databasesFolder)
     const QString parent = QFileInfo(target_).absolutePath();
     QDir().mkpath(parent);
     staged_ = std::make_unique<QTemporaryDir>(target_ + QStringLiteral(".new-XXXXXX"));
-    if (!staged_->isValid())
+    if (!staged_->isValid()) {
         throw RunTimeError(ErrorNumber::PathFileAccess,
                            QStringLiteral("Nothing can be written in %1: %2.").arg(parent, staged_->errorString()));
+    }
 }
 
 QString Staging::path(store::DatabaseFile file) const
@@ -51,8 +53,9 @@ void Staging::moveIn()
     for (const store::DatabaseFile file : store::AllDatabaseFiles) {
         const QString to = target_ + u'/' + store::fileName(file);
         if (!QFile::rename(path(file), to)) {
-            for (const QString &one : moved)
+            for (const QString &one : moved) {
                 QFile::remove(one);
+            }
             throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("%1 cannot be written; nothing was made.").arg(to));
         }
         moved.append(to);

@@ -33,8 +33,9 @@ QString folderOf(const QString &argument)
 bool create(const QStringList &arguments)
 {
     Staging staging(arguments[0]);
-    for (const store::DatabaseFile file : store::AllDatabaseFiles)
+    for (const store::DatabaseFile file : store::AllDatabaseFiles) {
         store::createDatabaseFile(file, staging.path(file));
+    }
     staging.moveIn();
     printLine(QStringLiteral("Three empty databases were made in %1.").arg(folderOf(arguments[0])));
     return true;
@@ -43,8 +44,9 @@ bool create(const QStringList &arguments)
 bool demo(const QStringList &arguments)
 {
     Staging staging(arguments[0]);
-    for (const store::DatabaseFile file : store::AllDatabaseFiles)
+    for (const store::DatabaseFile file : store::AllDatabaseFiles) {
         store::createDatabaseFile(file, staging.path(file));
+    }
     fillDemoFarm(staging.folder());
     staging.moveIn();
     printLine(QStringLiteral("A demonstration farm was made in %1.").arg(folderOf(arguments[0])));
@@ -66,8 +68,9 @@ bool backup(const QStringList &arguments)
 {
     const QString folder = folderOf(arguments[0]);
     printLine(QStringLiteral("Copied to %1.").arg(store::backUpNow(folder)));
-    for (const store::Backup &one : store::listBackups(folder))
+    for (const store::Backup &one : store::listBackups(folder)) {
         printLine(QStringLiteral("  %1  %2").arg(one.day.toString(Qt::ISODate), one.path));
+    }
     return true;
 }
 
@@ -90,8 +93,9 @@ bool restore(const QStringList &arguments)
         kept = store::restoreBackup(folder, QFileInfo(file).absoluteFilePath(), [&](int percent) { progress.show(percent); });
     }
     printLine(QStringLiteral("Restored %1.").arg(file));
-    if (!kept.isEmpty())
+    if (!kept.isEmpty()) {
         printLine(QStringLiteral("The file that it replaced is kept as %1.").arg(kept));
+    }
     return true;
 }
 
@@ -118,8 +122,9 @@ const std::vector<Command> &commands()
 void printHelp()
 {
     printLine(QStringLiteral("farmdata makes, fills, imports, checks and backs up a Databases folder.\n\nUsage:"));
-    for (const Command &command : commands())
+    for (const Command &command : commands()) {
         printLine(QStringLiteral("  farmdata %1 %2\n      %3").arg(command.name, command.arguments.join(u' '), command.help));
+    }
     printLine(
         QStringLiteral("\nDIR is the Databases folder. Existing databases are never written over. The exit status is 0 only on "
                        "success."));

@@ -67,9 +67,4 @@ std::int32_t toLong32(double value)
     return inRange<std::int32_t>(roundHalfEven(value));
 }
 
-std::int32_t wholeBelow(double value)
-{
-    return inRange<std::int32_t>(std::floor(value));
-}
-
 } // namespace basic

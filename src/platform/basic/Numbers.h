@@ -19,7 +19,4 @@ double roundHalfEven(double value);
 std::int16_t toInteger16(double value);
 std::int32_t toLong32(double value);
 
-/// Largest whole number not above `value` (so -0.5 gives -1); error 6 beyond 32 bits.
-std::int32_t wholeBelow(double value);
-
 } // namespace basic

@@ -14,17 +14,13 @@ enum class ErrorNumber : int {
     InvalidArgument = 5,
     Overflow = 6,
     SubscriptOutOfRange = 9,
-    DivisionByZero = 11,
     TypeMismatch = 13,
-    BadFileName = 52,
     FileNotFound = 53,
-    FileAlreadyOpen = 55,
     DeviceError = 57,
     DiskFull = 61,
     InputPastEnd = 62,
     PermissionDenied = 70,
     PathFileAccess = 75,
-    PathNotFound = 76,
     ObjectNotSet = 91,
 };
 

@@ -127,7 +127,6 @@ public:
     void setTheme(const Theme &theme);
 
     /// While false nothing is announced; what was held back is announced when it becomes true.
-    bool Repaint() const { return repaint_; }
     void setRepaint(bool repaint);
     void Refresh();
 

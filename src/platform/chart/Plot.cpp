@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/chart/Plot.h"
 
+#include "platform/chart/ChartShapes.h"
 #include "platform/chart/PlotCanvas.h"
 #include "platform/chart/ValueScale.h"
 
@@ -75,11 +76,12 @@ Plot::Plot(const Chart &chart, const Theme &theme, const QFont &font, const QSiz
     if (!isEmpty()) {
         shapes_ = shapesOf(chart_, theme_);
         canvas_ = std::make_unique<PlotCanvas>(theme_);
-        canvas_->addLayer(PlotCanvas::Behind, [this](QPainter &painter, const QRectF &) { surroundings_.paintRoom(painter); });
+        canvas_->addLayer(PlotCanvas::Depth::Behind,
+                          [this](QPainter &painter, const QRectF &) { surroundings_.paintRoom(painter); });
         for (const auto &shape : shapes_) {
             canvas_->addShape(*shape);
         }
-        canvas_->addLayer(PlotCanvas::InFront, [this](QPainter &painter, const QRectF &exposed) {
+        canvas_->addLayer(PlotCanvas::Depth::InFront, [this](QPainter &painter, const QRectF &exposed) {
             if (hasAxes()) {
                 surroundings_.paintSecondAxis(painter);
             }
@@ -110,42 +112,45 @@ void Plot::layOut(const QSize &size)
     if (isEmpty()) {
         return;
     }
-    const QRect whole(QPoint(), size);
     // Slices among other kinds stand beside the frame.
     const int pieWidth = hasAxes() && hasPie() ? std::min(size.width() * 32 / 100, size.height()) : 0;
     frame_.rows = chart_.RowCount();
     frame_.depth = depthAt(size);
     frame_.font = tickFont_;
-    // What surrounds the frame depends on its size and the other way round; the second pass has it right.
-    frame_.front = QRectF(whole.adjusted(60, 60, -60 - pieWidth, -60));
     measureRowTexts();
-    for (int pass = 0; pass < 2; ++pass) {
-        const int head = headHeight(hasAxes() ? frame_.front.left() : Edge);
-        scaleValues(frame_.front.height());
-        chooseRowLabels(frame_.rowWidth());
-        PlotCanvas::Arrangement wanted;
-        wanted.size = size;
-        wanted.outer = QMargins(Edge, head, pieWidth, Edge);
-        wanted.right =
-            static_cast<int>(std::ceil(Surroundings::rightMargin(chart_, frame_.depth, tickFont_, textFont_, valueTicks_)));
-        wanted.top = HeadRoom + static_cast<int>(-frame_.depth.y());
-        wanted.axes = hasAxes();
-        wanted.grid = frame_.depth.isNull();
-        wanted.low = frame_.low;
-        wanted.high = frame_.high;
-        wanted.rows = frame_.rows;
-        wanted.valueTicks = &valueTicks_;
-        wanted.rowTicks = &rowTicks_;
-        wanted.fonts = {tickFont_, rowFont_, textFont_};
-        wanted.rowTitle = chart_.AxisTitleVisible(AxisId::X) ? chart_.AxisTitle(AxisId::X) : QString();
-        wanted.valueTitle = chart_.AxisTitleVisible(AxisId::Y) ? chart_.AxisTitle(AxisId::Y) : QString();
-        frame_.front = canvas_->arrange(wanted);
-        frame_.pie = hasAxes() ? QRectF(size.width() - pieWidth + Edge, head + Edge, pieWidth - 2 * Edge, frame_.front.height())
-                               : QRectF(whole.adjusted(2 * Edge, head + Edge, -2 * Edge, -2 * Edge));
-    }
+    // What surrounds the frame depends on its size and the other way round; the second pass has it right.
+    frame_.front = QRectF(QRect(QPoint(), size).adjusted(60, 60, -60 - pieWidth, -60));
+    layOutFrame(pieWidth);
+    layOutFrame(pieWidth);
     surroundings_.arrange(frame_, valueTicks_);
     arrangeShapes();
     placeValueLabels();
+}
+
+void Plot::layOutFrame(int pieWidth)
+{
+    const int head = headHeight(hasAxes() ? frame_.front.left() : Edge);
+    scaleValues(frame_.front.height());
+    chooseRowLabels(frame_.rowWidth());
+    PlotCanvas::Arrangement wanted;
+    wanted.size = size_;
+    wanted.outer = QMargins(Edge, head, pieWidth, Edge);
+    wanted.right =
+        static_cast<int>(std::ceil(Surroundings::rightMargin(chart_, frame_.depth, tickFont_, textFont_, valueTicks_)));
+    wanted.top = HeadRoom + static_cast<int>(-frame_.depth.y());
+    wanted.axes = hasAxes();
+    wanted.grid = frame_.depth.isNull();
+    wanted.low = frame_.low;
+    wanted.high = frame_.high;
+    wanted.rows = frame_.rows;
+    wanted.valueTicks = &valueTicks_;
+    wanted.rowTicks = &rowTicks_;
+    wanted.fonts = {tickFont_, rowFont_, textFont_};
+    wanted.rowTitle = chart_.AxisTitleVisible(AxisId::X) ? chart_.AxisTitle(AxisId::X) : QString();
+    wanted.valueTitle = chart_.AxisTitleVisible(AxisId::Y) ? chart_.AxisTitle(AxisId::Y) : QString();
+    frame_.front = canvas_->arrange(wanted);
+    frame_.pie = hasAxes() ? QRectF(size_.width() - pieWidth + Edge, head + Edge, pieWidth - 2 * Edge, frame_.front.height())
+                           : QRectF(QRect(QPoint(), size_).adjusted(2 * Edge, head + Edge, -2 * Edge, -2 * Edge));
 }
 
 void Plot::scaleValues(double height)

@@ -60,6 +60,8 @@ private:
     bool isEmpty() const { return chart_.RowCount() == 0 || chart_.ColumnCount() == 0; }
     bool hasAxes() const;
     bool hasPie() const;
+    /// Places the frame by the size that it has so far, and what the frame's own size decides.
+    void layOutFrame(int pieWidth);
     void scaleValues(double height);
     void measureRowTexts();
     void chooseRowLabels(double rowWidth);

@@ -195,8 +195,8 @@ PlotCanvas::~PlotCanvas() = default;
 void PlotCanvas::addLayer(Depth depth, PaintLayer paint)
 {
     // The library owns what is put on its layers.
-    new LayerItem(library_.get(), depth == Behind ? QStringLiteral("background") : QStringLiteral("overlay"), library_->exposure,
-                  std::move(paint));
+    new LayerItem(library_.get(), depth == Depth::Behind ? QStringLiteral("background") : QStringLiteral("overlay"),
+                  library_->exposure, std::move(paint));
 }
 
 void PlotCanvas::addShape(const Shape &shape)

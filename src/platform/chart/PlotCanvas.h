@@ -21,7 +21,7 @@ class PlotCanvas
 {
 public:
     using PaintLayer = std::function<void(QPainter &painter, const QRectF &exposed)>;
-    enum Depth { Behind, InFront };
+    enum class Depth { Behind, InFront };
 
     struct Fonts {
         QFont values;

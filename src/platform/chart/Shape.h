@@ -6,7 +6,6 @@
 
 #include <QPainterPath>
 
-#include <memory>
 #include <optional>
 #include <vector>
 
@@ -55,8 +54,5 @@ enum class ShapeKind { Area, Bar, Step, Line, Pie };
 
 /// The kind that draws a type of series, flat or solid.
 ShapeKind shapeKindOf(SeriesType type);
-
-/// The shapes of a chart from back to front: the broad ones first, of two areas the larger first, so that none hides another.
-std::vector<std::unique_ptr<Shape>> shapesOf(const Chart &chart, const Theme &theme);
 
 } // namespace chart

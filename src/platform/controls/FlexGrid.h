@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/controls/CellAlignment.h"
 #include "platform/controls/Marks.h"
 
 #include <QAbstractScrollArea>
@@ -13,8 +14,6 @@
 
 namespace controls
 {
-
-enum class CellAlignment : quint8 { Default, Left, Centre, Right };
 
 /// A grid over its own compact cell store, quick at 50,000 rows.
 ///
@@ -59,6 +58,7 @@ public:
     QVariant cellValue(int row, int col) const;
     void setCellValue(int row, int col, const QVariant &value);
 
+    /// 0xBBGGRR, as those of `mark`; nothing for a cell never painted.
     std::optional<int> CellBackColor(int row, int col) const;
     void setCellBackColor(int row, int col, int colour);
     bool CellFontBold(int row, int col) const;

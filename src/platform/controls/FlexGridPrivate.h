@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/controls/FlexGrid.h"
 #include "platform/controls/GridPainter.h"
 #include "platform/controls/GridState.h"
 
@@ -15,7 +16,7 @@ class FlexGrid::Private
 public:
     explicit Private(FlexGrid &grid) : grid_(grid) {}
 
-    GridState state;
+    GridState state{DefaultRowHeight, DefaultColWidth};
     KeyClick keyClicks = KeyClick::None;
     bool redraw = true;
     /// The cell of the last press, for the double click that may follow after the grid has scrolled.

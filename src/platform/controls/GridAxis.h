@@ -3,6 +3,7 @@
 
 #include <QList>
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 

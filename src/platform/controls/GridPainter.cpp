@@ -2,6 +2,7 @@
 #include "platform/controls/GridPainter.h"
 
 #include "platform/controls/Look.h"
+#include "platform/controls/Marks.h"
 
 #include <QPainter>
 #include <QPainterPath>

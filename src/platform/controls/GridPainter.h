@@ -3,6 +3,7 @@
 
 #include "platform/controls/GridState.h"
 
+#include <QColor>
 #include <QFont>
 #include <QFontMetrics>
 #include <QRect>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/GridState.h"
 
+#include "platform/controls/Marks.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -15,15 +17,15 @@ QString markName(qint32 colour)
 {
     switch (colour) {
     case mark::Yellow:
-        return FlexGrid::tr("yellow");
+        return GridState::tr("yellow");
     case mark::Red:
-        return FlexGrid::tr("red");
+        return GridState::tr("red");
     case mark::Green:
-        return FlexGrid::tr("green");
+        return GridState::tr("green");
     case mark::PaleYellow:
-        return FlexGrid::tr("pale yellow");
+        return GridState::tr("pale yellow");
     default:
-        return FlexGrid::tr("marked");
+        return GridState::tr("marked");
     }
 }
 
@@ -109,7 +111,7 @@ QString GridState::rowName(int cellRow) const
             return QStringList{columnName(header), text}.join(u' ').trimmed();
         }
     }
-    return FlexGrid::tr("Row %1").arg(cellRow - rows.fixed() + 1);
+    return GridState::tr("Row %1").arg(cellRow - rows.fixed() + 1);
 }
 
 QString GridState::describe(int cellRow, int cellCol) const

@@ -4,6 +4,8 @@
 #include "platform/controls/GridAxis.h"
 #include "platform/controls/GridStore.h"
 
+#include <QCoreApplication>
+
 #include <functional>
 #include <set>
 
@@ -20,9 +22,12 @@ struct CellSpan {
 
 /// All that a grid knows apart from its window: what its painter, its screen-reader side and its input work on.
 struct GridState {
+    /// Twips of a row and of a column not yet sized.
+    GridState(int rowHeight, int colWidth) : rows(rowHeight), cols(colWidth) {}
+
     GridStore store;
-    GridAxis rows{FlexGrid::DefaultRowHeight};
-    GridAxis cols{FlexGrid::DefaultColWidth};
+    GridAxis rows;
+    GridAxis cols;
     std::vector<CellAlignment> colAlignments;
     std::set<int> mergedRows;
     std::set<int> mergedCols;
@@ -46,6 +51,8 @@ struct GridState {
     QString describe(int cellRow, int cellCol) const;
     QString columnName(int cellCol) const;
     QString rowName(int cellRow) const;
+
+    Q_DECLARE_TR_FUNCTIONS(controls::FlexGrid)
 };
 
 } // namespace controls

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/controls/FlexGrid.h"
+#include "platform/controls/CellAlignment.h"
+
+#include <QString>
+#include <QVariant>
 
 #include <vector>
 
@@ -13,6 +16,7 @@ struct GridCell {
     static constexpr qint32 NoColour = -1;
 
     QString text;
+    /// 0xBBGGRR.
     qint32 colour = NoColour;
     bool bold = false;
     CellAlignment alignment = CellAlignment::Default;

@@ -29,7 +29,7 @@ struct NamedMember {
     QColor PaletteColours::*member;
 };
 
-constexpr std::array<NamedMember, 14> members{{
+constexpr std::array<NamedMember, 14> Members{{
     {"window", &PaletteColours::window},
     {"base", &PaletteColours::base},
     {"header", &PaletteColours::header},
@@ -58,8 +58,8 @@ QString readResource(const QString &path)
 const NamedMember *memberOf(const QString &name)
 {
     const auto found =
-        std::find_if(members.begin(), members.end(), [&](const NamedMember &entry) { return name == QLatin1String(entry.name); });
-    return found == members.end() ? nullptr : &*found;
+        std::find_if(Members.begin(), Members.end(), [&](const NamedMember &entry) { return name == QLatin1String(entry.name); });
+    return found == Members.end() ? nullptr : &*found;
 }
 
 /// The two columns of the palette file.
@@ -122,7 +122,7 @@ QString styleSheet()
 {
     QString sheet = readResource(QStringLiteral(":/farm/style/look.qss"));
     // Longest names first, since "base" may begin a longer name.
-    std::vector<NamedMember> byLength(members.begin(), members.end());
+    std::vector<NamedMember> byLength(Members.begin(), Members.end());
     std::sort(byLength.begin(), byLength.end(),
               [](const NamedMember &a, const NamedMember &b) { return qstrlen(a.name) > qstrlen(b.name); });
     for (const NamedMember &entry : byLength) {

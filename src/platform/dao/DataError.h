@@ -15,7 +15,6 @@ enum class DataErrorNumber : int {
     ReadOnly = 3027,
     NotAValidPassword = 3031,
     FileInUse = 3045,
-    NotAValidFileName = 3044,
     CannotOpenFile = 3051,
     DamagedFile = 3049,
     TooFewParameters = 3061,

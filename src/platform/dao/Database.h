@@ -23,6 +23,8 @@ namespace dao
 /// cannot be read 3075.
 ///
 /// Text compares and sorts without regard to case and accents; apostrophes and hyphens only break ties.
+/// Whatever writes raises 3022 for a key that is there already, 3027 in a file opened for reading, 3260 when another program
+/// has been writing for two seconds, 3026 on a full disk and 3043 when the disk fails; reading raises 3049 on a damaged page.
 /// Closing happens with the object. Not for use from several threads.
 class Database
 {
@@ -42,8 +44,10 @@ public:
 
     /// A definition to fill and to Append.
     TableDef CreateTableDef(const QString &name) const { return TableDef(name); }
+    /// Puts the table in the file: 3010 when there is one of that name.
     void Append(const TableDef &definition);
-    /// Adds a field to a table in the file; existing rows hold null in it, a Boolean False.
+    /// Adds a field to a table in the file; existing rows hold null in it, a Boolean False. 3191 when the table has one of that
+    /// name.
     void Append(const QString &table, const Field &field);
     /// Builds an index over the rows of a table in the file; its name is that of tableDef's indexes.
     void Append(const QString &table, const Index &index);
@@ -53,7 +57,7 @@ public:
     TableDef tableDef(const QString &name) const;
     QStringList tableNames() const;
 
-    /// Copies the whole database, as of one moment, to a file that must not exist. Written beside and renamed.
+    /// Copies the whole database, as of one moment, to a file that must not exist: 75. Written beside and renamed.
     void backupTo(const QString &path) const;
     /// Reads the whole file and returns what is wrong with it; empty when nothing is.
     QStringList checkIntegrity(const std::function<void(int percent)> &progress = {}) const;

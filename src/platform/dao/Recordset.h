@@ -26,6 +26,7 @@ struct ResultColumn;
 ///
 /// Fields are named without regard to case, as the query names them (alias or field name). Where two tables of a join give
 /// the same name, the plain name means the first and "table.field" tells them apart. An unknown name raises 3265.
+/// Whatever needs a current row raises 3021 without one.
 class Recordset
 {
 public:

@@ -27,7 +27,7 @@ struct Index {
     bool unique = false;
 };
 
-/// The definition of a table: its name, its fields in order, its indexes. A definition made by CreateTableDef lives in
+/// The definition of a table: its name, its fields in order, its indexes. A definition lives in
 /// memory until Database::Append puts it in the file.
 class TableDef
 {

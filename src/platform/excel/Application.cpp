@@ -127,7 +127,7 @@ void Workbooks::OpenStored(const QString &path)
         throw ExcelError(QStringLiteral("The file %1 could not be found.").arg(path));
     }
     if (!session_->launcher || !session_->launcher->open(path)) {
-        throw ExcelError(ExcelError::noProgram, QStringLiteral("No program opens %1.").arg(path));
+        throw ExcelError(ExcelError::NoProgram, QStringLiteral("No program opens %1.").arg(path));
     }
 }
 

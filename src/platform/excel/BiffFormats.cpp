@@ -14,19 +14,18 @@ using model::Trait;
 
 namespace
 {
-constexpr std::size_t mostFormats = 4000;
-constexpr std::size_t mostFonts = 512;
-constexpr std::size_t firstOwnNumberFormat = 164;
-constexpr qsizetype formatLength = 20;
-constexpr int boldWeight = 700;
-constexpr int plainWeight = 400;
+constexpr std::size_t MostFormats = 4000;
+constexpr std::size_t MostFonts = 512;
+constexpr std::size_t FirstOwnNumberFormat = 164;
+constexpr int BoldWeight = 700;
+constexpr int PlainWeight = 400;
 
 /// The number formats that have a number without being told.
 struct BuiltIn {
     std::size_t number;
     const char16_t *format;
 };
-constexpr std::array<BuiltIn, 26> builtIns{{
+constexpr std::array<BuiltIn, 26> BuiltIns{{
     {0, u"General"},
     {1, u"0"},
     {2, u"0.00"},
@@ -62,7 +61,7 @@ struct Place {
     int bit;
     int bits;
 };
-constexpr std::array<Place, 8> places{{
+constexpr std::array<Place, 8> Places{{
     {Trait::Horizontal, 6, 0, 3},
     {Trait::Wrap, 6, 3, 1},
     {Trait::Vertical, 6, 4, 3},
@@ -98,7 +97,7 @@ struct EdgeColour {
     qsizetype byte;
     int bit;
 };
-constexpr std::array<EdgeColour, 4> edgeColours{
+constexpr std::array<EdgeColour, 4> EdgeColours{
     {{Trait::LeftLine, 12, 0}, {Trait::RightLine, 12, 7}, {Trait::TopLine, 14, 0}, {Trait::BottomLine, 14, 7}}};
 
 std::int32_t degrees(std::size_t code)
@@ -143,7 +142,7 @@ std::vector<std::int32_t> standardPalette()
 
 FormatReader::FormatReader(const model::KeptBook &kept, model::StyleTable &styles) : kept_(kept), styles_(styles)
 {
-    for (const BuiltIn &builtIn : builtIns) {
+    for (const BuiltIn &builtIn : BuiltIns) {
         numberFormats_[builtIn.number] = QString::fromUtf16(builtIn.format);
     }
     for (const QByteArray &body : kept.numberFormats) {
@@ -155,8 +154,8 @@ FormatReader::FormatReader(const model::KeptBook &kept, model::StyleTable &style
 
 std::int32_t FormatReader::colour(std::uint32_t index) const
 {
-    const auto place = static_cast<std::size_t>(index) - static_cast<std::size_t>(firstPaletteColour);
-    return index >= static_cast<std::uint32_t>(firstPaletteColour) && place < kept_.palette.size() ? kept_.palette[place] : -1;
+    const auto place = static_cast<std::size_t>(index) - static_cast<std::size_t>(FirstPaletteColour);
+    return index >= static_cast<std::uint32_t>(FirstPaletteColour) && place < kept_.palette.size() ? kept_.palette[place] : -1;
 }
 
 void FormatReader::readFont(Style &style, std::size_t font) const
@@ -167,7 +166,7 @@ void FormatReader::readFont(Style &style, std::size_t font) const
     }
     Reader reader(kept_.fonts[place]);
     style[Trait::FontSize] = static_cast<std::int32_t>(reader.u16());
-    style[Trait::Bold] = reader.skip(4).u16() > (boldWeight + plainWeight) / 2 ? 1 : 0;
+    style[Trait::Bold] = reader.skip(4).u16() > (BoldWeight + PlainWeight) / 2 ? 1 : 0;
     style[Trait::Underline] = static_cast<std::int32_t>(reader.skip(2).u8());
     reader.skip(3);
     style[Trait::FontName] = styles_.fontNames.place(takeShortText(reader));
@@ -182,7 +181,7 @@ Style FormatReader::style(std::size_t format) const
     const auto told = numberFormats_.find(u16At(body, 2));
     style[Trait::NumberFormat] =
         styles_.numberFormats.place(told == numberFormats_.end() ? QStringLiteral("General") : told->second);
-    for (const Place &place : places) {
+    for (const Place &place : Places) {
         style[place.trait] = bitsAt(body, place.byte, place.bit, place.bits);
     }
     style[Trait::Rotation] = degrees(static_cast<unsigned char>(body[7]));
@@ -207,11 +206,11 @@ FormatWriter::FormatWriter(const model::Book &book, const model::KeptBook &kept)
         throw ExcelError(
             QStringLiteral("it has %1 different %2; %3 are the most that a .xls holds.").arg(count).arg(what).arg(most));
     };
-    if (records_.formats.size() > std::max(mostFormats, readFormats)) {
-        tellLimit(QStringLiteral("cell formats"), records_.formats.size(), mostFormats);
+    if (records_.formats.size() > std::max(MostFormats, readFormats)) {
+        tellLimit(QStringLiteral("cell formats"), records_.formats.size(), MostFormats);
     }
-    if (records_.fonts.size() > std::max(mostFonts, kept.fonts.size())) {
-        tellLimit(QStringLiteral("fonts"), records_.fonts.size(), mostFonts);
+    if (records_.fonts.size() > std::max(MostFonts, kept.fonts.size())) {
+        tellLimit(QStringLiteral("fonts"), records_.fonts.size(), MostFonts);
     }
 }
 
@@ -248,20 +247,20 @@ std::uint16_t FormatWriter::addFormat(const Style &style, const FormatReader &ba
     if (style[Trait::NumberFormat] != before[Trait::NumberFormat]) {
         setU16(body, 2, numberFormatOf(styles_.numberFormats.at(style[Trait::NumberFormat])));
     }
-    for (const Place &place : places) {
+    for (const Place &place : Places) {
         setBits(body, place.byte, place.bit, place.bits, static_cast<unsigned>(style[place.trait]));
     }
     if (style[Trait::Rotation] != before[Trait::Rotation]) {
         body[7] = static_cast<char>(codeOfDegrees(style[Trait::Rotation]));
     }
-    for (const EdgeColour &edge : edgeColours) {
+    for (const EdgeColour &edge : EdgeColours) {
         if (style[edge.edge] != before[edge.edge]) {
-            setBits(body, edge.byte, edge.bit, 7, style[edge.edge] == model::noLine ? 0 : automaticColour);
+            setBits(body, edge.byte, edge.bit, 7, style[edge.edge] == model::NoLine ? 0 : AutomaticColour);
         }
     }
     if (!hasSame(style, before, {Trait::Pattern, Trait::FillColour, Trait::ThemeColour, Trait::Tint})) {
         const std::int32_t shade = style.shade();
-        setBits(body, 18, 0, 7, shade < 0 ? automaticColour : colourOf(shade));
+        setBits(body, 18, 0, 7, shade < 0 ? AutomaticColour : colourOf(shade));
     }
     // All six groups of this format count, none is taken from the parent.
     body[9] = static_cast<char>(body[9] | 0xFC);
@@ -281,7 +280,7 @@ std::uint16_t FormatWriter::fontOf(const Style &style, const Style &base, std::s
     QByteArray head = records_.fonts[place].first(14);
     setU16(head, 0, static_cast<std::uint16_t>(style[Trait::FontSize]));
     if (style[Trait::Bold] != base[Trait::Bold]) {
-        setU16(head, 6, style[Trait::Bold] != 0 ? boldWeight : plainWeight);
+        setU16(head, 6, style[Trait::Bold] != 0 ? BoldWeight : PlainWeight);
     }
     head[10] = static_cast<char>(style[Trait::Underline]);
     // Older readers take bold and underline from the options.
@@ -303,7 +302,7 @@ std::uint16_t FormatWriter::fontOf(const Style &style, const Style &base, std::s
 
 std::uint16_t FormatWriter::numberFormatOf(const QString &format)
 {
-    std::size_t next = firstOwnNumberFormat;
+    std::size_t next = FirstOwnNumberFormat;
     for (const QByteArray &body : records_.numberFormats) {
         Reader reader(body);
         const std::size_t number = reader.u16();
@@ -312,7 +311,7 @@ std::uint16_t FormatWriter::numberFormatOf(const QString &format)
         }
         next = std::max(next, number + 1);
     }
-    for (const BuiltIn &builtIn : builtIns) {
+    for (const BuiltIn &builtIn : BuiltIns) {
         if (format == QStringView(builtIn.format)) {
             return static_cast<std::uint16_t>(builtIn.number);
         }
@@ -328,7 +327,7 @@ std::uint16_t FormatWriter::colourOf(std::int32_t colour)
 {
     const auto begin = records_.palette.begin();
     const auto place = [&](auto found) {
-        const auto number = static_cast<std::size_t>(found - begin + firstPaletteColour);
+        const auto number = static_cast<std::size_t>(found - begin + FirstPaletteColour);
         usedColours_[number] = true;
         return static_cast<std::uint16_t>(number);
     };
@@ -337,7 +336,7 @@ std::uint16_t FormatWriter::colourOf(std::int32_t colour)
         return place(found);
     }
     for (std::size_t number = records_.palette.size(); number-- > 0;) {
-        if (!usedColours_[number + firstPaletteColour]) {
+        if (!usedColours_[number + FirstPaletteColour]) {
             records_.palette[number] = colour;
             paletteChanged_ = true;
             return place(begin + static_cast<std::ptrdiff_t>(number));
@@ -354,21 +353,21 @@ std::uint16_t FormatWriter::colourOf(std::int32_t colour)
 void FormatWriter::putFonts(Bytes &stream) const
 {
     for (const QByteArray &body : records_.fonts) {
-        stream.record(font, body);
+        stream.record(FontRecord, body);
     }
 }
 
 void FormatWriter::putNumberFormats(Bytes &stream) const
 {
     for (const QByteArray &body : records_.numberFormats) {
-        stream.record(numberFormat, body);
+        stream.record(NumberFormat, body);
     }
 }
 
 void FormatWriter::putFormats(Bytes &stream) const
 {
     for (const QByteArray &body : records_.formats) {
-        stream.record(extendedFormat, body);
+        stream.record(ExtendedFormat, body);
     }
 }
 
@@ -385,7 +384,7 @@ void FormatWriter::putPalette(Bytes &stream) const
             .u8(static_cast<std::size_t>(colour))
             .u8(0);
     }
-    stream.record(palette, body.bytes());
+    stream.record(Palette, body.bytes());
 }
 
 } // namespace excel::biff

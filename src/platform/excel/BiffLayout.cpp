@@ -19,46 +19,46 @@ struct Fixed {
 };
 
 /// In the order of the format. Those without a body are told by the model or stand here for the order alone.
-constexpr std::array<Fixed, 35> bookOrder{{
-    {beginOfStream, "00060500BB0DCC074100000006000000"},
+constexpr std::array<Fixed, 35> BookOrder{{
+    {BeginOfStream, "00060500BB0DCC074100000006000000"},
     {0x0E1, "B004"},
     {0x0C1, "0000"},
     {0x0E2, ""},
     {0x042, "B004"},
     {0x161, "0000"},
-    {sheetNumbers, nullptr},
+    {SheetNumbers, nullptr},
     {0x09C, "0E00"},
     {0x019, "0000"},
     {0x012, "0000"},
     {0x013, "0000"},
     {0x1AF, "0000"},
     {0x1BC, "0000"},
-    {window1, "68010E015C3A651F3800000000000100580200"},
+    {Window1, "68010E015C3A651F3800000000000100580200"},
     {0x040, "0000"},
     {0x08D, "0000"},
     {0x022, "0000"},
     {0x00E, "0100"},
     {0x1B7, "0000"},
     {0x0DA, "0000"},
-    {font, nullptr},
-    {numberFormat, nullptr},
-    {extendedFormat, nullptr},
-    {styleName, "008000FF"},
-    {palette, nullptr},
-    {naturalLanguage, "0000"},
-    {boundSheet, nullptr},
-    {country, "01000100"},
-    {externSheet, nullptr},
-    {definedName, nullptr},
-    {newNames, nullptr},
-    {drawingGroup, nullptr},
-    {sharedTexts, nullptr},
-    {sharedTextIndex, nullptr},
-    {endOfStream, ""},
+    {FontRecord, nullptr},
+    {NumberFormat, nullptr},
+    {ExtendedFormat, nullptr},
+    {StyleName, "008000FF"},
+    {Palette, nullptr},
+    {NaturalLanguage, "0000"},
+    {BoundSheet, nullptr},
+    {Country, "01000100"},
+    {ExternSheet, nullptr},
+    {DefinedName, nullptr},
+    {NewNames, nullptr},
+    {DrawingGroup, nullptr},
+    {SharedTexts, nullptr},
+    {SharedTextIndex, nullptr},
+    {EndOfStream, ""},
 }};
 
-constexpr std::array<Fixed, 30> sheetOrder{{
-    {beginOfStream, "00061000BB0DCC074100000006000000"},
+constexpr std::array<Fixed, 30> SheetOrder{{
+    {BeginOfStream, "00061000BB0DCC074100000006000000"},
     {0x00D, "0100"},
     {0x00C, "6400"},
     {0x00F, "0100"},
@@ -69,25 +69,25 @@ constexpr std::array<Fixed, 30> sheetOrder{{
     {0x02B, "0000"},
     {0x082, "0100"},
     {0x080, "0000000000000000"},
-    {defaultRowHeight, "00002C01"},
-    {sheetOptions, "C104"},
-    {header, nullptr},
-    {footer, nullptr},
+    {DefaultRowHeight, "00002C01"},
+    {SheetOptions, "C104"},
+    {Header, nullptr},
+    {Footer, nullptr},
     {0x083, "0000"},
     {0x084, "0000"},
-    {leftMargin, nullptr},
-    {rightMargin, nullptr},
-    {topMargin, nullptr},
-    {bottomMargin, nullptr},
-    {setup, nullptr},
-    {defaultColumnWidth, "0800"},
-    {columnInfo, nullptr},
-    {dimensions, nullptr},
-    {rowRecord, nullptr},
-    {window2, "B60000000000400000000000000000000000"},
+    {LeftMargin, nullptr},
+    {RightMargin, nullptr},
+    {TopMargin, nullptr},
+    {BottomMargin, nullptr},
+    {Setup, nullptr},
+    {DefaultColumnWidth, "0800"},
+    {ColumnInfo, nullptr},
+    {Dimensions, nullptr},
+    {RowRecord, nullptr},
+    {Window2, "B60000000000400000000000000000000000"},
     {0x01D, "030000000000000100000000000000"},
-    {mergedCells, nullptr},
-    {endOfStream, ""},
+    {MergedCells, nullptr},
+    {EndOfStream, ""},
 }};
 
 template <std::size_t size> std::size_t rankOf(const std::array<Fixed, size> &order, std::uint16_t id)
@@ -128,7 +128,7 @@ model::KeptBook makeStandardBook()
 {
     constexpr std::size_t equalFonts = 4;
     model::KeptBook book;
-    book.globals = fixedRecords(bookOrder);
+    book.globals = fixedRecords(BookOrder);
     completeBook(book.globals);
     Bytes standardFont;
     standardFont.u16(11 * 20).u16(0).u16(0x7FFF).u16(400).u16(0).u8(0).u8(2).u8(0).u8(0);
@@ -137,7 +137,7 @@ model::KeptBook makeStandardBook()
     // Fifteen formats for named styles, of which the first alone is in use, then that of cells never touched.
     book.formats.push_back(QByteArray::fromHex("00000000F5FF20000000"
                                                "0000000000000000C020"));
-    for (int number = 1; number < standardFormat; ++number) {
+    for (int number = 1; number < StandardFormat; ++number) {
         book.formats.push_back(QByteArray::fromHex("00000000F5FF200000F4"
                                                    "0000000000000000C020"));
     }
@@ -152,26 +152,26 @@ model::KeptBook makeStandardBook()
 
 bool isToldByBook(std::uint16_t id)
 {
-    constexpr std::array<std::uint16_t, 9> told{sheetNumbers, font,        numberFormat, extendedFormat, palette,
-                                                boundSheet,   externSheet, newNames,     sharedTexts};
+    constexpr std::array<std::uint16_t, 9> told{SheetNumbers, FontRecord,  NumberFormat, ExtendedFormat, Palette,
+                                                BoundSheet,   ExternSheet, NewNames,     SharedTexts};
     return std::find(told.begin(), told.end(), id) != told.end();
 }
 
 bool isToldBySheet(std::uint16_t id)
 {
-    constexpr std::array<std::uint16_t, 11> told{header, footer,     leftMargin, rightMargin, topMargin,  bottomMargin,
-                                                 setup,  columnInfo, dimensions, rowRecord,   mergedCells};
+    constexpr std::array<std::uint16_t, 11> told{Header, Footer,     LeftMargin, RightMargin, TopMargin,  BottomMargin,
+                                                 Setup,  ColumnInfo, Dimensions, RowRecord,   MergedCells};
     return std::find(told.begin(), told.end(), id) != told.end();
 }
 
 void completeBook(std::vector<Record> &records)
 {
-    complete(records, bookOrder, isToldByBook);
+    complete(records, BookOrder, isToldByBook);
 }
 
 void completeSheet(std::vector<Record> &records)
 {
-    complete(records, sheetOrder, isToldBySheet);
+    complete(records, SheetOrder, isToldBySheet);
 }
 
 const model::KeptBook &standardBook()
@@ -183,7 +183,7 @@ const model::KeptBook &standardBook()
 const std::vector<Record> &standardSheet()
 {
     static const std::vector<Record> records = [] {
-        std::vector<Record> made = fixedRecords(sheetOrder);
+        std::vector<Record> made = fixedRecords(SheetOrder);
         completeSheet(made);
         return made;
     }();

@@ -14,17 +14,17 @@ using model::Record;
 namespace
 {
 /// Parts of an expression.
-constexpr std::size_t areaOfSheet = 0x3B;
-constexpr std::size_t memoryFunction = 0x29;
-constexpr std::size_t unionOfAreas = 0x10;
+constexpr std::size_t AreaOfSheet = 0x3B;
+constexpr std::size_t MemoryFunction = 0x29;
+constexpr std::size_t UnionOfAreas = 0x10;
 
-constexpr std::size_t builtInName = 0x20;
-constexpr std::size_t hiddenName = 0x01;
-constexpr char16_t titlesName = 7;
-constexpr qsizetype areaLength = 11;
-constexpr qsizetype referenceLength = 6;
-constexpr std::size_t lastRow = rowsOfXls - 1;
-constexpr std::size_t lastColumn = columnsOfXls - 1;
+constexpr std::size_t BuiltInName = 0x20;
+constexpr std::size_t HiddenName = 0x01;
+constexpr char16_t TitlesName = 7;
+constexpr qsizetype AreaLength = 11;
+constexpr qsizetype ReferenceLength = 6;
+constexpr std::size_t LastRow = RowsOfXls - 1;
+constexpr std::size_t LastColumn = ColumnsOfXls - 1;
 
 /// A name record taken apart.
 struct Name {
@@ -34,7 +34,7 @@ struct Name {
     QByteArray expression;
     QByteArray rest;
 
-    bool isTitles() const { return (options & builtInName) && text == QChar(titlesName) && sheet > 0; }
+    bool isTitles() const { return (options & BuiltInName) && text == QChar(TitlesName) && sheet > 0; }
 };
 
 Name parseName(const QByteArray &body)
@@ -70,17 +70,17 @@ std::optional<std::vector<Area>> areasOf(const QByteArray &expression)
     Reader reader(expression);
     while (reader.left() > 0) {
         const std::size_t token = reader.u8();
-        if (token == memoryFunction) {
+        if (token == MemoryFunction) {
             reader.skip(2);
-        } else if (token == areaOfSheet && reader.left() >= areaLength - 1) {
+        } else if (token == AreaOfSheet && reader.left() >= AreaLength - 1) {
             reader.skip(2);
             Area area;
             area.top = static_cast<int>(reader.u16());
             area.bottom = static_cast<int>(reader.u16());
-            area.left = static_cast<int>(reader.u16() & lastColumn);
-            area.right = static_cast<int>(reader.u16() & lastColumn);
+            area.left = static_cast<int>(reader.u16() & LastColumn);
+            area.right = static_cast<int>(reader.u16() & LastColumn);
             areas.push_back(area);
-        } else if (token != unionOfAreas) {
+        } else if (token != UnionOfAreas) {
             return std::nullopt;
         }
     }
@@ -89,7 +89,7 @@ std::optional<std::vector<Area>> areasOf(const QByteArray &expression)
 
 void putArea(Bytes &bytes, std::size_t reference, std::size_t top, std::size_t bottom, std::size_t left, std::size_t right)
 {
-    bytes.u8(areaOfSheet).u16(reference).u16(top).u16(bottom).u16(left).u16(right);
+    bytes.u8(AreaOfSheet).u16(reference).u16(top).u16(bottom).u16(left).u16(right);
 }
 
 bool sameTitles(const Page &one, const Page &other)
@@ -107,7 +107,7 @@ bool isOwnBook(const QByteArray &body)
 void readTitleNames(model::Book &book)
 {
     for (const Record &record : book.kept->globals) {
-        if (record.id != definedName || record.body.isEmpty()) {
+        if (record.id != DefinedName || record.body.isEmpty()) {
             continue;
         }
         const Name name = parseName(record.body);
@@ -118,7 +118,7 @@ void readTitleNames(model::Book &book)
         }
         Page &page = book.sheets[name.sheet - 1]->page;
         for (const Area &area : *areas) {
-            if (area.left == 0 && area.right == static_cast<int>(lastColumn)) {
+            if (area.left == 0 && area.right == static_cast<int>(LastColumn)) {
                 page.titleRows = model::Span{area.top, area.bottom};
             } else {
                 page.titleColumns = model::Span{area.left, area.right};
@@ -133,16 +133,16 @@ NameWriter::NameWriter(const model::Book &book, const model::KeptBook &kept)
 {
     std::size_t books = 0;
     for (const Record &record : kept.globals) {
-        if (record.id == supplyBook) {
+        if (record.id == SupplyBook) {
             if (ownBookIsNew_ && isOwnBook(record.body)) {
                 ownBook_ = books;
                 ownBookIsNew_ = false;
             }
             ++books;
-        } else if (record.id == externSheet && record.body.size() >= 2) {
-            const qsizetype told = u16At(record.body, 0) * referenceLength;
+        } else if (record.id == ExternSheet && record.body.size() >= 2) {
+            const qsizetype told = u16At(record.body, 0) * ReferenceLength;
             references_ = record.body.mid(2, std::min(told, record.body.size() - 2));
-        } else if (record.id == definedName && !record.body.isEmpty()) {
+        } else if (record.id == DefinedName && !record.body.isEmpty()) {
             const Name name = parseName(record.body);
             if (name.isTitles() && name.sheet <= nameStands_.size()) {
                 nameStands_[name.sheet - 1] = true;
@@ -170,13 +170,13 @@ std::size_t NameWriter::referenceTo(std::size_t sheet)
 {
     Bytes wanted;
     wanted.u16(ownBook_).u16(sheet).u16(sheet);
-    for (qsizetype at = 0; at + referenceLength <= references_.size(); at += referenceLength) {
-        if (references_.mid(at, referenceLength) == wanted.bytes()) {
-            return static_cast<std::size_t>(at / referenceLength);
+    for (qsizetype at = 0; at + ReferenceLength <= references_.size(); at += ReferenceLength) {
+        if (references_.mid(at, ReferenceLength) == wanted.bytes()) {
+            return static_cast<std::size_t>(at / ReferenceLength);
         }
     }
     references_ += wanted.bytes();
-    return static_cast<std::size_t>(references_.size() / referenceLength - 1);
+    return static_cast<std::size_t>(references_.size() / ReferenceLength - 1);
 }
 
 void NameWriter::putSupplyBook(Bytes &stream, const QByteArray &body) const
@@ -185,7 +185,7 @@ void NameWriter::putSupplyBook(Bytes &stream, const QByteArray &body) const
     if (isOwnBook(body)) {
         setU16(told, 0, static_cast<std::uint16_t>(book_.sheets.size()));
     }
-    stream.record(supplyBook, told);
+    stream.record(SupplyBook, told);
 }
 
 void NameWriter::putReferences(Bytes &stream) const
@@ -194,12 +194,12 @@ void NameWriter::putReferences(Bytes &stream) const
         return;
     }
     if (ownBookIsNew_) {
-        stream.head(supplyBook, 4).u16(book_.sheets.size()).u16(0x0401);
+        stream.head(SupplyBook, 4).u16(book_.sheets.size()).u16(0x0401);
     }
     Bytes body;
-    body.u16(static_cast<std::size_t>(references_.size() / referenceLength)).raw(references_);
-    for (qsizetype at = 0; at < body.size(); at += longestBody) {
-        stream.record(at == 0 ? externSheet : continuation, body.bytes().mid(at, longestBody));
+    body.u16(static_cast<std::size_t>(references_.size() / ReferenceLength)).raw(references_);
+    for (qsizetype at = 0; at < body.size(); at += LongestBody) {
+        stream.record(at == 0 ? ExternSheet : Continuation, body.bytes().mid(at, LongestBody));
     }
 }
 
@@ -207,22 +207,22 @@ QByteArray NameWriter::titleName(std::size_t sheet) const
 {
     const Page &page = book_.sheets[sheet]->page;
     Name name;
-    name.options = builtInName;
+    name.options = BuiltInName;
     name.sheet = sheet + 1;
-    name.text = QChar(titlesName);
+    name.text = QChar(TitlesName);
     Bytes areas;
     if (page.titleColumns) {
-        putArea(areas, referenceOfSheet_[sheet], 0, lastRow, static_cast<std::size_t>(page.titleColumns->first),
+        putArea(areas, referenceOfSheet_[sheet], 0, LastRow, static_cast<std::size_t>(page.titleColumns->first),
                 static_cast<std::size_t>(page.titleColumns->last));
     }
     if (page.titleRows) {
         putArea(areas, referenceOfSheet_[sheet], static_cast<std::size_t>(page.titleRows->first),
-                static_cast<std::size_t>(page.titleRows->last), 0, lastColumn);
+                static_cast<std::size_t>(page.titleRows->last), 0, LastColumn);
     }
     if (page.titleColumns && page.titleRows) {
-        areas.u8(unionOfAreas);
+        areas.u8(UnionOfAreas);
         Bytes joined;
-        joined.u8(memoryFunction).u16(static_cast<std::size_t>(areas.size())).raw(areas.bytes());
+        joined.u8(MemoryFunction).u16(static_cast<std::size_t>(areas.size())).raw(areas.bytes());
         areas = joined;
     }
     name.expression = areas.bytes();
@@ -234,18 +234,18 @@ void NameWriter::putName(Bytes &stream, const QByteArray &body) const
     Name name = parseName(body);
     const bool ours = name.isTitles() && name.sheet <= book_.sheets.size() && changed(name.sheet - 1);
     if (!ours) {
-        stream.record(definedName, body);
+        stream.record(DefinedName, body);
         return;
     }
     const Page &page = book_.sheets[name.sheet - 1]->page;
     if (page.titleRows || page.titleColumns) {
-        stream.record(definedName, titleName(name.sheet - 1));
+        stream.record(DefinedName, titleName(name.sheet - 1));
         return;
     }
     // Formulas refer to names by number, so a name that is gone leaves a hidden one in its place.
-    name.options = hiddenName;
+    name.options = HiddenName;
     name.text = QStringLiteral("former_titles");
-    stream.record(definedName, nameBody(name));
+    stream.record(DefinedName, nameBody(name));
 }
 
 void NameWriter::putNewNames(Bytes &stream) const
@@ -253,7 +253,7 @@ void NameWriter::putNewNames(Bytes &stream) const
     for (std::size_t sheet = 0; sheet < book_.sheets.size(); ++sheet) {
         const Page &page = book_.sheets[sheet]->page;
         if (!nameStands_[sheet] && changed(sheet) && (page.titleRows || page.titleColumns)) {
-            stream.record(definedName, titleName(sheet));
+            stream.record(DefinedName, titleName(sheet));
         }
     }
 }

@@ -41,8 +41,8 @@ std::vector<Record> recordsFrom(const QByteArray &stream, std::size_t offset, qs
         record.id = static_cast<std::uint16_t>(reader.u16());
         const auto length = static_cast<qsizetype>(reader.u16());
         record.body = reader.raw(length).toByteArray();
-        depth += record.id == beginOfStream ? 1 : record.id == endOfStream ? -1 : 0;
-        if (records.empty() && record.id != beginOfStream) {
+        depth += record.id == BeginOfStream ? 1 : record.id == EndOfStream ? -1 : 0;
+        if (records.empty() && record.id != BeginOfStream) {
             refuse(QStringLiteral("it is damaged: a sheet has no beginning."));
         }
         records.push_back(std::move(record));
@@ -86,7 +86,7 @@ private:
     static void checkKind(const Record &begin)
     {
         constexpr std::uint16_t kindOfBook = 5;
-        if (u16At(begin.body, 0) != version8) {
+        if (u16At(begin.body, 0) != Version8) {
             refuse(QStringLiteral("it was written by a spreadsheet program that is too old; save it as .xls of 97 to 2003."));
         }
         if (u16At(begin.body, 2) != kindOfBook) {
@@ -113,18 +113,18 @@ private:
         using Self = BookReader;
         using Kept = model::KeptBook;
         static constexpr std::array<Told, 10> all{{
-            {filePass, [](Self &, const Records &, std::size_t) { refuse(QStringLiteral("it is protected by a password.")); }},
-            {font, [](Self &self, const Records &records, std::size_t at) { self.collect(&Kept::fonts, records[at], 16); }},
-            {numberFormat,
+            {FilePass, [](Self &, const Records &, std::size_t) { refuse(QStringLiteral("it is protected by a password.")); }},
+            {FontRecord, [](Self &self, const Records &records, std::size_t at) { self.collect(&Kept::fonts, records[at], 16); }},
+            {NumberFormat,
              [](Self &self, const Records &records, std::size_t at) { self.collect(&Kept::numberFormats, records[at], 5); }},
-            {extendedFormat,
+            {ExtendedFormat,
              [](Self &self, const Records &records, std::size_t at) { self.collect(&Kept::formats, records[at], 20); }},
-            {boundSheet, [](Self &self, const Records &records, std::size_t at) { self.takeBoundSheet(records[at].body); }},
-            {palette, [](Self &self, const Records &records, std::size_t at) { self.takePalette(records[at].body); }},
-            {sheetNumbers, [](Self &self, const Records &, std::size_t) { self.hold(sheetNumbers); }},
-            {sharedTextIndex, [](Self &, const Records &, std::size_t) {}},
-            {sharedTexts, [](Self &self, const Records &records, std::size_t at) { self.takeTexts(records, at); }},
-            {externSheet, [](Self &self, const Records &records, std::size_t at) { self.takeReferences(records, at); }},
+            {BoundSheet, [](Self &self, const Records &records, std::size_t at) { self.takeBoundSheet(records[at].body); }},
+            {Palette, [](Self &self, const Records &records, std::size_t at) { self.takePalette(records[at].body); }},
+            {SheetNumbers, [](Self &self, const Records &, std::size_t) { self.hold(SheetNumbers); }},
+            {SharedTextIndex, [](Self &, const Records &, std::size_t) {}},
+            {SharedTexts, [](Self &self, const Records &records, std::size_t at) { self.takeTexts(records, at); }},
+            {ExternSheet, [](Self &self, const Records &records, std::size_t at) { self.takeReferences(records, at); }},
         }};
         const auto found = std::find_if(all.begin(), all.end(), [id](const Told &told) { return told.id == id; });
         return found == all.end() ? nullptr : &*found;
@@ -133,7 +133,7 @@ private:
     void takeGlobal(const Records &records, std::size_t at)
     {
         const Record &record = records[at];
-        if (record.id == continuation && lastWasTold_) {
+        if (record.id == Continuation && lastWasTold_) {
             // It was read with the record that it goes on from.
             return;
         }
@@ -143,7 +143,7 @@ private:
             told->take(*this, records, at);
             return;
         }
-        if (record.id == window1) {
+        if (record.id == Window1) {
             activeSheet_ = u16At(record.body, 10);
             Reader(record.body).skip(18);
         }
@@ -161,20 +161,20 @@ private:
     void takeTexts(const Records &records, std::size_t at)
     {
         textParts_.push_back(records[at].body);
-        for (std::size_t next = at + 1; next < records.size() && records[next].id == continuation; ++next) {
+        for (std::size_t next = at + 1; next < records.size() && records[next].id == Continuation; ++next) {
             textParts_.push_back(records[next].body);
         }
-        hold(sharedTexts);
+        hold(SharedTexts);
     }
 
     void takeReferences(const Records &records, std::size_t at)
     {
         QByteArray body = records[at].body;
-        for (std::size_t next = at + 1; next < records.size() && records[next].id == continuation; ++next) {
+        for (std::size_t next = at + 1; next < records.size() && records[next].id == Continuation; ++next) {
             body += records[next].body;
         }
         book_.kept->countsOnSheetPlaces = true;
-        book_.kept->globals.push_back({externSheet, body});
+        book_.kept->globals.push_back({ExternSheet, body});
     }
 
     void takeBoundSheet(const QByteArray &body)
@@ -185,7 +185,7 @@ private:
         sheet.book = &book_;
         sheet.kind = static_cast<std::uint16_t>(reader.u16());
         sheet.name = takeShortText(reader);
-        hold(boundSheet);
+        hold(BoundSheet);
     }
 
     void takePalette(const QByteArray &body)
@@ -200,7 +200,7 @@ private:
             colours.push_back(static_cast<std::int32_t>((red << 16) | (green << 8) | reader.u8()));
             reader.skip(1);
         }
-        hold(palette);
+        hold(Palette);
     }
 
     void readFormats()
@@ -210,7 +210,7 @@ private:
             refuse(QStringLiteral("it is damaged: it tells no formats."));
         }
         const FormatReader reader(kept, book_.styles);
-        const std::size_t standard = std::min<std::size_t>(standardFormat, kept.formats.size() - 1);
+        const std::size_t standard = std::min<std::size_t>(StandardFormat, kept.formats.size() - 1);
         book_.styles.setStandard(reader.style(standard));
         for (std::size_t format = 0; format < kept.formats.size(); ++format) {
             shared_.styles.push_back(book_.styles.place(reader.style(format)));
@@ -231,7 +231,7 @@ private:
     void readSheetAt(std::size_t offset, model::Sheet &sheet)
     {
         std::vector<Record> records = recordsFrom(stream_, offset, budget_);
-        sheet.hasCells = (sheet.kind >> 8) == 0 && u16At(records.front().body, 2) == kindOfWorksheet;
+        sheet.hasCells = (sheet.kind >> 8) == 0 && u16At(records.front().body, 2) == KindOfWorksheet;
         if (sheet.hasCells) {
             biff::readSheet(records, shared_, sheet);
         } else {
@@ -271,15 +271,15 @@ std::shared_ptr<Book> bookFromXls(const QByteArray &bytes)
     const auto book = std::make_shared<Book>();
     book->kept.emplace();
     book->format = xlExcel8;
-    book->rowLimit = rowsOfXls;
-    book->columnLimit = columnsOfXls;
+    book->rowLimit = RowsOfXls;
+    book->columnLimit = ColumnsOfXls;
     auto &container = book->kept->container;
     container = readCompound(bytes);
     const auto holds = [&](QLatin1String name) {
         return std::any_of(container.begin(), container.end(), [&](const CompoundEntry &entry) { return isStream(entry, name); });
     };
     const auto found = std::find_if(container.begin(), container.end(),
-                                    [](const CompoundEntry &entry) { return isStream(entry, streamOfBook); });
+                                    [](const CompoundEntry &entry) { return isStream(entry, StreamOfBook); });
     if (found == container.end()) {
         refuse(holds(QLatin1String("EncryptedPackage")) ? QStringLiteral("it is protected by a password.")
                    : holds(QLatin1String("Book")) ? QStringLiteral("it was written by a spreadsheet program that is too old; "

@@ -10,11 +10,11 @@ namespace excel::biff
 
 namespace
 {
-constexpr std::size_t wideLetters = 1;
-constexpr std::size_t withReading = 4;
-constexpr std::size_t withRuns = 8;
+constexpr std::size_t WideLetters = 1;
+constexpr std::size_t WithReading = 4;
+constexpr std::size_t WithRuns = 8;
 /// Bytes that a run of another font takes.
-constexpr qsizetype runLength = 4;
+constexpr qsizetype RunLength = 4;
 
 bool isWide(const QString &text)
 {
@@ -36,11 +36,11 @@ public:
     ~ContinuedBody() { finish(); }
     Q_DISABLE_COPY_MOVE(ContinuedBody)
 
-    qsizetype room() const { return longestBody - (stream_.size() - start_); }
+    qsizetype room() const { return LongestBody - (stream_.size() - start_); }
     void next()
     {
         finish();
-        begin(continuation);
+        begin(Continuation);
     }
     /// Bytes that may be parted anywhere.
     void putRaw(QByteArrayView bytes, qsizetype unit)
@@ -72,11 +72,11 @@ void putSharedText(ContinuedBody &body, const model::Text &text)
 {
     const bool wide = isWide(text.text);
     const std::size_t flags =
-        (wide ? wideLetters : 0U) | (text.runs.isEmpty() ? 0U : withRuns) | (text.reading.isEmpty() ? 0U : withReading);
+        (wide ? WideLetters : 0U) | (text.runs.isEmpty() ? 0U : WithRuns) | (text.reading.isEmpty() ? 0U : WithReading);
     Bytes head;
     head.u16(static_cast<std::size_t>(text.text.size())).u8(flags);
     if (!text.runs.isEmpty()) {
-        head.u16(static_cast<std::size_t>(text.runs.size() / runLength));
+        head.u16(static_cast<std::size_t>(text.runs.size() / RunLength));
     }
     if (!text.reading.isEmpty()) {
         head.u32(static_cast<std::size_t>(text.reading.size()));
@@ -90,7 +90,7 @@ void putSharedText(ContinuedBody &body, const model::Text &text)
     for (QStringView rest(text.text); !rest.isEmpty();) {
         if (body.room() < 2 * unit) {
             body.next();
-            body.stream().u8(wide ? wideLetters : 0U);
+            body.stream().u8(wide ? WideLetters : 0U);
         }
         qsizetype count = std::min(rest.size(), body.room() / unit);
         // Readers take each part by itself, so both halves of a letter stay together.
@@ -98,7 +98,7 @@ void putSharedText(ContinuedBody &body, const model::Text &text)
         putLetters(body.stream(), rest.first(count), wide);
         rest = rest.sliced(count);
     }
-    body.putRaw(text.runs, runLength);
+    body.putRaw(text.runs, RunLength);
     body.putRaw(text.reading, 1);
 }
 
@@ -121,7 +121,7 @@ public:
         while (count > 0) {
             if (reader_.left() < (wide ? 2 : 1)) {
                 next();
-                wide = (reader_.u8() & wideLetters) != 0;
+                wide = (reader_.u8() & WideLetters) != 0;
             }
             const qsizetype here = std::min(count, reader_.left() / (wide ? 2 : 1));
             text += takeLetters(reader_, here, wide);
@@ -191,15 +191,15 @@ namespace
 QString takeFlaggedText(Reader &reader, std::size_t length)
 {
     const std::size_t flags = reader.u8();
-    const qsizetype skipped = (flags & withRuns ? 2 : 0) + (flags & withReading ? 4 : 0);
+    const qsizetype skipped = (flags & WithRuns ? 2 : 0) + (flags & WithReading ? 4 : 0);
     reader.skip(skipped);
-    return takeLetters(reader, static_cast<qsizetype>(length), (flags & wideLetters) != 0);
+    return takeLetters(reader, static_cast<qsizetype>(length), (flags & WideLetters) != 0);
 }
 
 void putFlaggedText(Bytes &bytes, const QString &text)
 {
     const bool wide = isWide(text);
-    bytes.u8(wide ? wideLetters : 0U);
+    bytes.u8(wide ? WideLetters : 0U);
     putLetters(bytes, text, wide);
 }
 } // namespace
@@ -230,7 +230,7 @@ void putText(Bytes &bytes, const QString &text)
 
 void putSharedTexts(Bytes &stream, const std::vector<const model::Text *> &texts, std::size_t uses)
 {
-    ContinuedBody body(stream, sharedTexts);
+    ContinuedBody body(stream, SharedTexts);
     body.stream().u32(uses).u32(texts.size());
     for (const model::Text *text : texts) {
         putSharedText(body, *text);
@@ -246,10 +246,10 @@ std::vector<model::Text> takeSharedTexts(const std::vector<QByteArray> &parts)
     for (std::size_t number = 0; number < count; ++number) {
         const auto length = static_cast<qsizetype>(reader.whole().u16());
         const std::size_t flags = reader.whole().u8();
-        const auto runs = flags & withRuns ? static_cast<qsizetype>(reader.whole().u16()) : 0;
-        const auto reading = flags & withReading ? static_cast<qsizetype>(reader.whole().u32()) : 0;
-        model::Text text{reader.letters(length, (flags & wideLetters) != 0), {}, {}};
-        text.runs = reader.raw(runs * runLength);
+        const auto runs = flags & WithRuns ? static_cast<qsizetype>(reader.whole().u16()) : 0;
+        const auto reading = flags & WithReading ? static_cast<qsizetype>(reader.whole().u32()) : 0;
+        model::Text text{reader.letters(length, (flags & WideLetters) != 0), {}, {}};
+        text.runs = reader.raw(runs * RunLength);
         text.reading = reader.raw(reading);
         texts.push_back(std::move(text));
     }

@@ -9,79 +9,83 @@
 #include <bit>
 #include <cstring>
 
-/// The records of a .xls stream. All numbers are little-endian.
+/// The records of a .xls stream, version 8 of the format. Numbers and layouts are those of the format's published description;
+/// all are little-endian.
 namespace excel::biff
 {
 
 enum Id : std::uint16_t {
-    dimensions = 0x200,
-    blank = 0x201,
-    number = 0x203,
-    label = 0x204,
-    boolError = 0x205,
-    formulaText = 0x207,
-    rowRecord = 0x208,
-    indexOfRows = 0x20B,
-    array = 0x221,
-    defaultRowHeight = 0x225,
-    dataTable = 0x236,
-    window2 = 0x23E,
-    rk = 0x27E,
-    styleName = 0x293,
-    formula = 0x006,
-    endOfStream = 0x00A,
-    header = 0x014,
-    footer = 0x015,
-    externSheet = 0x017,
-    definedName = 0x018,
-    leftMargin = 0x026,
-    rightMargin = 0x027,
-    topMargin = 0x028,
-    bottomMargin = 0x029,
-    filePass = 0x02F,
-    font = 0x031,
-    continuation = 0x03C,
-    window1 = 0x03D,
-    defaultColumnWidth = 0x055,
-    columnInfo = 0x07D,
-    sheetOptions = 0x081,
-    boundSheet = 0x085,
-    country = 0x08C,
-    palette = 0x092,
-    standardWidth = 0x099,
-    setup = 0x0A1,
-    multipleRk = 0x0BD,
-    multipleBlank = 0x0BE,
-    richString = 0x0D6,
-    rowIndex = 0x0D7,
-    extendedFormat = 0x0E0,
-    mergedCells = 0x0E5,
-    drawingGroup = 0x0EB,
-    sharedTexts = 0x0FC,
-    labelShared = 0x0FD,
-    sharedTextIndex = 0x0FF,
-    sheetNumbers = 0x13D,
-    naturalLanguage = 0x160,
-    supplyBook = 0x1AE,
-    numberFormat = 0x41E,
-    sharedFormula = 0x4BC,
-    beginOfStream = 0x809,
+    Dimensions = 0x200,
+    Blank = 0x201,
+    Number = 0x203,
+    Label = 0x204,
+    BoolError = 0x205,
+    FormulaText = 0x207,
+    RowRecord = 0x208,
+    IndexOfRows = 0x20B,
+    Array = 0x221,
+    DefaultRowHeight = 0x225,
+    DataTable = 0x236,
+    Window2 = 0x23E,
+    Rk = 0x27E,
+    StyleName = 0x293,
+    Formula = 0x006,
+    EndOfStream = 0x00A,
+    Header = 0x014,
+    Footer = 0x015,
+    ExternSheet = 0x017,
+    DefinedName = 0x018,
+    LeftMargin = 0x026,
+    RightMargin = 0x027,
+    TopMargin = 0x028,
+    BottomMargin = 0x029,
+    FilePass = 0x02F,
+    FontRecord = 0x031,
+    Continuation = 0x03C,
+    Window1 = 0x03D,
+    DefaultColumnWidth = 0x055,
+    ColumnInfo = 0x07D,
+    SheetOptions = 0x081,
+    BoundSheet = 0x085,
+    Country = 0x08C,
+    Palette = 0x092,
+    StandardWidth = 0x099,
+    Setup = 0x0A1,
+    MultipleRk = 0x0BD,
+    MultipleBlank = 0x0BE,
+    RichString = 0x0D6,
+    RowIndex = 0x0D7,
+    ExtendedFormat = 0x0E0,
+    MergedCells = 0x0E5,
+    DrawingGroup = 0x0EB,
+    SharedTexts = 0x0FC,
+    LabelShared = 0x0FD,
+    SharedTextIndex = 0x0FF,
+    SheetNumbers = 0x13D,
+    NaturalLanguage = 0x160,
+    SupplyBook = 0x1AE,
+    NumberFormat = 0x41E,
+    SharedFormula = 0x4BC,
+    BeginOfStream = 0x809,
     /// Not of the format: the place where names that are new are written.
-    newNames = 0xFFFF,
+    NewNames = 0xFFFF,
 };
 
-inline constexpr int rowsOfXls = 65536;
-inline constexpr int columnsOfXls = 256;
+/// Bits of the options of a row.
+enum RowOption : std::uint16_t { RowHidden = 0x20, HeightByHand = 0x40, RowHasFormat = 0x80, RowAlways = 0x100 };
+
+inline constexpr int RowsOfXls = 65536;
+inline constexpr int ColumnsOfXls = 256;
 /// The stream of a container that holds the book.
-inline constexpr QLatin1String streamOfBook("Workbook");
-inline constexpr qsizetype longestBody = 8224;
-inline constexpr std::uint16_t version8 = 0x0600;
+inline constexpr QLatin1String StreamOfBook("Workbook");
+inline constexpr qsizetype LongestBody = 8224;
+inline constexpr std::uint16_t Version8 = 0x0600;
 /// The format of a cell never touched, in the files that this program makes.
-inline constexpr std::int32_t standardFormat = 15;
-inline constexpr std::uint16_t kindOfWorksheet = 0x10;
+inline constexpr std::int32_t StandardFormat = 15;
+inline constexpr std::uint16_t KindOfWorksheet = 0x10;
 /// Colours 0 to 7 are fixed; the palette tells those behind them. 64 is the automatic one.
-inline constexpr std::int32_t firstPaletteColour = 8;
-inline constexpr std::uint32_t automaticColour = 64;
+inline constexpr std::int32_t FirstPaletteColour = 8;
+inline constexpr std::uint32_t AutomaticColour = 64;
 
 /// Puts numbers into a body or a stream. Its own buffer, since a stream takes millions of numbers of a few bytes each.
 class Bytes

@@ -28,7 +28,7 @@ double numberOfRk(std::size_t rk)
 
 bool belongsToFormula(std::uint16_t id)
 {
-    return id == formulaText || id == array || id == dataTable || id == sharedFormula || id == continuation;
+    return id == FormulaText || id == Array || id == DataTable || id == SharedFormula || id == Continuation;
 }
 
 class SheetReader
@@ -40,12 +40,12 @@ public:
     {
         int depth = 0;
         for (const Record &record : records) {
-            depth += record.id == beginOfStream ? 1 : 0;
+            depth += record.id == BeginOfStream ? 1 : 0;
             if (depth > 1 || !take(record)) {
                 sheet_.kept.push_back(record);
                 formulaGoesOn_ = false;
             }
-            depth -= record.id == endOfStream ? 1 : 0;
+            depth -= record.id == EndOfStream ? 1 : 0;
         }
         completeSheet(sheet_.kept);
         if (!fitsPages_) {
@@ -62,11 +62,11 @@ private:
             sheet_.keptCells.back().push_back(record);
             return true;
         }
-        if (record.id == continuation && lastWasTold_) {
+        if (record.id == Continuation && lastWasTold_) {
             return true;
         }
-        formulaGoesOn_ = record.id == formula;
-        lastWasTold_ = record.id == indexOfRows || record.id == rowIndex || readCells(record) || readTold(record);
+        formulaGoesOn_ = record.id == Formula;
+        lastWasTold_ = record.id == IndexOfRows || record.id == RowIndex || readCells(record) || readTold(record);
         if (!lastWasTold_) {
             readSettings(record);
         }
@@ -83,27 +83,27 @@ private:
     bool readCells(const Record &record)
     {
         switch (record.id) {
-        case rowRecord:
+        case RowRecord:
             readRow(record.body);
             break;
-        case blank:
-        case number:
-        case rk:
-        case label:
-        case labelShared:
-        case multipleRk:
-        case multipleBlank:
+        case Blank:
+        case Number:
+        case Rk:
+        case Label:
+        case LabelShared:
+        case MultipleRk:
+        case MultipleBlank:
             readValues(record);
             break;
-        case formula:
-        case boolError:
-        case richString:
+        case Formula:
+        case BoolError:
+        case RichString:
             readKept(record);
             break;
         default:
             return false;
         }
-        hold(rowRecord, {});
+        hold(RowRecord, {});
         return true;
     }
 
@@ -123,7 +123,7 @@ private:
 
     Cell &cell(std::size_t rowNumber, std::size_t column, std::size_t format)
     {
-        if (column >= columnsOfXls) {
+        if (column >= ColumnsOfXls) {
             throw ExcelError(QStringLiteral("it is damaged: a cell lies outside its sheet."));
         }
         row(rowNumber);
@@ -147,21 +147,18 @@ private:
 
     void readRow(const QByteArray &body)
     {
-        constexpr std::uint16_t heightByHand = 0x40;
-        constexpr std::uint16_t hiddenRow = 0x20;
-        constexpr std::uint16_t hasFormat = 0x80;
         Reader reader(body);
         model::Row &target = row(reader.u16());
         const std::size_t height = reader.skip(4).u16();
         target.options = static_cast<std::uint16_t>(reader.skip(4).u16());
         const auto twips = static_cast<int>(height & 0x7FFF);
-        if (target.options & (heightByHand | hiddenRow)) {
-            target.height = target.options & hiddenRow ? 0 : twips;
+        if (target.options & (HeightByHand | RowHidden)) {
+            target.height = target.options & RowHidden ? 0 : twips;
             target.fittedHeight = twips;
         } else if ((height & 0x8000) == 0) {
             target.fittedHeight = twips;
         }
-        if (target.options & hasFormat) {
+        if (target.options & RowHasFormat) {
             target.style = styleOf(reader.u16() & 0xFFF);
         }
     }
@@ -171,24 +168,24 @@ private:
         Reader reader(record.body);
         const std::size_t rowNumber = reader.u16();
         const std::size_t column = reader.u16();
-        if (record.id == multipleRk || record.id == multipleBlank) {
-            const qsizetype each = record.id == multipleRk ? 6 : 2;
+        if (record.id == MultipleRk || record.id == MultipleBlank) {
+            const qsizetype each = record.id == MultipleRk ? 6 : 2;
             for (std::size_t at = column; reader.left() >= each + 2; ++at) {
                 Cell &target = cell(rowNumber, at, reader.u16());
-                if (record.id == multipleRk) {
+                if (record.id == MultipleRk) {
                     putNumber(target, numberOfRk(reader.u32()));
                 }
             }
             return;
         }
         Cell &target = cell(rowNumber, column, reader.u16());
-        if (record.id == number) {
+        if (record.id == Number) {
             putNumber(target, reader.real());
-        } else if (record.id == rk) {
+        } else if (record.id == Rk) {
             putNumber(target, numberOfRk(reader.u32()));
-        } else if (record.id == label) {
+        } else if (record.id == Label) {
             putText(target, sheet_.book->texts.place(takeText(reader)));
-        } else if (record.id == labelShared) {
+        } else if (record.id == LabelShared) {
             const std::size_t text = reader.u32();
             if (text >= shared_.texts.size()) {
                 throw ExcelError(QStringLiteral("it is damaged: a cell shows a text that is missing."));
@@ -215,28 +212,28 @@ private:
         }
         hold(record.id, record.body);
         switch (record.id) {
-        case header:
-        case footer:
+        case Header:
+        case Footer:
             if (!record.body.isEmpty()) {
                 Reader reader(record.body);
-                (record.id == header ? sheet_.page.header : sheet_.page.footer) = splitHeader(takeText(reader));
+                (record.id == Header ? sheet_.page.header : sheet_.page.footer) = splitHeader(takeText(reader));
             }
             break;
-        case leftMargin:
-        case rightMargin:
-        case topMargin:
-        case bottomMargin:
+        case LeftMargin:
+        case RightMargin:
+        case TopMargin:
+        case BottomMargin:
             if (const double margin = Reader(record.body).real(); margin >= 0 && margin < 49) {
-                sheet_.page.margins[static_cast<std::size_t>(record.id - leftMargin)] = margin;
+                sheet_.page.margins[static_cast<std::size_t>(record.id - LeftMargin)] = margin;
             }
             break;
-        case setup:
+        case Setup:
             readSetup(record.body);
             break;
-        case columnInfo:
+        case ColumnInfo:
             readColumns(record.body);
             break;
-        case mergedCells:
+        case MergedCells:
             readMerges(record.body);
             break;
         default:
@@ -265,7 +262,7 @@ private:
     {
         Reader reader(body);
         const std::size_t first = reader.u16();
-        const std::size_t last = std::min<std::size_t>(reader.u16(), columnsOfXls - 1);
+        const std::size_t last = std::min<std::size_t>(reader.u16(), ColumnsOfXls - 1);
         const std::size_t width = reader.u16();
         const std::size_t format = reader.u16();
         const std::size_t options = reader.u16();
@@ -284,7 +281,7 @@ private:
             const auto left = static_cast<int>(reader.u16());
             const auto right = static_cast<int>(reader.u16());
             const Area area{top, left, bottom, right};
-            if (bottom < top || right < left || right >= columnsOfXls
+            if (bottom < top || right < left || right >= ColumnsOfXls
                 || static_cast<std::size_t>(area.rows()) > shared_.mergedRowsLeft) {
                 throw ExcelError(QStringLiteral("it is damaged: its merged cells make no sense."));
             }
@@ -299,13 +296,13 @@ private:
     void readSettings(const Record &record)
     {
         constexpr std::size_t fitToPages = 0x100;
-        if (record.id == sheetOptions) {
+        if (record.id == SheetOptions) {
             fitsPages_ = (u16At(record.body, 0) & fitToPages) != 0;
-        } else if (record.id == defaultRowHeight) {
+        } else if (record.id == DefaultRowHeight) {
             sheet_.standardHeight = u16At(record.body, 2) & 0x7FFF;
-        } else if (record.id == defaultColumnWidth && !standardWidthTold_) {
+        } else if (record.id == DefaultColumnWidth && !standardWidthTold_) {
             sheet_.standardWidth = u16At(record.body, 0);
-        } else if (record.id == standardWidth) {
+        } else if (record.id == StandardWidth) {
             standardWidthTold_ = true;
             sheet_.standardWidth = std::round(u16At(record.body, 0) / 2.56) / 100;
         }

@@ -19,11 +19,9 @@ using model::Record;
 namespace
 {
 /// Rows stand in blocks of so many: first what tells the rows, then their cells.
-constexpr std::size_t rowsOfBlock = 32;
-constexpr std::size_t areasOfRecord = 1027;
-constexpr std::size_t tokenOfShared = 1;
-
-enum RowOption : std::uint16_t { rowHidden = 0x20, heightByHand = 0x40, rowHasFormat = 0x80, rowAlways = 0x100 };
+constexpr std::size_t RowsOfBlock = 32;
+constexpr std::size_t AreasOfRecord = 1027;
+constexpr std::size_t TokenOfShared = 1;
 
 class SheetWriter
 {
@@ -38,13 +36,13 @@ public:
     {
         int depth = 0;
         for (const Record &record : sheet_.kept.empty() ? standardSheet() : sheet_.kept) {
-            depth += record.id == beginOfStream ? 1 : 0;
-            if (depth == 1 && record.id == window2) {
+            depth += record.id == BeginOfStream ? 1 : 0;
+            if (depth == 1 && record.id == Window2) {
                 putWindow(record.body);
             } else if (depth > 1 || !sheet_.hasCells || !putTold(record)) {
                 stream_.record(record.id, record.body);
             }
-            depth -= record.id == endOfStream ? 1 : 0;
+            depth -= record.id == EndOfStream ? 1 : 0;
         }
     }
 
@@ -52,34 +50,34 @@ private:
     bool putTold(const Record &record)
     {
         switch (record.id) {
-        case header:
+        case Header:
             putHeader(record, sheet_.page.header, &Page::header);
             return true;
-        case footer:
+        case Footer:
             putHeader(record, sheet_.page.footer, &Page::footer);
             return true;
-        case leftMargin:
-        case rightMargin:
-        case topMargin:
-        case bottomMargin:
+        case LeftMargin:
+        case RightMargin:
+        case TopMargin:
+        case BottomMargin:
             putMargin(record);
             return true;
-        case setup:
+        case Setup:
             putSetup(record.body);
             return true;
-        case sheetOptions:
+        case SheetOptions:
             putOptions(record.body);
             return true;
-        case columnInfo:
+        case ColumnInfo:
             putColumns();
             return true;
-        case dimensions:
+        case Dimensions:
             putDimensions();
             return true;
-        case rowRecord:
+        case RowRecord:
             putRows();
             return true;
-        case mergedCells:
+        case MergedCells:
             putMerges();
             return true;
         default:
@@ -108,7 +106,7 @@ private:
 
     void putMargin(const Record &record)
     {
-        const auto side = static_cast<std::size_t>(record.id - leftMargin);
+        const auto side = static_cast<std::size_t>(record.id - LeftMargin);
         const double margin = sheet_.page.margins[side];
         // Asked as whole numbers: the margin is either untouched or another one.
         const bool asRead = sheet_.pageAsRead
@@ -125,7 +123,7 @@ private:
         constexpr std::uint16_t upright = 2;
         constexpr std::uint16_t unset = 0x44;
         if (!asRead.isEmpty() && isAsRead(&Page::paper) && isAsRead(&Page::orientation) && isAsRead(&Page::pagesWide)) {
-            stream_.record(setup, asRead);
+            stream_.record(Setup, asRead);
             return;
         }
         Bytes fresh;
@@ -139,7 +137,7 @@ private:
             setU16(body, 6, static_cast<std::uint16_t>(sheet_.page.pagesWide));
             setU16(body, 8, isAsRead(&Page::pagesWide) ? u16At(body, 8) : std::uint16_t{0});
         }
-        stream_.record(setup, body);
+        stream_.record(Setup, body);
     }
 
     void putOptions(const QByteArray &asRead)
@@ -148,7 +146,7 @@ private:
         QByteArray body = asRead;
         const auto others = static_cast<std::uint16_t>(u16At(body, 0) & ~fitToPages);
         setU16(body, 0, static_cast<std::uint16_t>(others | (sheet_.page.pagesWide > 0 ? fitToPages : 0)));
-        stream_.record(sheetOptions, body);
+        stream_.record(SheetOptions, body);
     }
 
     void putWindow(const QByteArray &asRead)
@@ -157,14 +155,14 @@ private:
         QByteArray body = asRead;
         const auto others = static_cast<std::uint16_t>(u16At(body, 0) & ~selectedAndShown);
         setU16(body, 0, static_cast<std::uint16_t>(others | (isActive_ ? selectedAndShown : 0)));
-        stream_.record(window2, body);
+        stream_.record(Window2, body);
     }
 
     void putColumns()
     {
         constexpr std::uint16_t columnHidden = 1;
         const auto bodyOf = [&](const model::Column &column) {
-            const int width = column.width != model::unset ? column.width : fileWidth(*sheet_.book, sheet_.standardWidth);
+            const int width = column.width != model::Unset ? column.width : fileWidth(*sheet_.book, sheet_.standardWidth);
             const auto options = static_cast<std::uint16_t>(column.options | (width == 0 ? columnHidden : 0));
             const auto style = static_cast<std::uint32_t>(std::max<std::int64_t>(column.style, 0));
             return Bytes().u16(static_cast<std::size_t>(width)).u16(formats_.format(style)).u16(options).u16(0).bytes();
@@ -177,28 +175,28 @@ private:
                  ++column) {
                 last = column->first;
             }
-            stream_.head(columnInfo, 12).u16(static_cast<std::size_t>(first)).u16(static_cast<std::size_t>(last)).raw(body);
+            stream_.head(ColumnInfo, 12).u16(static_cast<std::size_t>(first)).u16(static_cast<std::size_t>(last)).raw(body);
         }
     }
 
     void putDimensions()
     {
         const std::optional<Area> used = sheet_.used();
-        stream_.head(dimensions, 14).u32(0).u32(used ? static_cast<std::size_t>(used->bottom + 1) : 0);
+        stream_.head(Dimensions, 14).u32(0).u32(used ? static_cast<std::size_t>(used->bottom + 1) : 0);
         stream_.u16(0).u16(used ? static_cast<std::size_t>(used->right + 1) : 0).u16(0);
     }
 
     static bool isTold(const model::Row &row)
     {
-        return !row.cells.empty() || row.height != model::unset || row.fittedHeight != model::unset || row.style != model::unset
+        return !row.cells.empty() || row.height != model::Unset || row.fittedHeight != model::Unset || row.style != model::Unset
             || row.options != 0;
     }
 
     void putRows()
     {
         const std::size_t count = sheet_.rows.size();
-        for (std::size_t block = 0; block < count; block += rowsOfBlock) {
-            const std::size_t end = std::min(block + rowsOfBlock, count);
+        for (std::size_t block = 0; block < count; block += RowsOfBlock) {
+            const std::size_t end = std::min(block + RowsOfBlock, count);
             for (std::size_t number = block; number < end; ++number) {
                 if (isTold(sheet_.rows[number])) {
                     putRow(number, sheet_.rows[number]);
@@ -212,24 +210,24 @@ private:
 
     void putRow(std::size_t number, const model::Row &row)
     {
-        auto options = static_cast<std::uint16_t>((row.options & ~(heightByHand | rowHidden | rowHasFormat)) | rowAlways);
+        auto options = static_cast<std::uint16_t>((row.options & ~(HeightByHand | RowHidden | RowHasFormat)) | RowAlways);
         std::size_t height = static_cast<std::size_t>(sheet_.standardHeight);
         if (row.height > 0) {
             height = static_cast<std::size_t>(row.height);
-            options |= heightByHand;
+            options |= HeightByHand;
         } else {
-            const int fitted = std::max(row.fittedHeight, heightForFonts(sheet_, row).value_or(model::unset));
-            height = fitted == model::unset ? height : static_cast<std::size_t>(fitted);
-            options = static_cast<std::uint16_t>(options | (row.height == 0 ? rowHidden | (row.options & heightByHand) : 0));
+            const int fitted = std::max(row.fittedHeight, heightForFonts(sheet_, row).value_or(model::Unset));
+            height = fitted == model::Unset ? height : static_cast<std::size_t>(fitted);
+            options = static_cast<std::uint16_t>(options | (row.height == 0 ? RowHidden | (row.options & HeightByHand) : 0));
         }
         const std::size_t first = row.cells.empty() ? 0 : row.cells.front().column;
         const std::size_t behind = row.cells.empty() ? 0 : row.cells.back().column + 1U;
-        std::size_t format = standardFormat;
-        if (row.style != model::unset) {
-            options |= rowHasFormat;
+        std::size_t format = StandardFormat;
+        if (row.style != model::Unset) {
+            options |= RowHasFormat;
             format = formats_.format(static_cast<std::uint32_t>(row.style));
         }
-        stream_.head(rowRecord, 16).u16(number).u16(first).u16(behind).u16(height).u16(0).u16(0).u16(options).u16(format);
+        stream_.head(RowRecord, 16).u16(number).u16(first).u16(behind).u16(height).u16(0).u16(0).u16(options).u16(format);
     }
 
     void putCells(std::size_t rowNumber, const model::Row &row)
@@ -245,9 +243,9 @@ private:
             }
             const std::uint16_t format = formats_.format(cell->style);
             if (cell->content == Content::Number) {
-                stream_.head(number, 14).u16(rowNumber).u16(cell->column).u16(format).real(cell->number);
+                stream_.head(Number, 14).u16(rowNumber).u16(cell->column).u16(format).real(cell->number);
             } else if (cell->content == Content::Text) {
-                stream_.head(labelShared, 10).u16(rowNumber).u16(cell->column).u16(format).u32(texts_.number(cell->place));
+                stream_.head(LabelShared, 10).u16(rowNumber).u16(cell->column).u16(format).u32(texts_.number(cell->place));
             } else {
                 putKept(sheet_.keptCells[cell->place], format);
             }
@@ -264,10 +262,10 @@ private:
         }
         const auto count = static_cast<std::size_t>(behind - cell);
         if (count == 1) {
-            stream_.head(blank, 6).u16(rowNumber).u16(cell->column).u16(formats_.format(cell->style));
+            stream_.head(Blank, 6).u16(rowNumber).u16(cell->column).u16(formats_.format(cell->style));
             return behind;
         }
-        stream_.head(multipleBlank, 6 + 2 * count).u16(rowNumber).u16(cell->column);
+        stream_.head(MultipleBlank, 6 + 2 * count).u16(rowNumber).u16(cell->column);
         for (CellPlace each = cell; each != behind; ++each) {
             stream_.u16(formats_.format(each->style));
         }
@@ -297,7 +295,7 @@ private:
             ++behind;
         }
         const auto count = static_cast<std::size_t>(behind - cell);
-        stream_.head(count == 1 ? rk : multipleRk, (count == 1 ? 4 : 6) + 6 * count).u16(rowNumber).u16(cell->column);
+        stream_.head(count == 1 ? Rk : MultipleRk, (count == 1 ? 4 : 6) + 6 * count).u16(rowNumber).u16(cell->column);
         for (; cell != behind; ++cell) {
             stream_.u16(formats_.format(cell->style)).u32(*shortNumber(*cell));
         }
@@ -347,7 +345,7 @@ private:
         }
         for (std::size_t place = 0; place < shown.size(); ++place) {
             for (const Record &record : sheet_.keptCells[place]) {
-                if (!shown[place] && record.id == sharedFormula) {
+                if (!shown[place] && record.id == SharedFormula) {
                     const QByteArray &owner = sheet_.keptCells[place].front().body;
                     leftShared_.push_back({owner.first(2), owner.mid(2, 2), record});
                 }
@@ -359,7 +357,7 @@ private:
     {
         // A formula's expression begins behind 22 bytes; one that is shared names the cell of its owner there.
         constexpr qsizetype expression = 22;
-        if (leftShared_.empty() || formulaBody.size() < expression + 5 || formulaBody[expression] != char{tokenOfShared}) {
+        if (leftShared_.empty() || formulaBody.size() < expression + 5 || formulaBody[expression] != char{TokenOfShared}) {
             return;
         }
         for (LeftShared &left : leftShared_) {
@@ -373,9 +371,9 @@ private:
     void putMerges()
     {
         const std::vector<Area> areas = sheet_.merges();
-        for (std::size_t start = 0; start < areas.size(); start += areasOfRecord) {
-            const std::size_t end = std::min(start + areasOfRecord, areas.size());
-            stream_.head(mergedCells, 2 + 8 * (end - start)).u16(end - start);
+        for (std::size_t start = 0; start < areas.size(); start += AreasOfRecord) {
+            const std::size_t end = std::min(start + AreasOfRecord, areas.size());
+            stream_.head(MergedCells, 2 + 8 * (end - start)).u16(end - start);
             for (std::size_t at = start; at < end; ++at) {
                 for (const int edge : {areas[at].top, areas[at].bottom, areas[at].left, areas[at].right}) {
                     stream_.u16(static_cast<std::size_t>(edge));

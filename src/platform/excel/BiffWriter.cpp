@@ -19,7 +19,7 @@ using model::Sheet;
 
 namespace
 {
-constexpr qsizetype shortestStream = 4096;
+constexpr qsizetype ShortestStream = 4096;
 
 void checkLimits(const Book &book)
 {
@@ -39,11 +39,11 @@ void checkLimits(const Book &book)
                                  .arg(what)
                                  .arg(most));
         };
-        if (extent.bottom >= rowsOfXls) {
-            tell(QStringLiteral("rows"), extent.bottom + 1, rowsOfXls);
+        if (extent.bottom >= RowsOfXls) {
+            tell(QStringLiteral("rows"), extent.bottom + 1, RowsOfXls);
         }
-        if (extent.right >= columnsOfXls) {
-            tell(QStringLiteral("columns"), extent.right + 1, columnsOfXls);
+        if (extent.right >= ColumnsOfXls) {
+            tell(QStringLiteral("columns"), extent.right + 1, ColumnsOfXls);
         }
     }
 }
@@ -70,8 +70,8 @@ public:
             putSheet(stream_, *book_.sheets[number], number == book_.activeSheet, formats_, texts_);
         }
         // A shorter stream would lie in the container's place for small ones, where some programs do not look.
-        if (stream_.size() < shortestStream) {
-            stream_.raw(QByteArray(shortestStream - stream_.size(), '\0'));
+        if (stream_.size() < ShortestStream) {
+            stream_.raw(QByteArray(ShortestStream - stream_.size(), '\0'));
         }
         return stream_.bytes();
     }
@@ -87,18 +87,18 @@ private:
     {
         using Self = BookWriter;
         static constexpr std::array<Told, 12> all{{
-            {font, [](Self &self, const QByteArray &) { self.formats_.putFonts(self.stream_); }},
-            {numberFormat, [](Self &self, const QByteArray &) { self.formats_.putNumberFormats(self.stream_); }},
-            {extendedFormat, [](Self &self, const QByteArray &) { self.formats_.putFormats(self.stream_); }},
-            {palette, [](Self &self, const QByteArray &) { self.formats_.putPalette(self.stream_); }},
-            {sheetNumbers, [](Self &self, const QByteArray &) { self.putSheetNumbers(); }},
-            {boundSheet, [](Self &self, const QByteArray &) { self.putSheetList(); }},
-            {window1, [](Self &self, const QByteArray &asRead) { self.putWindow(asRead); }},
-            {supplyBook, [](Self &self, const QByteArray &asRead) { self.names_.putSupplyBook(self.stream_, asRead); }},
-            {externSheet, [](Self &self, const QByteArray &) { self.names_.putReferences(self.stream_); }},
-            {definedName, [](Self &self, const QByteArray &asRead) { self.names_.putName(self.stream_, asRead); }},
-            {newNames, [](Self &self, const QByteArray &) { self.names_.putNewNames(self.stream_); }},
-            {sharedTexts,
+            {FontRecord, [](Self &self, const QByteArray &) { self.formats_.putFonts(self.stream_); }},
+            {NumberFormat, [](Self &self, const QByteArray &) { self.formats_.putNumberFormats(self.stream_); }},
+            {ExtendedFormat, [](Self &self, const QByteArray &) { self.formats_.putFormats(self.stream_); }},
+            {Palette, [](Self &self, const QByteArray &) { self.formats_.putPalette(self.stream_); }},
+            {SheetNumbers, [](Self &self, const QByteArray &) { self.putSheetNumbers(); }},
+            {BoundSheet, [](Self &self, const QByteArray &) { self.putSheetList(); }},
+            {Window1, [](Self &self, const QByteArray &asRead) { self.putWindow(asRead); }},
+            {SupplyBook, [](Self &self, const QByteArray &asRead) { self.names_.putSupplyBook(self.stream_, asRead); }},
+            {ExternSheet, [](Self &self, const QByteArray &) { self.names_.putReferences(self.stream_); }},
+            {DefinedName, [](Self &self, const QByteArray &asRead) { self.names_.putName(self.stream_, asRead); }},
+            {NewNames, [](Self &self, const QByteArray &) { self.names_.putNewNames(self.stream_); }},
+            {SharedTexts,
              [](Self &self, const QByteArray &) { putSharedTexts(self.stream_, self.texts_.texts(), self.texts_.uses()); }},
         }};
         const auto found = std::find_if(all.begin(), all.end(), [&](const Told &told) { return told.id == record.id; });
@@ -111,7 +111,7 @@ private:
 
     void putSheetNumbers()
     {
-        stream_.head(sheetNumbers, 2 * book_.sheets.size());
+        stream_.head(SheetNumbers, 2 * book_.sheets.size());
         for (std::size_t number = 1; number <= book_.sheets.size(); ++number) {
             stream_.u16(number);
         }
@@ -124,7 +124,7 @@ private:
             body.u32(0).u16(sheet->kind);
             putShortText(body, sheet->name);
             startPlaces_.push_back(stream_.size() + 4);
-            stream_.record(boundSheet, body.bytes());
+            stream_.record(BoundSheet, body.bytes());
         }
     }
 
@@ -137,7 +137,7 @@ private:
             setU16(body, 12, 0);
         }
         setU16(body, 14, 1);
-        stream_.record(window1, body);
+        stream_.record(Window1, body);
     }
 
     const Book &book_;
@@ -155,7 +155,7 @@ QByteArray xlsBytes(const Book &book)
     checkLimits(book);
     std::vector<CompoundEntry> container = (book.kept ? *book.kept : standardBook()).container;
     const auto own = std::find_if(container.begin(), container.end(),
-                                  [](const CompoundEntry &entry) { return isStream(entry, streamOfBook); });
+                                  [](const CompoundEntry &entry) { return isStream(entry, StreamOfBook); });
     own->bytes = BookWriter(book).stream();
     return writeCompound(container);
 }

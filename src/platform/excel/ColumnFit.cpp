@@ -18,10 +18,10 @@ using model::Trait;
 namespace
 {
 /// Pixels left and right of a cell's text and of the line between two cells.
-constexpr int cellMargin = 5;
-constexpr double widestCharacters = 255;
+constexpr int CellMargin = 5;
+constexpr double WidestCharacters = 255;
 /// A machine without the font shows a wider one; so much more room keeps the text whole there.
-constexpr double roomForOtherFonts = 1.1;
+constexpr double RoomForOtherFonts = 1.1;
 
 FontMetrics metricsOf(const model::Book &book, const Style &style)
 {
@@ -88,8 +88,8 @@ public:
         const int digit = digitOf(book_);
         for (std::size_t at = 0; at < widest_.size(); ++at) {
             if (widest_[at] > 0) {
-                const double pixels = std::ceil(widest_[at] * roomForOtherFonts) + cellMargin;
-                const double characters = std::min(pixels / digit, widestCharacters);
+                const double pixels = std::ceil(widest_[at] * RoomForOtherFonts) + CellMargin;
+                const double characters = std::min(pixels / digit, WidestCharacters);
                 sheet_.columns[first + static_cast<int>(at)].setWidth(static_cast<int>(std::lround(characters * 256)));
             }
         }
@@ -154,16 +154,16 @@ int fileWidth(const model::Book &book, double characters)
 {
     const int digit = digitOf(book);
     if (characters < 1) {
-        return static_cast<int>(std::lround(characters * (digit + cellMargin) / digit * 256));
+        return static_cast<int>(std::lround(characters * (digit + CellMargin) / digit * 256));
     }
-    return static_cast<int>(std::lround((characters * digit + cellMargin) / digit * 256));
+    return static_cast<int>(std::lround((characters * digit + CellMargin) / digit * 256));
 }
 
 double characterWidth(const model::Book &book, int width)
 {
     const int digit = digitOf(book);
     const double pixels = width / 256.0 * digit;
-    const double characters = pixels < digit + cellMargin ? pixels / (digit + cellMargin) : (pixels - cellMargin) / digit;
+    const double characters = pixels < digit + CellMargin ? pixels / (digit + CellMargin) : (pixels - CellMargin) / digit;
     return std::round(characters * 100) / 100;
 }
 

@@ -20,9 +20,9 @@ struct Unref {
 };
 template <typename Object> using Owned = std::unique_ptr<Object, Unref>;
 
-constexpr qsizetype deepest = 16;
-constexpr std::size_t mostEntries = 4096;
-constexpr qsizetype classIdLength = 16;
+constexpr qsizetype Deepest = 16;
+constexpr std::size_t MostEntries = 4096;
+constexpr qsizetype ClassIdLength = 16;
 
 [[noreturn]] void damaged()
 {
@@ -35,23 +35,23 @@ class QuietLibrary
 public:
     QuietLibrary()
     {
-        for (std::size_t at = 0; at < domains.size(); ++at) {
+        for (std::size_t at = 0; at < Domains.size(); ++at) {
             handlers_[at] = g_log_set_handler(
-                domains[at], levels, [](const gchar *, GLogLevelFlags, const gchar *, gpointer) {}, nullptr);
+                Domains[at], Levels, [](const gchar *, GLogLevelFlags, const gchar *, gpointer) {}, nullptr);
         }
     }
     ~QuietLibrary()
     {
-        for (std::size_t at = 0; at < domains.size(); ++at) {
-            g_log_remove_handler(domains[at], handlers_[at]);
+        for (std::size_t at = 0; at < Domains.size(); ++at) {
+            g_log_remove_handler(Domains[at], handlers_[at]);
         }
     }
     Q_DISABLE_COPY_MOVE(QuietLibrary)
 
 private:
-    static constexpr std::array<const char *, 3> domains{nullptr, "libgsf", "libgsf:msole"};
-    static constexpr auto levels = static_cast<GLogLevelFlags>(G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_WARNING | G_LOG_LEVEL_MESSAGE);
-    std::array<guint, domains.size()> handlers_{};
+    static constexpr std::array<const char *, 3> Domains{nullptr, "libgsf", "libgsf:msole"};
+    static constexpr auto Levels = static_cast<GLogLevelFlags>(G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_WARNING | G_LOG_LEVEL_MESSAGE);
+    std::array<guint, Domains.size()> handlers_{};
 };
 
 class ContainerReader
@@ -90,7 +90,7 @@ QByteArray ContainerReader::bytesOf(GsfInput *input)
 
 void ContainerReader::add(CompoundEntry entry)
 {
-    if (entries_.size() >= mostEntries) {
+    if (entries_.size() >= MostEntries) {
         damaged();
     }
     entries_.push_back(std::move(entry));
@@ -98,10 +98,10 @@ void ContainerReader::add(CompoundEntry entry)
 
 void ContainerReader::readStorage(GsfInfile *storage, const QStringList &path)
 {
-    if (path.size() > deepest) {
+    if (path.size() > Deepest) {
         damaged();
     }
-    QByteArray classId(classIdLength, '\0');
+    QByteArray classId(ClassIdLength, '\0');
     gsf_infile_msole_get_class_id(GSF_INFILE_MSOLE(storage), reinterpret_cast<guint8 *>(classId.data()));
     add({path, true, {}, classId});
     const int count = gsf_infile_num_children(storage);
@@ -172,7 +172,7 @@ QByteArray writeCompound(const std::vector<CompoundEntry> &entries)
             storages[entry.path].reset(GSF_OUTFILE(child.release()));
         }
         GsfOutfile *storage = storages[entry.path].get();
-        if (entry.classId.size() == classIdLength) {
+        if (entry.classId.size() == ClassIdLength) {
             gsf_outfile_msole_set_class_id(GSF_OUTFILE_MSOLE(storage),
                                            reinterpret_cast<const guint8 *>(entry.classId.constData()));
         }

@@ -36,7 +36,7 @@ inline constexpr int xlOpenXMLWorkbook = 51;
 inline constexpr int xlExcel8 = 56;
 
 /// Limits that both formats share; a .xls has 65,536 rows, 256 columns and 4,000 kinds of format besides.
-inline constexpr int maxSheetNameLength = 31;
-inline constexpr int maxTextLength = 32767;
+inline constexpr int MaxSheetNameLength = 31;
+inline constexpr int MaxTextLength = 32767;
 
 } // namespace excel

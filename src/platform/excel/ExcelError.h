@@ -10,11 +10,11 @@ namespace excel
 class ExcelError : public basic::RunTimeError
 {
 public:
-    static constexpr int refused = 1004;
+    static constexpr int Refused = 1004;
     /// No spreadsheet program took a file.
-    static constexpr int noProgram = 429;
+    static constexpr int NoProgram = 429;
 
-    explicit ExcelError(const QString &description) : RunTimeError(refused, description) {}
+    explicit ExcelError(const QString &description) : RunTimeError(Refused, description) {}
     ExcelError(int number, const QString &description) : RunTimeError(number, description) {}
 };
 

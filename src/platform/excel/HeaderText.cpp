@@ -6,7 +6,7 @@ namespace excel
 
 namespace
 {
-constexpr QStringView codes = u"LCR";
+constexpr QStringView Codes = u"LCR";
 }
 
 QString joinedHeader(const std::array<QString, 3> &parts)
@@ -15,7 +15,7 @@ QString joinedHeader(const std::array<QString, 3> &parts)
     for (std::size_t part = 0; part < parts.size(); ++part) {
         if (!parts[part].isEmpty()) {
             header += u'&';
-            header += codes[static_cast<qsizetype>(part)];
+            header += Codes[static_cast<qsizetype>(part)];
             header += parts[part];
         }
     }
@@ -28,7 +28,7 @@ std::array<QString, 3> splitHeader(const QString &header)
     std::size_t part = 1;
     for (qsizetype at = 0; at < header.size(); ++at) {
         const bool isCode = header[at] == u'&' && at + 1 < header.size();
-        const qsizetype found = isCode ? codes.indexOf(header[at + 1].toUpper()) : -1;
+        const qsizetype found = isCode ? Codes.indexOf(header[at + 1].toUpper()) : -1;
         if (found >= 0) {
             part = static_cast<std::size_t>(found);
             ++at;

@@ -98,11 +98,11 @@ std::uint32_t Sheet::styleAt(int rowNumber, int column) const
         return found->style;
     }
     const Row *inRow = rowIfAny(rowNumber);
-    if (inRow && inRow->style != unset) {
+    if (inRow && inRow->style != Unset) {
         return static_cast<std::uint32_t>(inRow->style);
     }
     const auto inColumn = columns.find(column);
-    return inColumn != columns.end() && inColumn->second.style != unset ? static_cast<std::uint32_t>(inColumn->second.style) : 0;
+    return inColumn != columns.end() && inColumn->second.style != Unset ? static_cast<std::uint32_t>(inColumn->second.style) : 0;
 }
 
 std::optional<Area> Sheet::mergeAt(int rowNumber, int column) const
@@ -197,9 +197,9 @@ void Book::checkName(const Sheet &owner, const QString &name) const
     if (name.isEmpty()) {
         throw ExcelError(QStringLiteral("A sheet name cannot be empty."));
     }
-    if (name.size() > maxSheetNameLength) {
+    if (name.size() > MaxSheetNameLength) {
         throw ExcelError(told
-                         + QStringLiteral("it has %1 characters, %2 are the most.").arg(name.size()).arg(maxSheetNameLength));
+                         + QStringLiteral("it has %1 characters, %2 are the most.").arg(name.size()).arg(MaxSheetNameLength));
     }
     const auto forbidden = [](QChar letter) { return letter < u' ' || QStringView(u":\\/?*[]").contains(letter); };
     if (std::any_of(name.begin(), name.end(), forbidden)) {

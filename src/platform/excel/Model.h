@@ -38,7 +38,7 @@ struct Cell {
 };
 
 /// Heights and widths nobody set.
-inline constexpr int unset = -1;
+inline constexpr int Unset = -1;
 
 struct Row {
     /// In the order of their columns; a cell that is missing looks as its row or column does.
@@ -46,18 +46,18 @@ struct Row {
     /// Every merged area that touches this row.
     std::vector<Area> merges;
     /// Twips.
-    int height = unset;
+    int height = Unset;
     /// Style of the row's untouched cells, when the file read has one.
-    std::int64_t style = unset;
+    std::int64_t style = Unset;
     /// Of a file that was read: the height in twips that fitted the row's text, and its options.
-    int fittedHeight = unset;
+    int fittedHeight = Unset;
     std::uint16_t options = 0;
 };
 
 struct Column {
     /// 256ths of a character.
-    int width = unset;
-    std::int64_t style = unset;
+    int width = Unset;
+    std::int64_t style = Unset;
     /// As the file formats have them: bit 0 hidden, bit 1 width set by hand.
     std::uint16_t options = 0;
 

@@ -26,15 +26,15 @@ namespace
 {
 /// A number of the engine and the one that the file formats use for it.
 using Codes = std::pair<int, int>;
-constexpr std::array<Codes, 8> horizontalCodes{
+constexpr std::array<Codes, 8> HorizontalCodes{
     {{xlGeneral, 0}, {xlLeft, 1}, {2, 1}, {xlCenter, 2}, {xlRight, 3}, {5, 4}, {xlJustify, 5}, {7, 6}}};
-constexpr std::array<Codes, 4> verticalCodes{{{xlTop, 0}, {xlCenter, 1}, {xlBottom, 2}, {xlJustify, 3}}};
-constexpr std::array<Codes, 7> underlineCodes{
+constexpr std::array<Codes, 4> VerticalCodes{{{xlTop, 0}, {xlCenter, 1}, {xlBottom, 2}, {xlJustify, 3}}};
+constexpr std::array<Codes, 7> UnderlineCodes{
     {{xlNone, 0}, {0, 0}, {xlUnderlineStyleSingle, 1}, {1, 1}, {-1, 1}, {xlUnderlineStyleDouble, 2}, {5, 2}}};
-constexpr std::array<Codes, 4> weightCodes{
-    {{xlHairline, model::hairLine}, {xlThin, model::thinLine}, {xlMedium, model::mediumLine}, {xlThick, model::thickLine}}};
-constexpr std::array<Codes, 3> lineStyleCodes{{{xlContinuous, model::thinLine}, {xlNone, model::noLine}, {0, model::noLine}}};
-constexpr std::array<Codes, 2> patternCodes{{{xlSolid, 1}, {xlNone, 0}}};
+constexpr std::array<Codes, 4> WeightCodes{
+    {{xlHairline, model::HairLine}, {xlThin, model::ThinLine}, {xlMedium, model::MediumLine}, {xlThick, model::ThickLine}}};
+constexpr std::array<Codes, 3> LineStyleCodes{{{xlContinuous, model::ThinLine}, {xlNone, model::NoLine}, {0, model::NoLine}}};
+constexpr std::array<Codes, 2> PatternCodes{{{xlSolid, 1}, {xlNone, 0}}};
 
 [[noreturn]] void refuse(const char *property, const QString &value)
 {
@@ -65,11 +65,11 @@ double checked(double value, double least, double most, const char *property)
 }
 
 /// A single range of more cells than this is a mistake, and would take the machine's memory.
-constexpr qint64 mostCells = 20'000'000;
+constexpr qint64 MostCells = 20'000'000;
 
 template <typename Action> void forEachCell(Sheet &sheet, const Area &area, Action action)
 {
-    if (qint64{area.rows()} * area.columns() > mostCells) {
+    if (qint64{area.rows()} * area.columns() > MostCells) {
         throw ExcelError(QStringLiteral("A range of %1 rows and %2 columns is too large.").arg(area.rows()).arg(area.columns()));
     }
     sheet.forEachCell(area, action);
@@ -132,9 +132,9 @@ Sheet &Range::sheet() const
 void Range::setValue(const QString &value)
 {
     Sheet &target = sheet();
-    if (value.size() > maxTextLength) {
+    if (value.size() > MaxTextLength) {
         throw ExcelError(QStringLiteral("A cell holds at most %1 characters; this text has %2: \"%3...\"")
-                             .arg(maxTextLength)
+                             .arg(MaxTextLength)
                              .arg(value.size())
                              .arg(value.left(40)));
     }
@@ -188,7 +188,7 @@ void Range::setMergeCells(bool merged)
         target.part(area_);
         return;
     }
-    if (qint64{area_.rows()} * area_.columns() > mostCells) {
+    if (qint64{area_.rows()} * area_.columns() > MostCells) {
         throw ExcelError(QStringLiteral("So large a range cannot be merged."));
     }
     target.merge(area_);
@@ -211,7 +211,7 @@ void Range::setRowHeight(double points)
 double Range::RowHeight() const
 {
     const model::Row *row = sheet().rowIfAny(area_.top);
-    return (row && row->height != model::unset ? row->height : sheet_->standardHeight) / 20.0;
+    return (row && row->height != model::Unset ? row->height : sheet_->standardHeight) / 20.0;
 }
 
 void Range::setWrapText(bool wrap)
@@ -226,22 +226,22 @@ bool Range::WrapText() const
 
 void Range::setHorizontalAlignment(int alignment)
 {
-    changeStyles(sheet(), area_, Trait::Horizontal, codeOf(horizontalCodes, alignment, "HorizontalAlignment"));
+    changeStyles(sheet(), area_, Trait::Horizontal, codeOf(HorizontalCodes, alignment, "HorizontalAlignment"));
 }
 
 int Range::HorizontalAlignment() const
 {
-    return valueOf(horizontalCodes, traitOf(sheet(), area_, Trait::Horizontal), xlGeneral);
+    return valueOf(HorizontalCodes, traitOf(sheet(), area_, Trait::Horizontal), xlGeneral);
 }
 
 void Range::setVerticalAlignment(int alignment)
 {
-    changeStyles(sheet(), area_, Trait::Vertical, codeOf(verticalCodes, alignment, "VerticalAlignment"));
+    changeStyles(sheet(), area_, Trait::Vertical, codeOf(VerticalCodes, alignment, "VerticalAlignment"));
 }
 
 int Range::VerticalAlignment() const
 {
-    return valueOf(verticalCodes, traitOf(sheet(), area_, Trait::Vertical), xlBottom);
+    return valueOf(VerticalCodes, traitOf(sheet(), area_, Trait::Vertical), xlBottom);
 }
 
 void Range::setOrientation(int degrees)
@@ -292,7 +292,7 @@ void followEdges(Sheet &sheet, const Area &area)
     StyleTable &styles = sheet.book->styles;
     const auto follow = [&](int row, int column, Trait edge, int insideRow, int insideColumn, Trait inside) {
         Cell *beside = sheet.cellIfAny(row, column);
-        if (beside && styles.at(beside->style)[edge] != model::noLine) {
+        if (beside && styles.at(beside->style)[edge] != model::NoLine) {
             const std::int32_t line = styles.at(sheet.styleAt(insideRow, insideColumn))[inside];
             beside->style = styles.changed(beside->style, edge, line);
         }
@@ -345,44 +345,44 @@ bool Font::Bold() const
 
 void Font::setUnderline(int underline)
 {
-    changeStyles(range_.sheet(), range_.area_, Trait::Underline, codeOf(underlineCodes, underline, "Font.Underline"));
+    changeStyles(range_.sheet(), range_.area_, Trait::Underline, codeOf(UnderlineCodes, underline, "Font.Underline"));
 }
 
 int Font::Underline() const
 {
-    return valueOf(underlineCodes, traitOf(range_.sheet(), range_.area_, Trait::Underline), xlNone);
+    return valueOf(UnderlineCodes, traitOf(range_.sheet(), range_.area_, Trait::Underline), xlNone);
 }
 
 void Borders::setLineStyle(int style)
 {
-    changeStyles(range_.sheet(), range_.area_, EdgeChange::LineStyle, codeOf(lineStyleCodes, style, "Borders.LineStyle"));
+    changeStyles(range_.sheet(), range_.area_, EdgeChange::LineStyle, codeOf(LineStyleCodes, style, "Borders.LineStyle"));
     followEdges(range_.sheet(), range_.area_);
 }
 
 int Borders::LineStyle() const
 {
-    return traitOf(range_.sheet(), range_.area_, Trait::TopLine) == model::noLine ? xlNone : xlContinuous;
+    return traitOf(range_.sheet(), range_.area_, Trait::TopLine) == model::NoLine ? xlNone : xlContinuous;
 }
 
 void Borders::setWeight(int weight)
 {
-    changeStyles(range_.sheet(), range_.area_, EdgeChange::Weight, codeOf(weightCodes, weight, "Borders.Weight"));
+    changeStyles(range_.sheet(), range_.area_, EdgeChange::Weight, codeOf(WeightCodes, weight, "Borders.Weight"));
     followEdges(range_.sheet(), range_.area_);
 }
 
 int Borders::Weight() const
 {
-    return valueOf(weightCodes, traitOf(range_.sheet(), range_.area_, Trait::TopLine), xlThin);
+    return valueOf(WeightCodes, traitOf(range_.sheet(), range_.area_, Trait::TopLine), xlThin);
 }
 
 void Interior::setPattern(int pattern)
 {
-    changeStyles(range_.sheet(), range_.area_, Trait::Pattern, codeOf(patternCodes, pattern, "Interior.Pattern"));
+    changeStyles(range_.sheet(), range_.area_, Trait::Pattern, codeOf(PatternCodes, pattern, "Interior.Pattern"));
 }
 
 int Interior::Pattern() const
 {
-    return valueOf(patternCodes, traitOf(range_.sheet(), range_.area_, Trait::Pattern), xlNone);
+    return valueOf(PatternCodes, traitOf(range_.sheet(), range_.area_, Trait::Pattern), xlNone);
 }
 
 void Interior::setPatternColorIndex(int index)

@@ -73,6 +73,7 @@ public:
     /// Degrees from -90 to 90, upward is positive.
     void setOrientation(int degrees);
     int Orientation() const;
+    /// A format code such as "0.00" or "@" (text), 1 to 255 characters.
     void setNumberFormat(const QString &format);
     QString NumberFormat() const;
 
@@ -99,6 +100,7 @@ class Font
 public:
     explicit Font(Range range) : range_(std::move(range)) {}
 
+    /// Of a font family, 1 to 31 characters; the machine need not have it.
     void setName(const QString &name);
     QString Name() const;
     /// Points, 1 to 409.

@@ -9,10 +9,10 @@ namespace excel::model
 
 namespace
 {
-constexpr std::array edges{Trait::LeftLine, Trait::RightLine, Trait::TopLine, Trait::BottomLine};
+constexpr std::array Edges{Trait::LeftLine, Trait::RightLine, Trait::TopLine, Trait::BottomLine};
 
 /// The standard theme, in the engine's own order: 1 is the paper, 2 the text.
-constexpr std::array<std::int32_t, 10> themeColours{0xFFFFFF, 0x000000, 0xEEECE1, 0x1F497D, 0x4F81BD,
+constexpr std::array<std::int32_t, 10> ThemeColours{0xFFFFFF, 0x000000, 0xEEECE1, 0x1F497D, 0x4F81BD,
                                                     0xC0504D, 0x9BBB59, 0x8064A2, 0x4BACC6, 0xF79646};
 
 std::int32_t tinted(std::int32_t colour, double tint)
@@ -28,7 +28,7 @@ std::int32_t tinted(std::int32_t colour, double tint)
 
 bool isContinuous(std::int32_t line)
 {
-    return line == thinLine || line == mediumLine || line == thickLine || line == hairLine;
+    return line == ThinLine || line == MediumLine || line == ThickLine || line == HairLine;
 }
 
 void apply(Style &style, std::size_t change, std::int32_t value)
@@ -37,11 +37,11 @@ void apply(Style &style, std::size_t change, std::int32_t value)
         style.values[change] = value;
         return;
     }
-    for (const Trait edge : edges) {
-        if (static_cast<EdgeChange>(change) == EdgeChange::Weight || value == noLine) {
+    for (const Trait edge : Edges) {
+        if (static_cast<EdgeChange>(change) == EdgeChange::Weight || value == NoLine) {
             style[edge] = value;
         } else if (!isContinuous(style[edge])) {
-            style[edge] = thinLine;
+            style[edge] = ThinLine;
         }
     }
 }
@@ -54,7 +54,7 @@ std::int32_t Style::shade() const
     }
     const std::int32_t theme = (*this)[Trait::ThemeColour];
     if (theme > 0) {
-        return tinted(themeColours[static_cast<std::size_t>(theme - 1)], (*this)[Trait::Tint] / 1e6);
+        return tinted(ThemeColours[static_cast<std::size_t>(theme - 1)], (*this)[Trait::Tint] / 1e6);
     }
     return (*this)[Trait::FillColour] < 0 ? 0xFFFFFF : (*this)[Trait::FillColour];
 }

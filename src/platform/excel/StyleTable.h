@@ -48,7 +48,7 @@ enum class Trait : std::size_t {
 };
 
 /// Lines of an edge as the file formats number them.
-enum LineCode : std::int32_t { noLine = 0, thinLine = 1, mediumLine = 2, thickLine = 5, hairLine = 7 };
+enum LineCode : std::int32_t { NoLine = 0, ThinLine = 1, MediumLine = 2, ThickLine = 5, HairLine = 7 };
 
 struct Style {
     std::array<std::int32_t, static_cast<std::size_t>(Trait::Count)> values{};

@@ -98,7 +98,7 @@ double Columns::ColumnWidth() const
 {
     const Sheet &sheet = present(sheet_);
     const auto found = sheet.columns.find(first_);
-    const bool told = found != sheet.columns.end() && found->second.width != model::unset;
+    const bool told = found != sheet.columns.end() && found->second.width != model::Unset;
     return told ? characterWidth(*book_, found->second.width) : sheet.standardWidth;
 }
 

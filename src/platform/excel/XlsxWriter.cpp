@@ -90,7 +90,7 @@ private:
     void writeColumns(const Sheet &sheet, lxw_worksheet *to) const
     {
         for (const auto &[column, told] : sheet.columns) {
-            if (told.width != model::unset) {
+            if (told.width != model::Unset) {
                 const auto place = static_cast<lxw_col_t>(column);
                 lxw_row_col_options options{};
                 options.hidden = told.width == 0;
@@ -113,7 +113,7 @@ private:
         for (std::size_t number = 0; number < sheet.rows.size(); ++number) {
             const model::Row &row = sheet.rows[number];
             const auto place = static_cast<lxw_row_t>(number);
-            const std::optional<int> height = row.height != model::unset ? row.height : heightForFonts(sheet, row);
+            const std::optional<int> height = row.height != model::Unset ? row.height : heightForFonts(sheet, row);
             if (height) {
                 lxw_row_col_options options{};
                 options.hidden = *height == 0;

@@ -16,7 +16,6 @@ private Q_SLOTS:
     void valReadsTheLeadingNumber_data();
     void valReadsTheLeadingNumber();
     void assignmentRoundsHalfToEvenAndChecksTheRange();
-    void wholeBelowGoesDown();
 };
 
 void NumbersTest::valReadsTheLeadingNumber_data()
@@ -51,13 +50,6 @@ void NumbersTest::assignmentRoundsHalfToEvenAndChecksTheRange()
     QVERIFY_THROWS_EXCEPTION(RunTimeError, toInteger16(99999));
     QVERIFY_THROWS_EXCEPTION(RunTimeError, toLong32(2147483648.0));
     QVERIFY_THROWS_EXCEPTION(RunTimeError, toLong32(std::numeric_limits<double>::quiet_NaN()));
-}
-
-void NumbersTest::wholeBelowGoesDown()
-{
-    QCOMPARE(wholeBelow(-0.5), -1);
-    QCOMPARE(wholeBelow(364.0 / 7.0), 52);
-    QCOMPARE(wholeBelow(6.0 / 7.0), 0);
 }
 
 QTEST_GUILESS_MAIN(NumbersTest)

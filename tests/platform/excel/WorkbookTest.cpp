@@ -204,7 +204,7 @@ void WorkbookTest::longTexts()
     Workbook book = application.Workbooks().Add();
     QStringList texts;
     for (int row = 1; row <= 40; ++row) {
-        texts.append(QString::number(row) + u'é' + letter.repeated((row * 811) % (maxTextLength / 2 - 3)));
+        texts.append(QString::number(row) + u'é' + letter.repeated((row * 811) % (MaxTextLength / 2 - 3)));
         book.Worksheets(1).Range(QStringLiteral("A%1").arg(row)).setValue(texts.last());
     }
     book.SaveAs(path);
@@ -337,7 +337,7 @@ void WorkbookTest::refusedValues_data()
 {
     QTest::addColumn<std::function<void(Range)>>("action");
     const auto row = [](const char *name, std::function<void(Range)> action) { QTest::newRow(name) << std::move(action); };
-    row("too long a text", [](Range range) { range.setValue(QString(maxTextLength + 1, u'x')); });
+    row("too long a text", [](Range range) { range.setValue(QString(MaxTextLength + 1, u'x')); });
     row("not a number", [](Range range) { range.setValue(std::nan("")); });
     row("row height", [](Range range) { range.setRowHeight(409.6); });
     row("alignment", [](Range range) { range.setHorizontalAlignment(99); });
