@@ -6,7 +6,7 @@
 #include "analysis/LeaveFilter.h"
 #include "analysis/ModFertPM.h"
 #include "analysis/frmMonLeave.h"
-#include "platform/controls/Dialogs.h"
+#include "doubles/QueuedDialogs.h"
 #include "platform/controls/ItemCombo.h"
 #include "shell/MDI_Monitoring.h"
 #include "store/Schema.h"
@@ -91,7 +91,7 @@ private:
     }
 
     QTemporaryDir folder_;
-    controls::QueuedDialogs dialogs_;
+    QueuedDialogs dialogs_;
     std::unique_ptr<MDI_Monitoring> window_;
 };
 

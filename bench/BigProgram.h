@@ -2,7 +2,7 @@
 #pragma once
 
 #include "BigFarm.h"
-#include "platform/controls/Dialogs.h"
+#include "doubles/QueuedDialogs.h"
 #include "shell/MDI_Monitoring.h"
 
 #include <memory>
@@ -13,7 +13,7 @@ struct BigProgram {
     template <typename Control> Control &find(const char *name) { return *window->findChild<Control *>(QLatin1String(name)); }
 
     BigFarm farm;
-    controls::QueuedDialogs dialogs;
+    QueuedDialogs dialogs;
     std::unique_ptr<MDI_Monitoring> window;
 };
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "doubles/QueuedDialogs.h"
 #include "menu/MenuEntries.h"
-#include "platform/controls/Dialogs.h"
 #include "platform/controls/Look.h"
 #include "shell/FarmApplication.h"
 #include "shell/MDI_Monitoring.h"
@@ -12,7 +12,7 @@ int main(int argc, char **argv)
 {
     FarmApplication application(argc, argv);
     controls::Look::apply(application, false);
-    controls::QueuedDialogs dialogs;
+    QueuedDialogs dialogs;
     MDI_Monitoring window(dialogs, menuEntries());
     if (window.load(FarmApplication::arguments().value(1)) != MDI_Monitoring::Load::Done) {
         return 1;

@@ -4,8 +4,8 @@
 #include "common/modGeneral.h"
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
-#include "reports/LongWork.h"
 #include "reports/TemplateReport.h"
+#include "shell/LongWork.h"
 #include "shell/ScreenHost.h"
 
 #include <QDir>

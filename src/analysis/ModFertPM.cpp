@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/ModFertPM.h"
 
-#include "platform/basic/Formats.h"
 #include "platform/controls/RedrawPause.h"
+#include "shell/DayCells.h"
 
 #include <QHash>
 
@@ -109,21 +109,14 @@ void fillRows(controls::FlexGrid &grid, const AnalysisKind &kind, dao::Recordset
     const auto fields = textFields(kind, rows);
     const int plantingField = rows.fieldIndex("BlockPID");
     const int dateField = rows.fieldIndex(kind.dateField);
-    // Samples are taken on a few days of the year.
-    QHash<qint64, QString> days;
+    DayCells days(grid);
     int row = 1;
     for (; !rows.Eof(); rows.MoveNext(), ++row) {
         for (const auto &[col, field] : fields) {
             grid.setTextMatrix(row, col, rows.text(field));
         }
         if (const auto date = rows.date(dateField)) {
-            const QDate day = date->date();
-            auto text = days.find(day.toJulianDay());
-            if (text == days.end()) {
-                text = days.insert(day.toJulianDay(), basic::shortDate(day));
-            }
-            grid.setTextMatrix(row, DateCol, *text);
-            grid.setCellValue(row, DateCol, QVariant::fromValue(*date));
+            days.set(row, DateCol, *date);
         }
         if (const auto crop = crops.find(rows.longValue(plantingField)); crop != crops.end()) {
             grid.setTextMatrix(row, CultivarCol, crop->variety);

@@ -9,7 +9,7 @@
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/Dialogs.h"
-#include "platform/controls/Look.h"
+#include "shell/Icons.h"
 #include "ui_frmMonLeave.h"
 
 #include <QAbstractItemView>
@@ -21,8 +21,6 @@ using controls::ItemCombo;
 
 namespace
 {
-
-constexpr int BannerIcon = 24;
 
 bool isLetter(const QKeyEvent &key)
 {
@@ -55,32 +53,26 @@ QString frmMonLeave::screenTitle() const
 
 void frmMonLeave::setIcons()
 {
-    struct Picture {
-        QPushButton *button;
-        const char *icon;
-        const char *colour;
-    };
-    const Picture pictures[] = {
-        {ui_->Command7, "add", "onacc"},  {ui_->cmdEdit, "edit", "text"},    {ui_->cmdLeaveDEl, "delete", "danger"},
-        {ui_->cmdExcel, "sheet", "text"}, {ui_->cmdClose, "close", "text"},  {ui_->cmdResetFilter, "reset-filter", "text"},
-        {ui_->Command3, "save", "onacc"}, {ui_->cmdRetAdd, "close", "text"},
-    };
-    for (const Picture &picture : pictures) {
-        picture.button->setIcon(controls::Look::icon(QLatin1String(picture.icon), QLatin1String(picture.colour)));
-    }
-    ui_->Image2->setPixmap(
-        controls::Look::icon(QStringLiteral("leaf")).pixmap(QSize(BannerIcon, BannerIcon), devicePixelRatioF()));
+    ::setIcons({{ui_->Command7, "add", "onacc"},
+                {ui_->cmdEdit, "edit"},
+                {ui_->cmdLeaveDEl, "delete", "danger"},
+                {ui_->cmdExcel, "sheet"},
+                {ui_->cmdClose, "close"},
+                {ui_->cmdResetFilter, "reset-filter"},
+                {ui_->Command3, "save", "onacc"},
+                {ui_->cmdRetAdd, "close"}});
+    setPicture(*ui_->Image2, BannerPicture, QStringLiteral("leaf"));
 }
 
 void frmMonLeave::connectList()
 {
     on(ui_->grdLeave, &FlexGrid::Click, [this] { browser_->selectRow(); });
     on(ui_->grdLeave, &FlexGrid::DblClick, [this] { openSaved(); });
-    connect(ui_->grdLeave, &FlexGrid::cellMovedByKey, this, [this](int row, int) { browser_->movedByKey(row); });
-    connect(ui_->grdLeave, &FlexGrid::KeyDown, this, [this](QKeyEvent *event) {
+    on(ui_->grdLeave, &FlexGrid::cellMovedByKey, [this](int row, int) { browser_->movedByKey(row); });
+    on(ui_->grdLeave, &FlexGrid::KeyDown, [this](QKeyEvent *event) {
         if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
             event->accept();
-            guarded([this] { openSaved(); });
+            openSaved();
         }
     });
     on(ui_->cboGroup, &ItemCombo::Click, [this] { browser_->cropChosen(AnalysisBrowser::CropLevel::Group); });
@@ -310,12 +302,6 @@ void frmMonLeave::print()
     sheet.from = ui_->dtpDateFrom->Value();
     sheet.to = ui_->dtpDateTo->Value();
     printAnalyses(host(), sheet);
-}
-
-void frmMonLeave::showStoreFailure(const QString &what)
-{
-    const auto &error = objPestMON().lastError();
-    host().showFailure(error ? QStringLiteral("%1: %2").arg(what, error->description()) : what);
 }
 
 bool frmMonLeave::eventFilter(QObject *watched, QEvent *event)

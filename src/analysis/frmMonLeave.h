@@ -46,22 +46,6 @@ private:
     void hidePanel();
     void deleteAnalysis();
     void print();
-    /// With the reason that the data class kept.
-    void showStoreFailure(const QString &what);
-
-    template <typename Sender, typename Signal, typename Body> void on(Sender *sender, Signal signal, Body body)
-    {
-        connect(sender, signal, this, [this, body] { guarded(body); });
-    }
-    /// Runs a body whose errors leave it without a box; the status line tells what could not be done and why.
-    template <typename Body> void silently(const QString &what, Body body)
-    {
-        try {
-            body();
-        } catch (const basic::RunTimeError &error) {
-            host().showFailure(QStringLiteral("%1: %2").arg(what, error.description()));
-        }
-    }
 
     std::unique_ptr<Ui::frmMonLeave> ui_;
     std::unique_ptr<AnalysisBrowser> browser_;

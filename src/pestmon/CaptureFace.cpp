@@ -7,7 +7,7 @@
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/Dialogs.h"
 #include "reports/FilledSheet.h"
-#include "reports/LongWork.h"
+#include "shell/LongWork.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 
@@ -18,14 +18,14 @@ CaptureFace::CaptureFace(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 
 {
     ui_.cmbBlock->setTypingAllowed(false);
     on(ui_.cmbBlock, &controls::ItemCombo::Click, [this] { blockClick(); });
-    on(ui_.chkPMCom, &QCheckBox::clicked, [this](bool) { completedClick(); });
-    on(ui_.cmdSaveTrans, &QPushButton::clicked, [this](bool) { cmdSaveTrans(); });
-    on(ui_.cmdPP, &QPushButton::clicked, [this](bool) {
+    on(ui_.chkPMCom, &QCheckBox::clicked, [this] { completedClick(); });
+    on(ui_.cmdSaveTrans, &QPushButton::clicked, [this] { cmdSaveTrans(); });
+    on(ui_.cmdPP, &QPushButton::clicked, [this] {
         if (settleBox()) {
             printFilledSheet();
         }
     });
-    on(ui_.Command4, &QPushButton::clicked, [this](bool) { close(); });
+    on(ui_.Command4, &QPushButton::clicked, [this] { close(); });
 }
 
 void CaptureFace::open()
@@ -126,7 +126,7 @@ void CaptureFace::save()
     const auto status = objPestMON().New_Save_PMTrans(values.CurrentPMTransID, values.CurrentPMMethodID, values.CurrentPMDate,
                                                       values.CurrentPMNotes, values.CurrentPMPerson, values.CurrentPMWeek,
                                                       values.CurrentPMDateCom, values.CurrentPMCom, values.CurrentPMRepeat);
-    const QString name = QStringLiteral("Instruction of %1").arg(basic::formatDate(values.CurrentPMDate, u"yyyy/MM/dd"));
+    const QString name = instructionName();
     if (status == clsPestMONNew::Failed) {
         showStoreFailure(QStringLiteral("%1 could not be saved").arg(name));
         return;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pestmon/CaptureGrid.h"
 
+#include "common/MonitoringConstants.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/RedrawPause.h"
@@ -38,33 +39,19 @@ int selector(clsPestMONNew::FieldSelector first, int value)
     return first + value - 1;
 }
 
-/// The values with one count, or one total, in the place of `value`; the others are not written.
-clsPestMONNew::PointValues countAt(int value, std::int16_t count)
-{
-    using Values = clsPestMONNew::PointValues;
-    constexpr std::array Members{&Values::PMCount, &Values::PMCountUnder, &Values::PMCountUpper};
-    Values values;
-    values.*Members[static_cast<std::size_t>(value - 1)] = count;
-    return values;
-}
+using PointValues = clsPestMONNew::PointValues;
+using TotalValues = clsPestMONNew::TotalValues;
+constexpr std::array Counts{&PointValues::PMCount, &PointValues::PMCountUnder, &PointValues::PMCountUpper};
+constexpr std::array Answers{&PointValues::PMYes, &PointValues::PMYesUnder, &PointValues::PMYesUpper};
+constexpr std::array CountTotals{&TotalValues::PMCountMax, &TotalValues::PMCountUnderMax, &TotalValues::PMCountUpperMax};
+constexpr std::array YesTotals{&TotalValues::PMYesMax, &TotalValues::PMYesUnderMax, &TotalValues::PMYesUpperMax};
 
-clsPestMONNew::PointValues answerAt(int value, bool yes)
+/// A row with one of three values in the place of `value`; the others are not written.
+template <typename Row, typename Content> Row rowWith(const std::array<Content Row::*, 3> &members, int value, Content content)
 {
-    using Values = clsPestMONNew::PointValues;
-    constexpr std::array Members{&Values::PMYes, &Values::PMYesUnder, &Values::PMYesUpper};
-    Values values;
-    values.*Members[static_cast<std::size_t>(value - 1)] = yes;
-    return values;
-}
-
-clsPestMONNew::TotalValues totalAt(bool counts, int value, std::int16_t total)
-{
-    using Values = clsPestMONNew::TotalValues;
-    constexpr std::array Counts{&Values::PMCountMax, &Values::PMCountUnderMax, &Values::PMCountUpperMax};
-    constexpr std::array Answers{&Values::PMYesMax, &Values::PMYesUnderMax, &Values::PMYesUpperMax};
-    Values values;
-    values.*(counts ? Counts : Answers)[static_cast<std::size_t>(value - 1)] = total;
-    return values;
+    Row row;
+    row.*members[static_cast<std::size_t>(value - 1)] = content;
+    return row;
 }
 
 } // namespace
@@ -85,7 +72,7 @@ CaptureGrid::CaptureGrid(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 
 
 bool CaptureGrid::isCount() const
 {
-    return session().CurrentPMMethod == QLatin1String("Count");
+    return session().CurrentPMMethod == CountMethodName;
 }
 
 std::int16_t CaptureGrid::numberIn(int row, int col) const
@@ -248,7 +235,7 @@ clsPestMONNew::Status CaptureGrid::storePoint(const capture::PestColumn &column,
 {
     std::int32_t PMDataID = keyIn(row, column.pest);
     return objPestMON().Save_PestData(PMDataID, session().CurrentPMTransID, session().CurrentCTargetID, point(row),
-                                      countAt(column.value, count), selector(clsPestMONNew::Count, column.value));
+                                      rowWith(Counts, column.value, count), selector(clsPestMONNew::Count, column.value));
 }
 
 bool CaptureGrid::saveTotal(const capture::PestColumn &column, const capture::CellPicture &total)
@@ -257,9 +244,9 @@ bool CaptureGrid::saveTotal(const capture::PestColumn &column, const capture::Ce
     session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column.pest - 1)];
     std::int32_t PMDataMaxID = keyIn(capture::TotalRow, column.pest);
     const auto first = isCount() ? clsPestMONNew::Count : clsPestMONNew::Yes;
-    const auto status =
-        objPestMON().Save_PestDataMax(PMDataMaxID, session().CurrentPMTransID, session().CurrentCTargetID,
-                                      totalAt(isCount(), column.value, total.value), selector(first, column.value));
+    const auto status = objPestMON().Save_PestDataMax(PMDataMaxID, session().CurrentPMTransID, session().CurrentCTargetID,
+                                                      rowWith(isCount() ? CountTotals : YesTotals, column.value, total.value),
+                                                      selector(first, column.value));
     const QString name = cellName(capture::TotalRow, column);
     if (status == clsPestMONNew::Failed) {
         showStoreFailure(QStringLiteral("%1 could not be saved").arg(name));
@@ -284,8 +271,9 @@ void CaptureGrid::toggle(int row, int col)
     const bool totalSaved = Toggle_PMYes(*column, yes);
     session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column->pest - 1)];
     std::int32_t PMDataID = keyIn(row, column->pest);
-    const auto status = objPestMON().Save_PestData(PMDataID, session().CurrentPMTransID, session().CurrentCTargetID, point(row),
-                                                   answerAt(column->value, yes), selector(clsPestMONNew::Yes, column->value));
+    const auto status =
+        objPestMON().Save_PestData(PMDataID, session().CurrentPMTransID, session().CurrentCTargetID, point(row),
+                                   rowWith(Answers, column->value, yes), selector(clsPestMONNew::Yes, column->value));
     grid.setCol(capture::PointColumn);
     if (status == clsPestMONNew::Failed) {
         showStoreFailure(QStringLiteral("%1 could not be saved").arg(name));

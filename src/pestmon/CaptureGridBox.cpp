@@ -117,12 +117,12 @@ void CaptureGrid::placeBox()
     }
     controls::FlexGrid &grid = *ui_.grdPest;
     const QRect cell = grid.cellRect(BoxRow, BoxCol);
-    constexpr int Inset = 2;
+    constexpr int inset = 2;
     if (cell.isEmpty()) {
         ui_.txtG1->move(-ui_.txtG1->width(), -ui_.txtG1->height());
         return;
     }
-    ui_.txtG1->setGeometry(cell.adjusted(0, 0, -Inset, -Inset));
+    ui_.txtG1->setGeometry(cell.adjusted(0, 0, -inset, -inset));
 }
 
 void CaptureGrid::closeBox()

@@ -1,31 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pestmon/InstructionEditorFace.h"
 
-#include "common/PestTypes.h"
 #include "common/WeekNumber.h"
 #include "pestmon/modPestMon.h"
 #include "platform/basic/Clock.h"
-#include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/Dialogs.h"
-#include "platform/controls/RedrawPause.h"
 #include "reports/FieldSheetRun.h"
-#include "reports/LongWork.h"
 #include "shell/ListFillers.h"
+#include "shell/LongWork.h"
 #include "ui_frmPestMon2.h"
 
 namespace
 {
 
-constexpr int BlockNameColumn = 2;
-constexpr int BlockPointsColumn = 3;
-constexpr int PestNameColumn = 2;
-/// Monitoring points of a block that states none.
-constexpr std::int16_t DefaultPoints = 5;
 /// Columns B to P of a field sheet.
 constexpr int MostPests = 15;
-constexpr auto AllTypes = "<All>";
 
 /// The bar under the fields while sheets are made, in steps of half a percent. It starts at the first of them and goes back to
 /// it.
@@ -58,80 +49,35 @@ private:
     QProgressBar &bar_;
 };
 
-std::vector<PickGrid::Column> blockColumns()
-{
-    return {{QStringLiteral("BlockID"), 0},
-            {QStringLiteral("BlockpID"), 0},
-            {QStringLiteral("Block"), 1500},
-            {QStringLiteral("Points"), 600},
-            {QStringLiteral("Select"), 600}};
-}
-
-std::vector<PickGrid::Column> pestColumns()
-{
-    return {{QString(), 0}, {QStringLiteral("CTargetID"), 0}, {QStringLiteral("Target"), 2500}, {QStringLiteral("Select"), 600}};
-}
-
 } // namespace
 
 InstructionEditorFace::InstructionEditorFace(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui)
-    : PestMonFace(screen, host, ui), blocks_(*ui.grdBlockIn, blockColumns()), pests_(*ui.grdPestIn, pestColumns())
+    : PestMonFace(screen, host, ui), choice_(screen, host, ui)
 {
     ui_.cmbPMethod->setTypingAllowed(false);
-    ui_.cmbTPest->setTypingAllowed(false);
-    ui_.grdBlockIn->setStretchColumns({BlockNameColumn});
-    ui_.grdPestIn->setStretchColumns({PestNameColumn});
-    for (controls::FlexGrid *grid : {ui_.grdBlockIn, ui_.grdPestIn}) {
-        grid->setKeyClicks(controls::FlexGrid::KeyClick::SpaceAndF2);
-    }
-    on(ui_.grdBlockIn, &controls::FlexGrid::Click, [this](int row, int) { blockClick(row); });
-    on(ui_.grdPestIn, &controls::FlexGrid::Click, [this](int row, int) { pestClick(row); });
-    on(ui_.cmbTPest, &controls::ItemCombo::Click, [this] { pestTypeClick(); });
-    on(ui_.chkSelectPest, &QCheckBox::clicked, [this](bool ticked) { pests_.markAll(ticked); });
+    on(&choice_, &InstructionChoice::changed, [this] { setSaved(false); });
     on(ui_.cmbPMethod, &controls::ItemCombo::Click, [this] { methodClick(); });
     on(ui_.cmbPerson, &controls::ItemCombo::Click, [this] { setSaved(false); });
     on(ui_.cmbPerson, &controls::ItemCombo::Change, [this] { setSaved(false); });
-    on(ui_.chkRepeat, &QCheckBox::clicked, [this](bool) { setSaved(false); });
-    on(ui_.txtPMNotes, &QLineEdit::textEdited, [this](const QString &) { setSaved(false); });
-    on(ui_.txtWeekNo, &QLineEdit::textEdited, [this](const QString &) { setSaved(false); });
+    on(ui_.chkRepeat, &QCheckBox::clicked, [this] { setSaved(false); });
+    on(ui_.txtPMNotes, &QLineEdit::textEdited, [this] { setSaved(false); });
+    on(ui_.txtWeekNo, &QLineEdit::textEdited, [this] { setSaved(false); });
     on(ui_.dtpPestM, &controls::DatePicker::Change, [this] { dateChange(); });
-    on(ui_.cmdTSave, &QPushButton::clicked, [this](bool) { cmdTSave(); });
-    on(ui_.cmdTCancel, &QPushButton::clicked, [this](bool) { cmdTCancel(); });
-    on(ui_.cmdPALL, &QPushButton::clicked, [this](bool) { printSheets(Sheets::AllBlocks); });
-    on(ui_.cmdExcel, &QPushButton::clicked, [this](bool) { printSheets(Sheets::PerBlock); });
+    on(ui_.cmdTSave, &QPushButton::clicked, [this] { cmdTSave(); });
+    on(ui_.cmdTCancel, &QPushButton::clicked, [this] { cmdTCancel(); });
+    on(ui_.cmdPALL, &QPushButton::clicked, [this] { printSheets(Sheets::AllBlocks); });
+    on(ui_.cmdExcel, &QPushButton::clicked, [this] { printSheets(Sheets::PerBlock); });
 }
 
 void InstructionEditorFace::load()
 {
     ui_.dtpPestM->setValue(basic::Clock::today());
-    ui_.cmbTPest->Clear();
-    for (const QString &caption : pestTypeCaptions()) {
-        ui_.cmbTPest->AddItem(caption);
-    }
-    ui_.cmbTPest->AddItem(QLatin1String(AllTypes));
+    choice_.load();
     ui_.cmbPMethod->Clear();
     for (dao::Recordset rows = objPestMON().Get_PestMethod(); !rows.Eof(); rows.MoveNext()) {
         ui_.cmbPMethod->AddItem(rows.text("PMMethod"), rows.longValue("PMMethodID"));
     }
     Fill_Worker_Combo(*ui_.cmbPerson, objPestMON());
-}
-
-void InstructionEditorFace::blankCounts()
-{
-    if (!captionsKept_) {
-        blocksCaption_ = ui_.lblMethod_1->text();
-        pestsCaption_ = ui_.lblMethod_19->text();
-        captionsKept_ = true;
-    }
-    ui_.lblMethod_1->clear();
-    ui_.lblMethod_19->clear();
-}
-
-void InstructionEditorFace::showCounts()
-{
-    const QString counted = QStringLiteral("%1 (%2 Selected)");
-    ui_.lblMethod_1->setText(counted.arg(blocksCaption_).arg(blocks_.Count_Selected()));
-    ui_.lblMethod_19->setText(counted.arg(pestsCaption_).arg(pests_.Count_Selected()));
 }
 
 void InstructionEditorFace::setSaved(bool saved)
@@ -172,13 +118,10 @@ void InstructionEditorFace::New_Instruction()
     values.RepeatDone = true;
     ui_.txtPMNotes->clear();
     setSaved(false);
-    Fill_BlockIn();
-    showAllPestTypes();
     ui_.chkRepeat->setChecked(true);
     ui_.cmbPerson->setText(QString());
     ui_.cmbPMethod->setText(QString());
-    Fill_PestIn();
-    showCounts();
+    choice_.fill();
 }
 
 void InstructionEditorFace::enableFields()
@@ -210,127 +153,9 @@ bool InstructionEditorFace::openSaved()
     }
     session().RepeatDone = false;
     setSaved(true);
-    Fill_BlockIn();
-    showAllPestTypes();
-    Fill_PestIn();
-    showCounts();
+    choice_.fill();
     enableFields();
     return true;
-}
-
-void InstructionEditorFace::showAllPestTypes()
-{
-    ui_.cmbTPest->setText(QLatin1String(AllTypes));
-    session().PestTypeFilter.clear();
-    ui_.chkSelectPest->setChecked(false);
-}
-
-void InstructionEditorFace::Fill_BlockIn()
-{
-    objPestMON().RecordTotal = 0;
-    dao::Recordset rows = objPestMON().XGet_PestBlocks_for_Farms(session().CurrentFarmID);
-    controls::FlexGrid &grid = *ui_.grdBlockIn;
-    const controls::RedrawPause pause(grid);
-    blocks_.layOut(rows.RecordCount());
-    for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
-        const std::int32_t block = rows.longValue("BlockID");
-        grid.setTextMatrix(row, 0, QString::number(block));
-        grid.setTextMatrix(row, 1, QString::number(block));
-        grid.setTextMatrix(row, BlockNameColumn, rows.text("Block"));
-        grid.setTextMatrix(row, BlockPointsColumn, rows.text("NoofMPoints"));
-        if (objPestMON().New_Fill_Blocks_For_Instruction(block).Eof()) {
-            continue;
-        }
-        if (session().CurrentPMTransID != 0) {
-            blocks_.setMarked(row, true);
-        } else if (objPestMON().New_Delete_Block_for_Instruction(block) == clsPestMONNew::Failed) {
-            showStoreFailure(QStringLiteral("A block left from an earlier choice could not be dropped"));
-        }
-    }
-}
-
-void InstructionEditorFace::Fill_PestIn()
-{
-    dao::Recordset rows = objPestMON().Get_Pests_for_ALL_FruitTypes(session().PestTypeFilter);
-    controls::FlexGrid &grid = *ui_.grdPestIn;
-    const controls::RedrawPause pause(grid);
-    pests_.layOut(rows.RecordCount());
-    for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
-        const std::int32_t pest = rows.longValue("CCTargetID");
-        grid.setTextMatrix(row, 1, QString::number(pest));
-        grid.setTextMatrix(row, PestNameColumn, rows.text("Target"));
-        if (objPestMON().New_Fill_Pests_For_Instruction(pest).Eof()) {
-            continue;
-        }
-        if (session().CurrentPMTransID != 0) {
-            pests_.setMarked(row, true);
-        } else if (objPestMON().New_Delete_Pest_for_Instruction(pest) == clsPestMONNew::Failed) {
-            showStoreFailure(QStringLiteral("A pest left from an earlier choice could not be dropped"));
-        }
-    }
-}
-
-void InstructionEditorFace::pestTypeClick()
-{
-    session().PestTypeFilter = pestTypeFilter(ui_.cmbTPest->Text());
-    Fill_PestIn();
-}
-
-void InstructionEditorFace::toggle(PickGrid &grid, int row, const QString &what, const std::function<int(bool choose)> &write)
-{
-    silently(QStringLiteral("%1 could not be changed").arg(what), [&] {
-        const bool choose = !grid.isMarked(row);
-        if (write(choose) == clsPestMONNew::Failed) {
-            showStoreFailure(QStringLiteral("%1 could not be changed").arg(what));
-            return;
-        }
-        grid.setMarked(row, choose);
-        setSaved(false);
-        showCounts();
-    });
-}
-
-void InstructionEditorFace::blockClick(int row)
-{
-    if (!blocks_.isDataRow(row)) {
-        return;
-    }
-    SessionContext &values = session();
-    const controls::FlexGrid &grid = *ui_.grdBlockIn;
-    values.CurrentBlockID = blocks_.key(row);
-    values.CurrentNoofMpoints = basic::toInteger16(basic::Val(grid.TextMatrix(row, BlockPointsColumn)));
-    if (values.CurrentNoofMpoints == 0) {
-        values.CurrentNoofMpoints = DefaultPoints;
-    }
-    values.CurrentBlockName = grid.TextMatrix(row, BlockNameColumn);
-    toggle(blocks_, row, values.CurrentBlockName, [&](bool choose) {
-        if (choose) {
-            return objPestMON().New_Add_Block_for_Instruction(values.CurrentBlockID, values.CurrentNoofMpoints);
-        }
-        const int status = objPestMON().New_Delete_Block_for_Instruction(values.CurrentBlockID);
-        return status == clsPestMONNew::Done && values.CurrentPMTransID > 0
-            ? objPestMON().New_Delete_Block_for_Transaction(values.CurrentPMTransID, values.CurrentBlockID)
-            : status;
-    });
-}
-
-void InstructionEditorFace::pestClick(int row)
-{
-    if (!pests_.isDataRow(row)) {
-        return;
-    }
-    SessionContext &values = session();
-    values.CurrentCTargetID = pests_.key(row);
-    values.CurrentCTarget = ui_.grdPestIn->TextMatrix(row, PestNameColumn);
-    toggle(pests_, row, values.CurrentCTarget, [&](bool choose) {
-        if (choose) {
-            return objPestMON().New_Add_Pest_for_Instruction(values.CurrentCTargetID);
-        }
-        const int status = objPestMON().New_Delete_Pest_for_Instruction(values.CurrentCTargetID);
-        return status == clsPestMONNew::Done && values.CurrentPMTransID > 0
-            ? objPestMON().New_Delete_Pest_for_Transaction(values.CurrentPMTransID, values.CurrentCTargetID)
-            : status;
-    });
 }
 
 void InstructionEditorFace::methodClick()
@@ -384,7 +209,7 @@ void InstructionEditorFace::save()
         return;
     }
     setSaved(true);
-    host().showStatus(QStringLiteral("Instruction of %1 saved").arg(basic::formatDate(values.CurrentPMDate, u"yyyy/MM/dd")));
+    host().showStatus(QStringLiteral("%1 saved").arg(instructionName()));
     host().dialogs().message(QStringLiteral("The monitoring instruction was saved - Print the field forms !"));
 }
 
@@ -408,7 +233,7 @@ bool InstructionEditorFace::mayPrint()
                         controls::BoxIcon::Exclamation);
         return false;
     }
-    if (pests_.Count_Selected() > MostPests
+    if (choice_.pestsChosen() > MostPests
         && dialogs.question(QStringLiteral("Too many pests to monitor selected. Continue."), QString(), controls::Answer::No)
             == controls::Answer::No) {
         return false;

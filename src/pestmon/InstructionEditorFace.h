@@ -1,20 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "pestmon/InstructionChoice.h"
 #include "pestmon/PestMonFace.h"
-#include "shell/PickGrid.h"
 
-/// The tab in which an instruction is made and changed. The choice of blocks and pests lies in working tables until it is saved.
+/// The tab in which an instruction is made, changed and printed.
 class InstructionEditorFace : public PestMonFace
 {
     Q_OBJECT
 public:
     InstructionEditorFace(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui);
 
-    /// Fills the lists of methods and persons.
+    /// Fills the lists of methods, persons and types.
     void load();
-    /// Keeps the captions of the two grids, once, and blanks them until counts are shown.
-    void blankCounts();
+    void blankCounts() { choice_.blankCounts(); }
     void openNew();
     /// The session's instruction. Returns false when it could not be loaded.
     bool openSaved();
@@ -26,18 +25,9 @@ private:
     void New_Instruction();
     void enableFields();
     void showInstruction();
-    void Fill_BlockIn();
-    void Fill_PestIn();
-    void showAllPestTypes();
-    void showCounts();
-    void blockClick(int row);
-    void pestClick(int row);
-    /// Paints the mark and hides the print buttons when `write` succeeded; tells why when it did not.
-    void toggle(PickGrid &grid, int row, const QString &what, const std::function<int(bool choose)> &write);
     void setSaved(bool saved);
     bool isSaved() const;
     void methodClick();
-    void pestTypeClick();
     void dateChange();
     void cmdTSave();
     void save();
@@ -47,9 +37,5 @@ private:
     enum class Sheets { PerBlock, AllBlocks };
     void printSheets(Sheets sheets);
 
-    PickGrid blocks_;
-    PickGrid pests_;
-    QString blocksCaption_;
-    QString pestsCaption_;
-    bool captionsKept_ = false;
+    InstructionChoice choice_;
 };

@@ -6,6 +6,8 @@
 #include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/RedrawPause.h"
+#include "shell/DayCells.h"
+#include "shell/GridColumns.h"
 #include "shell/Period.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
@@ -19,11 +21,7 @@ namespace
 
 enum ListColumn { KeyCol, MethodKeyCol, IssuedCol, DoneCol, CompletedCol, PersonCol, MethodCol, NotesCol, RepeatCol };
 
-struct Column {
-    const char *header;
-    int width;
-};
-constexpr std::array<Column, 9> Columns{{
+constexpr std::array<GridColumn, 9> Columns{{
     {"PMTransID", 0},
     {"PMMethodID", 0},
     {"Date issued", 1100},
@@ -34,21 +32,11 @@ constexpr std::array<Column, 9> Columns{{
     {"Notes", 3400},
     {"Repeat", 800},
 }};
-constexpr int HeaderHeight = 400;
 
-/// Texts of days; a list of years holds each of them several times.
-using DayTexts = QHash<qint64, QString>;
-
-void setDate(controls::FlexGrid &grid, int row, int col, const std::optional<basic::SerialDate> &date, DayTexts &texts)
+void setDate(DayCells &days, int row, int col, const std::optional<basic::SerialDate> &date)
 {
     if (date && !date->isZero()) {
-        const QDate day = date->date();
-        QString &text = texts[day.toJulianDay()];
-        if (text.isEmpty()) {
-            text = basic::shortDate(day);
-        }
-        grid.setTextMatrix(row, col, text);
-        grid.setCellValue(row, col, QVariant::fromValue(*date));
+        days.set(row, col, *date);
     }
 }
 
@@ -61,7 +49,7 @@ std::optional<basic::SerialDate> dateIn(const controls::FlexGrid &grid, int row,
     return value.value<basic::SerialDate>();
 }
 
-/// What all rows of the set share: the places of its fields, and the texts of its days.
+/// The places of the fields in the set.
 struct Fields {
     explicit Fields(const dao::Recordset &rows)
         : key(rows.fieldIndex("PMTransID")), methodKey(rows.fieldIndex("PMMethodID")), issued(rows.fieldIndex("PMTransDate")),
@@ -77,18 +65,18 @@ struct Fields {
     int person;
     int notes;
     int repeat;
-    DayTexts days;
 };
 
-void fillRow(controls::FlexGrid &grid, int row, const dao::Recordset &rows, Fields &fields, const QString &method)
+void fillRow(controls::FlexGrid &grid, DayCells &days, int row, const dao::Recordset &rows, const Fields &fields,
+             const QString &method)
 {
     const bool done = rows.boolean(fields.done);
     grid.setTextMatrix(row, KeyCol, rows.text(fields.key));
     grid.setTextMatrix(row, MethodKeyCol, rows.text(fields.methodKey));
-    setDate(grid, row, IssuedCol, rows.date(fields.issued), fields.days);
+    setDate(days, row, IssuedCol, rows.date(fields.issued));
     grid.setTextMatrix(row, DoneCol, done ? QStringLiteral("Yes") : QStringLiteral("No"));
     if (done) {
-        setDate(grid, row, CompletedCol, rows.date(fields.completed), fields.days);
+        setDate(days, row, CompletedCol, rows.date(fields.completed));
     }
     grid.setTextMatrix(row, PersonCol, rows.text(fields.person));
     grid.setTextMatrix(row, MethodCol, method);
@@ -129,20 +117,20 @@ InstructionListFace::InstructionListFace(ChildScreen &screen, ScreenHost &host, 
     ui_.grdGS->setStretchColumns({NotesCol});
     ui_.grdGS->setCellDescriber([&grid = *ui_.grdGS](int row, int col) { return describe(grid, row, col); });
     ui_.fraGS->setFocusProxy(ui_.grdGS);
-    layOutGrid(0);
+    layOutList(*ui_.grdGS, Columns, 0);
     on(ui_.grdGS, &controls::FlexGrid::Click, [this](int row, int col) { rowClick(row, col); });
     on(ui_.grdGS, &controls::FlexGrid::cellMovedByKey, [this](int row, int col) { rowClick(row, col); });
-    on(ui_.grdGS, &controls::FlexGrid::DblClick, [this](int, int) { editCurrentRow(); });
-    on(ui_.chkComplete, &QRadioButton::clicked, [this](bool) { filterChanged(true, false, false); });
-    on(ui_.chkNComplete, &QRadioButton::clicked, [this](bool) { filterChanged(false, false, true); });
-    on(ui_.chkAll, &QRadioButton::clicked, [this](bool) { filterChanged(false, true, true); });
+    on(ui_.grdGS, &controls::FlexGrid::DblClick, [this] { editCurrentRow(); });
+    on(ui_.chkComplete, &QRadioButton::clicked, [this] { showOnly(Shown::Completed); });
+    on(ui_.chkNComplete, &QRadioButton::clicked, [this] { showOnly(Shown::Open); });
+    on(ui_.chkAll, &QRadioButton::clicked, [this] { showOnly(Shown::All); });
     on(ui_.dtpDateFrom, &controls::DatePicker::Change, [this] { periodChanged(); });
     on(ui_.dtpDateTo, &controls::DatePicker::Change, [this] { periodChanged(); });
     on(ui_.dtpDateFrom, &controls::DatePicker::LostFocus, [this] { keepPeriodStart(); });
-    on(ui_.cmdAdd, &QPushButton::clicked, [this](bool) { Q_EMIT addRequested(); });
-    on(ui_.cmdEdit, &QPushButton::clicked, [this](bool) { editCurrentRow(); });
-    on(ui_.cmdComp, &QPushButton::clicked, [this](bool) { Q_EMIT captureRequested(); });
-    on(ui_.cmdPdel, &QPushButton::clicked, [this](bool) { deleteCurrentRow(); });
+    on(ui_.cmdAdd, &QPushButton::clicked, [this] { Q_EMIT addRequested(); });
+    on(ui_.cmdEdit, &QPushButton::clicked, [this] { editCurrentRow(); });
+    on(ui_.cmdComp, &QPushButton::clicked, [this] { Q_EMIT captureRequested(); });
+    on(ui_.cmdPdel, &QPushButton::clicked, [this] { deleteCurrentRow(); });
 }
 
 void InstructionListFace::load()
@@ -151,32 +139,16 @@ void InstructionListFace::load()
     showPeriod(host(), *ui_.dtpDateFrom, *ui_.dtpDateTo);
 }
 
-void InstructionListFace::layOutGrid(int records)
-{
-    controls::FlexGrid &grid = *ui_.grdGS;
-    grid.Clear();
-    grid.setCols(static_cast<int>(Columns.size()));
-    grid.setRows(records + 2);
-    grid.setFixedRows(1);
-    grid.setFixedCols(0);
-    grid.setRowHeight(0, HeaderHeight);
-    for (int col = 0; col < grid.Cols(); ++col) {
-        const Column &column = Columns[static_cast<std::size_t>(col)];
-        grid.setColWidth(col, column.width);
-        grid.setTextMatrix(0, col, QLatin1String(column.header));
-        grid.setCellFontBold(0, col, true);
-    }
-}
-
 void InstructionListFace::Fill_PestList()
 {
     const controls::BusyPointer busy;
     const controls::RedrawPause pause(*ui_.grdGS);
-    layOutGrid(0);
+    layOutList(*ui_.grdGS, Columns, 0);
     dao::Recordset rows = objPestMON().New_Get_PestTransactions(basic::SerialDate::fromDate(ui_.dtpDateFrom->Value()),
                                                                 basic::SerialDate::fromDate(ui_.dtpDateTo->Value()));
-    layOutGrid(rows.RecordCount());
-    Fields fields(rows);
+    layOutList(*ui_.grdGS, Columns, rows.RecordCount());
+    const Fields fields(rows);
+    DayCells days(*ui_.grdGS);
     // A few methods serve thousands of rows.
     QHash<std::int32_t, QString> methods;
     for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
@@ -185,7 +157,7 @@ void InstructionListFace::Fill_PestList()
             const dao::Recordset method = objPestMON().Get_PMMethod_for_PMTrans(key);
             methods.insert(key, method.Eof() ? QString() : method.text("PMMethod"));
         }
-        fillRow(*ui_.grdGS, row, rows, fields, methods.value(key));
+        fillRow(*ui_.grdGS, days, row, rows, fields, methods.value(key));
     }
 }
 
@@ -295,11 +267,11 @@ void InstructionListFace::readCurrentRow()
     values.CurrentPMNotes = grid.TextMatrix(row, NotesCol);
 }
 
-void InstructionListFace::filterChanged(bool completed, bool all, bool canComplete)
+void InstructionListFace::showOnly(Shown shown)
 {
-    session().FilterCompleted = completed;
-    session().FilterAll = all;
-    ui_.cmdComp->setVisible(canComplete);
+    session().FilterCompleted = shown == Shown::Completed;
+    session().FilterAll = shown == Shown::All;
+    ui_.cmdComp->setVisible(shown != Shown::Completed);
     session().ListRow = 0;
     refresh(NoRowMeans::LastDataRow);
     ui_.fraGS->setFocus();
@@ -340,7 +312,7 @@ void InstructionListFace::deleteCurrentRow()
         return;
     }
     const controls::BusyPointer busy;
-    const QString what = QStringLiteral("Instruction of %1").arg(basic::formatDate(session().CurrentPMDate, u"yyyy/MM/dd"));
+    const QString what = instructionName();
     if (objPestMON().Delete_PestMonTrans(session().CurrentPMTransID) == clsPestMONNew::Done) {
         host().showStatus(QStringLiteral("%1 deleted").arg(what));
     } else {

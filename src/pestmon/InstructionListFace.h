@@ -36,11 +36,11 @@ Q_SIGNALS:
     void captureRequested();
 
 private:
-    void layOutGrid(int records);
     void selectRow(int row, int col);
     void rowClick(int row, int col);
     void setRowBold(int row, bool bold);
-    void filterChanged(bool completed, bool all, bool canComplete);
+    enum class Shown { Completed, Open, All };
+    void showOnly(Shown shown);
     void periodChanged();
     void keepPeriodStart();
     void editCurrentRow();

@@ -23,29 +23,19 @@ protected:
     SessionContext &session() const { return host_.session(); }
     clsPestMONNew &objPestMON() const { return host_.objPestMON(); }
     ScreenHost &host() const { return host_; }
+    /// How the status line names the instruction in hand.
+    QString instructionName() const;
 
-    /// Connects a signal to a body that may raise errors; see ChildScreen::guarded.
+    /// As in ChildScreen, for as long as the face lives.
     template <typename Sender, typename Signal, typename Body> void on(Sender *sender, Signal signal, Body body)
     {
-        connect(sender, signal, this, [this, body](auto &&...arguments) {
-            screen_.guarded([&] { body(std::forward<decltype(arguments)>(arguments)...); });
-        });
+        screen_.on(sender, signal, this, std::move(body));
     }
-
-    /// Runs a body whose errors leave it silently, but for the status line, which tells what could not be done and why.
-    template <typename Body> bool silently(const QString &what, Body body)
+    template <typename Body> bool silently(const QString &what, Body &&body)
     {
-        try {
-            body();
-            return true;
-        } catch (const basic::RunTimeError &error) {
-            showFailure(what, error.description());
-            return false;
-        }
+        return screen_.silently(what, std::forward<Body>(body));
     }
-    void showFailure(const QString &what, const QString &why);
-    /// With the reason that the data class kept.
-    void showStoreFailure(const QString &what);
+    void showStoreFailure(const QString &what) { screen_.showStoreFailure(what); }
 
     Ui::frmPestMon2 &ui_;
 

@@ -6,7 +6,7 @@
 #include "pestmon/CaptureFace.h"
 #include "pestmon/InstructionEditorFace.h"
 #include "pestmon/InstructionListFace.h"
-#include "platform/controls/Look.h"
+#include "shell/Icons.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 
@@ -24,12 +24,12 @@ frmPestMon2::frmPestMon2(ScreenHost &host, QWidget *parent) : ChildScreen(host, 
     capture_ = std::make_unique<CaptureFace>(*this, host, *ui_);
     setIcons();
     serveFocusedGrid(*this, {ui_->grdBlockIn, ui_->grdPest, ui_->grdPestIn});
-    connect(list_.get(), &InstructionListFace::addRequested, this, [this] { guarded([this] { openNew(); }); });
-    connect(list_.get(), &InstructionListFace::editRequested, this, [this] { guarded([this] { openSaved(); }); });
-    connect(list_.get(), &InstructionListFace::captureRequested, this, [this] { guarded([this] { openCapture(); }); });
-    connect(editor_.get(), &InstructionEditorFace::closed, this, [this] { guarded([this] { closeTab(); }); });
-    connect(capture_.get(), &CaptureFace::closed, this, [this] { guarded([this] { closeTab(); }); });
-    connect(ui_->Command1, &QPushButton::clicked, this, [this] { closeScreen(); });
+    on(list_.get(), &InstructionListFace::addRequested, [this] { openNew(); });
+    on(list_.get(), &InstructionListFace::editRequested, [this] { openSaved(); });
+    on(list_.get(), &InstructionListFace::captureRequested, [this] { openCapture(); });
+    on(editor_.get(), &InstructionEditorFace::closed, [this] { closeTab(); });
+    on(capture_.get(), &CaptureFace::closed, [this] { closeTab(); });
+    on(ui_->Command1, &QPushButton::clicked, [this] { closeScreen(); });
     load();
 }
 
@@ -48,20 +48,18 @@ void frmPestMon2::load()
 
 void frmPestMon2::setIcons()
 {
-    struct Picture {
-        QPushButton *button;
-        const char *icon;
-        const char *colour;
-    };
-    const Picture pictures[] = {
-        {ui_->cmdAdd, "add", "onacc"},        {ui_->cmdEdit, "edit", "text"},   {ui_->cmdComp, "complete", "text"},
-        {ui_->cmdPdel, "delete", "danger"},   {ui_->Command1, "close", "text"}, {ui_->cmdTSave, "save", "onacc"},
-        {ui_->cmdPALL, "print", "text"},      {ui_->cmdExcel, "sheet", "text"}, {ui_->cmdTCancel, "close", "text"},
-        {ui_->cmdSaveTrans, "save", "onacc"}, {ui_->cmdPP, "print", "text"},    {ui_->Command4, "close", "text"},
-    };
-    for (const Picture &picture : pictures) {
-        picture.button->setIcon(controls::Look::icon(QLatin1String(picture.icon), QLatin1String(picture.colour)));
-    }
+    ::setIcons({{ui_->cmdAdd, "add", "onacc"},
+                {ui_->cmdEdit, "edit"},
+                {ui_->cmdComp, "complete"},
+                {ui_->cmdPdel, "delete", "danger"},
+                {ui_->Command1, "close"},
+                {ui_->cmdTSave, "save", "onacc"},
+                {ui_->cmdPALL, "print"},
+                {ui_->cmdExcel, "sheet"},
+                {ui_->cmdTCancel, "close"},
+                {ui_->cmdSaveTrans, "save", "onacc"},
+                {ui_->cmdPP, "print"},
+                {ui_->Command4, "close"}});
 }
 
 void frmPestMon2::activateScreen()
@@ -79,13 +77,13 @@ void frmPestMon2::activateScreen()
 
 void frmPestMon2::showTab(Tab tab)
 {
-    const Tab other = tab == CaptureTab ? InstructionTab : CaptureTab;
-    ui_->fraBasic->setVisible(tab == CaptureTab);
-    ui_->Frame3->setVisible(tab == InstructionTab);
-    ui_->Frame4->setVisible(tab == InstructionTab);
-    ui_->tabBlock->setTabEnabled(tab, true);
-    ui_->tabBlock->setTabEnabled(other, false);
-    ui_->tabBlock->setCurrentIndex(tab);
+    ui_->fraBasic->setVisible(tab == Tab::Capture);
+    ui_->Frame3->setVisible(tab == Tab::Instruction);
+    ui_->Frame4->setVisible(tab == Tab::Instruction);
+    const int shown = static_cast<int>(tab);
+    ui_->tabBlock->setTabEnabled(shown, true);
+    ui_->tabBlock->setTabEnabled(1 - shown, false);
+    ui_->tabBlock->setCurrentIndex(shown);
     ui_->tabBlock->show();
     ui_->tabBlock->raise();
     // Behind the tab: a date that the list loses with its focus must find the tab open.
@@ -106,7 +104,7 @@ void frmPestMon2::closeTab()
 void frmPestMon2::openNew()
 {
     editor_->openNew();
-    showTab(InstructionTab);
+    showTab(Tab::Instruction);
     ui_->cmbPMethod->setFocus();
 }
 
@@ -114,7 +112,7 @@ void frmPestMon2::openSaved()
 {
     capture_->clear();
     if (editor_->openSaved()) {
-        showTab(InstructionTab);
+        showTab(Tab::Instruction);
         ui_->cmbPMethod->setFocus();
     }
 }
@@ -130,6 +128,6 @@ void frmPestMon2::openCapture()
     session().CurrentPMRepeat = list_->currentRowRepeats();
     session().CurrentPMWeek = weekNumber(list_->currentRowDate());
     capture_->open();
-    showTab(CaptureTab);
+    showTab(Tab::Capture);
     ui_->cmbBlock->setFocus();
 }

@@ -27,7 +27,8 @@ public:
     QString screenTitle() const override;
 
 private:
-    enum Tab { CaptureTab = 0, InstructionTab = 1 };
+    /// In the order of the tabs.
+    enum class Tab { Capture, Instruction };
 
     void load();
     void setIcons();

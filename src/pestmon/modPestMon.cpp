@@ -3,6 +3,8 @@
 
 #include "platform/dao/Database.h"
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 #include <vector>
 
@@ -96,27 +98,6 @@ Status saveTransaction(SessionContext &session, clsPestMONNew &objPestMON)
                                        session.CurrentPMDateCom, session.CurrentPMCom, session.CurrentPMRepeat);
 }
 
-/// Puts a value back when it goes out of scope, unless told that the change may stay.
-class KeyGuard
-{
-public:
-    explicit KeyGuard(Key &key) : key_(key), kept_(key) {}
-    ~KeyGuard()
-    {
-        if (restore_) {
-            key_ = kept_;
-        }
-    }
-    KeyGuard(const KeyGuard &) = delete;
-    KeyGuard &operator=(const KeyGuard &) = delete;
-    void letStay() { restore_ = false; }
-
-private:
-    Key &key_;
-    Key kept_;
-    bool restore_ = true;
-};
-
 } // namespace
 
 Status Clear_Instruction(clsPestMONNew &objPestMON)
@@ -174,7 +155,7 @@ Status Create_PMDataMax(clsPestMONNew &objPestMON, Key instruction)
 Status Save_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
 {
     // Where the whole scope is lost, on a full disk say, a key that it gave out must not be taken for a saved one.
-    KeyGuard guard(session.CurrentPMTransID);
+    QScopedValueRollback key(session.CurrentPMTransID);
     dao::WriteScope scope(*session.dbPest);
     const auto write = [&] {
         return inOrder([&] { return saveTransaction(session, objPestMON); },
@@ -186,7 +167,7 @@ Status Save_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
     };
     const auto keep = [&] {
         scope.commit();
-        guard.letStay();
+        key.commit();
     };
     Status status = Failed;
     try {

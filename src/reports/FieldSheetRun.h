@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "common/MonitoringConstants.h"
 #include "reports/FieldSheetData.h"
 
 #include <functional>
@@ -15,7 +16,7 @@ struct FieldSheetOrder {
     QString person = {};
     SheetLayout layout = SheetLayout::Single;
 
-    SheetKind kind() const { return method == QLatin1String("Count") ? SheetKind::Count : SheetKind::Absent; }
+    SheetKind kind() const { return method == CountMethodName ? SheetKind::Count : SheetKind::Absent; }
 };
 
 /// Percent done, 0 to 100.

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/RecordsReport.h"
 
+#include "common/MonitoringConstants.h"
 #include "platform/basic/Numbers.h"
-#include "reports/LongWork.h"
 #include "reports/TemplateReport.h"
+#include "shell/LongWork.h"
 #include "shell/ScreenHost.h"
 #include "store/clsPestMONNew.h"
 
@@ -13,10 +14,6 @@
 
 namespace
 {
-
-/// Points of a block that states none, and of a pest that was never found.
-constexpr int DefaultPoints = 5;
-constexpr std::int32_t CountMethod = 1;
 
 std::vector<PestRecord> readRecords(dao::Recordset rows)
 {

@@ -4,8 +4,8 @@
 #include "common/PestTypes.h"
 #include "common/grid/modMousewheel.h"
 #include "platform/basic/Numbers.h"
-#include "platform/controls/Look.h"
 #include "platform/controls/RedrawPause.h"
+#include "shell/Icons.h"
 #include "shell/Period.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmRepPestInfo.h"
@@ -15,27 +15,14 @@
 namespace
 {
 
-constexpr int NameColumn = 2;
 constexpr int PointsColumn = 3;
+constexpr std::array<GridColumn, 5> BlockColumns{
+    {{"", 0}, {"BlockID", 0, "BlockID"}, {"Block", 1900, "Block"}, {"Points", 600, "NoofMPoints"}, {"Select", 600}}};
 
 Ui::frmRepPestInfo &setUp(Ui::frmRepPestInfo &ui, QWidget *screen)
 {
     ui.setupUi(screen);
     return ui;
-}
-
-std::vector<PickGrid::Column> pestColumns()
-{
-    return {{QString(), 0}, {QStringLiteral("CTargetID"), 0}, {QStringLiteral("Target"), 2500}, {QStringLiteral("Select"), 600}};
-}
-
-std::vector<PickGrid::Column> blockColumns()
-{
-    return {{QString(), 0},
-            {QStringLiteral("BlockID"), 0},
-            {QStringLiteral("Block"), 1900},
-            {QStringLiteral("Points"), 600},
-            {QStringLiteral("Select"), 600}};
 }
 
 /// Paints the mark of all rows, the empty last one too, and of them alone, and stays on the first.
@@ -53,10 +40,8 @@ std::vector<ReportChoice> choices(const controls::FlexGrid &grid, const PickGrid
     std::vector<ReportChoice> all;
     for (int row = 1; row <= list.lastDataRow(); ++row) {
         const double points = withPoints ? basic::Val(grid.TextMatrix(row, PointsColumn)) : 0.0;
-        all.push_back({.key = list.key(row),
-                       .name = grid.TextMatrix(row, NameColumn),
-                       .chosen = list.isMarked(row),
-                       .points = basic::toInteger16(points)});
+        all.push_back(
+            {.key = list.key(row), .name = list.name(row), .chosen = list.isMarked(row), .points = basic::toInteger16(points)});
     }
     return all;
 }
@@ -64,17 +49,11 @@ std::vector<ReportChoice> choices(const controls::FlexGrid &grid, const PickGrid
 } // namespace
 
 frmRepPestInfo::frmRepPestInfo(ScreenHost &host, QWidget *parent)
-    : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmRepPestInfo>()), pests_(*setUp(*ui_, this).grdPestIn, pestColumns()),
-      blocks_(*ui_->grdBlockIn, blockColumns())
+    : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmRepPestInfo>()),
+      pests_(*setUp(*ui_, this).grdPestIn, PestPickColumns), blocks_(*ui_->grdBlockIn, BlockColumns)
 {
-    ui_->cmdExcel->setIcon(controls::Look::icon(QStringLiteral("sheet"), QStringLiteral("onacc")));
-    ui_->cmdPALL->setIcon(controls::Look::icon(QStringLiteral("sheet")));
-    ui_->cmdTCancel->setIcon(controls::Look::icon(QStringLiteral("close")));
+    setIcons({{ui_->cmdExcel, "sheet", "onacc"}, {ui_->cmdPALL, "sheet"}, {ui_->cmdTCancel, "close"}});
     ui_->cmbTPest->setTypingAllowed(false);
-    for (controls::FlexGrid *grid : {ui_->grdPestIn, ui_->grdBlockIn}) {
-        grid->setStretchColumns({NameColumn});
-        grid->setKeyClicks(controls::FlexGrid::KeyClick::SpaceAndF2);
-    }
     serveFocusedGrid(*this, {ui_->grdBlockIn, ui_->grdPestIn});
     connectButtons();
     load();
@@ -90,27 +69,27 @@ QString frmRepPestInfo::screenTitle() const
 void frmRepPestInfo::connectButtons()
 {
     const auto list = [this](controls::FlexGrid *grid, PickGrid &rows, QPushButton *all, QPushButton *none) {
-        connect(grid, &controls::FlexGrid::Click, this, [&rows](int row, int) {
+        on(grid, &controls::FlexGrid::Click, [&rows](int row, int) {
             if (rows.isDataRow(row)) {
                 rows.setMarked(row, !rows.isMarked(row));
             }
         });
-        connect(all, &QPushButton::clicked, this, [grid, &rows] { setAll(*grid, rows, true); });
-        connect(none, &QPushButton::clicked, this, [grid, &rows] { setAll(*grid, rows, false); });
+        on(all, &QPushButton::clicked, [grid, &rows] { setAll(*grid, rows, true); });
+        on(none, &QPushButton::clicked, [grid, &rows] { setAll(*grid, rows, false); });
     };
     list(ui_->grdPestIn, pests_, ui_->cmdSAllP, ui_->cmdDSAllP);
     list(ui_->grdBlockIn, blocks_, ui_->cmdSAll, ui_->cmdDSAll);
-    connect(ui_->cmbTPest, &controls::ItemCombo::Click, this, [this] { guarded([this] { pestTypeClick(); }); });
+    on(ui_->cmbTPest, &controls::ItemCombo::Click, [this] { pestTypeClick(); });
     // The list has no entry for all types.
     for (const int key : {Qt::Key_Delete, Qt::Key_Backspace}) {
-        connect(new QShortcut(QKeySequence(key), ui_->cmbTPest, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
-                this, [this] { ui_->cmbTPest->setListIndex(-1); });
+        on(new QShortcut(QKeySequence(key), ui_->cmbTPest, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
+           [this] { ui_->cmbTPest->setListIndex(-1); });
     }
     ui_->cmbTPest->setToolTip(tr("Delete lists the pests of all types again"));
-    connect(ui_->dtpDateFrom, &controls::DatePicker::Change, this, [this] { guarded([this] { keepPeriodStart(); }); });
-    connect(ui_->cmdExcel, &QPushButton::clicked, this, [this] { guarded([this] { print(RecordsNesting::ByPest); }); });
-    connect(ui_->cmdPALL, &QPushButton::clicked, this, [this] { guarded([this] { print(RecordsNesting::ByBlock); }); });
-    connect(ui_->cmdTCancel, &QPushButton::clicked, this, [this] { closeScreen(); });
+    on(ui_->dtpDateFrom, &controls::DatePicker::Change, [this] { keepPeriodStart(); });
+    on(ui_->cmdExcel, &QPushButton::clicked, [this] { print(RecordsNesting::ByPest); });
+    on(ui_->cmdPALL, &QPushButton::clicked, [this] { print(RecordsNesting::ByBlock); });
+    on(ui_->cmdTCancel, &QPushButton::clicked, [this] { closeScreen(); });
 }
 
 void frmRepPestInfo::load()
@@ -131,27 +110,12 @@ void frmRepPestInfo::load()
 
 void frmRepPestInfo::InitGridBlockIn()
 {
-    dao::Recordset rows = objPestMON().XGet_PestBlocks_for_Farms(session().CurrentFarmID);
-    controls::FlexGrid &grid = *ui_->grdBlockIn;
-    const controls::RedrawPause pause(grid);
-    blocks_.layOut(rows.RecordCount());
-    for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
-        grid.setTextMatrix(row, 1, rows.text("BlockID"));
-        grid.setTextMatrix(row, NameColumn, rows.text("Block"));
-        grid.setTextMatrix(row, PointsColumn, rows.text("NoofMPoints"));
-    }
+    blocks_.fill(objPestMON().XGet_PestBlocks_for_Farms(session().CurrentFarmID));
 }
 
 void frmRepPestInfo::fillPests()
 {
-    dao::Recordset rows = objPestMON().Get_Pests_for_ALL_FruitTypes(session().PestTypeFilter);
-    controls::FlexGrid &grid = *ui_->grdPestIn;
-    const controls::RedrawPause pause(grid);
-    pests_.layOut(rows.RecordCount());
-    for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
-        grid.setTextMatrix(row, 1, rows.text("CCTargetID"));
-        grid.setTextMatrix(row, NameColumn, rows.text("Target"));
-    }
+    pests_.fill(objPestMON().Get_Pests_for_ALL_FruitTypes(session().PestTypeFilter));
 }
 
 void frmRepPestInfo::pestTypeClick()

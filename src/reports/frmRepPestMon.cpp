@@ -3,30 +3,22 @@
 
 #include "platform/basic/TextFiles.h"
 #include "platform/controls/Dialogs.h"
-#include "platform/controls/Look.h"
 #include "reports/TemplateReport.h"
+#include "shell/Icons.h"
 #include "ui_frmRepPestMon.h"
 
 #include <QDir>
-
-namespace
-{
-
-constexpr int BannerIcon = 24;
-
-} // namespace
 
 frmRepPestMon::frmRepPestMon(ScreenHost &host, QWidget *parent)
     : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmRepPestMon>())
 {
     ui_->setupUi(this);
     ui_->picFarm->setAttribute(Qt::WA_StyledBackground);
-    ui_->Image2->setPixmap(
-        controls::Look::icon(QStringLiteral("field-sheets")).pixmap(QSize(BannerIcon, BannerIcon), devicePixelRatioF()));
-    ui_->Command1->setIcon(controls::Look::icon(QStringLiteral("close")));
+    setPicture(*ui_->Image2, BannerPicture, QStringLiteral("field-sheets"));
+    setIcons({{ui_->Command1, "close"}});
     ui_->filePre->setEmptyText(QStringLiteral("No field sheets have been stored yet."));
-    connect(ui_->filePre, &controls::FileList::Click, this, [this](const QString &file) { guarded([&] { openSheet(file); }); });
-    connect(ui_->Command1, &QPushButton::clicked, this, [this] { closeScreen(); });
+    on(ui_->filePre, &controls::FileList::Click, [this](const QString &file) { openSheet(file); });
+    on(ui_->Command1, &QPushButton::clicked, [this] { closeScreen(); });
     sessionApplication(host);
     Refresh_List();
 }

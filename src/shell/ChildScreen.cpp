@@ -1,7 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/ChildScreen.h"
 
+#include "store/clsPestMONNew.h"
+
 ChildScreen::ChildScreen(ScreenHost &host, QWidget *parent) : QWidget(parent), host_(host)
 {
     setAttribute(Qt::WA_StyledBackground);
+}
+
+void ChildScreen::showFailure(const QString &what, const QString &why)
+{
+    host_.showFailure(why.isEmpty() ? what : QStringLiteral("%1: %2").arg(what, why));
+}
+
+void ChildScreen::showStoreFailure(const QString &what)
+{
+    const auto &error = objPestMON().lastError();
+    showFailure(what, error ? error->description() : QString());
 }

@@ -6,6 +6,9 @@
 
 #include <QWidget>
 
+#include <type_traits>
+#include <utility>
+
 /// Base of the screens that the main window shows one at a time in its client area.
 ///
 /// The main window calls activateScreen() when the screen is shown and when the window is entered again from another window,
@@ -38,6 +41,39 @@ public:
         }
     }
 
+    /// Connects a signal to a guarded body, which takes the signal's arguments or none, for as long as `context` lives.
+    template <typename Sender, typename Signal, typename Body>
+    void on(Sender *sender, Signal signal, const QObject *context, Body body)
+    {
+        connect(sender, signal, context, [this, body](auto &&...arguments) {
+            guarded([&] {
+                if constexpr (std::is_invocable_v<const Body &, decltype(arguments)...>) {
+                    body(std::forward<decltype(arguments)>(arguments)...);
+                } else {
+                    body();
+                }
+            });
+        });
+    }
+    template <typename Sender, typename Signal, typename Body> void on(Sender *sender, Signal signal, Body body)
+    {
+        on(sender, signal, this, body);
+    }
+
+    /// Runs a body whose errors leave it without a box; the status line tells what could not be done and why. False after one.
+    template <typename Body> bool silently(const QString &what, Body &&body)
+    {
+        try {
+            body();
+            return true;
+        } catch (const basic::RunTimeError &error) {
+            showFailure(what, error.description());
+            return false;
+        }
+    }
+    /// In the status line, with the reason that the data class kept.
+    void showStoreFailure(const QString &what);
+
 Q_SIGNALS:
     void closeRequested();
 
@@ -48,6 +84,8 @@ protected:
     controls::Dialogs &dialogs() const { return host_.dialogs(); }
 
 private:
+    void showFailure(const QString &what, const QString &why);
+
     ScreenHost &host_;
     QString tag_;
 };

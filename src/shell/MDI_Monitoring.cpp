@@ -9,6 +9,7 @@
 #include "shell/ChildScreen.h"
 #include "shell/Connection.h"
 #include "shell/FarmApplication.h"
+#include "shell/Icons.h"
 #include "shell/KeyTable.h"
 #include "shell/KeysPage.h"
 #include "shell/ListFillers.h"
@@ -69,7 +70,7 @@ template <typename Body> void MDI_Monitoring::guarded(Body &&body)
 void MDI_Monitoring::setUpBar()
 {
     ui_->picCon3->setAttribute(Qt::WA_StyledBackground);
-    ui_->Image4->setPixmap(controls::Look::icon(QStringLiteral("exit")).pixmap(QSize(BarIcon, BarIcon), devicePixelRatioF()));
+    setPicture(*ui_->Image4, BarIcon, QStringLiteral("exit"));
     ui_->cmbFarm->setTypingAllowed(false);
     ui_->cmbYear->setTypingAllowed(false);
     connect(ui_->cmbFarm, &controls::ItemCombo::Click, this, [this] { guarded([this] { farmChosen(); }); });

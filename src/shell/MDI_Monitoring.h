@@ -2,7 +2,7 @@
 #pragma once
 
 #include "common/SessionContext.h"
-#include "shell/Launchers.h"
+#include "shell/DesktopLauncher.h"
 #include "shell/MenuEntry.h"
 #include "shell/ScreenHost.h"
 #include "store/clsPestMONNew.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/MenuPanel.h"
 
-#include "platform/controls/Look.h"
 #include "platform/controls/PictureButton.h"
+#include "shell/Icons.h"
 #include "ui_MenuPanel.h"
 
 #include <QEvent>
@@ -21,7 +21,7 @@ struct Picture {
 };
 
 /// In the order in which a hover border is looked for.
-constexpr std::array<Picture, 9> pictures{{
+constexpr std::array<Picture, 9> Pictures{{
     {"imLeave", "leaf"},
     {"imGG", "graphs"},
     {"imFF", "field-sheets"},
@@ -43,9 +43,8 @@ MenuPanel::MenuPanel(QWidget *parent) : QWidget(parent), ui_(std::make_unique<Ui
     setAttribute(Qt::WA_StyledBackground);
     ui_->banner->setAttribute(Qt::WA_StyledBackground);
     setUpPictures();
-    ui_->imHyd->setPixmap(controls::Look::icon(QStringLiteral("soil"), QStringLiteral("muted"))
-                              .pixmap(QSize(SmallPicture, SmallPicture), devicePixelRatioF()));
-    ui_->cmdClose->setIcon(controls::Look::icon(QStringLiteral("close")));
+    setPicture(*ui_->imHyd, SmallPicture, QStringLiteral("soil"), QStringLiteral("muted"));
+    setIcons({{ui_->cmdClose, "close"}});
     connect(ui_->cmdClose, &QToolButton::clicked, this, &MenuPanel::closeClicked);
     for (QWidget *ground : {static_cast<QWidget *>(this), static_cast<QWidget *>(ui_->Frame4),
                             static_cast<QWidget *>(ui_->Frame6), static_cast<QWidget *>(ui_->fraSoil)}) {
@@ -63,9 +62,9 @@ PictureButton *MenuPanel::picture(const QString &name) const
 
 void MenuPanel::setUpPictures()
 {
-    for (const Picture &entry : pictures) {
+    for (const Picture &entry : Pictures) {
         PictureButton *button = picture(QLatin1String(entry.name));
-        button->setIcon(controls::Look::icon(QLatin1String(entry.icon)));
+        setIcons({{button, entry.icon}});
         button->setUnavailable(tr("Not yet available in this version"));
         connect(button, &PictureButton::MouseMove, this, [this, button] { hover(button); });
     }
@@ -104,7 +103,7 @@ void MenuPanel::Clear_Image_Hover()
         return;
     }
     // The earlier pictures too, when the pointer went straight from one to the next.
-    for (const Picture &entry : pictures) {
+    for (const Picture &entry : Pictures) {
         if (PictureButton *button = picture(QLatin1String(entry.name))) {
             button->setHoverBorder(false);
         }

@@ -3,19 +3,20 @@
 
 #include "platform/basic/Numbers.h"
 #include "platform/controls/FlexGrid.h"
-
-#include <utility>
+#include "platform/controls/RedrawPause.h"
+#include "platform/dao/Recordset.h"
 
 namespace
 {
 constexpr int KeyColumn = 1;
 constexpr int NameColumn = 2;
-constexpr int HeaderHeight = 400;
 } // namespace
 
-PickGrid::PickGrid(controls::FlexGrid &grid, std::vector<Column> columns) : grid_(grid), columns_(std::move(columns))
+PickGrid::PickGrid(controls::FlexGrid &grid, std::span<const GridColumn> columns) : grid_(grid), columns_(columns)
 {
     layOut(0);
+    grid_.setStretchColumns({NameColumn});
+    grid_.setKeyClicks(controls::FlexGrid::KeyClick::SpaceAndF2);
     grid_.setCellDescriber([&grid, mark = markColumn()](int row, int col) {
         const QString name = grid.TextMatrix(row, NameColumn);
         if (name.isEmpty()) {
@@ -31,20 +32,25 @@ PickGrid::PickGrid(controls::FlexGrid &grid, std::vector<Column> columns) : grid
 
 void PickGrid::layOut(int count)
 {
-    grid_.Clear();
-    grid_.setCols(static_cast<int>(columns_.size()));
-    grid_.setRows(count + 2);
-    grid_.setFixedRows(1);
-    grid_.setFixedCols(0);
-    grid_.setRowHeight(0, HeaderHeight);
-    for (int col = 0; col < grid_.Cols(); ++col) {
-        const Column &column = columns_[static_cast<std::size_t>(col)];
-        grid_.setColWidth(col, column.width);
-        grid_.setTextMatrix(0, col, column.header);
-        grid_.setCellFontBold(0, col, true);
-    }
+    layOutList(grid_, columns_, count);
     for (int row = 1; row <= count; ++row) {
         setMarked(row, false);
+    }
+}
+
+void PickGrid::fill(dao::Recordset rows, const std::function<void(int row)> &filled)
+{
+    const controls::RedrawPause pause(grid_);
+    layOut(rows.RecordCount());
+    for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
+        for (std::size_t col = 0; col < columns_.size(); ++col) {
+            if (columns_[col].field) {
+                grid_.setTextMatrix(row, static_cast<int>(col), rows.text(columns_[col].field));
+            }
+        }
+        if (filled) {
+            filled(row);
+        }
     }
 }
 
@@ -61,6 +67,11 @@ bool PickGrid::isDataRow(int row) const
 std::int32_t PickGrid::key(int row) const
 {
     return basic::toLong32(basic::Val(grid_.TextMatrix(row, KeyColumn)));
+}
+
+QString PickGrid::name(int row) const
+{
+    return grid_.TextMatrix(row, NameColumn);
 }
 
 bool PickGrid::isMarked(int row) const

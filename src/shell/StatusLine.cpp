@@ -2,7 +2,7 @@
 #include "shell/StatusLine.h"
 
 #include "platform/basic/Clock.h"
-#include "platform/controls/Look.h"
+#include "shell/Icons.h"
 
 #include <QAccessible>
 #include <QLabel>
@@ -44,7 +44,7 @@ QString StatusLine::text() const
 
 void StatusLine::show(const QString &icon, const QString &colour, const QString &text)
 {
-    icon_->setPixmap(controls::Look::icon(icon, colour).pixmap(QSize(IconSize, IconSize), devicePixelRatioF()));
+    setPicture(*icon_, IconSize, icon, colour);
     text_->setText(text);
     text_->setToolTip(text);
     if (QAccessible::isActive()) {

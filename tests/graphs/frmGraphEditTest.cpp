@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "graphs/frmGraphEdit.h"
 
+#include "doubles/QueuedDialogs.h"
 #include "graphs/ColourBox.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/chart/Chart.h"
-#include "platform/controls/Dialogs.h"
 #include "platform/controls/ItemCombo.h"
 
 #include <QLineEdit>
@@ -38,7 +38,7 @@ private:
     void choose(const char *combo, int index) { find<ItemCombo>(combo).setListIndex(index); }
     void setText(const char *box, const char *text) { find<QLineEdit>(box).setText(QLatin1String(text)); }
 
-    controls::QueuedDialogs dialogs_;
+    QueuedDialogs dialogs_;
     std::unique_ptr<chart::Chart> chart_;
     std::unique_ptr<frmGraphEdit> dialog_;
 };

@@ -43,7 +43,7 @@ int keyInRow(const FlexGrid &grid, int row, int col)
 
 } // namespace
 
-FarmLife::FarmLife(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, const RecordingLauncher &launcher, LifeModel &model,
+FarmLife::FarmLife(MDI_Monitoring &window, QueuedDialogs &dialogs, const RecordingLauncher &launcher, LifeModel &model,
                    Pace &pace)
     : window_(window), dialogs_(dialogs), launcher_(launcher), model_(model), pace_(pace), hands_(window)
 {

@@ -3,9 +3,9 @@
 
 #include "LifeModel.h"
 #include "Pace.h"
-#include "platform/controls/Dialogs.h"
+#include "doubles/QueuedDialogs.h"
+#include "doubles/RecordingLauncher.h"
 #include "round/Hands.h"
-#include "shell/Launchers.h"
 #include "shell/MDI_Monitoring.h"
 
 /// A farm office at work in the real window, a few days apart from one instruction to the next. What it types goes into the model
@@ -13,8 +13,7 @@
 class FarmLife
 {
 public:
-    FarmLife(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, const RecordingLauncher &launcher, LifeModel &model,
-             Pace &pace);
+    FarmLife(MDI_Monitoring &window, QueuedDialogs &dialogs, const RecordingLauncher &launcher, LifeModel &model, Pace &pace);
 
     /// Moves the start of the period to the first of January, so that the lists hold the year.
     void startYear(int year);
@@ -40,7 +39,7 @@ private:
     void expect(bool holds, const QString &what);
 
     MDI_Monitoring &window_;
-    controls::QueuedDialogs &dialogs_;
+    QueuedDialogs &dialogs_;
     const RecordingLauncher &launcher_;
     LifeModel &model_;
     Pace &pace_;

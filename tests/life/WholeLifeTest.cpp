@@ -62,7 +62,7 @@ void WholeLifeTest::threeYears()
     Pace pace;
     fill(farm, model);
     basic::Clock::stopAt(QDateTime(QDate(FirstYear, 1, 1), QTime(7, 0)));
-    controls::QueuedDialogs dialogs;
+    QueuedDialogs dialogs;
     RecordingLauncher launcher;
     MDI_Monitoring window(dialogs, menuEntries());
     window.setLauncher(launcher);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/KeyTable.h"
+#include "doubles/QueuedDialogs.h"
 #include "menu/MenuEntries.h"
-#include "platform/controls/Dialogs.h"
 #include "shell/ChildScreen.h"
 #include "shell/FarmApplication.h"
 #include "shell/KeysPage.h"
@@ -37,7 +37,7 @@ private:
     QWidget &open(const QString &picture);
 
     std::unique_ptr<TemporaryFarm> farm_;
-    std::unique_ptr<controls::QueuedDialogs> dialogs_;
+    std::unique_ptr<QueuedDialogs> dialogs_;
     std::unique_ptr<MDI_Monitoring> window_;
 };
 
@@ -46,7 +46,7 @@ void KeyTableTest::init()
     farm_ = std::make_unique<TemporaryFarm>();
     farm_->addFarm(QStringLiteral("Riverbend"));
     farm_->close();
-    dialogs_ = std::make_unique<controls::QueuedDialogs>();
+    dialogs_ = std::make_unique<QueuedDialogs>();
     window_ = std::make_unique<MDI_Monitoring>(*dialogs_, menuEntries());
     QCOMPARE(window_->load(farm_->appPath()), MDI_Monitoring::Load::Done);
     window_->show();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/MDI_Monitoring.h"
-#include "platform/controls/Dialogs.h"
+#include "doubles/QueuedDialogs.h"
+#include "doubles/RecordingLauncher.h"
 #include "platform/controls/ItemCombo.h"
 #include "platform/controls/PictureButton.h"
 #include "shell/ChildScreen.h"
@@ -90,7 +91,7 @@ private:
     void open(const char *picture) { control<PictureButton>(picture).click(); }
 
     std::unique_ptr<TemporaryFarm> farm_;
-    std::unique_ptr<controls::QueuedDialogs> dialogs_;
+    std::unique_ptr<QueuedDialogs> dialogs_;
     std::unique_ptr<MDI_Monitoring> window_;
 };
 
@@ -100,7 +101,7 @@ void MDI_MonitoringTest::init()
     farm_->addFarm(QStringLiteral("Riverbend"));
     farm_->addFarm(QStringLiteral("Aloe Ridge"));
     farm_->close();
-    dialogs_ = std::make_unique<controls::QueuedDialogs>();
+    dialogs_ = std::make_unique<QueuedDialogs>();
     std::vector<MenuEntry> entries{
         {QStringLiteral("imSpray"), ZeroPosition::AfterReportsFolder, true, {}, plain},
         {QStringLiteral("ImPM"), ZeroPosition::Never, false, {}, plain},

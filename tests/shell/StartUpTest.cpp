@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "common/ProgramLock.h"
+#include "doubles/QueuedDialogs.h"
 #include "platform/basic/Clock.h"
 #include "platform/basic/TextFiles.h"
-#include "platform/controls/Dialogs.h"
 #include "platform/controls/ItemCombo.h"
 #include "shell/MDI_Monitoring.h"
 #include "store/Backups.h"
@@ -34,7 +34,7 @@ private Q_SLOTS:
 
 private:
     struct Start {
-        controls::QueuedDialogs dialogs;
+        QueuedDialogs dialogs;
         MDI_Monitoring window{dialogs, {}};
         std::optional<MDI_Monitoring::Load> load;
         std::optional<basic::RunTimeError> error;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "doubles/QueuedDialogs.h"
+#include "doubles/RecordingLauncher.h"
 #include "platform/basic/RunTimeError.h"
-#include "platform/controls/Dialogs.h"
-#include "shell/Launchers.h"
 #include "shell/ProgressPicture.h"
 #include "shell/ScreenHost.h"
 #include "store/clsPestMONNew.h"
@@ -18,7 +18,7 @@ public:
 
     SessionContext &session() override { return session_; }
     clsPestMONNew &objPestMON() override { return store_; }
-    controls::QueuedDialogs &dialogs() override { return dialogs_; }
+    QueuedDialogs &dialogs() override { return dialogs_; }
     void showStatus(const QString &text) override { status = text; }
     void showFailure(const QString &text) override { failure = text; }
     void showError(const basic::RunTimeError &error) override { errors.append(error.description()); }
@@ -33,7 +33,7 @@ public:
 private:
     SessionContext &session_;
     clsPestMONNew store_;
-    controls::QueuedDialogs dialogs_;
+    QueuedDialogs dialogs_;
     RecordingLauncher launcher_;
     ProgressPicture picture_;
     std::optional<excel::Application> excelApplication_;

@@ -42,8 +42,7 @@ QString numberFor(int first, std::size_t box)
 
 } // namespace
 
-AnalysisRound::AnalysisRound(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, const RecordingLauncher &launcher,
-                             Report &report)
+AnalysisRound::AnalysisRound(MDI_Monitoring &window, QueuedDialogs &dialogs, const RecordingLauncher &launcher, Report &report)
     : window_(window), dialogs_(dialogs), report_(report), hands_(window), paper_(window, dialogs, launcher, report)
 {
 }

@@ -5,7 +5,7 @@
 #include "PaperRound.h"
 #include "Report.h"
 
-#include "platform/controls/Dialogs.h"
+#include "doubles/QueuedDialogs.h"
 
 class MDI_Monitoring;
 struct AnalysisKind;
@@ -15,7 +15,7 @@ struct AnalysisKind;
 class AnalysisRound
 {
 public:
-    AnalysisRound(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, const RecordingLauncher &launcher, Report &report);
+    AnalysisRound(MDI_Monitoring &window, QueuedDialogs &dialogs, const RecordingLauncher &launcher, Report &report);
 
     void play();
 
@@ -34,7 +34,7 @@ private:
     QString newestKey() const;
 
     MDI_Monitoring &window_;
-    controls::QueuedDialogs &dialogs_;
+    QueuedDialogs &dialogs_;
     Report &report_;
     Hands hands_;
     PaperRound paper_;

@@ -27,7 +27,7 @@ const char *const SeriesLists[] = {"cbo0", "cbo1", "cbo2", "cbo3", "cbo4"};
 
 } // namespace
 
-GraphRound::GraphRound(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, Report &report)
+GraphRound::GraphRound(MDI_Monitoring &window, QueuedDialogs &dialogs, Report &report)
     : window_(window), dialogs_(dialogs), report_(report), hands_(window)
 {
 }

@@ -4,7 +4,7 @@
 #include "Hands.h"
 #include "Report.h"
 
-#include "platform/controls/Dialogs.h"
+#include "doubles/QueuedDialogs.h"
 
 class MDI_Monitoring;
 
@@ -13,7 +13,7 @@ class MDI_Monitoring;
 class GraphRound
 {
 public:
-    GraphRound(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, Report &report);
+    GraphRound(MDI_Monitoring &window, QueuedDialogs &dialogs, Report &report);
 
     void play();
 
@@ -28,7 +28,7 @@ private:
     void otherAxes();
 
     MDI_Monitoring &window_;
-    controls::QueuedDialogs &dialogs_;
+    QueuedDialogs &dialogs_;
     Report &report_;
     Hands hands_;
 };

@@ -28,7 +28,7 @@ constexpr int PestMark = 3;
 
 } // namespace
 
-MonitoringRound::MonitoringRound(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, const RecordingLauncher &launcher,
+MonitoringRound::MonitoringRound(MDI_Monitoring &window, QueuedDialogs &dialogs, const RecordingLauncher &launcher,
                                  Report &report)
     : window_(window), dialogs_(dialogs), report_(report), hands_(window), paper_(window, dialogs, launcher, report)
 {

@@ -5,7 +5,7 @@
 #include "PaperRound.h"
 #include "Report.h"
 
-#include "platform/controls/Dialogs.h"
+#include "doubles/QueuedDialogs.h"
 
 #include <QString>
 #include <QStringList>
@@ -16,7 +16,7 @@ class MDI_Monitoring;
 class MonitoringRound
 {
 public:
-    MonitoringRound(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, const RecordingLauncher &launcher, Report &report);
+    MonitoringRound(MDI_Monitoring &window, QueuedDialogs &dialogs, const RecordingLauncher &launcher, Report &report);
 
     void openScreen();
     /// Issues an instruction, types its findings, completes it and finds its successor.
@@ -44,7 +44,7 @@ private:
     int pests() const;
 
     MDI_Monitoring &window_;
-    controls::QueuedDialogs &dialogs_;
+    QueuedDialogs &dialogs_;
     Report &report_;
     Hands hands_;
     PaperRound paper_;

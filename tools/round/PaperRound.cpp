@@ -32,8 +32,7 @@ void waitForANewName()
 
 } // namespace
 
-PaperRound::PaperRound(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, const RecordingLauncher &launcher,
-                       Report &report)
+PaperRound::PaperRound(MDI_Monitoring &window, QueuedDialogs &dialogs, const RecordingLauncher &launcher, Report &report)
     : window_(window), dialogs_(dialogs), launcher_(launcher), report_(report), hands_(window)
 {
 }

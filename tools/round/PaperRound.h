@@ -4,8 +4,8 @@
 #include "Hands.h"
 #include "Report.h"
 
-#include "platform/controls/Dialogs.h"
-#include "shell/Launchers.h"
+#include "doubles/QueuedDialogs.h"
+#include "doubles/RecordingLauncher.h"
 
 class MDI_Monitoring;
 
@@ -14,7 +14,7 @@ class MDI_Monitoring;
 class PaperRound
 {
 public:
-    PaperRound(MDI_Monitoring &window, controls::QueuedDialogs &dialogs, const RecordingLauncher &launcher, Report &report);
+    PaperRound(MDI_Monitoring &window, QueuedDialogs &dialogs, const RecordingLauncher &launcher, Report &report);
 
     /// With the editor open on a saved instruction.
     void printFieldSheets();
@@ -32,7 +32,7 @@ private:
     void expectWorkbook(const char *button, const QString &folder, const QString &begin, const QString &end);
 
     MDI_Monitoring &window_;
-    controls::QueuedDialogs &dialogs_;
+    QueuedDialogs &dialogs_;
     const RecordingLauncher &launcher_;
     Report &report_;
     Hands hands_;

@@ -33,7 +33,7 @@ struct Rounds {
 /// One run of the program on the farm's folder, from its start to its end.
 void runProgram(const QString &folder, Report &report, const std::function<void(Rounds &)> &play)
 {
-    controls::QueuedDialogs dialogs;
+    QueuedDialogs dialogs;
     RecordingLauncher launcher;
     MDI_Monitoring window(dialogs, menuEntries());
     window.setLauncher(launcher);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "doubles/QueuedDialogs.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/controls/DatePicker.h"
 #include "platform/controls/Dialogs.h"

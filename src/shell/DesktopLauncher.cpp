@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "shell/Launchers.h"
+#include "shell/DesktopLauncher.h"
 
 #include "platform/controls/Dialogs.h"
 #include "shell/ScreenHost.h"
@@ -45,12 +45,4 @@ void DesktopLauncher::tellWhere(const QString &path)
                                            "%1")
                                 .arg(place),
                             QString(), controls::BoxIcon::Information);
-}
-
-bool RecordingLauncher::open(const QString &path)
-{
-    if (hasProgram) {
-        opened.append(path);
-    }
-    return hasProgram;
 }

@@ -3,8 +3,6 @@
 
 #include "platform/excel/Launcher.h"
 
-#include <QStringList>
-
 class ScreenHost;
 
 /// Hands finished workbooks to the program that the desktop opens them with, and tells the user in a box and in the status line
@@ -19,17 +17,4 @@ public:
 
 private:
     ScreenHost &host_;
-};
-
-/// Starts nothing and keeps what it was asked, for the scripted round and the tests.
-class RecordingLauncher : public excel::Launcher
-{
-public:
-    bool open(const QString &path) override;
-    void tellWhere(const QString &path) override { told.append(path); }
-
-    /// False: behaves as a desktop without a spreadsheet program.
-    bool hasProgram = true;
-    QStringList opened;
-    QStringList told;
 };

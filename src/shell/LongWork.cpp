@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "reports/LongWork.h"
+#include "shell/LongWork.h"
 
 #include "shell/ProgressPicture.h"
 #include "shell/ScreenHost.h"

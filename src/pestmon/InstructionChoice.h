@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "pestmon/PestMonFace.h"
+#include "shell/PickGrid.h"
+
+#include <functional>
+
+/// The choice of an instruction's blocks and pests, which lies in working tables until the instruction is saved, and the captions
+/// that count it.
+class InstructionChoice : public PestMonFace
+{
+    Q_OBJECT
+public:
+    InstructionChoice(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui);
+
+    /// Fills the list of types.
+    void load();
+    /// Blanks the captions of the two grids until their counts are shown.
+    void blankCounts();
+    /// Fills both grids for the session's instruction, with the pests of all types.
+    void fill();
+    int pestsChosen() const { return pests_.Count_Selected(); }
+
+Q_SIGNALS:
+    /// A block or a pest was chosen or dropped.
+    void changed();
+
+private:
+    struct Tables;
+    static const Tables BlockTables;
+    static const Tables PestTables;
+
+    void Fill_BlockIn();
+    void Fill_PestIn();
+    /// Marks a row that the saved instruction holds; one left from a choice that was never saved is dropped.
+    void showChoice(PickGrid &list, int row, const Tables &tables);
+    void showAllPestTypes();
+    void showCounts();
+    void blockClick(int row);
+    void pestClick(int row);
+    void pestTypeClick();
+    /// Adds a row to the choice or drops it, and paints the mark when that succeeded; tells why when it did not.
+    void toggle(PickGrid &list, int row, const Tables &tables, const std::function<int()> &add);
+    /// From the saved instruction too, where there is one.
+    int drop(std::int32_t key, const Tables &tables);
+
+    PickGrid blocks_;
+    PickGrid pests_;
+    const QString blocksCaption_;
+    const QString pestsCaption_;
+};
