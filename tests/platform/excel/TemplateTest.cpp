@@ -157,7 +157,7 @@ void TemplateTest::ofTwoPalettesTheLastCounts()
     const auto twice = bookFromXls(templateBytes());
     auto &records = twice->kept->globals;
     const auto first =
-        std::find_if(records.begin(), records.end(), [](const auto &record) { return record.id == biff::palette; });
+        std::find_if(records.begin(), records.end(), [](const auto &record) { return record.id == biff::Palette; });
     QVERIFY(first != records.end());
     const model::Record second = *first;
     records.insert(first, second);
