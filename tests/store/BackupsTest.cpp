@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/Backups.h"
+#include "ErrorOf.h"
+
 #include "platform/basic/Clock.h"
+#include "store/Backups.h"
 #include "support/TemporaryFarm.h"
 
 #include <QDir>
@@ -30,16 +32,6 @@ private:
             all.append(backup.day.toString("MM-dd"));
         }
         return all;
-    }
-
-    static int errorOf(const std::function<void()> &body)
-    {
-        try {
-            body();
-            return 0;
-        } catch (const basic::RunTimeError &error) {
-            return error.number();
-        }
     }
 
 private Q_SLOTS:
