@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "graphs/GraphSeries.h"
 
+#include "common/MonitoringConstants.h"
 #include "common/SessionContext.h"
 #include "platform/basic/Numbers.h"
 #include "store/clsPestMONNew.h"
@@ -12,7 +13,6 @@ namespace
 {
 
 constexpr int WeekPoints = 52;
-constexpr int PointsOfUnknownBlock = 5;
 
 dao::Recordset openSeries(const GraphCriteria &criteria, clsPestMONNew &objPestMON, const SessionContext &session)
 {
@@ -115,7 +115,7 @@ int graphPointCount(const GraphCriteria &criteria, clsPestMONNew &objPestMON, co
         break;
     }
     const int points = objPestMON.NoofMPoints_Are(session.CurrentBlockID);
-    return points == 0 ? PointsOfUnknownBlock : points;
+    return points == 0 ? DefaultPoints : points;
 }
 
 chart::DataTable readGraphData(const GraphCriteria &criteria, clsPestMONNew &objPestMON, SessionContext &session)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "graphs/frmPestMGraph.h"
 
+#include "common/MonitoringConstants.h"
 #include "graphs/GraphDrawing.h"
 #include "platform/controls/Look.h"
 #include "shell/Period.h"
@@ -15,8 +16,6 @@ using controls::ItemCombo;
 namespace
 {
 
-constexpr std::int32_t CountMethod = 1;
-constexpr std::int32_t YesNoMethod = 2;
 constexpr std::int16_t LargestFirst = 1;
 constexpr std::int16_t SmallestFirst = 2;
 

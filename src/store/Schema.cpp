@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/Schema.h"
 
+#include "common/MonitoringConstants.h"
 #include "store/AnalysisTables.h"
 
 #include <algorithm>
@@ -170,10 +171,10 @@ void addMethods(dao::Database &database)
 {
     dao::Recordset methods =
         database.OpenRecordset(QStringLiteral("Select * from tblPMMethod where PMMethodID =0"), dao::RecordsetType::Dynaset);
-    for (const auto &[key, name] : {std::pair{1, "Count"}, std::pair{2, "Yes/No"}}) {
+    for (const auto &[key, name] : {std::pair{CountMethod, CountMethodName}, std::pair{YesNoMethod, YesNoMethodName}}) {
         methods.AddNew();
         methods.set(u"PMMethodID", key);
-        methods.set(u"PMMethod", QString::fromLatin1(name));
+        methods.set(u"PMMethod", QString(name));
         methods.Update();
     }
 }

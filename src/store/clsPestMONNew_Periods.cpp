@@ -2,6 +2,7 @@
 // What was found in a period: rankings of pests and blocks, total rows and detail rows.
 #include "store/clsPestMONNew.h"
 
+#include "common/MonitoringConstants.h"
 #include "store/SqlText.h"
 
 using store::sqlText;
@@ -11,9 +12,6 @@ namespace
 
 using Key = clsPestMONNew::Key;
 using SerialDate = basic::SerialDate;
-
-constexpr Key CountMethod = 1;
-constexpr Key YesNoMethod = 2;
 
 /// What a ranking lists, and what it may be limited to.
 struct Ranking {

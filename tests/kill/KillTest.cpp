@@ -73,7 +73,7 @@ public:
             buffer_.append(bytes.data(), static_cast<qsizetype>(count));
         }
         const qsizetype end = buffer_.indexOf('\n');
-        const QString line = QString::fromUtf8(buffer_.constData(), end);
+        QString line = QString::fromUtf8(buffer_.constData(), end);
         buffer_.remove(0, end + 1);
         return line;
     }

@@ -3,6 +3,7 @@
 
 #include "Progress.h"
 
+#include "common/MonitoringConstants.h"
 #include "common/WeekNumber.h"
 #include "platform/basic/Clock.h"
 #include "store/clsPestMONNew.h"
@@ -23,10 +24,6 @@ using enum DemoType;
 
 constexpr int Weeks = 104;
 constexpr int WeeksOfYear = 52;
-constexpr int CountMethod = 1;
-constexpr int YesNoMethod = 2;
-/// A block without a number of points is monitored at five.
-constexpr int UsualPoints = 5;
 
 /// A round that is walked again and again: each time repeats the one before.
 struct Round {
@@ -64,7 +61,7 @@ template <typename Item, typename Match> std::vector<Item> firstOf(const std::ve
 
 int pointsOf(const DemoBlock &block)
 {
-    return block.points == 0 ? UsualPoints : block.points;
+    return block.points == 0 ? DefaultPoints : block.points;
 }
 
 /// Mean count at a point of the block in the week of the date.

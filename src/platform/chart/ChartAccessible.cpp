@@ -20,8 +20,8 @@ public:
     QString text(QAccessible::Text kind) const override
     {
         const auto current = view().currentPoint();
-        const QString point = current ? view().pointText(*current) : QString();
-        const QString own = QAccessibleWidget::text(kind);
+        QString point = current ? view().pointText(*current) : QString();
+        QString own = QAccessibleWidget::text(kind);
         if (kind == QAccessible::Value) {
             return point;
         }

@@ -94,7 +94,7 @@ void Legend::paintSample(QPainter &painter, const Entry &entry) const
         pale.setAlphaF(0.4F);
         painter.fillRect(sample, pale);
     }
-    drawRun(painter, entry.look, QPolygonF({{sample.left(), y}, {sample.right(), y}}), sample);
+    drawRun(painter, entry.look, QPolygonF(QList<QPointF>{{sample.left(), y}, {sample.right(), y}}), sample);
     drawMarkers(painter, entry.look, {QPointF(sample.center().x(), y)});
 }
 

@@ -70,7 +70,7 @@ public:
 protected:
     // Markers and labels may stand over the edge of the frame.
     QRect clipRect() const override { return mParentPlot->viewport(); }
-    void applyDefaultAntialiasingHint(QCPPainter *painter) const { painter->setAntialiasing(false); }
+    void applyDefaultAntialiasingHint(QCPPainter *painter) const override { painter->setAntialiasing(false); }
     void draw(QCPPainter *painter) override
     {
         if (exposure_.part) {

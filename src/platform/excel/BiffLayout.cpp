@@ -131,7 +131,7 @@ model::KeptBook makeStandardBook()
     book.globals = fixedRecords(BookOrder);
     completeBook(book.globals);
     Bytes standardFont;
-    standardFont.u16(11 * 20).u16(0).u16(0x7FFF).u16(400).u16(0).u8(0).u8(2).u8(0).u8(0);
+    standardFont.u16(220).u16(0).u16(0x7FFF).u16(400).u16(0).u8(0).u8(2).u8(0).u8(0);
     putShortText(standardFont, QStringLiteral("Calibri"));
     book.fonts.assign(equalFonts, standardFont.bytes());
     // Fifteen formats for named styles, of which the first alone is in use, then that of cells never touched.

@@ -268,7 +268,7 @@ void checkContainer(const QByteArray &bytes)
 std::shared_ptr<Book> bookFromXls(const QByteArray &bytes)
 {
     checkContainer(bytes);
-    const auto book = std::make_shared<Book>();
+    auto book = std::make_shared<Book>();
     book->kept.emplace();
     book->format = xlExcel8;
     book->rowLimit = RowsOfXls;

@@ -77,7 +77,7 @@ public:
 
     void fit(int first, int last)
     {
-        widest_.assign(static_cast<std::size_t>(last - first + 1), 0);
+        widest_.assign(static_cast<std::size_t>(last - first) + 1, 0);
         for (std::size_t row = 0; row < sheet_.rows.size(); ++row) {
             for (const Cell &cell : sheet_.rows[row].cells) {
                 if (cell.column >= first && cell.column <= last) {
