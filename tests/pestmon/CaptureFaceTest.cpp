@@ -26,6 +26,8 @@ private Q_SLOTS:
     void answerTakenBackAtTotalZero();
     void firstOfDoubledRowsShows();
     void keysOpenTheBox();
+    void boxHandsTheFocusOn_data();
+    void boxHandsTheFocusOn();
     void completionIssuesOneSuccessor();
     void uncompletedSaveStillRepeats();
     void failedRepeatIsIssuedByTheNextSave();
@@ -310,6 +312,34 @@ void CaptureFaceTest::keysOpenTheBox()
     QCOMPARE(cells.Row(), Point1);
     QTest::keyClick(&cells, Qt::Key_Right);
     QVERIFY(!box.isVisible());
+}
+
+void CaptureFaceTest::boxHandsTheFocusOn_data()
+{
+    QTest::addColumn<QKeySequence>("keys");
+    QTest::addColumn<QString>("next");
+    const auto row = [](const char *name, const QKeySequence &keys, const char *next) {
+        QTest::newRow(name) << keys << QString::fromLatin1(next);
+    };
+    row("Enter", Qt::Key_Return, "grdPest");
+    row("Tab", Qt::Key_Tab, "txtPMMNotes");
+    row("Shift+Tab", Qt::SHIFT | Qt::Key_Backtab, "cmbBlock");
+    row("Save", Qt::ALT | Qt::Key_V, "grdPest");
+    row("Note", Qt::ALT | Qt::Key_N, "txtPMMNotes");
+    row("Block", Qt::ALT | Qt::Key_B, "cmbBlock");
+}
+
+void CaptureFaceTest::boxHandsTheFocusOn()
+{
+    QFETCH(QKeySequence, keys);
+    capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
+    clickCell("grdPest", Point1, Value1);
+    auto &box = find<QLineEdit>("txtG1");
+    QTest::keyClicks(&box, QStringLiteral("7"));
+    QTest::keyClick(&box, keys[0].key(), keys[0].keyboardModifiers());
+    QTRY_VERIFY(!box.isVisible());
+    QCOMPARE(storedCount(Point1, 1), 7);
+    QTEST(QApplication::focusWidget()->objectName(), "next");
 }
 
 void CaptureFaceTest::completionIssuesOneSuccessor()
