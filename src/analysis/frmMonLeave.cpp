@@ -35,7 +35,6 @@ frmMonLeave::frmMonLeave(ScreenHost &host, QWidget *parent) : ChildScreen(host, 
     ui_->picFarm->setAttribute(Qt::WA_StyledBackground);
     browser_ = std::make_unique<AnalysisBrowser>(host, *ui_);
     panel_ = std::make_unique<AnalysisPanel>(*ui_, session());
-    setFocusProxy(ui_->grdLeave);
     serveFocusedGrid(*this, {ui_->grdLeave});
     setIcons();
     connectList();
@@ -208,6 +207,12 @@ void frmMonLeave::placePanel()
     const QSize size(std::min(wanted.width(), width()), wanted.height());
     panel.setGeometry(QRect(
         QPoint(std::max(0, grid.center().x() - size.width() / 2), std::max(0, grid.bottom() - above - size.height())), size));
+}
+
+/// As a proxy the grid would take the focus before the filters on the way forward.
+void frmMonLeave::focusInEvent(QFocusEvent *)
+{
+    ui_->grdLeave->setFocus();
 }
 
 void frmMonLeave::resizeEvent(QResizeEvent *event)
