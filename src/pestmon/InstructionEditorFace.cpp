@@ -55,6 +55,7 @@ InstructionEditorFace::InstructionEditorFace(ChildScreen &screen, ScreenHost &ho
     : PestMonFace(screen, host, ui), choice_(screen, host, ui)
 {
     ui_.cmbPMethod->setTypingAllowed(false);
+    tellFullNote(*ui_.txtPMNotes);
     on(&choice_, &InstructionChoice::changed, [this] { setSaved(false); });
     on(ui_.cmbPMethod, &controls::ItemCombo::Click, [this] { methodClick(); });
     on(ui_.cmbPerson, &controls::ItemCombo::Click, [this] { setSaved(false); });
@@ -137,7 +138,7 @@ void InstructionEditorFace::showInstruction()
     ui_.cmbPMethod->setText(values.CurrentPMMethod);
     ui_.dtpPestM->setValue(values.CurrentPMDate.date());
     ui_.cmbPerson->setText(values.CurrentPMPerson);
-    ui_.txtPMNotes->setText(values.CurrentPMNotes);
+    showNote(*ui_.txtPMNotes, values.CurrentPMNotes);
     ui_.txtWeekNo->setText(QString::number(values.CurrentPMWeek));
     ui_.chkRepeat->setChecked(values.CurrentPMRepeat);
 }

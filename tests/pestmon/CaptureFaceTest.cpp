@@ -347,6 +347,7 @@ void CaptureFaceTest::completionIssuesOneSuccessor()
     const int key = issue(QStringLiteral("Count"), {1}, {1});
     capture(key, QStringLiteral("Blok A"));
     typeInto(Point1, Value1, QStringLiteral("7"));
+    find<QLineEdit>("txtPMMNotes").end(false);
     QTest::keyClicks(&find<QLineEdit>("txtPMMNotes"), QStringLiteral(" seen"));
     click("cmdSaveTrans");
     click("cmdSaveTrans");
