@@ -2,6 +2,7 @@
 #include "pestmon/InstructionEditorFace.h"
 
 #include "common/WeekNumber.h"
+#include "pestmon/NumberRange.h"
 #include "pestmon/modPestMon.h"
 #include "platform/basic/Clock.h"
 #include "platform/basic/Numbers.h"
@@ -187,7 +188,8 @@ void InstructionEditorFace::save()
 {
     SessionContext &values = session();
     values.CurrentPMDate = basic::SerialDate::fromDate(ui_.dtpPestM->Value());
-    values.CurrentPMWeek = basic::toInteger16(basic::Val(ui_.txtWeekNo->text()));
+    values.CurrentPMWeek =
+        tellingRange(QStringLiteral("The week number"), [&] { return basic::toInteger16(basic::Val(ui_.txtWeekNo->text())); });
     values.CurrentPMRepeat = ui_.chkRepeat->isChecked();
     if (ui_.cmbPerson->Text().isEmpty()) {
         host().dialogs().message(QStringLiteral("Select a Person"));
