@@ -90,9 +90,10 @@ void frmPestMGraph::drawClick()
 {
     const bool noText = ui_->cmbBCount->Text().isEmpty();
     if (noText && scope() != GraphScope::Farm) {
+        // Before the box: behind it the window may not be in front again yet, and a date that had the focus would not be left.
+        ui_->cmbBCount->setFocus();
         dialogs().message(scope() == GraphScope::PerBlock ? QStringLiteral("Select a block!") : QStringLiteral("Select a pest!"),
                           QStringLiteral("Pest graph"), controls::BoxIcon::Information);
-        ui_->cmbBCount->setFocus();
         return;
     }
     Draw_Graph();
