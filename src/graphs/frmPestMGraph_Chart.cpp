@@ -10,6 +10,7 @@
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMGraph.h"
 
+#include <QDir>
 #include <QEvent>
 
 #include <cmath>
@@ -219,8 +220,10 @@ void frmPestMGraph::printGraph()
     // A failure raises no box; the status line tells of it.
     try {
         const QString title = QStringLiteral("Pest:") + ui_->cmbBCount->Text();
-        if (printChart(*ui_->chGraph, dialogs(), title, ui_->pic_0->size())) {
-            host().showStatus(QStringLiteral("The graph was handed to the printer"));
+        const auto printed = printChart(*ui_->chGraph, dialogs(), title, ui_->pic_0->size());
+        if (printed) {
+            host().showStatus(printed->isEmpty() ? QStringLiteral("The graph was handed to the printer")
+                                                 : QStringLiteral("Graph saved as %1").arg(QDir::toNativeSeparators(*printed)));
         }
     } catch (const basic::RunTimeError &error) {
         host().showFailure(QStringLiteral("The graph was not printed: %1").arg(error.description()));

@@ -8,6 +8,7 @@
 
 #include <QCheckBox>
 #include <QClipboard>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -303,6 +304,7 @@ void frmPestMGraphTest::printing()
     QFile pdf(file);
     QVERIFY(pdf.open(QIODevice::ReadOnly));
     QVERIFY(pdf.read(5) == "%PDF-");
+    QCOMPARE(host_->status, QStringLiteral("Graph saved as %1").arg(QDir::toNativeSeparators(file)));
     QCOMPARE(chGraph().model().TitleText(), QString());
     const QImage picture = QGuiApplication::clipboard()->image();
     QVERIFY(picture.width() > picture.height());
