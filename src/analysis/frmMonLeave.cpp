@@ -14,7 +14,6 @@
 
 #include <QAbstractItemView>
 #include <QKeyEvent>
-#include <QShortcut>
 
 using controls::FlexGrid;
 using controls::ItemCombo;
@@ -36,7 +35,6 @@ frmMonLeave::frmMonLeave(ScreenHost &host, QWidget *parent) : ChildScreen(host, 
     ui_->picFarm->setAttribute(Qt::WA_StyledBackground);
     browser_ = std::make_unique<AnalysisBrowser>(host, *ui_);
     panel_ = std::make_unique<AnalysisPanel>(*ui_, session());
-    setFocusProxy(ui_->grdLeave);
     serveFocusedGrid(*this, {ui_->grdLeave});
     setIcons();
     connectList();
@@ -96,10 +94,9 @@ void frmMonLeave::connectPanel()
 {
     on(ui_->Command3, &QPushButton::clicked, [this] { save(); });
     on(ui_->cmdRetAdd, &QPushButton::clicked, [this] { closePanel(); });
-    auto *escape = new QShortcut(Qt::Key_Escape, ui_->fraAddL);
-    escape->setContext(Qt::WidgetWithChildrenShortcut);
-    on(escape, &QShortcut::activated, [this] { closePanel(); });
-    // A letter opens a list at the first entry that begins so, and Tab leaves the date, whichever of its parts is marked.
+    // What a field leaves of Esc closes the panel; an open list or calendar takes it. A letter opens a list at the first entry
+    // that begins so, and Tab leaves the date, whichever of its parts is marked.
+    ui_->fraAddL->installEventFilter(this);
     for (QWidget *field : std::initializer_list<QWidget *>{ui_->cboGroup, ui_->cboType, ui_->cboVariety, ui_->cmbBlock,
                                                            ui_->cboBlock, ui_->dtpAna}) {
         field->installEventFilter(this);
@@ -212,6 +209,12 @@ void frmMonLeave::placePanel()
         QPoint(std::max(0, grid.center().x() - size.width() / 2), std::max(0, grid.bottom() - above - size.height())), size));
 }
 
+/// As a proxy the grid would take the focus before the filters on the way forward.
+void frmMonLeave::focusInEvent(QFocusEvent *)
+{
+    ui_->grdLeave->setFocus();
+}
+
 void frmMonLeave::resizeEvent(QResizeEvent *event)
 {
     ChildScreen::resizeEvent(event);
@@ -310,6 +313,13 @@ bool frmMonLeave::eventFilter(QObject *watched, QEvent *event)
         return ChildScreen::eventFilter(watched, event);
     }
     const auto &key = static_cast<const QKeyEvent &>(*event);
+    if (watched == ui_->fraAddL) {
+        if (key.key() != Qt::Key_Escape) {
+            return false;
+        }
+        guarded([this] { closePanel(); });
+        return true;
+    }
     auto *list = qobject_cast<ItemCombo *>(watched);
     if (list && isLetter(key)) {
         list->showPopup();

@@ -18,14 +18,15 @@ constexpr double PixelsPerInch = 96.0;
 
 } // namespace
 
-bool printChart(chart::ChartView &chGraph, controls::Dialogs &dialogs, const QString &title, const QSize &viewport)
+std::optional<QString> printChart(chart::ChartView &chGraph, controls::Dialogs &dialogs, const QString &title,
+                                  const QSize &viewport)
 {
     QPrinter printer(QPrinter::HighResolution);
     // The dialog offers what the picture asks for; the user's own choice of orientation gives way to it below.
     const auto orientation = viewport.height() >= viewport.width() ? QPageLayout::Portrait : QPageLayout::Landscape;
     printer.setPageOrientation(orientation);
     if (!dialogs.choosePrinter(printer)) {
-        return false;
+        return {};
     }
     chart::Chart &model = chGraph.model();
     const auto untitled = qScopeGuard([&model] { model.setTitleText(QString()); });
@@ -41,5 +42,5 @@ bool printChart(chart::ChartView &chGraph, controls::Dialogs &dialogs, const QSt
     }
     painter.scale(scale, scale);
     chGraph.paintOn(painter, size);
-    return true;
+    return printer.outputFileName();
 }

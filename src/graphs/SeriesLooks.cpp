@@ -5,6 +5,8 @@
 #include "platform/basic/RunTimeError.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <vector>
 
 namespace
@@ -96,14 +98,19 @@ bool markerShowsFillColour(int listIndex)
 
 int twipsFromText(const QString &text)
 {
+    constexpr int largest = std::numeric_limits<std::int16_t>::max();
+    const QString told = QStringLiteral("\"%1\" is not a width or size from 0 to %2.").arg(text, QString::number(largest));
     bool number = false;
     const double value = text.toDouble(&number);
     if (!number) {
-        throw basic::RunTimeError(basic::ErrorNumber::TypeMismatch, QStringLiteral("Type mismatch"));
+        throw basic::RunTimeError(basic::ErrorNumber::TypeMismatch, told);
+    }
+    if (!(std::abs(value) <= largest)) {
+        throw basic::RunTimeError(basic::ErrorNumber::Overflow, told);
     }
     const int twips = basic::toInteger16(value);
     if (twips < 0) {
-        throw basic::RunTimeError(basic::ErrorNumber::InvalidArgument, QStringLiteral("Invalid procedure call or argument"));
+        throw basic::RunTimeError(basic::ErrorNumber::InvalidArgument, told);
     }
     return twips;
 }

@@ -10,6 +10,7 @@
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMGraph.h"
 
+#include <QDir>
 #include <QEvent>
 
 #include <cmath>
@@ -90,9 +91,10 @@ void frmPestMGraph::drawClick()
 {
     const bool noText = ui_->cmbBCount->Text().isEmpty();
     if (noText && scope() != GraphScope::Farm) {
+        // Before the box: behind it the window may not be in front again yet, and a date that had the focus would not be left.
+        ui_->cmbBCount->setFocus();
         dialogs().message(scope() == GraphScope::PerBlock ? QStringLiteral("Select a block!") : QStringLiteral("Select a pest!"),
                           QStringLiteral("Pest graph"), controls::BoxIcon::Information);
-        ui_->cmbBCount->setFocus();
         return;
     }
     Draw_Graph();
@@ -218,8 +220,10 @@ void frmPestMGraph::printGraph()
     // A failure raises no box; the status line tells of it.
     try {
         const QString title = QStringLiteral("Pest:") + ui_->cmbBCount->Text();
-        if (printChart(*ui_->chGraph, dialogs(), title, ui_->pic_0->size())) {
-            host().showStatus(QStringLiteral("The graph was handed to the printer"));
+        const auto printed = printChart(*ui_->chGraph, dialogs(), title, ui_->pic_0->size());
+        if (printed) {
+            host().showStatus(printed->isEmpty() ? QStringLiteral("The graph was handed to the printer")
+                                                 : QStringLiteral("Graph saved as %1").arg(QDir::toNativeSeparators(*printed)));
         }
     } catch (const basic::RunTimeError &error) {
         host().showFailure(QStringLiteral("The graph was not printed: %1").arg(error.description()));

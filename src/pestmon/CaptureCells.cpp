@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pestmon/CaptureCells.h"
 
+#include "pestmon/NumberRange.h"
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/Marks.h"
@@ -42,24 +43,29 @@ CellPicture changedTotal(std::int16_t total)
 
 CellPicture typedPoint(const QString &typed)
 {
-    const double number = basic::Val(typed);
-    const QString text = basic::formatFixed(number, 0);
-    return {text, number == 0.0 ? White : Yellow, basic::toInteger16(basic::Val(text))};
+    return tellingRange(QStringLiteral("A count"), [&] {
+        const double number = basic::Val(typed);
+        const QString text = basic::formatFixed(number, 0);
+        return CellPicture{text, number == 0.0 ? White : Yellow, basic::toInteger16(basic::Val(text))};
+    });
 }
 
 CellPicture typedTotal(const QString &typed)
 {
-    const double number = basic::Val(typed);
-    if (number == 0.0) {
-        return {QString(), White, 0};
-    }
-    const QString text = basic::formatFixed(number, 0);
-    return {text, Green, basic::toInteger16(basic::Val(text))};
+    return tellingRange(QStringLiteral("A total"), [&] {
+        const double number = basic::Val(typed);
+        if (number == 0.0) {
+            return CellPicture{QString(), White, 0};
+        }
+        const QString text = basic::formatFixed(number, 0);
+        return CellPicture{text, Green, basic::toInteger16(basic::Val(text))};
+    });
 }
 
 std::int16_t runningTotal(std::int16_t total, std::int16_t oldValue, std::int16_t newValue)
 {
-    return basic::toInteger16(static_cast<double>(newValue) - oldValue + total);
+    return tellingRange(QStringLiteral("A total"),
+                        [&] { return basic::toInteger16(static_cast<double>(newValue) - oldValue + total); });
 }
 
 } // namespace capture

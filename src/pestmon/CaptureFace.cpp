@@ -17,6 +17,7 @@ CaptureFace::CaptureFace(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 
     : PestMonFace(screen, host, ui), grid_(screen, host, ui)
 {
     ui_.cmbBlock->setTypingAllowed(false);
+    tellFullNote(*ui_.txtPMMNotes);
     on(ui_.cmbBlock, &controls::ItemCombo::Click, [this] { blockClick(); });
     on(ui_.chkPMCom, &QCheckBox::clicked, [this] { completedClick(); });
     on(ui_.cmdSaveTrans, &QPushButton::clicked, [this] { cmdSaveTrans(); });
@@ -38,7 +39,7 @@ void CaptureFace::open()
     ui_.txtPMMethod->setText(values.CurrentPMMethod);
     ui_.dtpPMMTransDate->setValue(values.CurrentPMDate.date());
     ui_.txtPMPerson->setText(values.CurrentPMPerson);
-    ui_.txtPMMNotes->setText(values.CurrentPMNotes);
+    showNote(*ui_.txtPMMNotes, values.CurrentPMNotes);
     ui_.txtPMWeekNo->setText(QString::number(values.CurrentPMWeek));
     ui_.chkPMCom->setChecked(true);
     completedClick();

@@ -291,8 +291,7 @@ bool CaptureGrid::Toggle_PMYes(const capture::PestColumn &column, bool yes)
     if (!yes && total < 1) {
         return true;
     }
-    const std::int16_t changed = basic::toInteger16(total + (yes ? 1.0 : -1.0));
-    return saveTotal(column, capture::changedTotal(changed));
+    return saveTotal(column, capture::changedTotal(capture::runningTotal(total, yes ? 0 : 1, yes ? 1 : 0)));
 }
 
 QString CaptureGrid::cellName(int row, const capture::PestColumn &column) const

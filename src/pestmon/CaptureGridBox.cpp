@@ -129,6 +129,11 @@ void CaptureGrid::closeBox()
 {
     boxOpen_ = false;
     ui_.txtG1->setSelection(0, 0);
+    // Hidden with the focus, the box would hand it to whatever comes next in the window. The window may not be in front again
+    // yet after a question.
+    if (ui_.txtG1->window()->focusWidget() == ui_.txtG1) {
+        ui_.grdPest->setFocus();
+    }
     ui_.txtG1->hide();
 }
 
@@ -150,7 +155,8 @@ bool CaptureGrid::eventFilter(QObject *watched, QEvent *event)
     const int key = static_cast<QKeyEvent *>(event)->key();
     const int step = key == Qt::Key_Down ? 1 : key == Qt::Key_Up ? -1 : 0;
     const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
-    if (!enter && step == 0) {
+    const bool tab = key == Qt::Key_Tab || key == Qt::Key_Backtab;
+    if (!enter && !tab && step == 0) {
         return false;
     }
     const int target = BoxRow + step;
@@ -162,8 +168,10 @@ bool CaptureGrid::eventFilter(QObject *watched, QEvent *event)
     if (boxOpen_) {
         // What it holds could not be saved: the next Enter tries again.
         ui_.txtG1->setFocus();
+        return true;
     }
-    return true;
+    // A tab goes on from the grid, to the field before it or after it.
+    return !tab;
 }
 
 bool CaptureGrid::leaveBox()

@@ -129,6 +129,7 @@ void InstructionChoice::toggle(PickGrid &list, int row, const Tables &tables, co
             return;
         }
         list.setMarked(row, choose);
+        host().showStatus((choose ? QStringLiteral("%1 selected") : QStringLiteral("%1 taken off")).arg(list.name(row)));
         Q_EMIT changed();
         showCounts();
     });

@@ -2,6 +2,7 @@
 #include "pestmon/InstructionEditorFace.h"
 
 #include "common/WeekNumber.h"
+#include "pestmon/NumberRange.h"
 #include "pestmon/modPestMon.h"
 #include "platform/basic/Clock.h"
 #include "platform/basic/Numbers.h"
@@ -55,6 +56,7 @@ InstructionEditorFace::InstructionEditorFace(ChildScreen &screen, ScreenHost &ho
     : PestMonFace(screen, host, ui), choice_(screen, host, ui)
 {
     ui_.cmbPMethod->setTypingAllowed(false);
+    tellFullNote(*ui_.txtPMNotes);
     on(&choice_, &InstructionChoice::changed, [this] { setSaved(false); });
     on(ui_.cmbPMethod, &controls::ItemCombo::Click, [this] { methodClick(); });
     on(ui_.cmbPerson, &controls::ItemCombo::Click, [this] { setSaved(false); });
@@ -137,7 +139,7 @@ void InstructionEditorFace::showInstruction()
     ui_.cmbPMethod->setText(values.CurrentPMMethod);
     ui_.dtpPestM->setValue(values.CurrentPMDate.date());
     ui_.cmbPerson->setText(values.CurrentPMPerson);
-    ui_.txtPMNotes->setText(values.CurrentPMNotes);
+    showNote(*ui_.txtPMNotes, values.CurrentPMNotes);
     ui_.txtWeekNo->setText(QString::number(values.CurrentPMWeek));
     ui_.chkRepeat->setChecked(values.CurrentPMRepeat);
 }
@@ -186,7 +188,8 @@ void InstructionEditorFace::save()
 {
     SessionContext &values = session();
     values.CurrentPMDate = basic::SerialDate::fromDate(ui_.dtpPestM->Value());
-    values.CurrentPMWeek = basic::toInteger16(basic::Val(ui_.txtWeekNo->text()));
+    values.CurrentPMWeek =
+        tellingRange(QStringLiteral("The week number"), [&] { return basic::toInteger16(basic::Val(ui_.txtWeekNo->text())); });
     values.CurrentPMRepeat = ui_.chkRepeat->isChecked();
     if (ui_.cmbPerson->Text().isEmpty()) {
         host().dialogs().message(QStringLiteral("Select a Person"));

@@ -116,7 +116,6 @@ InstructionListFace::InstructionListFace(ChildScreen &screen, ScreenHost &host, 
     ui_.grdGS->setKeyClicks(controls::FlexGrid::KeyClick::None);
     ui_.grdGS->setStretchColumns({NotesCol});
     ui_.grdGS->setCellDescriber([&grid = *ui_.grdGS](int row, int col) { return describe(grid, row, col); });
-    ui_.fraGS->setFocusProxy(ui_.grdGS);
     layOutList(*ui_.grdGS, Columns, 0);
     on(ui_.grdGS, &controls::FlexGrid::Click, [this](int row, int col) { rowClick(row, col); });
     on(ui_.grdGS, &controls::FlexGrid::cellMovedByKey, [this](int row, int col) { rowClick(row, col); });
@@ -274,7 +273,7 @@ void InstructionListFace::showOnly(Shown shown)
     ui_.cmdComp->setVisible(shown != Shown::Completed);
     session().ListRow = 0;
     refresh(NoRowMeans::LastDataRow);
-    ui_.fraGS->setFocus();
+    ui_.grdGS->setFocus();
 }
 
 void InstructionListFace::periodChanged()

@@ -3,7 +3,21 @@
 
 #include "platform/basic/Formats.h"
 
+#include <QLineEdit>
+
 QString PestMonFace::instructionName() const
 {
     return QStringLiteral("Instruction of %1").arg(basic::formatDate(session().CurrentPMDate, u"yyyy/MM/dd"));
+}
+
+void PestMonFace::showNote(QLineEdit &note, const QString &text)
+{
+    note.setText(text);
+    note.setCursorPosition(0);
+}
+
+void PestMonFace::tellFullNote(QLineEdit &note)
+{
+    on(&note, &QLineEdit::inputRejected,
+       [this, &note] { host().showFailure(QStringLiteral("The note takes %1 characters").arg(note.maxLength())); });
 }

@@ -7,6 +7,7 @@
 
 #include <utility>
 
+class QLineEdit;
 namespace Ui
 {
 class frmPestMon2;
@@ -35,6 +36,10 @@ protected:
     {
         return screen_.silently(what, std::forward<Body>(body));
     }
+    /// From its start, however long it is.
+    static void showNote(QLineEdit &note, const QString &text);
+    /// A note that takes no more says so in the status line.
+    void tellFullNote(QLineEdit &note);
     void showStoreFailure(const QString &what) { screen_.showStoreFailure(what); }
 
     Ui::frmPestMon2 &ui_;

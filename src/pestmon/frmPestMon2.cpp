@@ -75,6 +75,12 @@ void frmPestMon2::activateScreen()
     });
 }
 
+/// As a proxy the grid would take the focus before the filters on the way forward.
+void frmPestMon2::focusInEvent(QFocusEvent *)
+{
+    ui_->grdGS->setFocus();
+}
+
 void frmPestMon2::showTab(Tab tab)
 {
     ui_->fraBasic->setVisible(tab == Tab::Capture);

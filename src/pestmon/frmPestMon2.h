@@ -26,6 +26,9 @@ public:
     void activateScreen() override;
     QString screenTitle() const override;
 
+protected:
+    void focusInEvent(QFocusEvent *event) override;
+
 private:
     /// In the order of the tabs.
     enum class Tab { Capture, Instruction };

@@ -49,8 +49,14 @@ void frmRepPestMon::openSheet(const QString &file)
         excel::Application &application = sessionApplication(host());
         application.Workbooks().OpenStored(path);
         application.setVisible(true);
+        host().showStatus(QStringLiteral("%1 opened").arg(file));
     } catch (const basic::RunTimeError &) {
-        host().showFailure(QStringLiteral("The sheet lies at %1").arg(QDir::toNativeSeparators(path)));
+        const bool lies = QFileInfo::exists(path);
+        host().showFailure((lies ? QStringLiteral("The sheet lies at %1") : QStringLiteral("The sheet is no longer there: %1"))
+                               .arg(QDir::toNativeSeparators(path)));
+        if (!lies) {
+            Refresh_List();
+        }
         dialogs().message(QStringLiteral("Please make sure that Microsoft Excel is loaded on the workstation."));
     }
     host().excelApplication().reset();

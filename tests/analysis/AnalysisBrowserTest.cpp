@@ -22,6 +22,7 @@ private Q_SLOTS:
     void anEmptyListLeavesTheKey();
     void selectionPaints();
     void keysSelect();
+    void tabGoesAsTheEye();
     void keysSelectAfterEveryFilling();
     void rowPressedAfterADateIsTheOneInHand();
     void periodStartIsKept();
@@ -224,6 +225,17 @@ void AnalysisBrowserTest::keysSelect()
     QTest::keyClick(&combo("cmbBlock"), Qt::Key_R);
     QTest::keyClick(static_cast<QWidget *>(combo("cmbBlock").view()), Qt::Key_Return);
     QCOMPARE(shown(BlockCol), QStringList{"Rand"});
+}
+
+void AnalysisBrowserTest::tabGoesAsTheEye()
+{
+    open(u"Leaf");
+    QCOMPARE(
+        tabOrder("cmdClose"),
+        QStringLiteral("cmdClose cboGroup cboType cboVariety cmbBlock opActive dtpDateFrom dtpDateTo cmdResetFilter grdLeave "
+                       "Command7 cmdEdit cmdLeaveDEl cmdExcel"));
+    screen_->setFocus();
+    QVERIFY(grid().hasFocus());
 }
 
 void AnalysisBrowserTest::keysSelectAfterEveryFilling()

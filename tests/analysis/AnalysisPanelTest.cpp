@@ -3,6 +3,8 @@
 
 #include "AnalysisScreen.h"
 
+#include <QAbstractItemView>
+
 /// Entering, changing and deleting one analysis.
 class AnalysisPanelTest : public AnalysisScreen
 {
@@ -17,6 +19,9 @@ private Q_SLOTS:
     void closeAsksWhatWasTyped_data();
     void closeAsksWhatWasTyped();
     void escapeAsksBeforeItDropsWhatIsTyped();
+    void escapeClosesWhatHangsOpenFirst();
+    void lettersDoNotChangeTheList_data() { kinds(); }
+    void lettersDoNotChangeTheList();
     void refusedSave();
     void savedOnceWhenTheListCannotFollow();
     void tooLargeANumberStaysInItsBox();
@@ -198,6 +203,47 @@ void AnalysisPanelTest::escapeAsksBeforeItDropsWhatIsTyped()
     QCOMPARE(host_->dialogs().takeLastText(), QStringLiteral("Do you want to save the changes?"));
     QVERIFY(!panelIsOpen());
     QCOMPARE(grid().TextMatrix(1, FirstValueCol + 2), QStringLiteral("7.01"));
+}
+
+void AnalysisPanelTest::escapeClosesWhatHangsOpenFirst()
+{
+    open(u"Leaf");
+    click("Command7");
+    combo("cmbSeason").setFocus();
+    combo("cmbSeason").showPopup();
+    QTest::keyClick(static_cast<QWidget *>(combo("cmbSeason").view()), Qt::Key_Escape);
+    QVERIFY(!combo("cmbSeason").view()->isVisible());
+    QVERIFY(panelIsOpen());
+    auto &date = find<controls::DatePicker>("dtpAna");
+    constexpr int arrow = 12;
+    QTest::mouseClick(&date, Qt::LeftButton, {}, QPoint(date.width() - arrow, date.height() / 2));
+    QWidget *calendar = QApplication::activePopupWidget();
+    QVERIFY(calendar);
+    QTest::keyClick(calendar->focusWidget() ? calendar->focusWidget() : calendar, Qt::Key_Escape);
+    QVERIFY(!QApplication::activePopupWidget());
+    QVERIFY(panelIsOpen());
+    for (const char *field : {"cmbSeason", "cboBlock"}) {
+        if (!panelIsOpen()) {
+            click("Command7");
+        }
+        find<QWidget>(field).setFocus();
+        QTest::keyClick(&find<QWidget>(field), Qt::Key_Escape);
+        QVERIFY2(!panelIsOpen(), field);
+    }
+}
+
+/// Whoever believes the panel to be open and presses a letter of its fields.
+void AnalysisPanelTest::lettersDoNotChangeTheList()
+{
+    QFETCH(const AnalysisKind *, kind);
+    open(kind->mode);
+    QList<QKeySequence> acting;
+    for (const char *button : {"Command7", "cmdLeaveDEl", "cmdExcel"}) {
+        acting.append(QKeySequence::mnemonic(find<QPushButton>(button).text()));
+    }
+    for (const QLabel *caption : find<QWidget>("fraAddL").findChildren<QLabel *>()) {
+        QVERIFY2(!acting.contains(QKeySequence::mnemonic(caption->text())), qPrintable(caption->text()));
+    }
 }
 
 void AnalysisPanelTest::refusedSave()

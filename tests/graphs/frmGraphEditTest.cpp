@@ -130,7 +130,7 @@ void frmGraphEditTest::textThatIsNoNumber()
     choose("cmbLineStyle", 3);
     dialogs_.expectMessage();
     choose("cmb_0", 1);
-    QCOMPARE(dialogs_.takeLastText(), QStringLiteral("13 - Type mismatch"));
+    QCOMPARE(dialogs_.takeLastText(), QStringLiteral("13 - \"wide\" is not a width or size from 0 to 32767."));
     // What stands before the text is written; the boxes still belong to the first series.
     QCOMPARE(chart_->series(1).Pen.Style, chart::PenStyle::Dotted);
     QCOMPARE(chart_->series(1).Pen.Width, 20);

@@ -8,6 +8,7 @@
 
 #include <QCheckBox>
 #include <QClipboard>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -136,9 +137,18 @@ void frmPestMGraphTest::leavingAPickerEmptiesTheBlock()
 
 void frmPestMGraphTest::drawAsksForWhatIsMissing()
 {
+    auto &from = find<controls::DatePicker>("dtpDateFrom");
+    // Left while the window is surely in front.
+    std::size_t boxesWhenLeft = 1;
+    connect(&from, &controls::DatePicker::LostFocus, this, [&] { boxesWhenLeft = host_->dialogs().shown().size(); });
+    from.setFocus();
+    from.setValue(QDate(2026, 4, 1));
     host_->dialogs().expectMessage();
-    QTest::keyClick(screen_.get(), Qt::Key_Insert);
+    QTest::keyClick(&from, Qt::Key_Insert);
     QCOMPARE(host_->dialogs().takeLastText(), QStringLiteral("Select a block!"));
+    QVERIFY(combo("cmbBCount").hasFocus());
+    QCOMPARE(boxesWhenLeft, 0U);
+    QCOMPARE(farm_->session.CurrentSDate, QStringLiteral("2026/04/01"));
     click("opt_1");
     host_->dialogs().expectMessage();
     click("cmd_0");
@@ -294,6 +304,7 @@ void frmPestMGraphTest::printing()
     QFile pdf(file);
     QVERIFY(pdf.open(QIODevice::ReadOnly));
     QVERIFY(pdf.read(5) == "%PDF-");
+    QCOMPARE(host_->status, QStringLiteral("Graph saved as %1").arg(QDir::toNativeSeparators(file)));
     QCOMPARE(chGraph().model().TitleText(), QString());
     const QImage picture = QGuiApplication::clipboard()->image();
     QVERIFY(picture.width() > picture.height());

@@ -17,6 +17,7 @@ private Q_SLOTS:
     void allPaintsWithoutChoosing();
     void dateRewritesTheWeekAlone();
     void personOutsideTheListIsKept();
+    void limitsAreTold();
     void tooManyPestsAreAskedAbout();
     void savedInstructionIsPrinted_data();
     void savedInstructionIsPrinted();
@@ -179,6 +180,37 @@ void InstructionEditorFaceTest::personOutsideTheListIsKept()
     click("cmdTSave");
     QCOMPARE(host_->objPestMON().Get_PMTrans(key).text("PMPerson"), QStringLiteral("Zoë, who left"));
     click("cmdTCancel");
+}
+
+void InstructionEditorFaceTest::limitsAreTold()
+{
+    const int key = issue(QStringLiteral("Count"), {1}, {1});
+    select(key);
+    click("cmdEdit");
+    auto &note = find<QLineEdit>("txtPMNotes");
+    note.insert(QString(300, u'n'));
+    QCOMPARE(note.text().size(), 255);
+    QCOMPARE(host_->failure, QStringLiteral("The note takes 255 characters"));
+    auto &week = find<QLineEdit>("txtWeekNo");
+    week.setText(QStringLiteral("99999"));
+    click("cmdTSave");
+    QCOMPARE(host_->failure,
+             QStringLiteral("The instruction could not be saved: The week number takes whole numbers from -32768 "
+                            "to 32767."));
+    week.setText(QStringLiteral("18"));
+    expectMessage();
+    click("cmdTSave");
+    click("cmdTCancel");
+    select(key);
+    click("cmdEdit");
+    QCOMPARE(note.cursorPosition(), 0);
+    click("cmdTCancel");
+    capture(key, QStringLiteral("Blok A"));
+    auto &captured = find<QLineEdit>("txtPMMNotes");
+    QCOMPARE(captured.cursorPosition(), 0);
+    host_->failure.clear();
+    captured.insert(QStringLiteral("x"));
+    QCOMPARE(host_->failure, QStringLiteral("The note takes 255 characters"));
 }
 
 void InstructionEditorFaceTest::tooManyPestsAreAskedAbout()

@@ -8,6 +8,7 @@ class InstructionListFaceTest : public PestMonScreen
 
 private Q_SLOTS:
     void emptyPeriodSelectsNothing();
+    void tabGoesAsTheEye();
     void listShowsAndFilters();
     void selectionMovesByMouseAndKey();
     void deleteRemovesOneRowAtOnce();
@@ -49,6 +50,14 @@ void InstructionListFaceTest::emptyPeriodSelectsNothing()
     click("cmdComp");
     click("cmdPdel");
     QVERIFY(find<QTabWidget>("tabBlock").isHidden());
+}
+
+void InstructionListFaceTest::tabGoesAsTheEye()
+{
+    QCOMPARE(tabOrder("Command1"),
+             QStringLiteral("Command1 chkComplete dtpDateFrom dtpDateTo grdGS cmdAdd cmdEdit cmdComp cmdPdel"));
+    screen_->setFocus();
+    QVERIFY(grid("grdGS").hasFocus());
 }
 
 void InstructionListFaceTest::listShowsAndFilters()

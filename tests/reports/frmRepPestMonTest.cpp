@@ -128,6 +128,8 @@ void frmRepPestMonTest::vanishedFileIsTold()
     QTest::keyClick(files_, Qt::Key_Return);
     QCOMPARE(host_->dialogs().takeLastText(),
              QStringLiteral("Please make sure that Microsoft Excel is loaded on the workstation."));
+    QVERIFY2(host_->failure.startsWith(QStringLiteral("The sheet is no longer there: ")), qPrintable(host_->failure));
+    QCOMPARE(listed(), QStringList());
 }
 
 void frmRepPestMonTest::withoutAProgramItIsTold()
@@ -144,6 +146,7 @@ void frmRepPestMonTest::withoutAProgramItIsTold()
     host_->launcher().hasProgram = true;
     QTest::keyClick(files_, Qt::Key_Return);
     QCOMPARE(host_->launcher().opened.size(), 1);
+    QCOMPARE(host_->status, QStringLiteral("a.xlsx opened"));
 }
 
 void frmRepPestMonTest::closes()

@@ -6,6 +6,7 @@
 #include "platform/controls/ItemCombo.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QTest>
 
 #include <memory>
@@ -54,6 +55,25 @@ protected:
     {
         auto &combo = find<controls::ItemCombo>(name);
         combo.setListIndex(combo.findText(text));
+    }
+
+    /// The fields that Tab reaches from one on, until one comes again; a date takes a Tab for each of its parts.
+    QString tabOrder(const char *first)
+    {
+        QStringList names;
+        constexpr int most = 100;
+        find<QWidget>(first).setFocus(Qt::TabFocusReason);
+        for (int tabs = 0; tabs < most; ++tabs) {
+            const QString name = QApplication::focusWidget()->objectName();
+            if (names.isEmpty() || names.back() != name) {
+                if (names.contains(name)) {
+                    break;
+                }
+                names.append(name);
+            }
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        return names.join(u' ');
     }
 
     std::unique_ptr<Farm> farm_;
