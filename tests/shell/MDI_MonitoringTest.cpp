@@ -86,6 +86,7 @@ private Q_SLOTS:
     void everythingIsReachedByTab();
     void lettersWithAltAreNotTyped();
     void refusedDateIsTold();
+    void longSentenceLeavesTheWindowAsItIs();
     void workbookWithoutProgramIsTold();
     void progressPictureTakesNoRoom();
 
@@ -376,6 +377,18 @@ void MDI_MonitoringTest::refusedDateIsTold()
     QTest::keyClicks(picker, QStringLiteral("31/02/2026"));
     window_->CurrentForm()->findChild<QLineEdit *>(QString(), Qt::FindDirectChildrenOnly)->setFocus();
     QVERIFY2(window_->statusText().contains(QLatin1String("31/02/2026")), qPrintable(window_->statusText()));
+}
+
+void MDI_MonitoringTest::longSentenceLeavesTheWindowAsItIs()
+{
+    const int narrowest = window_->minimumSizeHint().width();
+    const QString sentence(600, u'n');
+    window_->showFailure(sentence);
+    QCoreApplication::processEvents();
+    QCOMPARE(window_->minimumSizeHint().width(), narrowest);
+    QCOMPARE(window_->width(), 1366);
+    QCOMPARE(window_->statusText(), sentence);
+    QCOMPARE(control<QWidget>("statusText").toolTip(), sentence);
 }
 
 void MDI_MonitoringTest::workbookWithoutProgramIsTold()
