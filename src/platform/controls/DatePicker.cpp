@@ -158,10 +158,11 @@ void DatePicker::stopTyping()
     lineEdit()->blockSignals(false);
 }
 
-void DatePicker::takeTyped()
+/// Ends the typing as well.
+bool DatePicker::interpretText()
 {
     if (!typing_) {
-        return;
+        return true;
     }
     const QString text = lineEdit()->text();
     const std::vector<Part> parts = partsOf(text);
@@ -174,6 +175,7 @@ void DatePicker::takeTyped()
     if (!typed) {
         Q_EMIT refused(tr("\"%1\" is no date; %2 stays").arg(text, this->text()));
     }
+    return typed.has_value();
 }
 
 /// A digit over a full part begins it anew; one that fills its part leads to the next.
@@ -228,8 +230,10 @@ QValidator::State DatePicker::validate(QString &input, int &pos) const
 
 bool DatePicker::event(QEvent *event)
 {
-    if (event->type() == QEvent::ShortcutOverride && mayStartAction(static_cast<QKeyEvent &>(*event))) {
-        takeTyped();
+    if (event->type() == QEvent::ShortcutOverride && mayStartAction(static_cast<QKeyEvent &>(*event)) && !interpretText()) {
+        // Nothing is started, or saved, with a date that the user did not mean.
+        event->accept();
+        return true;
     }
     return QDateEdit::event(event);
 }
@@ -246,7 +250,7 @@ void DatePicker::keyPressEvent(QKeyEvent *event)
     if (digit || separator || changesText(*event)) {
         startTyping();
     } else if (endsTyping(*event)) {
-        takeTyped();
+        interpretText();
     }
     if (digit) {
         typeDigit(*event);
@@ -262,7 +266,7 @@ void DatePicker::keyPressEvent(QKeyEvent *event)
 
 void DatePicker::mousePressEvent(QMouseEvent *event)
 {
-    takeTyped();
+    interpretText();
     for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday}) {
         // A farm works on these days too, and red means damage here.
         calendarWidget()->setWeekdayTextFormat(day, QTextCharFormat());
@@ -283,7 +287,7 @@ void DatePicker::openCalendar()
 
 void DatePicker::focusOutEvent(QFocusEvent *event)
 {
-    takeTyped();
+    interpretText();
     QDateEdit::focusOutEvent(event);
     // The calendar takes the focus for a moment without the field being left.
     if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason) {
@@ -293,7 +297,7 @@ void DatePicker::focusOutEvent(QFocusEvent *event)
 
 bool DatePicker::focusNextPrevChild(bool next)
 {
-    takeTyped();
+    interpretText();
     return QDateEdit::focusNextPrevChild(next);
 }
 

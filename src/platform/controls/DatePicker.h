@@ -11,7 +11,7 @@ namespace controls
 /// Arrows turn the year, month or day at once; the mouse wheel changes nothing. Typed digits go over the year, month or day where
 /// the cursor stands and on to the next one, or make up a whole date as readDate() knows them; either is taken when the field is
 /// left, and before a key that may start something elsewhere without leaving it: Insert, or any with Alt. A text that is no date
-/// gives way to the former date.
+/// gives way to the former date, and the key starts nothing.
 class DatePicker : public QDateEdit
 {
     Q_OBJECT
@@ -21,6 +21,8 @@ public:
     QDate Value() const { return date(); }
     /// Silent. An invalid date is ignored.
     void setValue(QDate date);
+    /// Takes what is typed; in place of the base's own, which knows only its sections. False when it is no date.
+    bool interpretText();
 
 Q_SIGNALS:
     /// The user changed the date, once per finished change of keys, arrows or calendar.
@@ -44,8 +46,6 @@ private:
     void openCalendar();
     void startTyping();
     void stopTyping();
-    /// Ends the typing; nothing when there was none.
-    void takeTyped();
     void typeDigit(QKeyEvent &key);
     void typeSeparator(QKeyEvent &key);
 

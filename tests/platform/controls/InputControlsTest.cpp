@@ -36,6 +36,7 @@ private Q_SLOTS:
     void dateTypedIsTakenBeforeAKeyActs();
     void dateTypedIsUnderstoodOrRefused_data();
     void dateTypedIsUnderstoodOrRefused();
+    void refusedDateHoldsTheKeyBack();
     void keysOpenTheCalendar_data();
     void keysOpenTheCalendar();
     void aQuestionEndsByItsAnswersAlone();
@@ -252,6 +253,24 @@ void InputControlsTest::dateTypedIsUnderstoodOrRefused()
     picker.setSelectedSection(QDateTimeEdit::YearSection);
     QTest::keyClick(&picker, Qt::Key_Down);
     QCOMPARE(picker.Value().year(), (date.isValid() ? date : former).year() - 1);
+}
+
+void InputControlsTest::refusedDateHoldsTheKeyBack()
+{
+    QWidget window;
+    DatePicker picker(&window);
+    QPushButton button(QStringLiteral("Sa&ve"), &window);
+    QSignalSpy saves(&button, &QPushButton::clicked);
+    QSignalSpy refusals(&picker, &DatePicker::refused);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    picker.setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(&picker, QStringLiteral("31/02/2026"));
+    QTest::keyClick(&picker, Qt::Key_V, Qt::AltModifier);
+    QCOMPARE(refusals.size(), 1);
+    QVERIFY(!button.isDown());
+    QTest::keyClick(&picker, Qt::Key_V, Qt::AltModifier);
+    QTRY_COMPARE(saves.size(), 1);
 }
 
 void InputControlsTest::keysOpenTheCalendar_data()
