@@ -49,14 +49,12 @@ public:
     template <typename Sender, typename Signal, typename Body>
     void on(Sender *sender, Signal signal, const QObject *context, Body body)
     {
-        connect(sender, signal, context, [this, body](auto &&...arguments) {
-            guarded([&] {
-                if constexpr (std::is_invocable_v<const Body &, decltype(arguments)...>) {
-                    body(std::forward<decltype(arguments)>(arguments)...);
-                } else {
-                    body();
-                }
-            });
+        connect(sender, signal, context, [this, body](auto &&...arguments) -> void {
+            if constexpr (std::is_invocable_v<const Body &, decltype(arguments)...>) {
+                guarded([&] { body(std::forward<decltype(arguments)>(arguments)...); });
+            } else {
+                guarded(body);
+            }
         });
     }
     template <typename Sender, typename Signal, typename Body> void on(Sender *sender, Signal signal, Body body)

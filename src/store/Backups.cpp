@@ -22,6 +22,7 @@ namespace
 {
 
 const QString DayFormat = QStringLiteral("yyyy-MM-dd");
+const QString TimeFormat = QStringLiteral("yyyy-MM-dd-HHmmss");
 
 QString pestFile(const QString &databasesFolder)
 {
@@ -98,21 +99,48 @@ void removeLeftovers(const QString &databasesFolder)
 
 void removeOldest(const QString &databasesFolder)
 {
-    const std::vector<Backup> backups = listBackups(databasesFolder);
-    for (std::size_t i = BackupsKept; i < backups.size(); ++i) {
-        QFile::remove(backups[i].path);
+    int days = 0;
+    QDate day;
+    for (const Backup &backup : listBackups(databasesFolder)) {
+        if (backup.day != day) {
+            day = backup.day;
+            ++days;
+        }
+        if (days > BackupDaysKept) {
+            QFile::remove(backup.path);
+        }
     }
 }
 
-void copyOver(const dao::Database &database, const QString &databasesFolder)
+/// A copy of a damaged file would in time push the good ones out.
+void refuseDamage(const QString &copy, const QString &source)
+{
+    const std::unique_ptr<dao::Database> database = dao::Workspace::OpenDatabase(copy, false, true, connectText());
+    if (const QStringList faults = database->checkPages(); !faults.isEmpty()) {
+        fail(QStringLiteral("%1 is damaged (%2). It was not copied, and the earlier copies are as they were.")
+                 .arg(source, faults.front()));
+    }
+}
+
+void copyTo(const QString &target, const dao::Database &database, const QString &databasesFolder)
 {
     makeFolder(backupFolder(databasesFolder));
-    const QString target = copyOfDay(databasesFolder, basic::Clock::today());
     const FileBeside beside(target);
     database.backupTo(beside.path());
+    refuseDamage(beside.path(), database.Name());
     moveOver(beside.path(), target);
     removeOldest(databasesFolder);
     removeLeftovers(databasesFolder);
+}
+
+/// `stem`.mdb, or the next of `stem`-2.mdb, `stem`-3.mdb ... that no file bears.
+QString freePlace(const QString &stem)
+{
+    QString place = stem + QStringLiteral(".mdb");
+    for (int number = 2; QFileInfo::exists(place); ++number) {
+        place = QStringLiteral("%1-%2.mdb").arg(stem).arg(number);
+    }
+    return place;
 }
 
 /// Brings a file whose last program was killed to rest, so that no rollback journal belongs to it any more. A file that cannot
@@ -132,13 +160,8 @@ void bringToRest(const QString &file)
 /// Where the replaced file goes: a name of its own that no listing takes for a dated copy.
 QString placeForReplaced(const QString &databasesFolder)
 {
-    const QString stem = backupFolder(databasesFolder)
-        + QStringLiteral("/PestMon-replaced-%1").arg(basic::Clock::now().toString(QStringLiteral("yyyy-MM-dd-HHmmss")));
-    QString place = stem + QStringLiteral(".mdb");
-    for (int number = 2; QFileInfo::exists(place); ++number) {
-        place = QStringLiteral("%1-%2.mdb").arg(stem).arg(number);
-    }
-    return place;
+    return freePlace(backupFolder(databasesFolder)
+                     + QStringLiteral("/PestMon-replaced-%1").arg(basic::Clock::now().toString(TimeFormat)));
 }
 
 QString putAside(const QString &databasesFolder)
@@ -171,8 +194,9 @@ void backupForToday(SessionContext &session)
         return;
     }
     const QString folder = QFileInfo(session.dbPest->Name()).absolutePath();
-    if (!QFileInfo::exists(copyOfDay(folder, basic::Clock::today()))) {
-        copyOver(*session.dbPest, folder);
+    const QString target = copyOfDay(folder, basic::Clock::today());
+    if (!QFileInfo::exists(target)) {
+        copyTo(target, *session.dbPest, folder);
     }
 }
 
@@ -181,13 +205,18 @@ QString backUpNow(const QString &databasesFolder)
     // Open for writing, since a file that a killed program left half written cannot be read otherwise.
     const std::unique_ptr<dao::Database> database =
         dao::Workspace::OpenDatabase(pestFile(databasesFolder), false, false, connectText());
-    copyOver(*database, databasesFolder);
-    return copyOfDay(databasesFolder, basic::Clock::today());
+    QString target = copyOfDay(databasesFolder, basic::Clock::today());
+    if (QFileInfo::exists(target)) {
+        target = freePlace(backupFolder(databasesFolder)
+                           + QStringLiteral("/PestMon-%1").arg(basic::Clock::now().toString(TimeFormat)));
+    }
+    copyTo(target, *database, databasesFolder);
+    return target;
 }
 
 std::vector<Backup> listBackups(const QString &databasesFolder)
 {
-    static const QRegularExpression dated(QStringLiteral("^PestMon-(\\d{4}-\\d{2}-\\d{2})\\.mdb$"));
+    static const QRegularExpression dated(QStringLiteral("^PestMon-(\\d{4}-\\d{2}-\\d{2})(-\\d{6}(-\\d+)?)?\\.mdb$"));
     std::vector<Backup> backups;
     const QDir folder(backupFolder(databasesFolder));
     for (const QString &name : folder.entryList(QDir::Files)) {
@@ -197,7 +226,10 @@ std::vector<Backup> listBackups(const QString &databasesFolder)
             backups.push_back({folder.filePath(name), day});
         }
     }
-    std::sort(backups.begin(), backups.end(), [](const Backup &left, const Backup &right) { return left.day > right.day; });
+    // The first copy of a day bears no time, so its name without the suffix comes before the others'.
+    std::sort(backups.begin(), backups.end(), [](const Backup &left, const Backup &right) {
+        return QFileInfo(left.path).completeBaseName() > QFileInfo(right.path).completeBaseName();
+    });
     return backups;
 }
 

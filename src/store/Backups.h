@@ -14,8 +14,8 @@
 namespace store
 {
 
-/// Copies kept; the oldest beyond them are removed.
-inline constexpr int BackupsKept = 10;
+/// Days whose copies are kept; those of older days are removed.
+inline constexpr int BackupDaysKept = 10;
 
 struct Backup {
     QString path;
@@ -23,10 +23,11 @@ struct Backup {
 };
 
 /// Makes the day's copy of the open pest database, unless the day has one or the database is not open. To be called before
-/// the first write of the session.
+/// the first write of the session. Of a damaged database none is made, so that the good copies stay: error 75.
 void backupForToday(SessionContext &session);
 
-/// Copies a database file as of now to the day's copy, replacing it when the day has one. Returns the copy's path.
+/// Copies the pest database as of now; a second copy of a day bears the time too. Returns the copy's path. Error 75 when the
+/// database is damaged.
 QString backUpNow(const QString &databasesFolder);
 
 /// Newest first. Copies that a restore put aside are not among them.

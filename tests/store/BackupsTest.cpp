@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/Backups.h"
+#include "ErrorOf.h"
+
 #include "platform/basic/Clock.h"
+#include "store/Backups.h"
 #include "support/TemporaryFarm.h"
 
 #include <QDir>
@@ -32,16 +34,6 @@ private:
         return all;
     }
 
-    static int errorOf(const std::function<void()> &body)
-    {
-        try {
-            body();
-            return 0;
-        } catch (const basic::RunTimeError &error) {
-            return error.number();
-        }
-    }
-
 private Q_SLOTS:
     void cleanup() { basic::Clock::stopAt({}); }
 
@@ -58,7 +50,7 @@ private Q_SLOTS:
             goTo(day);
             store::backupForToday(farm.session);
         }
-        QCOMPARE(days(farm).size(), store::BackupsKept);
+        QCOMPARE(days(farm).size(), store::BackupDaysKept);
         QCOMPARE(days(farm).first(), QString("05-13"));
         QCOMPARE(days(farm).last(), QString("05-04"));
         // A second start of the day leaves the copy from before the day's work.
@@ -67,7 +59,40 @@ private Q_SLOTS:
         const auto copy = dao::Workspace::OpenDatabase(store::listBackups(farm.databasesPath()).front().path, false, true,
                                                        store::connectText());
         QVERIFY(copy->OpenRecordset("Select * from tblPMTrans").Eof());
-        QCOMPARE(QDir(farm.databasesPath() + "/Backups").entryList(QDir::Files).size(), store::BackupsKept);
+        QCOMPARE(QDir(farm.databasesPath() + "/Backups").entryList(QDir::Files).size(), store::BackupDaysKept);
+    }
+
+    void noCopyTakesThePlaceOfAnother()
+    {
+        TemporaryFarm farm;
+        goTo(0);
+        store::backupForToday(farm.session);
+        farm.addInstruction({.blocks = {{1, 20}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
+        const QString later = store::backUpNow(farm.databasesPath());
+        const QString latest = store::backUpNow(farm.databasesPath());
+        const auto backups = store::listBackups(farm.databasesPath());
+        QCOMPARE(backups.size(), std::size_t(3));
+        QCOMPARE(QFileInfo(backups[0].path).fileName(), QString("PestMon-2026-05-01-073000-2.mdb"));
+        QCOMPARE(backups[0].path, latest);
+        QCOMPARE(backups[1].path, later);
+        // Eleven days later the three are gone, and a damaged file has not pushed any other out.
+        for (int day = 1; day <= store::BackupDaysKept; ++day) {
+            goTo(day);
+            store::backupForToday(farm.session);
+        }
+        QCOMPARE(days(farm).last(), QString("05-02"));
+        const QStringList kept = days(farm);
+        QFile pest(farm.filePath(DatabaseFile::Pest));
+        QVERIFY(pest.open(QIODevice::ReadWrite) && pest.seek(pest.size() / 8192 * 4096));
+        QCOMPARE(pest.write(QByteArray(4096, '\x2a')), 4096);
+        pest.close();
+        farm.close();
+        farm.open();
+        goTo(20);
+        const int refused = static_cast<int>(basic::ErrorNumber::PathFileAccess);
+        QCOMPARE(errorOf([&] { store::backupForToday(farm.session); }), refused);
+        QCOMPARE(errorOf([&] { store::backUpNow(farm.databasesPath()); }), refused);
+        QCOMPARE(days(farm), kept);
     }
 
     void aFolderThatCannotBeWrittenIsTold()

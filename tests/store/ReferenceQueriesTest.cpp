@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "ErrorOf.h"
+
 #include "store/clsPestMONNew.h"
 #include "support/TemporaryFarm.h"
 
@@ -17,16 +19,6 @@ private:
             texts.append(rows.text(field));
         }
         return texts;
-    }
-
-    static int errorOf(const std::function<void()> &body)
-    {
-        try {
-            body();
-            return 0;
-        } catch (const basic::RunTimeError &error) {
-            return error.number();
-        }
     }
 
 private Q_SLOTS:

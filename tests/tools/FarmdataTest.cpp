@@ -248,6 +248,9 @@ private Q_SLOTS:
         QCOMPARE(run.status, 1);
         QVERIFY(run.output.contains("FAULT"));
         QVERIFY(run.output.contains("Faults were found."));
+        run = farmdata({"backup", farm.databasesPath()});
+        QCOMPARE(run.status, 1);
+        QVERIFY2(run.errors.contains("PestMon.mdb is damaged"), qPrintable(run.errors));
 
         run = farmdata({"restore", farm.databasesPath(), "second.mdb"});
         QCOMPARE(run.status, 1);

@@ -11,7 +11,7 @@ QString QueuedDialogs::takeLastText()
     if (shown_.empty()) {
         return {};
     }
-    const QString text = shown_.back().text;
+    QString text = shown_.back().text;
     shown_.pop_back();
     return text;
 }

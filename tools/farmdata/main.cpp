@@ -113,7 +113,7 @@ const std::vector<Command> &commands()
         {"demo", {"DIR"}, "makes the databases of an invented farm office with two seasons of work", demo},
         {"import", {"FROM", "DIR"}, "makes the databases from the suite's three Jet files in the folder FROM", import},
         {"check", {"DIR"}, "reads everything and tells what is wrong; changes nothing", check},
-        {"backup", {"DIR"}, "makes today's dated copy of PestMon.mdb, of which ten are kept", backup},
+        {"backup", {"DIR"}, "makes a dated copy of PestMon.mdb; those of ten days are kept", backup},
         {"restore", {"DIR", "FILE"}, "puts a copy back in the place of PestMon.mdb and keeps the file that it replaces", restore},
     };
     return all;

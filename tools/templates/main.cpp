@@ -19,13 +19,13 @@ struct Template {
     std::array<double, 4> widths;
 };
 
-constexpr std::array<Template, 2> templates{{
+constexpr std::array<Template, 2> Templates{{
     {"PestMoni.xls", "Pest Monitoring", excel::xlLandscape, "", {12, 12, 12, 12}},
     {"Analysis.xls", "Reports", excel::xlLandscape, "$1:$3", {16, 14, 12, 12}},
 }};
 
-constexpr double sideMargin = 1.25;
-constexpr double topMargin = 1.9;
+constexpr double SideMargin = 1.25;
+constexpr double TopMargin = 1.9;
 
 void make(const Template &told, const QDir &folder)
 {
@@ -39,10 +39,10 @@ void make(const Template &told, const QDir &folder)
     excel::PageSetup page = sheet.PageSetup();
     page.setPaperSize(excel::xlPaperA4);
     page.setOrientation(told.orientation);
-    page.setLeftMargin(application.CentimetersToPoints(sideMargin));
-    page.setRightMargin(application.CentimetersToPoints(sideMargin));
-    page.setTopMargin(application.CentimetersToPoints(topMargin));
-    page.setBottomMargin(application.CentimetersToPoints(topMargin));
+    page.setLeftMargin(application.CentimetersToPoints(SideMargin));
+    page.setRightMargin(application.CentimetersToPoints(SideMargin));
+    page.setTopMargin(application.CentimetersToPoints(TopMargin));
+    page.setBottomMargin(application.CentimetersToPoints(TopMargin));
     // As many pages down as the rows take, but no column on a page of its own.
     page.setFitToPagesWide(1);
     page.setPrintTitleRows(QLatin1String(told.titleRows));
@@ -66,7 +66,7 @@ int main(int count, char **arguments)
         return 1;
     }
     try {
-        for (const Template &told : templates) {
+        for (const Template &told : Templates) {
             make(told, folder);
         }
     } catch (const basic::RunTimeError &error) {

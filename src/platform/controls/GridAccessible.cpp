@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/controls/FlexGrid.h"
+#include "platform/controls/FlexGridPrivate.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>

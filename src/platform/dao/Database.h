@@ -61,6 +61,8 @@ public:
     void backupTo(const QString &path) const;
     /// Reads the whole file and returns what is wrong with it; empty when nothing is.
     QStringList checkIntegrity(const std::function<void(int percent)> &progress = {}) const;
+    /// The same without comparing rows with their indexes: about a second for two million rows, a tenth of the whole check.
+    QStringList checkPages() const;
 
     /// The engine's state, for WriteScope and the recordsets.
     State &state() { return *state_; }

@@ -88,6 +88,31 @@ double expectedSteps(Engine &engine)
     return steps;
 }
 
+QStringList rowsOf(Engine &engine, const char *pragma)
+{
+    QStringList rows;
+    for (Statement check(engine.connection(), pragma); check.step();) {
+        const auto text = check.textAt(0);
+        rows.push_back(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+    }
+    return rows;
+}
+
+/// A file too damaged for a check to begin or to end has its error for a problem.
+QStringList problemsFoundBy(const std::function<QStringList()> &check)
+{
+    try {
+        QStringList problems = check();
+        problems.removeAll(QStringLiteral("ok"));
+        return problems;
+    } catch (const DataError &error) {
+        if (error.number() != static_cast<int>(DataErrorNumber::DamagedFile)) {
+            throw;
+        }
+        return {error.description()};
+    }
+}
+
 } // namespace
 
 void Database::backupTo(const QString &path) const
@@ -122,26 +147,20 @@ void Database::backupTo(const QString &path) const
 QStringList Database::checkIntegrity(const std::function<void(int percent)> &progress) const
 {
     Engine &engine = *state_->engine;
-    QStringList problems;
-    try {
+    const QStringList problems = problemsFoundBy([&] {
         Progress counted{progress, expectedSteps(engine)};
         const ProgressReports reports(engine.connection().get(), counted);
-        Statement check(engine.connection(), "PRAGMA integrity_check");
-        while (check.step()) {
-            const auto text = check.textAt(0);
-            problems.push_back(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
-        }
-    } catch (const DataError &error) {
-        if (error.number() != static_cast<int>(DataErrorNumber::DamagedFile)) {
-            throw;
-        }
-        problems.push_back(error.description());
-    }
+        return rowsOf(engine, "PRAGMA integrity_check");
+    });
     if (progress) {
         progress(100);
     }
-    problems.removeAll(QStringLiteral("ok"));
     return problems;
+}
+
+QStringList Database::checkPages() const
+{
+    return problemsFoundBy([this] { return rowsOf(*state_->engine, "PRAGMA quick_check"); });
 }
 
 } // namespace dao

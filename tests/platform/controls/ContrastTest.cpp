@@ -48,7 +48,7 @@ struct Pairs {
 constexpr double Text = 4.5;
 constexpr double Edge = 3.0;
 
-const std::array<Pairs, 6> allPairs{{
+const std::array<Pairs, 6> AllPairs{{
     {"text", {"window", "base", "header", "soft", "line"}, Text},
     {"muted", {"window", "base", "header", "soft"}, Text},
     {"danger", {"window", "base", "soft", "line"}, Text},
@@ -66,7 +66,7 @@ void ContrastTest::everyPairReads_data()
     QTest::addColumn<QString>("ground");
     QTest::addColumn<double>("least");
     for (const bool dark : {false, true}) {
-        for (const Pairs &pairs : allPairs) {
+        for (const Pairs &pairs : AllPairs) {
             for (const char *ground : pairs.grounds) {
                 QTest::addRow("%s: %s on %s", dark ? "dark" : "light", pairs.ink, ground)
                     << dark << QString::fromLatin1(pairs.ink) << QString::fromLatin1(ground) << pairs.least;

@@ -16,11 +16,11 @@ using namespace excel;
 
 namespace
 {
-const QString templatePath = QStringLiteral(XLS_FOLDER "/template.xls");
+const QString TemplatePath = QStringLiteral(XLS_FOLDER "/template.xls");
 
 QByteArray templateBytes()
 {
-    QFile file(templatePath);
+    QFile file(TemplatePath);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
@@ -88,11 +88,11 @@ void TemplateTest::untouchedComesBackAsItWas()
     const QTemporaryDir folder;
     const QString path = folder.filePath("same.xls");
     Application application;
-    application.Workbooks().Open(templatePath).SaveAs(path);
-    const QStringList records = toldByReader({"--records", templatePath});
+    application.Workbooks().Open(TemplatePath).SaveAs(path);
+    const QStringList records = toldByReader({"--records", TemplatePath});
     QVERIFY(records.size() > 50);
     compareLines(toldByReader({"--records", path}), records);
-    compareLines(toldByReader({path}), toldByReader({templatePath}));
+    compareLines(toldByReader({path}), toldByReader({TemplatePath}));
 }
 
 void TemplateTest::filledKeepsTheRest()
@@ -100,7 +100,7 @@ void TemplateTest::filledKeepsTheRest()
     const QTemporaryDir folder;
     const QString path = folder.filePath("filled.xls");
     Application application;
-    Workbook book = application.Workbooks().Open(templatePath);
+    Workbook book = application.Workbooks().Open(TemplatePath);
     // Over the first formula of a column of them, beside the picture, and on a cell of its own far below.
     application.Range("B5").setValue("seven");
     application.Range("A2").setValue("Block :  7");
@@ -121,7 +121,7 @@ void TemplateTest::filledKeepsTheRest()
     const auto kept = [](const QStringList &records) {
         return records.filter(QRegularExpression("^(00EB|00EC|005D|001C|01B6|01B2|01BE|0031) "));
     };
-    const QStringList before = kept(toldByReader({"--records", templatePath}));
+    const QStringList before = kept(toldByReader({"--records", TemplatePath}));
     QVERIFY(before.filter("00EC").size() >= 2 && before.filter("01BE").size() == 1 && before.filter("001C").size() == 1);
     compareLines(kept(toldByReader({"--records", path})), before);
 }
@@ -129,7 +129,7 @@ void TemplateTest::filledKeepsTheRest()
 void TemplateTest::cellsTakeTheLookOfTheTemplate()
 {
     Application application;
-    application.Workbooks().Open(templatePath);
+    application.Workbooks().Open(TemplatePath);
     Range title = application.Range("A1", "C1");
     QVERIFY(title.MergeCells());
     QCOMPARE(title.value(), "Orchard form");
@@ -146,7 +146,7 @@ void TemplateTest::onlyXlsKeepsEverything()
     const QTemporaryDir folder;
     const QString path = folder.filePath("other.xlsx");
     Application application;
-    Workbook book = application.Workbooks().Open(templatePath);
+    Workbook book = application.Workbooks().Open(TemplatePath);
     QCOMPARE(errorOf([&] { book.SaveAs(path, xlOpenXMLWorkbook); }).first, 1004);
     QVERIFY(!QFile::exists(path));
     QCOMPARE(errorOf([&] { book.Worksheets(1).Delete(); }).first, 1004);
@@ -157,7 +157,7 @@ void TemplateTest::ofTwoPalettesTheLastCounts()
     const auto twice = bookFromXls(templateBytes());
     auto &records = twice->kept->globals;
     const auto first =
-        std::find_if(records.begin(), records.end(), [](const auto &record) { return record.id == biff::palette; });
+        std::find_if(records.begin(), records.end(), [](const auto &record) { return record.id == biff::Palette; });
     QVERIFY(first != records.end());
     const model::Record second = *first;
     records.insert(first, second);
