@@ -8,6 +8,20 @@ ChildScreen::ChildScreen(ScreenHost &host, QWidget *parent) : QWidget(parent), h
     setAttribute(Qt::WA_StyledBackground);
 }
 
+void ChildScreen::focusFirstControl()
+{
+    const QWidget *focused = window()->focusWidget();
+    if (focused != this && isAncestorOf(focused)) {
+        return;
+    }
+    if (firstControl_) {
+        firstControl_->setFocus();
+    } else {
+        setFocus();
+        focusNextChild();
+    }
+}
+
 void ChildScreen::showFailure(const QString &what, const QString &why)
 {
     host_.showFailure(why.isEmpty() ? what : QStringLiteral("%1: %2").arg(what, why));

@@ -4,6 +4,7 @@
 #include "platform/basic/RunTimeError.h"
 #include "shell/ScreenHost.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <type_traits>
@@ -27,6 +28,9 @@ public:
     /// Which kind of record the screen serves; set by the menu before the screen is shown.
     const QString &Tag() const { return tag_; }
     void setTag(const QString &tag) { tag_ = tag; }
+
+    /// Gives the keys to the control that the screen named, else to the first in Tab order, unless one has them already.
+    void focusFirstControl();
 
     void closeScreen() { Q_EMIT closeRequested(); }
 
@@ -76,6 +80,9 @@ Q_SIGNALS:
     void closeRequested();
 
 protected:
+    /// Where the keys work when the screen opens. A focus proxy in its place would be a Tab stop of its own.
+    void setFirstControl(QWidget *control) { firstControl_ = control; }
+
     ScreenHost &host() const { return host_; }
     SessionContext &session() const { return host_.session(); }
     clsPestMONNew &objPestMON() const { return host_.objPestMON(); }
@@ -86,4 +93,5 @@ private:
 
     ScreenHost &host_;
     QString tag_;
+    QPointer<QWidget> firstControl_;
 };

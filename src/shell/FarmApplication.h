@@ -8,7 +8,8 @@
 #include <functional>
 
 /// The application object, and the last net: window and screens show the errors of their own handlers; one that escapes them all
-/// ends at the event that raised it, and the program goes on.
+/// ends at the event that raised it, and the program goes on. A letter typed with Alt reaches no widget; shortcuts have had it
+/// before.
 class FarmApplication : public QApplication
 {
     Q_OBJECT

@@ -4,6 +4,7 @@
 #include "common/HandOffFiles.h"
 #include "common/ProgramLock.h"
 #include "platform/basic/TextFiles.h"
+#include "platform/controls/DatePicker.h"
 #include "platform/controls/Dialogs.h"
 #include "platform/controls/Look.h"
 #include "shell/ChildScreen.h"
@@ -237,12 +238,18 @@ void MDI_Monitoring::showScreen(ChildScreen *screen)
 {
     CurrentForm_ = screen;
     connect(screen, &ChildScreen::closeRequested, this, [this, screen] { unload(screen); });
+    for (const auto *picker : screen->findChildren<controls::DatePicker *>()) {
+        connect(picker, &controls::DatePicker::refused, this, &MDI_Monitoring::showFailure);
+    }
     nameKeysInTips(*screen);
     ui_->screenArea->setWidget(screen);
     ui_->clientArea->setCurrentWidget(ui_->screenArea);
     screen->show();
     screen->setFocus();
     screen->activateScreen();
+    if (screen == CurrentForm_) {
+        screen->focusFirstControl();
+    }
 }
 
 void MDI_Monitoring::Close_Form()

@@ -6,16 +6,36 @@
 
 #include <QAccessible>
 #include <QLabel>
+#include <QPainter>
+#include <QStyle>
 
 namespace
 {
+
+/// A sentence that is drawn as far as there is room for it, and asks for none.
+class ElidedLabel : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+    QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, width());
+        style()->drawItemText(&painter, rect(), static_cast<int>(alignment()) | Qt::TextSingleLine, palette(), isEnabled(), shown,
+                              foregroundRole());
+    }
+};
 
 constexpr int IconSize = 16;
 constexpr int SideMargin = 18;
 
 } // namespace
 
-StatusLine::StatusLine(QWidget *parent) : QStatusBar(parent), icon_(new QLabel(this)), text_(new QLabel(this))
+StatusLine::StatusLine(QWidget *parent) : QStatusBar(parent), icon_(new QLabel(this)), text_(new ElidedLabel(this))
 {
     setSizeGripEnabled(false);
     setContentsMargins(SideMargin, 0, SideMargin, 0);
@@ -29,7 +49,7 @@ StatusLine::StatusLine(QWidget *parent) : QStatusBar(parent), icon_(new QLabel(t
 void StatusLine::showWritten(const QString &text)
 {
     const QString time = basic::Clock::now().toString(QStringLiteral("HH:mm"));
-    show(QStringLiteral("tick"), QStringLiteral("accent"), text + u' ' + time);
+    show(QStringLiteral("tick"), QStringLiteral("accent"), text + QStringLiteral(" \u00b7 ") + time);
 }
 
 void StatusLine::showFailure(const QString &text)
@@ -46,6 +66,7 @@ void StatusLine::show(const QString &icon, const QString &colour, const QString 
 {
     setPicture(*icon_, IconSize, icon, colour);
     text_->setText(text);
+    text_->setAccessibleName(text);
     text_->setToolTip(text);
     if (QAccessible::isActive()) {
         QAccessibleEvent alert(text_, QAccessible::Alert);

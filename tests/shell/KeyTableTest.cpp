@@ -28,6 +28,8 @@ private Q_SLOTS:
     void theBarsLettersAreFreeOnEveryScreen_data() { screens(); }
     void theBarsLettersAreFreeOnEveryScreen();
     void thePageBeginsWithTheScreen();
+    void aScreenHasTheKeysAtOnce_data() { screens(); }
+    void aScreenHasTheKeysAtOnce();
 
 private:
     static void screens();
@@ -169,6 +171,14 @@ void KeyTableTest::thePageBeginsWithTheScreen()
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(window_->findChild<KeysPage *>() == nullptr);
     }
+}
+
+void KeyTableTest::aScreenHasTheKeysAtOnce()
+{
+    QFETCH(QString, picture);
+    const QWidget &screen = open(picture);
+    const QWidget *first = QApplication::focusWidget();
+    QVERIFY2(first != &screen && screen.isAncestorOf(first), "the keys work without a Tab");
 }
 
 int main(int argc, char **argv)

@@ -2,6 +2,7 @@
 #include "shell/MDI_Monitoring.h"
 #include "doubles/QueuedDialogs.h"
 #include "doubles/RecordingLauncher.h"
+#include "platform/controls/DatePicker.h"
 #include "platform/controls/ItemCombo.h"
 #include "platform/controls/PictureButton.h"
 #include "shell/ChildScreen.h"
@@ -14,11 +15,13 @@
 #include <QDialog>
 #include <QDir>
 #include <QFile>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 using controls::PictureButton;
 
@@ -34,6 +37,9 @@ public:
     PlainScreen(ScreenHost &screenHost, QWidget *parent) : ChildScreen(screenHost, parent)
     {
         journal += QStringLiteral("load at row %1").arg(session().ListRow);
+        auto *layout = new QVBoxLayout(this);
+        layout->addWidget(new QLineEdit(this));
+        layout->addWidget(new controls::DatePicker(this));
     }
     ~PlainScreen() override { journal += QStringLiteral("end"); }
     void activateScreen() override { journal += QStringLiteral("activate") + Tag(); }
@@ -78,6 +84,9 @@ private Q_SLOTS:
     void endsAtOnce_data();
     void endsAtOnce();
     void everythingIsReachedByTab();
+    void lettersWithAltAreNotTyped();
+    void refusedDateIsTold();
+    void longSentenceLeavesTheWindowAsItIs();
     void workbookWithoutProgramIsTold();
     void progressPictureTakesNoRoom();
 
@@ -343,6 +352,43 @@ void MDI_MonitoringTest::everythingIsReachedByTab()
     }
     QTest::keyClick(window_.get(), Qt::Key_Escape);
     QVERIFY(window_->isVisible());
+}
+
+void MDI_MonitoringTest::lettersWithAltAreNotTyped()
+{
+    open("ImPM");
+    const auto *field = window_->CurrentForm()->findChild<QLineEdit *>(QString(), Qt::FindDirectChildrenOnly);
+    QVERIFY2(field->hasFocus(), "a screen has the keys at once");
+    QTest::keyClick(window_.get(), Qt::Key_Q, Qt::AltModifier);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Q, Qt::AltModifier);
+    QCOMPARE(field->text(), QString());
+    // Some keyboards have characters of their own under Control and Alt together.
+    QTest::simulateEvent(QApplication::focusWidget(), true, Qt::Key_E, Qt::AltModifier | Qt::ControlModifier,
+                         QStringLiteral("\u00e9"), false);
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("Q"));
+    QCOMPARE(field->text(), QStringLiteral("\u00e9Q"));
+}
+
+void MDI_MonitoringTest::refusedDateIsTold()
+{
+    open("ImPM");
+    auto *picker = window_->CurrentForm()->findChild<controls::DatePicker *>();
+    picker->setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(picker, QStringLiteral("31/02/2026"));
+    window_->CurrentForm()->findChild<QLineEdit *>(QString(), Qt::FindDirectChildrenOnly)->setFocus();
+    QVERIFY2(window_->statusText().contains(QLatin1String("31/02/2026")), qPrintable(window_->statusText()));
+}
+
+void MDI_MonitoringTest::longSentenceLeavesTheWindowAsItIs()
+{
+    const int narrowest = window_->minimumSizeHint().width();
+    const QString sentence(600, u'n');
+    window_->showFailure(sentence);
+    QCoreApplication::processEvents();
+    QCOMPARE(window_->minimumSizeHint().width(), narrowest);
+    QCOMPARE(window_->width(), 1366);
+    QCOMPARE(window_->statusText(), sentence);
+    QCOMPARE(control<QWidget>("statusText").toolTip(), sentence);
 }
 
 void MDI_MonitoringTest::workbookWithoutProgramIsTold()

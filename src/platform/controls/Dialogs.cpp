@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/Dialogs.h"
 
+#include <QCloseEvent>
 #include <QColorDialog>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -35,6 +37,22 @@ QString titleOr(const QString &title)
     return title.isEmpty() ? QGuiApplication::applicationDisplayName() : title;
 }
 
+/// Ends by Yes or No alone: a key pressed out of habit must not answer whether typed input is kept.
+class QuestionBox : public QMessageBox
+{
+public:
+    using QMessageBox::QMessageBox;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        if (!event->matches(QKeySequence::Cancel)) {
+            QMessageBox::keyPressEvent(event);
+        }
+    }
+    void closeEvent(QCloseEvent *event) override { event->ignore(); }
+};
+
 } // namespace
 
 void MessageBoxes::message(const QString &text, const QString &title, BoxIcon icon)
@@ -49,10 +67,9 @@ void MessageBoxes::message(const QString &text, const QString &title, BoxIcon ic
 
 Answer MessageBoxes::question(const QString &text, const QString &title, Answer preselected)
 {
-    QMessageBox box(QMessageBox::NoIcon, titleOr(title), text, QMessageBox::Yes | QMessageBox::No, parent_);
+    QuestionBox box(QMessageBox::NoIcon, titleOr(title), text, QMessageBox::Yes | QMessageBox::No, parent_);
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(preselected == Answer::Yes ? QMessageBox::Yes : QMessageBox::No);
-    box.setEscapeButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
 }
 

@@ -22,7 +22,7 @@ class Dialogs
 public:
     virtual ~Dialogs() = default;
     virtual void message(const QString &text, const QString &title = {}, BoxIcon icon = BoxIcon::None) = 0;
-    /// Yes and No, `preselected` being what Enter gives. Esc and the window's close mean No.
+    /// Yes and No, `preselected` being what Enter gives. Esc and the window's close leave it open.
     virtual Answer question(const QString &text, const QString &title, Answer preselected) = 0;
     /// Nothing when the user cancels, as with the printer.
     virtual std::optional<QColor> chooseColour(const QColor &initial, const QString &title) = 0;

@@ -264,18 +264,29 @@ void GridPainter::paintSelectedRow(QPainter &painter)
     fill(painter, QRectF(0, *top, SelectionBar, height - 1), colours.accent);
 }
 
+/// A hidden column has no place for the frame; while the keys work here, the first one that shows tells at least the row.
+int GridPainter::currentColumnShown() const
+{
+    if (!state_.cols.isHidden(state_.col) || !view_.focused) {
+        return state_.col;
+    }
+    const auto shown = std::find_if(cols_.begin(), cols_.end(), [this](int col) { return col >= state_.cols.fixed(); });
+    return shown == cols_.end() ? state_.col : *shown;
+}
+
 void GridPainter::paintCurrentCell(QPainter &painter)
 {
     if (state_.row >= state_.rows.count() || state_.col >= state_.cols.count() || state_.isFixed(state_.row, state_.col)) {
         return;
     }
+    const int col = currentColumnShown();
     const auto top = state_.rows.viewStart(state_.row);
-    const auto left = state_.cols.viewStart(state_.col);
+    const auto left = state_.cols.viewStart(col);
     if (!top || !left) {
         return;
     }
-    const QRectF cell(*left, *top, state_.cols.size(state_.col) - 1, state_.rows.size(state_.row) - 1);
-    const QColor ink = state_.isMarked(state_.row, state_.col) ? QColor(Qt::black) : Look::colours().text;
+    const QRectF cell(*left, *top, state_.cols.size(col) - 1, state_.rows.size(state_.row) - 1);
+    const QColor ink = state_.isMarked(state_.row, col) ? QColor(Qt::black) : Look::colours().text;
     const double width = view_.focused ? 2 : 1;
     fill(painter, QRectF(cell.left(), cell.top(), cell.width(), width), ink);
     fill(painter, QRectF(cell.left(), cell.bottom() - width, cell.width(), width), ink);

@@ -40,6 +40,7 @@ private:
     void paintCell(QPainter &painter, int row, int col, const QRect &rect);
     void paintText(QPainter &painter, int row, int col, const QRect &rect, const QColor &ink) const;
     void paintSelectedRow(QPainter &painter);
+    int currentColumnShown() const;
     void paintCurrentCell(QPainter &painter);
     QRect spanRect(const CellSpan &span) const;
     Colours coloursOf(int row, int col) const;

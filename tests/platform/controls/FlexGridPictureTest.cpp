@@ -23,6 +23,7 @@ private Q_SLOTS:
     void equalNeighboursAreOneCell();
     void cellsMeetAtFractionalScales();
     void focusIsABroadEdge();
+    void hiddenCurrentColumnStillShowsItsRow();
     void longListIsPaintedByWhatShows();
 
 private:
@@ -176,6 +177,25 @@ void FlexGridPictureTest::focusIsABroadEdge()
             QVERIFY(without.pixelColor(x, 100) != controls::Look::colours().accent);
         }
     }
+}
+
+void FlexGridPictureTest::hiddenCurrentColumnStillShowsItsRow()
+{
+    controls::Look::apply(*qApp, false);
+    FlexGrid grid;
+    grid.setRows(4);
+    grid.setCols(4);
+    grid.setFixedCols(1);
+    grid.setCell(2, 1);
+    grid.setColWidth(1, 0);
+    grid.show();
+    QVERIFY(QTest::qWaitForWindowActive(&grid));
+    grid.setFocus();
+    const QImage focused = picture(grid);
+    const QPoint corner = grid.cellRect(2, 2).translated(grid.viewport()->pos()).topLeft();
+    QCOMPARE(focused.pixelColor(corner), controls::Look::colours().text);
+    QCOMPARE(focused.pixelColor(corner + QPoint(5, 1)), controls::Look::colours().text);
+    QCOMPARE(grid.Col(), 1);
 }
 
 void FlexGridPictureTest::longListIsPaintedByWhatShows()

@@ -8,6 +8,8 @@
 #include "platform/controls/PictureButton.h"
 
 #include <QApplication>
+#include <QCalendarWidget>
+#include <QDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -32,7 +34,12 @@ private Q_SLOTS:
     void dateTypedIsOneChange();
     void dateTypedIsTakenBeforeAKeyActs_data();
     void dateTypedIsTakenBeforeAKeyActs();
-    void escapeOnAQuestionIsNo();
+    void dateTypedIsUnderstoodOrRefused_data();
+    void dateTypedIsUnderstoodOrRefused();
+    void refusedDateHoldsTheKeyBack();
+    void keysOpenTheCalendar_data();
+    void keysOpenTheCalendar();
+    void aQuestionEndsByItsAnswersAlone();
     void unexpectedBoxesAreCounted();
     void everyColourAndIconIsThere();
     void enterPressesAPicture();
@@ -193,16 +200,129 @@ void InputControlsTest::dateTypedIsTakenBeforeAKeyActs()
     QVERIFY(picker.hasFocus());
 }
 
-void InputControlsTest::escapeOnAQuestionIsNo()
+void InputControlsTest::dateTypedIsUnderstoodOrRefused_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<bool>("overAll");
+    QTest::addColumn<QDate>("date");
+    const auto row = [](const char *name, const char *typed, QDate date, bool overAll = false) {
+        QTest::newRow(name) << QString::fromLatin1(typed) << overAll << date;
+    };
+    const QDate refused;
+    row("over year, month and day", "20251231", {2025, 12, 31});
+    row("with strokes", "2025/12/31", {2025, 12, 31});
+    row("with dashes", "2025-12-31", {2025, 12, 31});
+    row("one digit each", "2025/5/9", {2025, 5, 9});
+    row("a year alone", "2025", {2025, 11, 23});
+    row("day first", "31/12/2025", {2025, 12, 31});
+    row("day first with points", "1.9.2025", {2025, 9, 1});
+    row("over all", "2025/05/09", {2025, 5, 9}, true);
+    row("eight digits over all", "20250509", {2025, 5, 9}, true);
+    row("day first over all", "9-5-2025", {2025, 5, 9}, true);
+    row("a short year", "5/9/26", refused);
+    row("eight digits day first", "05112026", refused);
+    row("no such day", "2026/02/30", refused);
+    row("day first, no such day", "31/02/2026", refused);
+    row("half a date", "2026/0", refused, true);
+}
+
+void InputControlsTest::dateTypedIsUnderstoodOrRefused()
+{
+    QFETCH(QString, typed);
+    QFETCH(bool, overAll);
+    QFETCH(QDate, date);
+    const QDate former(2026, 11, 23);
+    DatePicker picker;
+    picker.setValue(former);
+    QSignalSpy changes(&picker, &DatePicker::Change);
+    QSignalSpy refusals(&picker, &DatePicker::refused);
+    picker.show();
+    QVERIFY(QTest::qWaitForWindowActive(&picker));
+    picker.setFocus(Qt::TabFocusReason);
+    if (overAll) {
+        QTest::keyClick(&picker, Qt::Key_A, Qt::ControlModifier);
+    }
+    QTest::keyClicks(&picker, typed);
+    QCOMPARE(changes.size() + refusals.size(), 0);
+    QTest::keyClick(&picker, Qt::Key_Return);
+    QCOMPARE(picker.Value(), date.isValid() ? date : former);
+    QCOMPARE(picker.text(), picker.Value().toString(QStringLiteral("yyyy/MM/dd")));
+    QCOMPARE(changes.size(), date.isValid() ? 1 : 0);
+    QCOMPARE(refusals.size(), date.isValid() ? 0 : 1);
+    // Arrows turn one part again.
+    picker.setSelectedSection(QDateTimeEdit::YearSection);
+    QTest::keyClick(&picker, Qt::Key_Down);
+    QCOMPARE(picker.Value().year(), (date.isValid() ? date : former).year() - 1);
+}
+
+void InputControlsTest::refusedDateHoldsTheKeyBack()
+{
+    QWidget window;
+    DatePicker picker(&window);
+    QPushButton button(QStringLiteral("Sa&ve"), &window);
+    QSignalSpy saves(&button, &QPushButton::clicked);
+    QSignalSpy refusals(&picker, &DatePicker::refused);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    picker.setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(&picker, QStringLiteral("31/02/2026"));
+    QTest::keyClick(&picker, Qt::Key_V, Qt::AltModifier);
+    QCOMPARE(refusals.size(), 1);
+    QVERIFY(!button.isDown());
+    QTest::keyClick(&picker, Qt::Key_V, Qt::AltModifier);
+    QTRY_COMPARE(saves.size(), 1);
+}
+
+void InputControlsTest::keysOpenTheCalendar_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("held");
+    QTest::newRow("Alt+Down") << int(Qt::Key_Down) << Qt::KeyboardModifiers(Qt::AltModifier);
+    QTest::newRow("F4") << int(Qt::Key_F4) << Qt::KeyboardModifiers();
+}
+
+void InputControlsTest::keysOpenTheCalendar()
+{
+    QFETCH(int, key);
+    QFETCH(Qt::KeyboardModifiers, held);
+    QDialog window;
+    DatePicker picker(&window);
+    picker.setValue(QDate(2026, 5, 4));
+    QSignalSpy changes(&picker, &DatePicker::Change);
+    QSignalSpy left(&picker, &DatePicker::LostFocus);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    picker.setFocus();
+    QTest::keyClick(&picker, static_cast<Qt::Key>(key), held);
+    QWidget *popup = QApplication::activePopupWidget();
+    QVERIFY(popup != nullptr);
+    QVERIFY(popup->isAncestorOf(picker.calendarWidget()));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QTRY_VERIFY(QApplication::activePopupWidget() == nullptr);
+    QVERIFY2(window.isVisible(), "Esc reached no farther than the calendar");
+    QVERIFY(picker.hasFocus());
+    QCOMPARE(changes.size() + left.size(), 0);
+    QCOMPARE(picker.Value(), QDate(2026, 5, 4));
+}
+
+void InputControlsTest::aQuestionEndsByItsAnswersAlone()
 {
     MessageBoxes boxes;
     for (const Answer preselected : {Answer::Yes, Answer::No}) {
-        for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
-            QTimer::singleShot(0, this, [key] { QTest::keyClick(QApplication::activeModalWidget(), key); });
-            const Answer answer = boxes.question(QStringLiteral("Print?"), {}, preselected);
-            QCOMPARE(answer, key == Qt::Key_Escape ? Answer::No : preselected);
-        }
+        bool stayed = false;
+        QTimer::singleShot(0, this, [&stayed] {
+            QWidget *box = QApplication::activeModalWidget();
+            QTest::keyClick(box, Qt::Key_Escape);
+            box->close();
+            stayed = box->isVisible();
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        QCOMPARE(boxes.question(QStringLiteral("Save?"), {}, preselected), preselected);
+        QVERIFY(stayed);
     }
+    // With nothing to choose there is nothing to lose.
+    QTimer::singleShot(0, this, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+    boxes.message(QStringLiteral("Saved"), {}, BoxIcon::None);
 }
 
 void InputControlsTest::unexpectedBoxesAreCounted()
