@@ -11,12 +11,7 @@ ChildScreen::ChildScreen(ScreenHost &host, QWidget *parent) : QWidget(parent), h
 void ChildScreen::focusFirstControl()
 {
     const QWidget *focused = window()->focusWidget();
-    if (focused != this && isAncestorOf(focused)) {
-        return;
-    }
-    if (firstControl_) {
-        firstControl_->setFocus();
-    } else {
+    if (focused == this || !isAncestorOf(focused)) {
         setFocus();
         focusNextChild();
     }

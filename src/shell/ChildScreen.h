@@ -4,7 +4,6 @@
 #include "platform/basic/RunTimeError.h"
 #include "shell/ScreenHost.h"
 
-#include <QPointer>
 #include <QWidget>
 
 #include <type_traits>
@@ -29,7 +28,8 @@ public:
     const QString &Tag() const { return tag_; }
     void setTag(const QString &tag) { tag_ = tag; }
 
-    /// Gives the keys to the control that the screen named, else to the first in Tab order, unless one has them already.
+    /// Gives the keys to the first control in Tab order, unless one has them already. A screen that begins elsewhere hands the
+    /// focus on when it gets it.
     void focusFirstControl();
 
     void closeScreen() { Q_EMIT closeRequested(); }
@@ -80,9 +80,6 @@ Q_SIGNALS:
     void closeRequested();
 
 protected:
-    /// Where the keys work when the screen opens. A focus proxy in its place would be a Tab stop of its own.
-    void setFirstControl(QWidget *control) { firstControl_ = control; }
-
     ScreenHost &host() const { return host_; }
     SessionContext &session() const { return host_.session(); }
     clsPestMONNew &objPestMON() const { return host_.objPestMON(); }
@@ -93,5 +90,4 @@ private:
 
     ScreenHost &host_;
     QString tag_;
-    QPointer<QWidget> firstControl_;
 };
