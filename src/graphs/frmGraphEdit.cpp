@@ -7,8 +7,10 @@
 #include "graphs/modGrafiek.h"
 #include "platform/chart/Chart.h"
 #include "platform/controls/ItemCombo.h"
+#include "shell/KeysPage.h"
 #include "ui_frmGraphEdit.h"
 
+#include <QShortcut>
 #include <QSignalBlocker>
 
 using chart::ChartType;
@@ -62,6 +64,9 @@ template <typename Body> bool frmGraphEdit::told(Body &&body)
 
 void frmGraphEdit::connectControls()
 {
+    // The page holds the keys of this dialog with those of its screen.
+    connect(new QShortcut(Qt::Key_F1, this), &QShortcut::activated, this,
+            [this] { KeysPage::openOver(this, QStringLiteral("frmPestMGraph")); });
     connect(ui_->cmb_0, &controls::ItemCombo::Click, this, [this] {
         if (!told([this] { seriesClick(); })) {
             ui_->cmb_0->setText(ui_->cmb_0->List(LastSeries_));

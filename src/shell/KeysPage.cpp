@@ -61,6 +61,13 @@ KeysPage::KeysPage(const QString &screen, QWidget *parent) : QDialog(parent), br
     resize(PageSize);
 }
 
+void KeysPage::openOver(QWidget *window, const QString &screen)
+{
+    auto *page = new KeysPage(screen, window);
+    page->setAttribute(Qt::WA_DeleteOnClose);
+    page->open();
+}
+
 QString KeysPage::text() const
 {
     return browser_->toPlainText();

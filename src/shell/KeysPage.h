@@ -13,6 +13,9 @@ public:
     /// `screen` is the class name of the screen that is open.
     explicit KeysPage(const QString &screen, QWidget *parent = nullptr);
 
+    /// Opens the page without waiting for its end: what is typed into a screen keeps its place behind it.
+    static void openOver(QWidget *window, const QString &screen);
+
     /// What it shows, without markup.
     QString text() const;
 

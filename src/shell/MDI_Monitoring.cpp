@@ -95,13 +95,10 @@ void MDI_Monitoring::setUpKeys()
     connect(new QShortcut(Qt::Key_F1, this), &QShortcut::activated, keys, &QPushButton::click);
 }
 
-/// A box that is not waited for: what is typed into a screen keeps its place behind it.
 void MDI_Monitoring::showKeys()
 {
     const QObject *screen = CurrentForm_ ? static_cast<QObject *>(CurrentForm_) : ui_->picPro;
-    auto *page = new KeysPage(QLatin1String(screen->metaObject()->className()), this);
-    page->setAttribute(Qt::WA_DeleteOnClose);
-    page->open();
+    KeysPage::openOver(this, QLatin1String(screen->metaObject()->className()));
 }
 
 MDI_Monitoring::Load MDI_Monitoring::load(const QString &appPath)
