@@ -180,12 +180,13 @@ void GridPainter::paintCell(QPainter &painter, int row, int col, const QRect &re
     }
 }
 
-/// Texts that would just be cut short get a narrower edge; a header with room for two lines wraps instead.
+/// Texts that would just be cut short get a narrower edge; those that are cut short all the same begin where the others do. A
+/// header with room for two lines wraps instead.
 int GridPainter::padding(int row, int col, const QSize &cell) const
 {
-    const QFontMetrics &metrics = metricsOf(row, col);
-    const bool fits = metrics.horizontalAdvance(state_.store.at(row, col).text) + 2 * TextPadding < cell.width();
-    return fits || mostLines(row, col, cell.height()) > 1 ? TextPadding : NarrowPadding;
+    const int text = metricsOf(row, col).horizontalAdvance(state_.store.at(row, col).text);
+    const bool narrowHelps = text + 2 * TextPadding >= cell.width() && text + 2 * NarrowPadding < cell.width();
+    return narrowHelps && mostLines(row, col, cell.height()) == 1 ? NarrowPadding : TextPadding;
 }
 
 int GridPainter::mostLines(int row, int col, int height) const
