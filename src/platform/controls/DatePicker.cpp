@@ -3,12 +3,14 @@
 
 #include "platform/controls/DateText.h"
 
+#include <QApplication>
 #include <QCalendarWidget>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <QStyleOptionComboBox>
 #include <QTextCharFormat>
+#include <QTimer>
 
 #include <algorithm>
 #include <iterator>
@@ -287,12 +289,30 @@ void DatePicker::openCalendar()
 
 void DatePicker::focusOutEvent(QFocusEvent *event)
 {
-    interpretText();
+    if (!interpretText() && event->reason() == Qt::MouseFocusReason) {
+        dropNextPress();
+    }
     QDateEdit::focusOutEvent(event);
     // The calendar takes the focus for a moment without the field being left.
     if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason) {
         Q_EMIT LostFocus();
     }
+}
+
+/// The focus goes first, then the press reaches what was clicked, in the same turn of the event loop.
+void DatePicker::dropNextPress()
+{
+    qApp->installEventFilter(this);
+    QTimer::singleShot(0, this, [this] { qApp->removeEventFilter(this); });
+}
+
+bool DatePicker::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonPress) {
+        qApp->removeEventFilter(this);
+        return true;
+    }
+    return QDateEdit::eventFilter(watched, event);
 }
 
 bool DatePicker::focusNextPrevChild(bool next)

@@ -37,6 +37,7 @@ private Q_SLOTS:
     void dateTypedIsUnderstoodOrRefused_data();
     void dateTypedIsUnderstoodOrRefused();
     void refusedDateHoldsTheKeyBack();
+    void refusedDateHoldsTheClickBack();
     void keysOpenTheCalendar_data();
     void keysOpenTheCalendar();
     void aQuestionEndsByItsAnswersAlone();
@@ -271,6 +272,34 @@ void InputControlsTest::refusedDateHoldsTheKeyBack()
     QVERIFY(!button.isDown());
     QTest::keyClick(&picker, Qt::Key_V, Qt::AltModifier);
     QTRY_COMPARE(saves.size(), 1);
+}
+
+void InputControlsTest::refusedDateHoldsTheClickBack()
+{
+    QWidget window;
+    DatePicker picker(&window);
+    QPushButton button(QStringLiteral("Save"), &window);
+    button.move(0, 100);
+    QSignalSpy saves(&button, &QPushButton::clicked);
+    QSignalSpy refusals(&picker, &DatePicker::refused);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    picker.setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(&picker, QStringLiteral("31/02/2026"));
+    QTest::mouseClick(&button, Qt::LeftButton);
+    QCOMPARE(refusals.size(), 1);
+    QVERIFY(!button.isDown());
+    QCOMPARE(saves.size(), 0);
+    QTest::mouseClick(&button, Qt::LeftButton);
+    QCOMPARE(saves.size(), 1);
+
+    // Left by key, the next click is another matter.
+    picker.setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(&picker, QStringLiteral("31/02/2026"));
+    button.setFocus(Qt::TabFocusReason);
+    QTest::mouseClick(&button, Qt::LeftButton);
+    QCOMPARE(refusals.size(), 2);
+    QCOMPARE(saves.size(), 2);
 }
 
 void InputControlsTest::keysOpenTheCalendar_data()
