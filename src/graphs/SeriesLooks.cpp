@@ -5,7 +5,6 @@
 #include "platform/basic/RunTimeError.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <vector>
 
@@ -105,10 +104,7 @@ int twipsFromText(const QString &text)
     if (!number) {
         throw basic::RunTimeError(basic::ErrorNumber::TypeMismatch, told);
     }
-    if (!(std::abs(value) <= largest)) {
-        throw basic::RunTimeError(basic::ErrorNumber::Overflow, told);
-    }
-    const int twips = basic::toInteger16(value);
+    const int twips = basic::describing(basic::ErrorNumber::Overflow, told, [value] { return basic::toInteger16(value); });
     if (twips < 0) {
         throw basic::RunTimeError(basic::ErrorNumber::InvalidArgument, told);
     }

@@ -98,11 +98,11 @@ void frmGraphEdit::fill()
 void frmGraphEdit::seriesClick()
 {
     apply();
-    show(ui_->cmb_0->ListIndex() + 1);
+    showSeries(ui_->cmb_0->ListIndex() + 1);
     LastSeries_ = ui_->cmb_0->ListIndex();
 }
 
-void frmGraphEdit::show(int column)
+void frmGraphEdit::showSeries(int column)
 {
     const chart::Series &series = chGraph_.series(column);
     const int type = seriesTypeIndex(series.SeriesType, chGraph_.Chart3d());

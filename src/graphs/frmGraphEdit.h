@@ -35,7 +35,7 @@ private:
     void connectControls();
     void fill();
     void seriesClick();
-    void show(int column);
+    void showSeries(int column);
     /// To the series whose settings the boxes hold. What stands before a faulty text is written.
     void apply();
     void writeTo(int column);

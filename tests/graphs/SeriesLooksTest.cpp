@@ -40,6 +40,11 @@ void SeriesLooksTest::seriesTypesAndTexts()
     QCOMPARE(numberOf("wide"), 13);
     QCOMPARE(numberOf(""), 13);
     QCOMPARE(numberOf("40000"), 6);
+    // Rounded first, then measured.
+    QCOMPARE(numberOf("32767.4"), 0);
+    QCOMPARE(numberOf("32767.5"), 6);
+    QCOMPARE(numberOf("-32768"), 5);
+    QCOMPARE(numberOf("nan"), 6);
     QCOMPARE(numberOf("-1"), 5);
 }
 

@@ -6,6 +6,7 @@
 #include "platform/basic/RunTimeError.h"
 #include "platform/chart/Chart.h"
 #include "platform/controls/ItemCombo.h"
+#include "shell/KeysPage.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -26,6 +27,7 @@ private Q_SLOTS:
     void markerTypeOffersAFillColour();
     void textThatIsNoNumber();
     void noSeries();
+    void keysOverTheStyles();
 
 private:
     void open() { dialog_ = std::make_unique<frmGraphEdit>(*chart_, dialogs_); }
@@ -138,6 +140,17 @@ void frmGraphEditTest::textThatIsNoNumber()
     setText("txtLW", "30");
     find<QPushButton>("cmdGSOK").click();
     QCOMPARE(chart_->series(1).Pen.Width, 30);
+}
+
+void frmGraphEditTest::keysOverTheStyles()
+{
+    open();
+    dialog_->show();
+    QVERIFY(QTest::qWaitForWindowActive(dialog_.get()));
+    QTest::keyClick(dialog_.get(), Qt::Key_F1);
+    const auto *page = dialog_->findChild<KeysPage *>();
+    QVERIFY(page);
+    QVERIFY(page->text().contains(QLatin1String("Style of the line")));
 }
 
 void frmGraphEditTest::noSeries()

@@ -53,4 +53,17 @@ template <typename Body> bool leaveSilently(Body &&body)
     }
 }
 
+/// Runs `body`; its error of that number goes on with `description`, any other as it is.
+template <typename Body> auto describing(ErrorNumber number, const QString &description, Body &&body)
+{
+    try {
+        return body();
+    } catch (const RunTimeError &error) {
+        if (error.number() != static_cast<int>(number)) {
+            throw;
+        }
+        throw RunTimeError(number, description);
+    }
+}
+
 } // namespace basic

@@ -11,7 +11,7 @@ namespace controls
 /// Arrows turn the year, month or day at once; the mouse wheel changes nothing. Typed digits go over the year, month or day where
 /// the cursor stands and on to the next one, or make up a whole date as readDate() knows them; either is taken when the field is
 /// left, and before a key that may start something elsewhere without leaving it: Insert, or any with Alt. A text that is no date
-/// gives way to the former date, and the key or the click that ended it starts nothing.
+/// gives way to the former date; the key that ended it starts nothing, and a click that did presses no button.
 class DatePicker : public QDateEdit
 {
     Q_OBJECT
