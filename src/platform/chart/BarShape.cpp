@@ -99,7 +99,7 @@ void BarShape::paintSolid(QPainter &painter, const QRectF &exposed) const
         if (!mark.body.intersects(seen)) {
             continue;
         }
-        const SeriesLook &each = look(mark.place.series);
+        const SeriesStyle &each = look(mark.place.series);
         painter.setPen(Qt::NoPen);
         painter.setBrush(mixed(each.fill, Qt::white, 0.35));
         painter.drawConvexPolygon(leaning(mark.body.topLeft(), mark.body.topRight(), thickness_));

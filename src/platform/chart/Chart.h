@@ -3,7 +3,7 @@
 
 #include "platform/chart/ChartConstants.h"
 #include "platform/chart/DataTable.h"
-#include "platform/chart/Theme.h"
+#include "platform/chart/PlotColours.h"
 
 #include <QColor>
 #include <QObject>
@@ -64,7 +64,7 @@ class Chart : public QObject
     Q_OBJECT
 public:
     /// Beyond this no column is taken: error 5, as with a negative count.
-    static constexpr int MostColumns = 5;
+    static constexpr int MaxColumns = 5;
 
     explicit Chart(QObject *parent = nullptr);
 
@@ -107,8 +107,8 @@ public:
     /// Pen, marker, labels, styles and colours as on a new chart; the series types stay.
     void resetSeries(int column);
     /// The colour of a part of a series, its own or the theme's.
-    QColor seriesColour(int column, ColourRole role, const Theme &theme) const;
-    QColor seriesColour(int column, ColourRole role) const { return seriesColour(column, role, theme_); }
+    QColor seriesColour(int column, ColourRole role, const PlotColours &plotColours) const;
+    QColor seriesColour(int column, ColourRole role) const { return seriesColour(column, role, plotColours_); }
     /// A colour equal to the one that the theme gives stays the theme's, so that it still follows light, dark and paper.
     void setSeriesColour(int column, ColourRole role, const QColor &colour);
 
@@ -123,8 +123,8 @@ public:
     bool AllowSelections() const { return allowSelections_; }
     void setAllowSelections(bool allow);
 
-    const Theme &theme() const { return theme_; }
-    void setTheme(const Theme &theme);
+    const PlotColours &plotColours() const { return plotColours_; }
+    void setPlotColours(const PlotColours &plotColours);
 
     /// While false nothing is announced; what was held back is announced when it becomes true.
     void setRepaint(bool repaint);
@@ -156,7 +156,7 @@ private:
     bool showLegend_ = false;
     bool allowSelections_ = false;
     bool repaint_ = true;
-    Theme theme_ = Theme::light();
+    PlotColours plotColours_ = PlotColours::light();
 };
 
 } // namespace chart

@@ -30,7 +30,7 @@ bool isDark(const QPalette &palette)
 
 Plot paperPlot(const ChartView &view, const QSize &size)
 {
-    return {view.model(), Theme::light(), view.font(), size};
+    return {view.model(), PlotColours::light(), view.font(), size};
 }
 
 /// The point of a row that lies nearest to another row.
@@ -60,13 +60,13 @@ ChartView::~ChartView() = default;
 
 void ChartView::followPalette()
 {
-    chart_.setTheme(isDark(palette()) ? Theme::dark() : Theme::light());
+    chart_.setPlotColours(isDark(palette()) ? PlotColours::dark() : PlotColours::light());
 }
 
 const Plot &ChartView::plot() const
 {
     if (!plot_) {
-        plot_ = std::make_unique<Plot>(chart_, chart_.theme(), font(), size());
+        plot_ = std::make_unique<Plot>(chart_, chart_.plotColours(), font(), size());
     } else if (plot_->size() != size()) {
         plot_->layOut(size());
     }
@@ -143,8 +143,8 @@ void ChartView::paintEvent(QPaintEvent *event)
         const QPainterPath ring = plot().ringOf(*current);
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.strokePath(ring, QPen(chart_.theme().background, 5.0));
-        painter.strokePath(ring, QPen(chart_.theme().text, hasFocus() ? 2.0 : 1.0));
+        painter.strokePath(ring, QPen(chart_.plotColours().background, 5.0));
+        painter.strokePath(ring, QPen(chart_.plotColours().text, hasFocus() ? 2.0 : 1.0));
     }
 }
 

@@ -29,14 +29,14 @@ double sampleWidth(ShapeKind kind)
 
 } // namespace
 
-Legend::Legend(const Chart &chart, const Theme &theme, const QFont &font) : font_(font), text_(theme.text)
+Legend::Legend(const Chart &chart, const PlotColours &plotColours, const QFont &font) : font_(font), text_(plotColours.text)
 {
     if (!chart.ShowLegend()) {
         return;
     }
     for (int column = 1; column <= chart.SeriesCount(); ++column) {
         const ShapeKind kind = shapeKindOf(chart.series(column).SeriesType);
-        entries_.push_back({chart.columnLabelAt(column), {}, lookOf(chart, column, theme), kind, {}});
+        entries_.push_back({chart.columnLabelAt(column), {}, lookOf(chart, column, plotColours), kind, {}});
     }
 }
 

@@ -25,8 +25,8 @@ double labelHeight(const QFontMetricsF &metrics)
 
 } // namespace
 
-PieShape::PieShape(const Chart &chart, const Theme &theme, std::vector<int> series)
-    : Shape(chart, theme, std::move(series)), text_(theme.text), muted_(theme.muted)
+PieShape::PieShape(const Chart &chart, const PlotColours &plotColours, std::vector<int> series)
+    : Shape(chart, plotColours, std::move(series)), text_(plotColours.text), muted_(plotColours.muted)
 {
 }
 
@@ -123,7 +123,7 @@ void PieShape::paint(QPainter &painter, const QRectF &) const
     painter.setFont(font_);
     const QFontMetricsF metrics(font_);
     for (const Slice &slice : slices_) {
-        const SeriesLook &each = look(slice.place.series);
+        const SeriesStyle &each = look(slice.place.series);
         if (slices_.size() > 1) {
             painter.setPen(QPen(each.paper, 1.5));
             painter.drawPath(slice.face);

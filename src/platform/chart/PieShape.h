@@ -10,7 +10,7 @@ namespace chart
 class PieShape : public Shape
 {
 public:
-    PieShape(const Chart &chart, const Theme &theme, std::vector<int> series);
+    PieShape(const Chart &chart, const PlotColours &plotColours, std::vector<int> series);
 
     void arrange(const PlotFrame &frame, const DepthSlot &slot) override;
     void paint(QPainter &painter, const QRectF &exposed) const override;

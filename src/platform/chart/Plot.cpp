@@ -42,7 +42,7 @@ QFont bold(QFont font)
 class MarkerRooms
 {
 public:
-    void add(const QPointF &anchor, const SeriesLook &look)
+    void add(const QPointF &anchor, const SeriesStyle &look)
     {
         if (look.marker != MarkerStyle::None) {
             const double half = look.markerSize / 2.0;
@@ -69,13 +69,14 @@ private:
 
 } // namespace
 
-Plot::Plot(const Chart &chart, const Theme &theme, const QFont &font, const QSize &size)
-    : chart_(chart), theme_(theme), textFont_(inPixels(font, 1.0)), tickFont_(inPixels(font, TickFontPart)), rowFont_(tickFont_),
-      headFont_(bold(inPixels(font, 1.15))), legend_(chart, theme, textFont_), surroundings_(chart, theme_, textFont_)
+Plot::Plot(const Chart &chart, const PlotColours &plotColours, const QFont &font, const QSize &size)
+    : chart_(chart), plotColours_(plotColours), textFont_(inPixels(font, 1.0)), tickFont_(inPixels(font, TickFontPart)),
+      rowFont_(tickFont_), headFont_(bold(inPixels(font, 1.15))), legend_(chart, plotColours, textFont_),
+      surroundings_(chart, plotColours_, textFont_)
 {
     if (!isEmpty()) {
-        shapes_ = shapesOf(chart_, theme_);
-        canvas_ = std::make_unique<PlotCanvas>(theme_);
+        shapes_ = shapesOf(chart_, plotColours_);
+        canvas_ = std::make_unique<PlotCanvas>(plotColours_);
         canvas_->addLayer(PlotCanvas::Depth::Behind,
                           [this](QPainter &painter, const QRectF &) { surroundings_.paintRoom(painter); });
         for (const auto &shape : shapes_) {
@@ -263,13 +264,13 @@ void Plot::placeValueLabels()
     valueLabels_.clear();
     struct Wanted {
         const Mark *mark;
-        const SeriesLook *look;
+        const SeriesStyle *look;
     };
     std::vector<Wanted> wanted;
     MarkerRooms markers;
     for (const auto &shape : shapes_) {
         for (const Mark &mark : shape->marks()) {
-            const SeriesLook &look = shape->look(mark.place.series);
+            const SeriesStyle &look = shape->look(mark.place.series);
             if (shapeKindOf(chart_.series(mark.place.series).SeriesType) == ShapeKind::Pie) {
                 continue;
             }
@@ -304,14 +305,14 @@ void Plot::paint(QPaintDevice &device, const QRectF &exposed, Target target) con
         return;
     }
     QPainter painter(&device);
-    painter.fillRect(QRect(QPoint(), size_), theme_.background);
+    painter.fillRect(QRect(QPoint(), size_), plotColours_.background);
 }
 
 void Plot::paintHead(QPainter &painter) const
 {
     const double left = hasAxes() ? frame_.front.left() : Edge;
     painter.setFont(headFont_);
-    painter.setPen(theme_.text);
+    painter.setPen(plotColours_.text);
     painter.drawText(QRectF(left, Edge, size_.width() - left - Edge, QFontMetricsF(headFont_).height()),
                      Qt::AlignLeft | Qt::AlignVCenter, chart_.TitleText());
     legend_.paint(painter);
@@ -320,8 +321,8 @@ void Plot::paintHead(QPainter &painter) const
 void Plot::paintValueLabels(QPainter &painter, const QRectF &exposed) const
 {
     painter.setFont(tickFont_);
-    painter.setPen(theme_.text);
-    QColor veil = theme_.background;
+    painter.setPen(plotColours_.text);
+    QColor veil = plotColours_.background;
     veil.setAlphaF(0.6F);
     for (const ValueLabel &label : valueLabels_) {
         if (label.room.intersects(exposed)) {

@@ -25,7 +25,7 @@ public:
         Vectors,
     };
 
-    Plot(const Chart &chart, const Theme &theme, const QFont &font, const QSize &size);
+    Plot(const Chart &chart, const PlotColours &plotColours, const QFont &font, const QSize &size);
     ~Plot();
     Plot(const Plot &) = delete;
     Plot &operator=(const Plot &) = delete;
@@ -75,7 +75,7 @@ private:
     void paintValueLabels(QPainter &painter, const QRectF &exposed) const;
 
     const Chart &chart_;
-    Theme theme_;
+    PlotColours plotColours_;
     QFont textFont_;
     QFont tickFont_;
     QFont rowFont_;

@@ -44,7 +44,7 @@ private:
     PlotCanvas::PaintLayer paint_;
 };
 
-/// Hands a shape to the library as one of its plottables.
+/// UiDriver a shape to the library as one of its plottables.
 class ShapePlottable : public QCPAbstractPlottable
 {
 public:
@@ -110,18 +110,18 @@ QSharedPointer<QCPAxisTicker> tickerOf(const std::vector<AxisText> &ticks)
     return ticker;
 }
 
-void styleAxis(QCPAxis &axis, const Theme &theme)
+void styleAxis(QCPAxis &axis, const PlotColours &plotColours)
 {
-    const QPen border(theme.border, 1.0);
+    const QPen border(plotColours.border, 1.0);
     axis.setBasePen(border);
     axis.setTickLength(0, 0);
     axis.setSubTicks(false);
     axis.setTickPen(border); // ticks of no length still leave a dot on paper
-    axis.setTickLabelColor(theme.muted);
-    axis.setLabelColor(theme.text);
+    axis.setTickLabelColor(plotColours.muted);
+    axis.setLabelColor(plotColours.text);
     axis.setTickLabelPadding(8);
     axis.setLabelPadding(8);
-    axis.grid()->setPen(QPen(theme.line, 1.0));
+    axis.grid()->setPen(QPen(plotColours.line, 1.0));
     axis.grid()->setZeroLinePen(Qt::NoPen);
 }
 
@@ -130,12 +130,12 @@ void styleAxis(QCPAxis &axis, const Theme &theme)
 class PlotCanvas::Library : public QCustomPlot
 {
 public:
-    explicit Library(const Theme &theme)
+    explicit Library(const PlotColours &plotColours)
     {
         setPlottingHints(QCP::phNone);
-        setBackground(QBrush(theme.background));
-        styleAxis(*xAxis, theme);
-        styleAxis(*yAxis, theme);
+        setBackground(QBrush(plotColours.background));
+        styleAxis(*xAxis, plotColours);
+        styleAxis(*yAxis, plotColours);
         xAxis->setTickLabelPadding(4);
         xAxis->grid()->setVisible(false);
         rest();
@@ -188,7 +188,7 @@ private:
     QSize size_;
 };
 
-PlotCanvas::PlotCanvas(const Theme &theme) : library_(std::make_unique<Library>(theme)) {}
+PlotCanvas::PlotCanvas(const PlotColours &plotColours) : library_(std::make_unique<Library>(plotColours)) {}
 
 PlotCanvas::~PlotCanvas() = default;
 

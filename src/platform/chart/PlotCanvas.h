@@ -47,7 +47,7 @@ public:
         QString valueTitle;
     };
 
-    explicit PlotCanvas(const Theme &theme);
+    explicit PlotCanvas(const PlotColours &plotColours);
     ~PlotCanvas();
 
     void addLayer(Depth depth, PaintLayer paint);

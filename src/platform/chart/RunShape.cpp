@@ -21,8 +21,8 @@ QColor translucent(QColor colour, double opacity)
 
 } // namespace
 
-RunShape::RunShape(const Chart &chart, const Theme &theme, int column, ShapeKind kind)
-    : Shape(chart, theme, {column}), column_(column), kind_(kind)
+RunShape::RunShape(const Chart &chart, const PlotColours &plotColours, int column, ShapeKind kind)
+    : Shape(chart, plotColours, {column}), column_(column), kind_(kind)
 {
 }
 
@@ -83,7 +83,7 @@ void RunShape::paint(QPainter &painter, const QRectF &exposed) const
     if (kind_ == ShapeKind::Area) {
         paintAreas(painter);
     }
-    SeriesLook edge = look(column_);
+    SeriesStyle edge = look(column_);
     if (solid) {
         // The style of the line has to stand out from the ribbon behind it.
         edge.pen = mixed(edge.pen, Qt::black, 0.5);
@@ -119,7 +119,7 @@ void RunShape::paintAreas(QPainter &painter) const
 
 void RunShape::paintRibbon(QPainter &painter, const QPolygonF &run, const QRectF &exposed) const
 {
-    const SeriesLook &each = look(column_);
+    const SeriesStyle &each = look(column_);
     if (each.penStyle == PenStyle::NoLine && kind_ != ShapeKind::Area) {
         return;
     }
@@ -144,7 +144,7 @@ void RunShape::paintRibbon(QPainter &painter, const QPolygonF &run, const QRectF
 /// A point between two gaps has no line to lie on.
 void RunShape::paintLonely(QPainter &painter) const
 {
-    const SeriesLook &each = look(column_);
+    const SeriesStyle &each = look(column_);
     if (each.penStyle == PenStyle::NoLine) {
         return;
     }

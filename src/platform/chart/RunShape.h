@@ -10,7 +10,7 @@ namespace chart
 class RunShape : public Shape
 {
 public:
-    RunShape(const Chart &chart, const Theme &theme, int column, ShapeKind kind);
+    RunShape(const Chart &chart, const PlotColours &plotColours, int column, ShapeKind kind);
 
     void arrange(const PlotFrame &frame, const DepthSlot &slot) override;
     void paint(QPainter &painter, const QRectF &exposed) const override;

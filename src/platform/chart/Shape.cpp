@@ -28,10 +28,11 @@ double distanceTo(const Mark &mark, const QPointF &position)
 
 } // namespace
 
-Shape::Shape(const Chart &chart, const Theme &theme, std::vector<int> series) : chart_(chart), series_(std::move(series))
+Shape::Shape(const Chart &chart, const PlotColours &plotColours, std::vector<int> series)
+    : chart_(chart), series_(std::move(series))
 {
     for (int column = 1; column <= chart.SeriesCount(); ++column) {
-        looks_.push_back(lookOf(chart, column, theme));
+        looks_.push_back(lookOf(chart, column, plotColours));
     }
 }
 
@@ -58,7 +59,7 @@ QPainterPath Shape::ringOf(const Mark &mark) const
 void Shape::paintMarkers(QPainter &painter, const QRectF &exposed) const
 {
     for (const int column : series_) {
-        const SeriesLook &each = look(column);
+        const SeriesStyle &each = look(column);
         const double margin = each.markerSize + each.markerPenWidth;
         const QRectF seen = exposed.adjusted(-margin, -margin, margin, margin);
         std::vector<QPointF> places;

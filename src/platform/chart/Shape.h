@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/chart/PlotFrame.h"
-#include "platform/chart/SeriesLook.h"
+#include "platform/chart/SeriesStyle.h"
 
 #include <QPainterPath>
 
@@ -24,7 +24,7 @@ public:
         double distance = 0.0;
     };
 
-    Shape(const Chart &chart, const Theme &theme, std::vector<int> series);
+    Shape(const Chart &chart, const PlotColours &plotColours, std::vector<int> series);
     virtual ~Shape() = default;
 
     virtual void arrange(const PlotFrame &frame, const DepthSlot &slot) = 0;
@@ -36,7 +36,7 @@ public:
 
     const std::vector<Mark> &marks() const { return marks_; }
     const std::vector<int> &series() const { return series_; }
-    const SeriesLook &look(int column) const { return looks_[static_cast<std::size_t>(column - 1)]; }
+    const SeriesStyle &look(int column) const { return looks_[static_cast<std::size_t>(column - 1)]; }
 
 protected:
     const Chart &chart() const { return chart_; }
@@ -46,7 +46,7 @@ protected:
 private:
     const Chart &chart_;
     std::vector<int> series_;
-    std::vector<SeriesLook> looks_;
+    std::vector<SeriesStyle> looks_;
     std::vector<Mark> marks_;
 };
 

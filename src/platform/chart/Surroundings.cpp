@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/chart/Surroundings.h"
 
-#include "platform/chart/SeriesLook.h"
+#include "platform/chart/SeriesStyle.h"
 
 #include <QFontMetricsF>
 
@@ -34,8 +34,8 @@ QString visibleTitle(const Chart &chart, AxisId axis)
 
 } // namespace
 
-Surroundings::Surroundings(const Chart &chart, const Theme &theme, const QFont &titleFont)
-    : chart_(chart), theme_(theme), titleFont_(titleFont)
+Surroundings::Surroundings(const Chart &chart, const PlotColours &plotColours, const QFont &titleFont)
+    : chart_(chart), plotColours_(plotColours), titleFont_(titleFont)
 {
 }
 
@@ -72,7 +72,7 @@ void Surroundings::paintRoom(QPainter &painter) const
     const QRectF &front = frame_.front;
     const QPointF &depth = frame_.depth;
     painter.setPen(Qt::NoPen);
-    painter.setBrush(mixed(theme_.background, theme_.line, 0.35));
+    painter.setBrush(mixed(plotColours_.background, plotColours_.line, 0.35));
     painter.drawPolygon(QPolygonF({front.topLeft(), front.bottomLeft(), front.bottomLeft() + depth, front.topLeft() + depth}));
     painter.drawPolygon(
         QPolygonF({front.bottomLeft(), front.bottomRight(), front.bottomRight() + depth, front.bottomLeft() + depth}));
@@ -84,7 +84,7 @@ void Surroundings::paintRoom(QPainter &painter) const
     }
     grid.emplace_back(front.bottomLeft() + depth, front.topLeft() + depth);
     grid.emplace_back(front.bottomRight(), front.bottomRight() + depth);
-    painter.setPen(QPen(theme_.line, 1.0));
+    painter.setPen(QPen(plotColours_.line, 1.0));
     painter.drawLines(grid.data(), static_cast<int>(grid.size()));
 }
 
@@ -92,12 +92,12 @@ void Surroundings::paintSecondAxis(QPainter &painter) const
 {
     const QPointF top = frame_.front.topRight() + frame_.depth;
     const QPointF bottom = frame_.front.bottomRight() + frame_.depth;
-    painter.setPen(QPen(theme_.border, 1.0));
+    painter.setPen(QPen(plotColours_.border, 1.0));
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.drawLine(QLineF(top, bottom));
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setFont(frame_.font);
-    painter.setPen(theme_.muted);
+    painter.setPen(plotColours_.muted);
     const double height = QFontMetricsF(frame_.font).height();
     for (const AxisText &tick : ticks_) {
         const double y = frame_.y(tick.place) + frame_.depth.y();
@@ -105,7 +105,7 @@ void Surroundings::paintSecondAxis(QPainter &painter) const
                          tick.text);
     }
     painter.setFont(titleFont_);
-    painter.setPen(theme_.text);
+    painter.setPen(plotColours_.text);
     const double titleHeight = QFontMetricsF(titleFont_).height();
     if (const QString title = titleOf(AxisId::Y2); !title.isEmpty()) {
         painter.save();

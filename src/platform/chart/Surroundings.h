@@ -19,7 +19,7 @@ struct AxisText {
 class Surroundings
 {
 public:
-    Surroundings(const Chart &chart, const Theme &theme, const QFont &titleFont);
+    Surroundings(const Chart &chart, const PlotColours &plotColours, const QFont &titleFont);
 
     void arrange(const PlotFrame &frame, std::vector<AxisText> ticks);
     /// Room that the second and the depth axis need right of the front.
@@ -34,7 +34,7 @@ private:
     QString titleOf(AxisId axis) const;
 
     const Chart &chart_;
-    const Theme &theme_;
+    const PlotColours &plotColours_;
     QFont titleFont_;
     PlotFrame frame_;
     std::vector<AxisText> ticks_;

@@ -44,7 +44,7 @@ void PlotTest::addTypes()
 
 Plot PlotTest::plotOf(const Chart &model, const QSize &size)
 {
-    return Plot(model, Theme::light(), QApplication::font(), size);
+    return Plot(model, PlotColours::light(), QApplication::font(), size);
 }
 
 QStringList PlotTest::texts(const std::vector<AxisText> &ticks)
