@@ -102,7 +102,7 @@ void frmPestMGraph::connectCriteria()
     connect(ui_->cmbBCount, &ItemCombo::Click, this, [this] { guarded([this] { fixedItemClick(); }); });
     connect(ui_->dtpDateFrom, &controls::DatePicker::LostFocus, this, [this] {
         guarded([this] {
-            keepPeriodStart(session(), *ui_->dtpDateFrom);
+            storePeriodStart(session(), *ui_->dtpDateFrom);
             periodLeft();
         });
     });

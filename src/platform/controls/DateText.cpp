@@ -11,7 +11,7 @@ namespace controls
 namespace
 {
 
-/// A year typed amiss, such as 0511, is nearly always an early one.
+/// A mistyped year, such as 0511, is nearly always before this one.
 constexpr int EarliestYear = 1900;
 
 } // namespace

@@ -9,8 +9,8 @@
 namespace controls
 {
 
-/// The day that a typed text names: yyyy/MM/dd, dd/MM/yyyy, or the eight digits yyyyMMdd. A month and a day may have one digit, a
-/// dash or a point may stand for each stroke. Nothing for any other text, a day that is in no calendar, or one before 1900.
+/// Reads a typed date: yyyy/MM/dd, dd/MM/yyyy or the eight digits yyyyMMdd. Month and day may have one digit; dashes or points
+/// may replace the slashes. Nothing for any other text, for a day that does not exist, or before 1900.
 std::optional<QDate> readDate(const QString &text);
 
 } // namespace controls
