@@ -66,7 +66,7 @@ private:
     GraphZoom::Extent viewport() const;
     void pointSelected(int series, int point);
     /// A point chosen by key may lie out of sight on a zoomed chart.
-    void showPoint(const chart::PointPlace &place);
+    void showPoint(const chart::PointIndex &place);
     void chartClick();
     void printGraph();
     void setUpStyles();

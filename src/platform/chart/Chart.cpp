@@ -24,7 +24,7 @@ constexpr TypePair TypePairs[] = {
     {ChartType::Pie2d, SeriesType::Pie2d},         {ChartType::XY2d, SeriesType::XY2d},
 };
 
-/// Forms and strokes that differ from series to series, since on a grey print the five colours look alike.
+/// Forms and strokes that differ from series to series, since on a grey print the five colours style alike.
 struct SeriesForm {
     MarkerStyle marker;
     PenStyle pen;

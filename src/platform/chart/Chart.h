@@ -18,10 +18,10 @@ namespace chart
 {
 
 /// A point of a series, both counted from 1.
-struct PointPlace {
+struct PointIndex {
     int series = 0;
     int point = 0;
-    friend bool operator==(const PointPlace &, const PointPlace &) = default;
+    friend bool operator==(const PointIndex &, const PointIndex &) = default;
 };
 
 /// Widths and sizes are in twips, 15 to a logical pixel.
@@ -55,7 +55,7 @@ struct Series {
     std::map<ColourRole, QColor> ownColours;
 };
 
-/// A chart without a widget: table, labels, look of each series, axes. Rows are points, columns are series; both count from 1.
+/// A chart without a widget: table, labels, style of each series, axes. Rows are points, columns are series; both count from 1.
 ///
 /// Setters of the chart announce themselves; after a change through series() call Refresh(). Rows, columns and axes out of
 /// range raise error 9.
@@ -75,7 +75,7 @@ public:
 
     int RowCount() const { return table_.rows(); }
     int ColumnCount() const { return table_.columns(); }
-    /// More rows or columns come empty, fewer are cut. A new column bears the default look.
+    /// More rows or columns come empty, fewer are cut. A new column bears the default style.
     void setRowCount(int count);
     void setColumnCount(int count);
     int ColumnLabelCount() const { return columnLabelCount_; }
@@ -99,7 +99,7 @@ public:
     void setChartData(const DataTable &table);
     const DataTable &ChartData() const { return table_; }
 
-    /// The look of a column; call Refresh() after a change.
+    /// The style of a column; call Refresh() after a change.
     Series &series(int column);
     const Series &series(int column) const;
     const std::vector<Series> &allSeries() const { return series_; }
@@ -140,7 +140,7 @@ private:
     };
 
     static Series defaultSeries(int column);
-    /// Labels, looks and the current place follow the table's size.
+    /// Labels, styles and the current place follow the table's size.
     void takeCounts();
 
     ChartType chartType_ = ChartType::Bar2d;

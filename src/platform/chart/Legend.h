@@ -26,9 +26,9 @@ private:
     struct Entry {
         QString name;
         QString shown;
-        SeriesStyle look;
+        SeriesStyle style;
         ShapeKind kind;
-        QRectF place;
+        QRectF rectangle;
     };
     void paintSample(QPainter &painter, const Entry &entry) const;
 

@@ -206,8 +206,8 @@ void ChartViewTest::arrowsWalkOverGapsAndSeries()
     QSignalSpy selected(&view, &ChartView::PointSelected);
     const auto press = [&view](Qt::Key key) {
         QTest::keyClick(&view, key);
-        const PointPlace place = view.currentPoint().value_or(PointPlace{});
-        return QStringLiteral("%1/%2").arg(place.series).arg(place.point);
+        const PointIndex index = view.currentPoint().value_or(PointIndex{});
+        return QStringLiteral("%1/%2").arg(index.series).arg(index.point);
     };
     QCOMPARE(press(Qt::Key_Right), QStringLiteral("1/1"));
     QCOMPARE(press(Qt::Key_Right), QStringLiteral("1/3"));
