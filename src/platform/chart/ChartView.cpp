@@ -195,7 +195,7 @@ std::optional<PointIndex> ChartView::indexAfter(int key) const
         return key == Qt::Key_Home ? points.front() : points.back();
     }
     const int step = key == Qt::Key_Left || key == Qt::Key_Up ? -1 : 1;
-    // Slices have but one point each, so they are walked sideways too.
+    // A slice has a single point, so Left and Right change the series.
     if (key == Qt::Key_Up || key == Qt::Key_Down || points.size() == 1) {
         const auto other = neighbourSeries(step);
         return other ? other : current;

@@ -46,7 +46,7 @@ public:
         if (style.marker != MarkerStyle::None) {
             const double half = style.markerSize / 2.0;
             rectangles_.emplace_back(anchor.x() - half, anchor.y() - half, style.markerSize, style.markerSize);
-            broadest_ = std::max(broadest_, style.markerSize);
+            widest_ = std::max(widest_, style.markerSize);
         }
     }
     void sort()
@@ -57,14 +57,14 @@ public:
     bool intersects(const QRectF &label) const
     {
         const auto isLeftOf = [](const QRectF &marker, double x) { return marker.left() < x; };
-        const auto first = std::lower_bound(rectangles_.begin(), rectangles_.end(), label.left() - broadest_, isLeftOf);
+        const auto first = std::lower_bound(rectangles_.begin(), rectangles_.end(), label.left() - widest_, isLeftOf);
         const auto last = std::lower_bound(first, rectangles_.end(), label.right(), isLeftOf);
         return std::any_of(first, last, [&label](const QRectF &marker) { return marker.intersects(label); });
     }
 
 private:
     std::vector<QRectF> rectangles_;
-    double broadest_ = 0.0;
+    double widest_ = 0.0;
 };
 
 } // namespace
@@ -212,7 +212,7 @@ QPointF Plot::depthAt(const QSize &size) const
     const double most = std::min(0.14 * size.width(), 0.2 * size.height());
     double across = std::min(most, 14.0 + 0.024 * size.width() * static_cast<double>(slots));
     if (slots == 1 && shapes_.front()->series().size() > 1) {
-        // Bars alone need no more than their own depth.
+        // Bars alone need no more than the depth of one bar.
         const double bar = 0.8 * size.width() / chart_.RowCount() / static_cast<double>(shapes_.front()->series().size());
         across = std::clamp(bar, 12.0, std::max(12.0, std::min(most, 48.0)));
     }

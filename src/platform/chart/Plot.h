@@ -12,7 +12,7 @@
 namespace chart
 {
 
-/// A chart laid out at one size in one theme. It reads the chart when it is made and when it is laid out.
+/// A chart laid out at one size in one set of colours. It reads the chart at construction and at each layout.
 class Plot
 {
 public:
@@ -50,7 +50,7 @@ private:
     bool isEmpty() const { return chart_.RowCount() == 0 || chart_.ColumnCount() == 0; }
     bool hasAxes() const;
     bool hasPie() const;
-    /// Places the frame by the size that it has so far, and what the frame's own size decides.
+    /// One layout pass, from the frame size of the previous pass.
     void layOutFrame(int pieWidth);
     /// Sets the range of the frame.
     std::vector<AxisTick> scaleValues(double height);
@@ -60,7 +60,7 @@ private:
     std::pair<std::vector<AxisTick>, QFont> rowLabels(double rowWidth) const;
     QString rowText(int row) const;
     QPointF depthAt(const QSize &size) const;
-    /// Places the legend; returns where what is below may begin.
+    /// Places the legend and returns the y position below it.
     int headHeight(double left);
     void arrangeShapes();
     void placeValueLabels();

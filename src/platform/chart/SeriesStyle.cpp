@@ -18,7 +18,7 @@ constexpr double TwipsPerPixel = 15.0;
 constexpr double HatchStep = 6.0;
 constexpr std::array Hatches = {Hatch::None, Hatch::Rising, Hatch::Falling, Hatch::Level, Hatch::Crossed};
 
-/// Stroke and gap in turn, in widths of the pen; nothing is a whole line.
+/// Alternating stroke and gap, in pen widths; empty for a continuous line.
 std::vector<double> patternOf(PenStyle style)
 {
     switch (style) {
@@ -43,7 +43,7 @@ std::vector<double> patternOf(PenStyle style)
     return {};
 }
 
-/// Cuts a run into strokes; the pattern goes on over the corners.
+/// Cuts a run into strokes; the pattern continues across corners.
 class Dasher
 {
 public:
@@ -64,7 +64,7 @@ public:
             from = to;
         }
     }
-    /// As if the piece had been drawn.
+    /// Advances the pattern as if the piece had been drawn.
     void skip(double length)
     {
         double whole = 0.0;
@@ -205,7 +205,7 @@ void drawRun(QPainter &painter, const SeriesStyle &style, const QPolygonF &run, 
             dasher->skip(piece.length());
         }
     }
-    // Round ends close the corners of broad lines; on thin ones they would only cost time.
+    // Round caps close the corners of wide lines; on thin ones they would only cost time.
     const bool closeCorners = !dasher && style.penWidth > 2.0;
     painter.setPen(QPen(style.pen, style.penWidth, Qt::SolidLine, closeCorners ? Qt::RoundCap : Qt::FlatCap));
     painter.drawLines(strokes.data(), static_cast<int>(strokes.size()));

@@ -18,15 +18,15 @@ private Q_SLOTS:
     void everyPointIsFoundWhereItIsDrawn();
     void anEmptyCellHasNoPoint_data() { addTypes(); }
     void anEmptyCellHasNoPoint();
-    void axesAndLegendTellTheTable();
+    void axesAndLegendShowTheTable();
     void xyCountsItsRows();
     void withoutNumbersNoAxisTexts();
     void valueLabelsNeverCover_data() { addTypes(); }
     void valueLabelsNeverCover();
     void slicesAreSums();
-    void aMixedChartDrawsEachAsItsOwn();
+    void aMixedChartDrawsEachSeriesByItsType();
     void longNamesBreakTheLegend();
-    void oneRowStandsInTheMiddle();
+    void oneRowIsCentred();
 
 private:
     static void addTypes();
@@ -88,7 +88,7 @@ void PlotTest::anEmptyCellHasNoPoint()
     QVERIFY(type == ChartType::Pie2d || plot.drawnPoint({1, 3}));
 }
 
-void PlotTest::axesAndLegendTellTheTable()
+void PlotTest::axesAndLegendShowTheTable()
 {
     Chart model;
     fillChart(model, ChartType::Line2d, {wave(53, 1), wave(53, 2)});
@@ -154,7 +154,7 @@ void PlotTest::valueLabelsNeverCover()
         const auto isUnder = [&rectangle = labels[one].rectangle](const QPointF &marker) { return rectangle.contains(marker); };
         QVERIFY(std::none_of(markers.begin(), markers.end(), isUnder));
     }
-    // The highest is never the one left out.
+    // The label of the highest value is never left out.
     QVERIFY(type == ChartType::Pie2d || labels.front().text == QStringLiteral("22"));
 }
 
@@ -175,7 +175,7 @@ void PlotTest::slicesAreSums()
     QVERIFY((plotOf(model).pointAt(centre) == PointIndex{2, 1}));
 }
 
-void PlotTest::aMixedChartDrawsEachAsItsOwn()
+void PlotTest::aMixedChartDrawsEachSeriesByItsType()
 {
     Chart model;
     fillChart(model, ChartType::Combination2d, {{10, 20}, {10, 20}, {10, 20}, {10, 20}, {10, 20}});
@@ -207,7 +207,7 @@ void PlotTest::longNamesBreakTheLegend()
     }
 }
 
-void PlotTest::oneRowStandsInTheMiddle()
+void PlotTest::oneRowIsCentred()
 {
     for (const NamedType &each : ChartTypes) {
         Chart model;
