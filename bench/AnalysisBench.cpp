@@ -6,7 +6,7 @@
 #include "analysis/LeaveFilter.h"
 #include "analysis/ModFertPM.h"
 #include "analysis/frmMonLeave.h"
-#include "doubles/QueuedDialogs.h"
+#include "fakes/QueuedDialogs.h"
 #include "platform/controls/ItemCombo.h"
 #include "shell/MDI_Monitoring.h"
 #include "store/Schema.h"

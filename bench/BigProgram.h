@@ -2,7 +2,7 @@
 #pragma once
 
 #include "BigFarm.h"
-#include "doubles/QueuedDialogs.h"
+#include "fakes/QueuedDialogs.h"
 #include "shell/MDI_Monitoring.h"
 
 #include <memory>

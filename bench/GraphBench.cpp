@@ -25,8 +25,8 @@ constexpr int ToDay = 46022;
 GraphCriteria criteriaFor(GraphScope scope, GraphAxis axis)
 {
     GraphCriteria criteria{
-        .scope = scope, .axis = axis, .from = From, .to = To, .fixedItem = FixedBlock, .SeriesCount = GraphCriteria::MostSeries};
-    for (std::int32_t series = 0; series < GraphCriteria::MostSeries; ++series) {
+        .scope = scope, .axis = axis, .from = From, .to = To, .fixedItem = FixedBlock, .SeriesCount = GraphCriteria::MaxSeries};
+    for (std::int32_t series = 0; series < GraphCriteria::MaxSeries; ++series) {
         criteria.SeriesID.at(static_cast<std::size_t>(series)) = series + 1;
         criteria.SeriesName.at(static_cast<std::size_t>(series)) = QStringLiteral("Pest %1").arg(series + 1);
     }
@@ -46,7 +46,7 @@ void readSeries(benchmark::State &state, const GraphCriteria &criteria, const QS
         state, [&] { benchmark::DoNotOptimize(readGraphData(criteria, program.window->objPestMON(), session)); },
         [&] {
             touched = 0;
-            for (int pest = 1; pest <= GraphCriteria::MostSeries; ++pest) {
+            for (int pest = 1; pest <= GraphCriteria::MaxSeries; ++pest) {
                 touched += ofBlock ? raw.step(rows, {pest, FromDay, ToDay, FixedBlock}) : raw.step(rows, {pest, FromDay, ToDay});
             }
         });
@@ -86,9 +86,9 @@ void rankPests(benchmark::State &state)
     BigProgram &program = programOf(static_cast<int>(state.range(0)));
     SessionContext &session = program.window->session();
     session.CurrentPMMethodID = CountMethod;
-    std::array<controls::ItemCombo, GraphCriteria::MostSeries> lists;
-    const std::array<controls::ItemCombo *, GraphCriteria::MostSeries> combos{&lists[0], &lists[1], &lists[2], &lists[3],
-                                                                              &lists[4]};
+    std::array<controls::ItemCombo, GraphCriteria::MaxSeries> lists;
+    const std::array<controls::ItemCombo *, GraphCriteria::MaxSeries> combos{&lists[0], &lists[1], &lists[2], &lists[3],
+                                                                             &lists[4]};
     RawSqlite raw(program.farm.pestFile());
     sqlite3_stmt *ranking = raw.prepare(
         "SELECT d.CTargetID, SUM(d.PMCountMax) AS s FROM tblPMTrans t INNER JOIN tblPMDataMax d ON t.PMTransID = d.PMTransID "

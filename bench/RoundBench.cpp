@@ -9,7 +9,7 @@
 #include "platform/controls/DatePicker.h"
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/ItemCombo.h"
-#include "platform/controls/Look.h"
+#include "platform/controls/Theme.h"
 #include "platform/dao/Database.h"
 #include "shell/FarmApplication.h"
 
@@ -226,7 +226,7 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     FarmApplication application(argc, argv);
-    controls::Look::apply(application, false);
+    controls::Theme::apply(application, false);
     const std::vector<std::int64_t> blocks{12, 25, 50};
     registerRows({{"Start to the shown window", "instructions", start, BigFarm::Sizes, 7},
                   {"Save an instruction, 20 points x 15 pests", "blocks", saveInstruction, blocks, 7, 2.0},

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "doubles/QueuedDialogs.h"
+#include "fakes/QueuedDialogs.h"
 #include "menu/MenuEntries.h"
-#include "platform/controls/Look.h"
+#include "platform/controls/Theme.h"
 #include "shell/FarmApplication.h"
 #include "shell/MDI_Monitoring.h"
 
@@ -11,7 +11,7 @@
 int main(int argc, char **argv)
 {
     FarmApplication application(argc, argv);
-    controls::Look::apply(application, false);
+    controls::Theme::apply(application, false);
     QueuedDialogs dialogs;
     MDI_Monitoring window(dialogs, menuEntries());
     if (window.load(FarmApplication::arguments().value(1)) != MDI_Monitoring::Load::Done) {

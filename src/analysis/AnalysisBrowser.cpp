@@ -6,9 +6,9 @@
 #include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/RedrawPause.h"
-#include "shell/ListFillers.h"
-#include "shell/Period.h"
-#include "shell/ScreenHost.h"
+#include "screens/ListFillers.h"
+#include "screens/Period.h"
+#include "screens/ScreenHost.h"
 #include "ui_frmMonLeave.h"
 
 #include <algorithm>
@@ -158,7 +158,7 @@ void AnalysisBrowser::paintRow(int row, int colour)
 
 void AnalysisBrowser::selectRow()
 {
-    basic::leaveSilently([this] {
+    basic::runOrIgnore([this] {
         FlexGrid &grid = *ui_.grdLeave;
         const int row = grid.Row();
         if (session_.ListRow > 0 && session_.ListRow < grid.Rows() - 1) {

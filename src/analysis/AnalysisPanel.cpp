@@ -4,7 +4,7 @@
 #include "analysis/AnalysisNumbers.h"
 #include "platform/basic/Clock.h"
 #include "platform/basic/Formats.h"
-#include "shell/ListFillers.h"
+#include "screens/ListFillers.h"
 #include "ui_frmMonLeave.h"
 
 #include <QEvent>

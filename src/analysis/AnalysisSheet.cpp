@@ -5,8 +5,8 @@
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
 #include "reports/TemplateReport.h"
-#include "shell/LongWork.h"
-#include "shell/ScreenHost.h"
+#include "screens/LongWork.h"
+#include "screens/ScreenHost.h"
 
 #include <QDir>
 

@@ -2,7 +2,7 @@
 #include "analysis/ModFertPM.h"
 
 #include "platform/controls/RedrawPause.h"
-#include "shell/DayCells.h"
+#include "screens/DayCells.h"
 
 #include <QHash>
 

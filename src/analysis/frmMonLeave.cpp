@@ -9,7 +9,7 @@
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/Dialogs.h"
-#include "shell/Icons.h"
+#include "screens/Icons.h"
 #include "ui_frmMonLeave.h"
 
 #include <QAbstractItemView>
@@ -112,7 +112,7 @@ void frmMonLeave::activateScreen()
     activationWaits_ = false;
     session().ShowActive = -1;
     panel_->clearChanged();
-    silently(QStringLiteral("The analyses cannot be listed"), [this] {
+    runOrReport(QStringLiteral("The analyses cannot be listed"), [this] {
         kind_ = analysisKind(Tag());
         browser_->setKind(kind_);
         // Before anything that may fail, so that at least the captions are those of the kind.
@@ -168,7 +168,7 @@ bool frmMonLeave::readCurrentRow()
 
 void frmMonLeave::openSaved()
 {
-    silently(QStringLiteral("The analysis cannot be edited"), [this] {
+    runOrReport(QStringLiteral("The analysis cannot be edited"), [this] {
         if (readCurrentRow()) {
             panel_->openSaved(ui_->grdLeave->TextMatrix(ui_->grdLeave->Row(), BlockCol));
             showPanel();

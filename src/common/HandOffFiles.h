@@ -20,5 +20,5 @@ void Read_FindYearID(SessionContext &session);
 /// so, otherwise it is empty.
 QString Read_FindSDate(SessionContext &session);
 void Write_FindSDate(const SessionContext &session);
-/// Hands the farm's name back to the suite.
+/// UiDriver the farm's name back to the suite.
 void Write_FindFarm(const SessionContext &session);

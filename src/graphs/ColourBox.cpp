@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "graphs/ColourBox.h"
 
-#include "platform/controls/Look.h"
+#include "platform/controls/Theme.h"
 
 #include <QPainter>
 
@@ -36,7 +36,7 @@ QSize ColourBox::sizeHint() const
 
 void ColourBox::paintEvent(QPaintEvent *)
 {
-    const controls::PaletteColours &colours = controls::Look::colours();
+    const controls::PaletteColours &colours = controls::Theme::colours();
     const qreal edge = hasFocus() ? 2.0 : 1.0;
     const QColor edgeColour = hasFocus() ? colours.accent : underMouse() ? colours.text : colours.border;
     QPainter painter(this);

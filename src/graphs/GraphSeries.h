@@ -20,7 +20,7 @@ enum class GraphAxis { Week, Date, Points };
 
 /// Everything that one draw was asked for.
 struct GraphCriteria {
-    static constexpr int MostSeries = 5;
+    static constexpr int MaxSeries = 5;
 
     GraphScope scope = GraphScope::PerBlock;
     GraphMeasure measure = GraphMeasure::Count;
@@ -31,8 +31,8 @@ struct GraphCriteria {
     std::int32_t fixedItem = 0;
     /// Counted up to the last one that is chosen. A series left blank between two others has the key 0 and stays empty.
     int SeriesCount = 0;
-    std::array<std::int32_t, MostSeries> SeriesID{};
-    std::array<QString, MostSeries> SeriesName{};
+    std::array<std::int32_t, MaxSeries> SeriesID{};
+    std::array<QString, MaxSeries> SeriesName{};
 };
 
 /// Points of the axis; the table has one row more.

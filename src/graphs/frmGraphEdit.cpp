@@ -3,11 +3,11 @@
 
 #include "graphs/ColourBox.h"
 #include "graphs/GraphError.h"
-#include "graphs/SeriesLooks.h"
+#include "graphs/StyleChoices.h"
 #include "graphs/modGrafiek.h"
 #include "platform/chart/Chart.h"
 #include "platform/controls/ItemCombo.h"
-#include "shell/KeysPage.h"
+#include "screens/ShortcutsPage.h"
 #include "ui_frmGraphEdit.h"
 
 #include <QShortcut>
@@ -66,7 +66,7 @@ void frmGraphEdit::connectControls()
 {
     // The page holds the keys of this dialog with those of its screen.
     connect(new QShortcut(Qt::Key_F1, this), &QShortcut::activated, this,
-            [this] { KeysPage::openOver(this, QStringLiteral("frmPestMGraph")); });
+            [this] { ShortcutsPage::openOver(this, QStringLiteral("frmPestMGraph")); });
     connect(ui_->cmb_0, &controls::ItemCombo::Click, this, [this] {
         if (!told([this] { seriesClick(); })) {
             ui_->cmb_0->setText(ui_->cmb_0->List(LastSeries_));

@@ -3,8 +3,8 @@
 
 #include "common/MonitoringConstants.h"
 #include "graphs/GraphDrawing.h"
-#include "platform/controls/Look.h"
-#include "shell/Period.h"
+#include "platform/controls/Theme.h"
+#include "screens/Period.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMGraph.h"
 
@@ -76,13 +76,13 @@ void frmPestMGraph::setUpLists()
 
 void frmPestMGraph::setUpButtons()
 {
-    using controls::Look;
-    ui_->cmd_0->setIcon(Look::icon(QStringLiteral("graphs"), QStringLiteral("onacc")));
-    ui_->cmd_2->setIcon(Look::icon(QStringLiteral("zoom-in")));
-    ui_->cmd_3->setIcon(Look::icon(QStringLiteral("zoom-out")));
-    ui_->cmd_5->setIcon(Look::icon(QStringLiteral("setup")));
-    ui_->cmd_4->setIcon(Look::icon(QStringLiteral("print")));
-    ui_->cmd_1->setIcon(Look::icon(QStringLiteral("close")));
+    using controls::Theme;
+    ui_->cmd_0->setIcon(Theme::icon(QStringLiteral("graphs"), QStringLiteral("onacc")));
+    ui_->cmd_2->setIcon(Theme::icon(QStringLiteral("zoom-in")));
+    ui_->cmd_3->setIcon(Theme::icon(QStringLiteral("zoom-out")));
+    ui_->cmd_5->setIcon(Theme::icon(QStringLiteral("setup")));
+    ui_->cmd_4->setIcon(Theme::icon(QStringLiteral("print")));
+    ui_->cmd_1->setIcon(Theme::icon(QStringLiteral("close")));
     showScrollBars(false);
 }
 

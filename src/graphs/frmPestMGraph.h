@@ -5,7 +5,7 @@
 #include "graphs/GraphSeries.h"
 #include "graphs/GraphZoom.h"
 #include "platform/chart/Chart.h"
-#include "shell/ChildScreen.h"
+#include "screens/ChildScreen.h"
 
 #include <array>
 #include <memory>
@@ -66,14 +66,14 @@ private:
     GraphZoom::Extent viewport() const;
     void pointSelected(int series, int point);
     /// A point chosen by key may lie out of sight on a zoomed chart.
-    void showPoint(const chart::PointPlace &place);
+    void showPoint(const chart::PointIndex &place);
     void chartClick();
     void printGraph();
     void setUpStyles();
 
     std::unique_ptr<Ui::frmPestMGraph> ui_;
-    std::array<controls::ItemCombo *, GraphCriteria::MostSeries> cbo_{};
-    std::array<QLabel *, GraphCriteria::MostSeries> captions_{};
+    std::array<controls::ItemCombo *, GraphCriteria::MaxSeries> cbo_{};
+    std::array<QLabel *, GraphCriteria::MaxSeries> captions_{};
     GraphZoom zoom_;
     bool PointPicked_ = false;
 };

@@ -189,7 +189,7 @@ void frmPestMGraph::pointSelected(int series, int point)
     showPoint({series, point});
 }
 
-void frmPestMGraph::showPoint(const chart::PointPlace &place)
+void frmPestMGraph::showPoint(const chart::PointIndex &place)
 {
     const std::optional<QPoint> position = ui_->chGraph->positionOf(place);
     if (!position || zoom_.level() < 1) {

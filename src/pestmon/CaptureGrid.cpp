@@ -56,7 +56,7 @@ template <typename Row, typename Content> Row rowWith(const std::array<Content R
 
 } // namespace
 
-CaptureGrid::CaptureGrid(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui) : PestMonFace(screen, host, ui)
+CaptureGrid::CaptureGrid(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui) : PestMonPage(screen, host, ui)
 {
     controls::FlexGrid &grid = *ui_.grdPest;
     grid.setMuteZeros(true);
@@ -65,7 +65,7 @@ CaptureGrid::CaptureGrid(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 
     ui_.txtG1->installEventFilter(this);
     layOut();
     on(&grid, &controls::FlexGrid::Click,
-       [this](int row, int col) { silently(QStringLiteral("The cell could not be changed"), [&] { click(row, col); }); });
+       [this](int row, int col) { runOrReport(QStringLiteral("The cell could not be changed"), [&] { click(row, col); }); });
     on(&grid, &controls::FlexGrid::KeyDown, [this](QKeyEvent *event) { keyDown(event); });
     on(&grid, &controls::FlexGrid::Scroll, [this] { placeBox(); });
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "pestmon/CaptureCells.h"
-#include "pestmon/PestMonFace.h"
+#include "pestmon/PestMonPage.h"
 #include "store/clsPestMONNew.h"
 
 #include <QStringList>
@@ -12,7 +12,7 @@
 /// The capture grid of one instruction and one block: a row per monitoring point, a group of columns per pest, and a row of
 /// totals kept by difference. Counts are typed into the box txtG1 over a cell, answers are toggled; each cell is saved the moment
 /// it is left.
-class CaptureGrid : public PestMonFace
+class CaptureGrid : public PestMonPage
 {
     Q_OBJECT
 public:

@@ -75,7 +75,7 @@ void CaptureGrid::keyDown(QKeyEvent *event)
         return;
     }
     if (toggles) {
-        silently(QStringLiteral("The cell could not be changed"), [&] { click(row, col); });
+        runOrReport(QStringLiteral("The cell could not be changed"), [&] { click(row, col); });
         // A toggle leaves the current cell in the point column; whoever works by keys wants to go on from where he was.
         grid.setCell(row, col);
         return;
@@ -140,7 +140,7 @@ void CaptureGrid::closeBox()
 bool CaptureGrid::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched != ui_.txtG1) {
-        return PestMonFace::eventFilter(watched, event);
+        return PestMonPage::eventFilter(watched, event);
     }
     if (event->type() == QEvent::FocusIn && movesFocus(*event)) {
         ui_.txtG1->selectAll();
@@ -188,7 +188,7 @@ bool CaptureGrid::leaveBox()
     }
     bool mayClose = false;
     const QString name = cellName(BoxRow, *capture::pestColumn(BoxCol, NoOfPests));
-    silently(QStringLiteral("%1 could not be saved").arg(name), [&] {
+    runOrReport(QStringLiteral("%1 could not be saved").arg(name), [&] {
         if (BoxRow == capture::TotalRow) {
             saveTypedTotal();
             mayClose = true;

@@ -40,7 +40,7 @@ const InstructionChoice::Tables InstructionChoice::PestTables{
     &clsPestMONNew::New_Delete_Pest_for_Transaction, "A pest left from an earlier choice could not be dropped"};
 
 InstructionChoice::InstructionChoice(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui)
-    : PestMonFace(screen, host, ui), blocks_(*ui.grdBlockIn, BlockColumns), pests_(*ui.grdPestIn, PestPickColumns),
+    : PestMonPage(screen, host, ui), blocks_(*ui.grdBlockIn, BlockColumns), pests_(*ui.grdPestIn, PestPickColumns),
       blocksCaption_(ui.lblMethod_1->text()), pestsCaption_(ui.lblMethod_19->text())
 {
     ui_.cmbTPest->setTypingAllowed(false);
@@ -122,7 +122,7 @@ void InstructionChoice::pestTypeClick()
 void InstructionChoice::toggle(PickGrid &list, int row, const Tables &tables, const std::function<int()> &add)
 {
     const QString failure = QStringLiteral("%1 could not be changed").arg(list.name(row));
-    silently(failure, [&] {
+    runOrReport(failure, [&] {
         const bool choose = !list.isMarked(row);
         if ((choose ? add() : drop(list.key(row), tables)) == clsPestMONNew::Failed) {
             showStoreFailure(failure);

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "pestmon/PestMonFace.h"
-#include "shell/PickGrid.h"
+#include "pestmon/PestMonPage.h"
+#include "screens/PickGrid.h"
 
 #include <functional>
 
 /// The choice of an instruction's blocks and pests, which lies in working tables until the instruction is saved, and the captions
 /// that count it.
-class InstructionChoice : public PestMonFace
+class InstructionChoice : public PestMonPage
 {
     Q_OBJECT
 public:

@@ -3,10 +3,10 @@
 
 #include "common/WeekNumber.h"
 #include "common/grid/modMousewheel.h"
-#include "pestmon/CaptureFace.h"
-#include "pestmon/InstructionEditorFace.h"
-#include "pestmon/InstructionListFace.h"
-#include "shell/Icons.h"
+#include "pestmon/CapturePage.h"
+#include "pestmon/InstructionEditorPage.h"
+#include "pestmon/InstructionListPage.h"
+#include "screens/Icons.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 
@@ -19,16 +19,16 @@ frmPestMon2::frmPestMon2(ScreenHost &host, QWidget *parent) : ChildScreen(host, 
     // The other tab is always shut, so there is nothing to choose and no focus to lose from sight.
     ui_->tabBlock->setFocusPolicy(Qt::NoFocus);
     ui_->tabBlock->tabBar()->setFocusPolicy(Qt::NoFocus);
-    list_ = std::make_unique<InstructionListFace>(*this, host, *ui_);
-    editor_ = std::make_unique<InstructionEditorFace>(*this, host, *ui_);
-    capture_ = std::make_unique<CaptureFace>(*this, host, *ui_);
+    list_ = std::make_unique<InstructionListPage>(*this, host, *ui_);
+    editor_ = std::make_unique<InstructionEditorPage>(*this, host, *ui_);
+    capture_ = std::make_unique<CapturePage>(*this, host, *ui_);
     setIcons();
     serveFocusedGrid(*this, {ui_->grdBlockIn, ui_->grdPest, ui_->grdPestIn});
-    on(list_.get(), &InstructionListFace::addRequested, [this] { openNew(); });
-    on(list_.get(), &InstructionListFace::editRequested, [this] { openSaved(); });
-    on(list_.get(), &InstructionListFace::captureRequested, [this] { openCapture(); });
-    on(editor_.get(), &InstructionEditorFace::closed, [this] { closeTab(); });
-    on(capture_.get(), &CaptureFace::closed, [this] { closeTab(); });
+    on(list_.get(), &InstructionListPage::addRequested, [this] { openNew(); });
+    on(list_.get(), &InstructionListPage::editRequested, [this] { openSaved(); });
+    on(list_.get(), &InstructionListPage::captureRequested, [this] { openCapture(); });
+    on(editor_.get(), &InstructionEditorPage::closed, [this] { closeTab(); });
+    on(capture_.get(), &CapturePage::closed, [this] { closeTab(); });
     on(ui_->Command1, &QPushButton::clicked, [this] { closeScreen(); });
     load();
 }
@@ -100,7 +100,7 @@ void frmPestMon2::closeTab()
 {
     ui_->tabBlock->hide();
     ui_->fraGS->show();
-    list_->refresh(InstructionListFace::NoRowMeans::FirstDataRow);
+    list_->refresh(InstructionListPage::NoRowMeans::FirstDataRow);
     ui_->grdGS->setFocus();
     if (activationWaits_) {
         activateScreen();

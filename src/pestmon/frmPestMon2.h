@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "shell/ChildScreen.h"
+#include "screens/ChildScreen.h"
 
 #include <memory>
 
@@ -9,9 +9,9 @@ namespace Ui
 {
 class frmPestMon2;
 }
-class InstructionListFace;
-class InstructionEditorFace;
-class CaptureFace;
+class InstructionListPage;
+class InstructionEditorPage;
+class CapturePage;
 
 /// The workbench of pest monitoring: the list of instructions, and over it one of two tabs, the instruction's editor or the
 /// capture of its findings. One face is visible at a time. While a tab is open an activation waits, so that nothing under open
@@ -43,8 +43,8 @@ private:
 
     std::unique_ptr<Ui::frmPestMon2> ui_;
     // The faces end before the controls: a control that loses the focus while it ends still tells those who watch it.
-    std::unique_ptr<InstructionListFace> list_;
-    std::unique_ptr<InstructionEditorFace> editor_;
-    std::unique_ptr<CaptureFace> capture_;
+    std::unique_ptr<InstructionListPage> list_;
+    std::unique_ptr<InstructionEditorPage> editor_;
+    std::unique_ptr<CapturePage> capture_;
     bool activationWaits_ = false;
 };

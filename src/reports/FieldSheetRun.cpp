@@ -5,7 +5,7 @@
 #include "platform/basic/Formats.h"
 #include "platform/controls/Dialogs.h"
 #include "reports/FieldSheets.h"
-#include "shell/ScreenHost.h"
+#include "screens/ScreenHost.h"
 
 #include <QDir>
 
@@ -84,7 +84,7 @@ void printBlockSheets(ScreenHost &host, const FieldSheetOrder &order, const Shee
         QString tested = block.name;
         const QString title = REPORT_SafeSheetName(workbook, tested);
         // A name that the engine refuses leaves the sheet its default one; the heading bears the block's name.
-        basic::leaveSilently([&] { sheet.setName(title); });
+        basic::runOrIgnore([&] { sheet.setName(title); });
         Print_Block_Sheet(sheet, data, block, order.kind());
         setUpBlockSheet(application, sheet);
         lastName = block.name;

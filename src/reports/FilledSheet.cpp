@@ -4,7 +4,7 @@
 #include "common/modGeneral.h"
 #include "platform/basic/Formats.h"
 #include "reports/TemplateReport.h"
-#include "shell/ScreenHost.h"
+#include "screens/ScreenHost.h"
 
 #include <QDir>
 

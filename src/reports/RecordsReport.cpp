@@ -4,8 +4,8 @@
 #include "common/MonitoringConstants.h"
 #include "platform/basic/Numbers.h"
 #include "reports/TemplateReport.h"
-#include "shell/LongWork.h"
-#include "shell/ScreenHost.h"
+#include "screens/LongWork.h"
+#include "screens/ScreenHost.h"
 #include "store/clsPestMONNew.h"
 
 #include <QDir>

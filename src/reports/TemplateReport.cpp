@@ -5,7 +5,7 @@
 #include "platform/basic/Formats.h"
 #include "platform/basic/TextFiles.h"
 #include "reports/modReporting.h"
-#include "shell/ScreenHost.h"
+#include "screens/ScreenHost.h"
 
 excel::Application &sessionApplication(ScreenHost &host)
 {

@@ -5,8 +5,8 @@
 #include "common/grid/modMousewheel.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/RedrawPause.h"
-#include "shell/Icons.h"
-#include "shell/Period.h"
+#include "screens/Icons.h"
+#include "screens/Period.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmRepPestInfo.h"
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "reports/RecordsReport.h"
-#include "shell/ChildScreen.h"
-#include "shell/PickGrid.h"
+#include "screens/ChildScreen.h"
+#include "screens/PickGrid.h"
 
 #include <memory>
 

@@ -4,7 +4,7 @@
 #include "platform/basic/TextFiles.h"
 #include "platform/controls/Dialogs.h"
 #include "reports/TemplateReport.h"
-#include "shell/Icons.h"
+#include "screens/Icons.h"
 #include "ui_frmRepPestMon.h"
 
 #include <QDir>

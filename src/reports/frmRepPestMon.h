@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "shell/ChildScreen.h"
+#include "screens/ChildScreen.h"
 
 #include <memory>
 

@@ -7,7 +7,7 @@
 #include "platform/basic/Formats.h"
 #include "platform/basic/TextFiles.h"
 #include "platform/controls/Dialogs.h"
-#include "shell/ScreenHost.h"
+#include "screens/ScreenHost.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -16,7 +16,7 @@
 
 #include <array>
 
-using basic::leaveSilently;
+using basic::runOrIgnore;
 
 namespace
 {
@@ -72,12 +72,12 @@ QString REPORT_FontName(int &index)
 
 bool REPORT_AddSheet(const excel::Workbook &workbook)
 {
-    return leaveSilently([&] { workbook.Worksheets().Add(workbook.Worksheets(workbook.Sheets().Count())); });
+    return runOrIgnore([&] { workbook.Worksheets().Add(workbook.Worksheets(workbook.Sheets().Count())); });
 }
 
 bool REPORT_DeleteSheets(const excel::Workbook &workbook)
 {
-    return leaveSilently([&] {
+    return runOrIgnore([&] {
         for (int index = workbook.Sheets().Count(); index > 1; --index) {
             workbook.Sheets(index).Delete();
         }
@@ -86,7 +86,7 @@ bool REPORT_DeleteSheets(const excel::Workbook &workbook)
 
 void REPORT_ShadeRange(const excel::Worksheet &sheet, const QString &c1, const QString &c2)
 {
-    leaveSilently([&] {
+    runOrIgnore([&] {
         excel::Interior interior = sheet.Range(c1, c2).Interior();
         interior.setPattern(excel::xlSolid);
         interior.setPatternColorIndex(excel::xlAutomatic);
@@ -98,7 +98,7 @@ void REPORT_ShadeRange(const excel::Worksheet &sheet, const QString &c1, const Q
 
 void REPORT_FormatRange(const excel::Worksheet &sheet, const QString &c1, const QString &c2, RangeFormat &format)
 {
-    leaveSilently([&] {
+    runOrIgnore([&] {
         excel::Range range = sheet.Range(c1, c2);
         range.setMergeCells(format.merge);
         range.setWrapText(format.wrap);
@@ -142,7 +142,7 @@ void REPORT_SetProperty(const excel::Worksheet &sheet, const QString &c1, const 
     if (selector < 0 || selector >= static_cast<int>(Setters.size())) {
         return;
     }
-    leaveSilently([&] {
+    runOrIgnore([&] {
         excel::Range range = sheet.Range(c1, c2);
         Setters[static_cast<std::size_t>(selector)](range, value);
     });
@@ -153,14 +153,14 @@ void REPORT_PageSetup(const excel::Worksheet &sheet, const QString &titleRows, c
 {
     excel::PageSetup page = sheet.PageSetup();
     // Each by itself: one that is refused leaves the others as told.
-    leaveSilently([&] { page.setPrintTitleRows(titleRows); });
+    runOrIgnore([&] { page.setPrintTitleRows(titleRows); });
     if (!titleColumns.isEmpty()) {
-        leaveSilently([&] { page.setPrintTitleColumns(sheet.Columns(titleColumns).Address()); });
+        runOrIgnore([&] { page.setPrintTitleColumns(sheet.Columns(titleColumns).Address()); });
     }
-    leaveSilently([&] { page.setLeftHeader(leftHeader); });
-    leaveSilently([&] { page.setCenterHeader(centerHeader); });
-    leaveSilently([&] { page.setRightHeader(rightHeader); });
-    leaveSilently([&] { page.setOrientation(orientation); });
+    runOrIgnore([&] { page.setLeftHeader(leftHeader); });
+    runOrIgnore([&] { page.setCenterHeader(centerHeader); });
+    runOrIgnore([&] { page.setRightHeader(rightHeader); });
+    runOrIgnore([&] { page.setOrientation(orientation); });
 }
 
 bool REPORT_SheetNameValid(const excel::Workbook &workbook, QString &name)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/BannerDrawing.h"
 
-#include "platform/controls/Look.h"
+#include "platform/controls/Theme.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -53,7 +53,7 @@ void BannerDrawing::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    QColor line = controls::Look::colours().accent;
+    QColor line = controls::Theme::colours().accent;
     line.setAlphaF(0.4F);
     painter.setPen(QPen(line, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.translate(width() - DrawnSize.width(), height() - DrawnSize.height());

@@ -2,7 +2,7 @@
 #include "shell/DesktopLauncher.h"
 
 #include "platform/controls/Dialogs.h"
-#include "shell/ScreenHost.h"
+#include "screens/ScreenHost.h"
 
 #include <QDesktopServices>
 #include <QDir>

@@ -5,8 +5,8 @@
 
 class ScreenHost;
 
-/// Hands finished workbooks to the program that the desktop opens them with, and tells the user in a box and in the status line
-/// where a workbook lies when there is none.
+/// UiDriver finished workbooks to the program that the desktop opens them with, and tells the user in a box and in the status
+/// line where a workbook lies when there is none.
 class DesktopLauncher : public excel::Launcher
 {
 public:

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/ExitLabel.h"
 
-#include "platform/controls/Look.h"
+#include "platform/controls/Theme.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -33,9 +33,9 @@ void ExitLabel::setHovered(bool hovered)
 QColor ExitLabel::inkColour() const
 {
     if (!hovered_) {
-        return controls::Look::colours().text;
+        return controls::Theme::colours().text;
     }
-    return QColor(controls::Look::isDark() ? BlueOnDark : BlueOnLight);
+    return QColor(controls::Theme::isDark() ? BlueOnDark : BlueOnLight);
 }
 
 QSize ExitLabel::sizeHint() const
@@ -60,7 +60,7 @@ void ExitLabel::paintEvent(QPaintEvent *)
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());
     if (hasFocus()) {
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(controls::Look::colours().accent, 2));
+        painter.setPen(QPen(controls::Theme::colours().accent, 2));
         painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 4, 4);
     }
 }

@@ -6,17 +6,17 @@
 #include "platform/basic/TextFiles.h"
 #include "platform/controls/DatePicker.h"
 #include "platform/controls/Dialogs.h"
-#include "platform/controls/Look.h"
-#include "shell/ChildScreen.h"
-#include "shell/Connection.h"
+#include "platform/controls/Theme.h"
+#include "screens/ChildScreen.h"
+#include "screens/Icons.h"
+#include "screens/ListFillers.h"
+#include "screens/ProgressPicture.h"
+#include "screens/Shortcuts.h"
+#include "screens/ShortcutsPage.h"
 #include "shell/FarmApplication.h"
-#include "shell/Icons.h"
-#include "shell/KeyTable.h"
-#include "shell/KeysPage.h"
-#include "shell/ListFillers.h"
 #include "shell/ProgramFolder.h"
-#include "shell/ProgressPicture.h"
 #include "store/Backups.h"
+#include "store/Connection.h"
 #include "store/Upgrades.h"
 #include "ui_MDI_Monitoring.h"
 
@@ -25,7 +25,7 @@
 #include <QDir>
 #include <QShortcut>
 
-using basic::leaveSilently;
+using basic::runOrIgnore;
 using basic::RunTimeError;
 
 namespace
@@ -43,7 +43,7 @@ MDI_Monitoring::MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry
     Picture4_ = new ProgressPicture(this);
     ui_->statusLine->addPermanentWidget(Picture4_);
     Picture4_->hide();
-    setWindowIcon(controls::Look::icon(QStringLiteral("pest-monitoring")));
+    setWindowIcon(controls::Theme::icon(QStringLiteral("pest-monitoring")));
     setUpBar();
     setUpKeys();
     ui_->picPro->setEntries(std::move(entries));
@@ -98,7 +98,7 @@ void MDI_Monitoring::setUpKeys()
 void MDI_Monitoring::showKeys()
 {
     const QObject *screen = CurrentForm_ ? static_cast<QObject *>(CurrentForm_) : ui_->picPro;
-    KeysPage::openOver(this, QLatin1String(screen->metaObject()->className()));
+    ShortcutsPage::openOver(this, QLatin1String(screen->metaObject()->className()));
 }
 
 MDI_Monitoring::Load MDI_Monitoring::load(const QString &appPath)
@@ -251,7 +251,7 @@ void MDI_Monitoring::showScreen(ChildScreen *screen)
 
 void MDI_Monitoring::Close_Form()
 {
-    leaveSilently([this] {
+    runOrIgnore([this] {
         if (CurrentForm_) {
             unload(CurrentForm_);
             QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
@@ -302,7 +302,7 @@ void MDI_Monitoring::farmChosen()
     Close_Form();
     // Without a selection this raises an error; only what follows is left silently.
     session_.CurrentFarmID = combo.ItemData(combo.ListIndex());
-    leaveSilently([&] {
+    runOrIgnore([&] {
         session_.CurrentFarmID = combo.ItemData(combo.ListIndex());
         session_.CurrentFarm = combo.Text();
         if (session_.MenuRestore) {
@@ -314,7 +314,7 @@ void MDI_Monitoring::farmChosen()
 void MDI_Monitoring::yearChosen()
 {
     const controls::ItemCombo &combo = *ui_->cmbYear;
-    leaveSilently([&] {
+    runOrIgnore([&] {
         session_.CurrentYearID = combo.ItemData(combo.ListIndex());
         session_.CurrentYear = combo.Text();
     });

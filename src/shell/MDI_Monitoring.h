@@ -2,9 +2,9 @@
 #pragma once
 
 #include "common/SessionContext.h"
+#include "screens/ScreenHost.h"
 #include "shell/DesktopLauncher.h"
 #include "shell/MenuEntry.h"
-#include "shell/ScreenHost.h"
 #include "store/clsPestMONNew.h"
 
 #include <QMainWindow>

@@ -2,7 +2,7 @@
 #include "shell/MenuPanel.h"
 
 #include "platform/controls/PictureButton.h"
-#include "shell/Icons.h"
+#include "screens/Icons.h"
 #include "ui_MenuPanel.h"
 
 #include <QEvent>

@@ -2,7 +2,7 @@
 #include "shell/StatusLine.h"
 
 #include "platform/basic/Clock.h"
-#include "shell/Icons.h"
+#include "screens/Icons.h"
 
 #include <QAccessible>
 #include <QLabel>

@@ -18,7 +18,7 @@ struct FieldValue {
 
 using FieldValues = std::span<const FieldValue>;
 
-/// A table and its auto key; an empty key for tables without one.
+/// A table and its autonumber; an empty key for tables without one.
 struct KeyedTable {
     QStringView name;
     QStringView key;

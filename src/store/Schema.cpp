@@ -59,7 +59,7 @@ SchemaTable keyed(DatabaseFile file, QStringView name, Fields fields, Indexes in
     return table;
 }
 
-SchemaTable autoKeyed(QStringView name, Fields fields, Indexes indexes = {})
+SchemaTable autonumbered(QStringView name, Fields fields, Indexes indexes = {})
 {
     SchemaTable table = keyed(DatabaseFile::Pest, name, std::move(fields), std::move(indexes));
     table.fields.front().autoIncrement = true;
@@ -90,30 +90,30 @@ std::vector<SchemaTable> monitoringTables()
 {
     return {
         keyed(DatabaseFile::Pest, u"tblPMMethod", {number(u"PMMethodID"), text(u"PMMethod")}),
-        autoKeyed(u"tblPMTrans",
-                  {number(u"PMTransID"), number(u"BlockID"), number(u"PMMethodID"), date(u"PMTransDate"), date(u"PMTransDateCom"),
-                   shortNumber(u"PMTransWeek"), text(u"PMNotes", NoteSize), text(u"PMPerson"), shortNumber(u"NoofMpoints"),
-                   yesNo(u"PMTransCom"), yesNo(u"PMRepeat")},
-                  {{"PMTransDate"}, {"PMTransDateCom"}, {"BlockID"}}),
+        autonumbered(u"tblPMTrans",
+                     {number(u"PMTransID"), number(u"BlockID"), number(u"PMMethodID"), date(u"PMTransDate"),
+                      date(u"PMTransDateCom"), shortNumber(u"PMTransWeek"), text(u"PMNotes", NoteSize), text(u"PMPerson"),
+                      shortNumber(u"NoofMpoints"), yesNo(u"PMTransCom"), yesNo(u"PMRepeat")},
+                     {{"PMTransDate"}, {"PMTransDateCom"}, {"BlockID"}}),
         plain(DatabaseFile::Pest, u"tblPMBlockTrans", {number(u"PMTransID"), number(u"BlockID"), shortNumber(u"NoofMpoints")},
               {{"PMTransID", "BlockID"}, {"BlockID"}}),
-        autoKeyed(u"tblPMTarTrans", {number(u"PMTarTransID"), number(u"PMTransID"), number(u"CTargetID")},
-                  {{"PMTransID", "CTargetID"}}),
+        autonumbered(u"tblPMTarTrans", {number(u"PMTarTransID"), number(u"PMTransID"), number(u"CTargetID")},
+                     {{"PMTransID", "CTargetID"}}),
         // The largest table: each further index would slow down every save of an instruction.
-        autoKeyed(u"tblPMData",
-                  {number(u"PMDataID"), number(u"PMTransID"), number(u"BlockID"), number(u"CTargetID"), shortNumber(u"PMBPunt"),
-                   shortNumber(u"PMCount"), shortNumber(u"PMCountUnder"), shortNumber(u"PMCountUpper"), yesNo(u"PMYes"),
-                   yesNo(u"PMYesUnder"), yesNo(u"PMYesUpper")},
-                  {{"PMTransID", "BlockID", "CTargetID", "PMBPunt"}, {"CTargetID", "BlockID", "PMBPunt"}}),
-        autoKeyed(u"tblPMDataMax",
-                  {number(u"PMDataMaxID"), number(u"PMTransID"), number(u"BlockID"), number(u"CTargetID"),
-                   shortNumber(u"PMCountMax"), shortNumber(u"PMCountUnderMax"), shortNumber(u"PMCountUpperMax"),
-                   shortNumber(u"PMYesMax"), shortNumber(u"PMYesUnderMax"), shortNumber(u"PMYesUpperMax")},
-                  {{"PMTransID", "CTargetID", "BlockID"}, {"CTargetID", "BlockID"}}),
-        autoKeyed(u"tblPMTPest", {number(u"PMTPestID"), number(u"CTargetID")}, {{"CTargetID"}}),
-        autoKeyed(u"tblPMTBlock", {number(u"PMTBlockID"), number(u"BlockID"), shortNumber(u"NoofMpoints")}, {{"BlockID"}}),
-        autoKeyed(u"tblPMTempPest", {number(u"PMTempPestID"), number(u"CTargetID")}, {{"CTargetID"}}),
-        autoKeyed(u"tblPMTempBlock", {number(u"PMTempBlockID"), number(u"BlockID")}, {{"BlockID"}}),
+        autonumbered(u"tblPMData",
+                     {number(u"PMDataID"), number(u"PMTransID"), number(u"BlockID"), number(u"CTargetID"),
+                      shortNumber(u"PMBPunt"), shortNumber(u"PMCount"), shortNumber(u"PMCountUnder"),
+                      shortNumber(u"PMCountUpper"), yesNo(u"PMYes"), yesNo(u"PMYesUnder"), yesNo(u"PMYesUpper")},
+                     {{"PMTransID", "BlockID", "CTargetID", "PMBPunt"}, {"CTargetID", "BlockID", "PMBPunt"}}),
+        autonumbered(u"tblPMDataMax",
+                     {number(u"PMDataMaxID"), number(u"PMTransID"), number(u"BlockID"), number(u"CTargetID"),
+                      shortNumber(u"PMCountMax"), shortNumber(u"PMCountUnderMax"), shortNumber(u"PMCountUpperMax"),
+                      shortNumber(u"PMYesMax"), shortNumber(u"PMYesUnderMax"), shortNumber(u"PMYesUpperMax")},
+                     {{"PMTransID", "CTargetID", "BlockID"}, {"CTargetID", "BlockID"}}),
+        autonumbered(u"tblPMTPest", {number(u"PMTPestID"), number(u"CTargetID")}, {{"CTargetID"}}),
+        autonumbered(u"tblPMTBlock", {number(u"PMTBlockID"), number(u"BlockID"), shortNumber(u"NoofMpoints")}, {{"BlockID"}}),
+        autonumbered(u"tblPMTempPest", {number(u"PMTempPestID"), number(u"CTargetID")}, {{"CTargetID"}}),
+        autonumbered(u"tblPMTempBlock", {number(u"PMTempBlockID"), number(u"BlockID")}, {{"BlockID"}}),
     };
 }
 
@@ -132,7 +132,7 @@ SchemaTable analysisTable(const AnalysisTable &analysis)
         fields.push_back(field(value.name, FieldType::Single));
     }
     addText(analysis.texture);
-    return autoKeyed(analysis.table.name, std::move(fields), {{"BlockPID"}, {analysis.date.toString()}});
+    return autonumbered(analysis.table.name, std::move(fields), {{"BlockPID"}, {analysis.date.toString()}});
 }
 
 std::vector<SchemaTable> analysisTables()
@@ -181,7 +181,7 @@ void addMethods(dao::Database &database)
 
 } // namespace
 
-bool SchemaTable::hasAutoKey() const
+bool SchemaTable::hasAutonumber() const
 {
     return !key.isEmpty() && fields.front().autoIncrement;
 }

@@ -26,7 +26,7 @@ struct SchemaTable {
     /// The program adds it by itself to a file that lacks it.
     bool optional = false;
 
-    bool hasAutoKey() const;
+    bool hasAutonumber() const;
     dao::TableDef definition() const;
 };
 

@@ -237,7 +237,7 @@ void Ensure_TempBlockTable(SessionContext &session, const std::function<void(con
 
 void Ensure_PMRepeatField(SessionContext &session)
 {
-    basic::leaveSilently([&] {
+    basic::runOrIgnore([&] {
         dao::Database &database = *session.dbPest;
         const dao::TableDef table = database.tableDef(QStringLiteral("tblPMTrans"));
         const dao::Field repeat = dao::TableDef::CreateField(QStringLiteral("PMRepeat"), dao::FieldType::Boolean);

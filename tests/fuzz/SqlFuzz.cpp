@@ -11,7 +11,7 @@
 namespace
 {
 
-constexpr std::size_t LongestText = 4096;
+constexpr std::size_t MaxText = 4096;
 
 /// An empty pest database, open for all inputs.
 class Farm
@@ -58,7 +58,7 @@ private:
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     static Farm farm;
-    if (size > LongestText) {
+    if (size > MaxText) {
         return -1;
     }
     const QString sql = QString::fromUtf8(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));

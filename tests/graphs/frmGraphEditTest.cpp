@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "graphs/frmGraphEdit.h"
 
-#include "doubles/QueuedDialogs.h"
+#include "fakes/QueuedDialogs.h"
 #include "graphs/ColourBox.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/chart/Chart.h"
 #include "platform/controls/ItemCombo.h"
-#include "shell/KeysPage.h"
+#include "screens/ShortcutsPage.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -148,7 +148,7 @@ void frmGraphEditTest::keysOverTheStyles()
     dialog_->show();
     QVERIFY(QTest::qWaitForWindowActive(dialog_.get()));
     QTest::keyClick(dialog_.get(), Qt::Key_F1);
-    const auto *page = dialog_->findChild<KeysPage *>();
+    const auto *page = dialog_->findChild<ShortcutsPage *>();
     QVERIFY(page);
     QVERIFY(page->text().contains(QLatin1String("Style of the line")));
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Farmhand.h"
-#include "Witness.h"
+#include "CrashChild.h"
+#include "WriteLog.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -33,7 +33,7 @@ struct Tally {
     int faults = 0;
 };
 
-/// A farmhand's process and the pipe on which it reports.
+/// A crashChild's process and the pipe on which it reports.
 class Worker
 {
 public:
@@ -50,7 +50,7 @@ public:
             const int nowhere = ::open("/dev/null", O_WRONLY);
             ::dup2(nowhere, STDOUT_FILENO);
             ::dup2(ends[1], ReportsFd);
-            ::execl("/proc/self/exe", "KillTest", "--farmhand", folder.constData(), "--seed", number.constData(), nullptr);
+            ::execl("/proc/self/exe", "KillTest", "--crashChild", folder.constData(), "--seed", number.constData(), nullptr);
             ::_exit(127);
         }
         ::close(ends[1]);
@@ -60,7 +60,7 @@ public:
     Worker(const Worker &) = delete;
     Worker &operator=(const Worker &) = delete;
 
-    /// The next line, empty when none came in time or the farmhand is gone.
+    /// The next line, empty when none came in time or the crashChild is gone.
     QString nextLine(int milliseconds)
     {
         while (!buffer_.contains('\n')) {
@@ -94,13 +94,13 @@ private:
 };
 
 /// Chooses the moments: most within a write, which takes a few milliseconds, some at any time, some while the program starts.
-class Marksman
+class KillTiming
 {
 public:
-    explicit Marksman(unsigned int seed) : random_(seed) {}
+    explicit KillTiming(unsigned int seed) : random_(seed) {}
 
-    /// Lets the farmhand work up to the moment; false when it fell silent before. What it reports goes to the witness.
-    bool wait(Worker &worker, Witness &witness, Tally &tally)
+    /// Lets the crashChild work up to the moment; false when it fell silent before. What it reports goes to the writeLog.
+    bool wait(Worker &worker, WriteLog &writeLog, Tally &tally)
     {
         const int choice = below(100);
         if (choice < 10) {
@@ -111,12 +111,12 @@ public:
         int writes = 1 + below(20);
         QElapsedTimer since;
         for (QString line = worker.nextLine(SilenceMilliseconds); !line.isEmpty(); line = worker.nextLine(SilenceMilliseconds)) {
-            witness.hear(line);
-            if (!witness.writeIsOpen()) {
+            writeLog.hear(line);
+            if (!writeLog.writeIsOpen()) {
                 learn(since);
                 continue;
             }
-            kind_ = witness.openKind();
+            kind_ = writeLog.openKind();
             since.start();
             if (--writes == 0) {
                 pause(below(choice < 25 ? 100'000 : std::max(100, usual_.value(kind_, 5000))));
@@ -146,26 +146,26 @@ private:
     QHash<QString, int> usual_;
 };
 
-void killOnce(Witness &witness, Marksman &marksman, unsigned int seed, Tally &tally)
+void killOnce(WriteLog &writeLog, KillTiming &killTiming, unsigned int seed, Tally &tally)
 {
-    Worker worker(witness.appPath(), seed);
-    const bool wasAlive = marksman.wait(worker, witness, tally);
+    Worker worker(writeLog.appPath(), seed);
+    const bool wasAlive = killTiming.wait(worker, writeLog, tally);
     QStringList faults;
     if (!worker.kill() || !wasAlive) {
-        faults.append(QStringLiteral("the farmhand ended by itself"));
+        faults.append(QStringLiteral("the crashChild ended by itself"));
     }
     for (QString line = worker.nextLine(0); !line.isEmpty(); line = worker.nextLine(0)) {
-        witness.hear(line);
+        writeLog.hear(line);
     }
     ++tally.kills;
-    tally.withJournal += witness.hotJournal() ? 1 : 0;
-    if (witness.writeIsOpen()) {
+    tally.withJournal += writeLog.hotJournal() ? 1 : 0;
+    if (writeLog.writeIsOpen()) {
         ++tally.insideWrite;
-        ++tally.byKind[witness.openKind()];
+        ++tally.byKind[writeLog.openKind()];
     }
-    faults += witness.faults();
+    faults += writeLog.faults();
     for (const QString &fault : faults) {
-        std::printf("FAULT after kill %d (farmhand %u): %s\n", tally.kills, seed, qPrintable(fault));
+        std::printf("FAULT after kill %d (crashChild %u): %s\n", tally.kills, seed, qPrintable(fault));
     }
     tally.faults += static_cast<int>(faults.size());
 }
@@ -173,13 +173,13 @@ void killOnce(Witness &witness, Marksman &marksman, unsigned int seed, Tally &ta
 int killMany(int kills, unsigned int seed)
 {
     Tally tally;
-    Marksman marksman(seed);
-    std::unique_ptr<Witness> witness;
+    KillTiming killTiming(seed);
+    std::unique_ptr<WriteLog> writeLog;
     for (int i = 0; i < kills; ++i) {
         if (i % KillsPerFarm == 0) {
-            witness = std::make_unique<Witness>();
+            writeLog = std::make_unique<WriteLog>();
         }
-        killOnce(*witness, marksman, seed + static_cast<unsigned int>(i), tally);
+        killOnce(*writeLog, killTiming, seed + static_cast<unsigned int>(i), tally);
     }
     std::printf("%d kills (seed %u), %d while starting, %d inside an open write, %d with a journal left behind\n", tally.kills,
                 seed, tally.atStart, tally.insideWrite, tally.withJournal);
@@ -205,12 +205,12 @@ int main(int argc, char **argv)
         {{QStringLiteral("kills"), QStringLiteral("How often to kill."), QStringLiteral("number"), QStringLiteral("20")},
          {QStringLiteral("seed"), QStringLiteral("Where the random numbers begin."), QStringLiteral("number"),
           QStringLiteral("1")},
-         {QStringLiteral("farmhand"), QStringLiteral("Be the program that is killed."), QStringLiteral("folder")}});
+         {QStringLiteral("crashChild"), QStringLiteral("Be the program that is killed."), QStringLiteral("folder")}});
     parser.process(application);
     const unsigned int seed = parser.value(QStringLiteral("seed")).toUInt();
-    if (parser.isSet(QStringLiteral("farmhand"))) {
-        return farmhand::workUntilKilled(
-            {parser.value(QStringLiteral("farmhand")), QStringLiteral(JET_FIXTURES), seed, ReportsFd});
+    if (parser.isSet(QStringLiteral("crashChild"))) {
+        return crashChild::workUntilKilled(
+            {parser.value(QStringLiteral("crashChild")), QStringLiteral(JET_FIXTURES), seed, ReportsFd});
     }
     return killMany(parser.value(QStringLiteral("kills")).toInt(), seed);
 }

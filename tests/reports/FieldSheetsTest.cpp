@@ -6,7 +6,7 @@
 #include "platform/basic/Formats.h"
 #include "reports/FieldSheetRun.h"
 #include "reports/FilledSheet.h"
-#include "support/ScreenHostDouble.h"
+#include "support/FakeScreenHost.h"
 #include "support/TemporaryFarm.h"
 
 #include <QTemporaryDir>
@@ -75,7 +75,7 @@ private:
     QTemporaryDir folder_;
     int file_ = 0;
     std::unique_ptr<TemporaryFarm> farm_;
-    std::unique_ptr<ScreenHostDouble> host_;
+    std::unique_ptr<FakeScreenHost> host_;
     int steps_ = 0;
 };
 
@@ -84,7 +84,7 @@ void FieldSheetsTest::init()
     basic::Clock::stopAt(QDateTime(QDate(2026, 5, 4), QTime(10, 7, 9)));
     farm_ = std::make_unique<TemporaryFarm>();
     farm_->session.CurrentFarm = QStringLiteral("=Rivier's Oord");
-    host_ = std::make_unique<ScreenHostDouble>(farm_->session);
+    host_ = std::make_unique<FakeScreenHost>(farm_->session);
     steps_ = 0;
 }
 

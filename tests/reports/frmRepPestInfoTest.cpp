@@ -7,7 +7,7 @@
 #include "platform/controls/DatePicker.h"
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/ItemCombo.h"
-#include "support/ScreenHostDouble.h"
+#include "support/FakeScreenHost.h"
 
 #include <QFile>
 #include <QLabel>
@@ -64,7 +64,7 @@ private:
     }
 
     std::unique_ptr<PestMonFarm> farm_;
-    std::unique_ptr<ScreenHostDouble> host_;
+    std::unique_ptr<FakeScreenHost> host_;
     std::unique_ptr<frmRepPestInfo> screen_;
 };
 
@@ -72,7 +72,7 @@ void frmRepPestInfoTest::init()
 {
     basic::Clock::stopAt(QDateTime(QDate(2026, 5, 4), QTime(10, 0)));
     farm_ = std::make_unique<PestMonFarm>();
-    host_ = std::make_unique<ScreenHostDouble>(farm_->session);
+    host_ = std::make_unique<FakeScreenHost>(farm_->session);
     farm_->session.PestTypeFilter = QStringLiteral("W");
 }
 

@@ -2,7 +2,7 @@
 #include "reports/frmRepPestMon.h"
 
 #include "platform/controls/FileList.h"
-#include "support/ScreenHostDouble.h"
+#include "support/FakeScreenHost.h"
 #include "support/TemporaryFarm.h"
 
 #include <QDir>
@@ -51,7 +51,7 @@ private:
     }
 
     std::unique_ptr<TemporaryFarm> farm_;
-    std::unique_ptr<ScreenHostDouble> host_;
+    std::unique_ptr<FakeScreenHost> host_;
     std::unique_ptr<frmRepPestMon> screen_;
     controls::FileList *files_ = nullptr;
 };
@@ -59,7 +59,7 @@ private:
 void frmRepPestMonTest::init()
 {
     farm_ = std::make_unique<TemporaryFarm>();
-    host_ = std::make_unique<ScreenHostDouble>(farm_->session);
+    host_ = std::make_unique<FakeScreenHost>(farm_->session);
 }
 
 void frmRepPestMonTest::cleanup()

@@ -3,7 +3,7 @@
 
 #include "SheetReader.h"
 #include "platform/basic/Clock.h"
-#include "support/ScreenHostDouble.h"
+#include "support/FakeScreenHost.h"
 #include "support/TemporaryFarm.h"
 
 #include <QTest>
@@ -191,7 +191,7 @@ void modReportingTest::saved()
     QFETCH(QString, folder);
     QFETCH(QString, path);
     TemporaryFarm farm;
-    ScreenHostDouble host(farm.session);
+    FakeScreenHost host(farm.session);
     const auto file = REPORT_SaveReport(host, application_, folder, QStringLiteral("Count"));
     QVERIFY(file);
     QCOMPARE(*file, farm.appPath() + path + QStringLiteral("Count-2026_05_04 10_07_09.xlsx"));
@@ -211,7 +211,7 @@ void modReportingTest::refusedNameIsTold()
 {
     QFETCH(QString, name);
     TemporaryFarm farm;
-    ScreenHostDouble host(farm.session);
+    FakeScreenHost host(farm.session);
     host.dialogs().expectMessage();
     QVERIFY(!REPORT_SaveReport(host, application_, QStringLiteral("Pest Monitor"), name));
     const QString told = host.dialogs().takeLastText();
@@ -224,7 +224,7 @@ void modReportingTest::twoInOneSecondAreBothKept()
 {
     basic::Clock::stopAt({});
     TemporaryFarm farm;
-    ScreenHostDouble host(farm.session);
+    FakeScreenHost host(farm.session);
     const auto first = REPORT_SaveReport(host, application_, QString(), QStringLiteral("Count"));
     const auto second = REPORT_SaveReport(host, application_, QString(), QStringLiteral("Count"));
     QVERIFY(first && second && *first != *second);
@@ -234,7 +234,7 @@ void modReportingTest::twoInOneSecondAreBothKept()
 void modReportingTest::hiddenUntilShown()
 {
     TemporaryFarm farm;
-    ScreenHostDouble host(farm.session);
+    FakeScreenHost host(farm.session);
     excel::Application application(&host.launcher());
     application.Workbooks().Add();
     REPORT_HideExcel(application, true);

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/MDI_Monitoring.h"
-#include "doubles/QueuedDialogs.h"
-#include "doubles/RecordingLauncher.h"
+#include "fakes/QueuedDialogs.h"
+#include "fakes/RecordingLauncher.h"
 #include "platform/controls/DatePicker.h"
 #include "platform/controls/ItemCombo.h"
 #include "platform/controls/PictureButton.h"
-#include "shell/ChildScreen.h"
+#include "screens/ChildScreen.h"
+#include "screens/ProgressPicture.h"
 #include "shell/ExitLabel.h"
 #include "shell/FarmApplication.h"
 #include "shell/MenuPanel.h"
-#include "shell/ProgressPicture.h"
 #include "support/TemporaryFarm.h"
 
 #include <QDialog>

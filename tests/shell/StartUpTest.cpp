@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "common/ProgramLock.h"
-#include "doubles/QueuedDialogs.h"
+#include "fakes/QueuedDialogs.h"
 #include "platform/basic/Clock.h"
 #include "platform/basic/TextFiles.h"
 #include "platform/controls/ItemCombo.h"

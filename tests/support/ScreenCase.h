@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ScreenHostDouble.h"
+#include "FakeScreenHost.h"
 #include "platform/basic/Clock.h"
 #include "platform/controls/ItemCombo.h"
 
@@ -19,7 +19,7 @@ protected:
     {
         basic::Clock::stopAt(QDateTime(today, QTime(10, 0)));
         farm_ = std::make_unique<Farm>();
-        host_ = std::make_unique<ScreenHostDouble>(farm_->session);
+        host_ = std::make_unique<FakeScreenHost>(farm_->session);
     }
 
     void showScreen(const QString &tag = {})
@@ -77,6 +77,6 @@ protected:
     }
 
     std::unique_ptr<Farm> farm_;
-    std::unique_ptr<ScreenHostDouble> host_;
+    std::unique_ptr<FakeScreenHost> host_;
     std::unique_ptr<Screen> screen_;
 };

@@ -97,7 +97,7 @@ int TemporaryFarm::add(QStringView table, std::initializer_list<store::FieldValu
     if (!known) {
         fail(QStringLiteral("no table %1").arg(table));
     }
-    const QString key = known->hasAutoKey() ? known->key : QString();
+    const QString key = known->hasAutonumber() ? known->key : QString();
     return store::writeRow(*handle(known->file), sqlText(u"Select * from ", table, u" where 1 = 0"), store::Existing::LeaveAlone,
                            store::Missing::Add, std::vector<store::FieldValue>(fields), key);
 }

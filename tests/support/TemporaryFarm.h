@@ -67,7 +67,7 @@ public:
     int addTarget(const QString &name, const QString &kind = QStringLiteral("P"), const std::vector<int> &types = {});
     int addInstruction(const InstructionRow &instruction);
 
-    /// Adds a row as it is; returns its auto key, if any.
+    /// Adds a row as it is; returns its autonumber, if any.
     int add(QStringView table, std::initializer_list<store::FieldValue> fields);
     /// Number of rows, of those that meet a condition.
     int count(const QString &table, const QString &condition = {});

@@ -217,10 +217,10 @@ qint64 doubledZeroRows(dao::Database &database, QStringView table, const QString
     return doubled;
 }
 
-void noteDoubledRows(dao::Database &pest, Findings &findings)
+void noteDuplicateRows(dao::Database &pest, Findings &findings)
 {
     const Keys instructions = keysOf(pest, u"tblPMTrans", u"PMTransID");
-    Progress progress(QStringLiteral("Counting doubled rows"), instructions.size());
+    Progress progress(QStringLiteral("Counting duplicate rows"), instructions.size());
     qint64 data = 0;
     qint64 totals = 0;
     for (const std::int32_t instruction : instructions) {
@@ -252,7 +252,7 @@ bool checkFarm(const QString &databasesFolder)
         printLine(QStringLiteral("Links between tables"));
         noteMainOrphans(*main, findings);
         notePestOrphans(*pest, main.get(), spray.get(), findings);
-        noteDoubledRows(*pest, findings);
+        noteDuplicateRows(*pest, findings);
     }
     printLine(findings.none() ? QStringLiteral("Nothing is wrong.") : QStringLiteral("Faults were found."));
     return findings.none();

@@ -28,8 +28,8 @@ struct TableCopy {
     JetTable source;
     dao::TableDef target;
     std::vector<std::size_t> places;
-    /// Place of the auto key among the target's fields.
-    std::optional<int> autoKey;
+    /// Place of the autonumber among the target's fields.
+    std::optional<int> autonumber;
     QStringList absentFields;
     QStringList leftOutFields;
 };
@@ -133,7 +133,7 @@ TableCopy planTable(const SchemaTable &wanted, JetTable source, QStringList &fau
 {
     TableCopy copy{std::move(source), dao::TableDef(wanted.name), {}, {}, {}, {}};
     std::vector<dao::Field> fields;
-    bool keyIsUnique = wanted.hasAutoKey();
+    bool keyIsUnique = wanted.hasAutonumber();
     for (const dao::Field &field : wanted.fields) {
         const auto found = std::find_if(copy.source.fields.begin(), copy.source.fields.end(),
                                         [&](const JetField &one) { return sameName(one.name, field.name); });
@@ -151,7 +151,7 @@ TableCopy planTable(const SchemaTable &wanted, JetTable source, QStringList &fau
             continue;
         }
         if (target->autoIncrement) {
-            copy.autoKey = static_cast<int>(fields.size());
+            copy.autonumber = static_cast<int>(fields.size());
         }
         if (field.name == wanted.key && found->primary) {
             keyIsUnique = true;
@@ -198,19 +198,20 @@ FileCopy planFile(DatabaseFile file, const QString &from, QStringList &faults)
     return copy;
 }
 
-/// The next number of the auto key comes after the last that the source ever gave out, also when its row is gone.
+/// The next number of the autonumber comes after the last that the source ever gave out, also when its row is gone.
 void keepNextNumber(dao::Database &database, const TableCopy &table, std::int32_t highest)
 {
-    if (!table.autoKey || table.source.lastAutoKey <= highest) {
+    if (!table.autonumber || table.source.lastAutonumber <= highest) {
         return;
     }
-    const QString key = table.target.Fields()[static_cast<std::size_t>(*table.autoKey)].name;
+    const QString key = table.target.Fields()[static_cast<std::size_t>(*table.autonumber)].name;
     dao::Recordset rows = database.OpenRecordset(QStringLiteral("Select * from %1 where %2 =0").arg(table.target.Name(), key),
                                                  dao::RecordsetType::Dynaset);
     rows.AddNew();
-    rows.set(key, table.source.lastAutoKey);
+    rows.set(key, table.source.lastAutonumber);
     rows.Update();
-    database.Execute(QStringLiteral("Delete from %1 where %2 =%3").arg(table.target.Name(), key).arg(table.source.lastAutoKey));
+    database.Execute(
+        QStringLiteral("Delete from %1 where %2 =%3").arg(table.target.Name(), key).arg(table.source.lastAutonumber));
 }
 
 void copyRows(const JetFile &source, dao::Database &database, const TableCopy &table, Progress &progress)
@@ -227,8 +228,8 @@ void copyRows(const JetFile &source, dao::Database &database, const TableCopy &t
             for (std::size_t i = 0; i < fields.size(); ++i) {
                 rows.set(static_cast<int>(i), row[table.places[i]]);
             }
-            if (table.autoKey) {
-                highest = std::max(highest, rows.longValue(*table.autoKey));
+            if (table.autonumber) {
+                highest = std::max(highest, rows.longValue(*table.autonumber));
             }
             rows.Update();
         } catch (const RunTimeError &error) {

@@ -27,7 +27,7 @@ constexpr unsigned char DefinitionPage = 0x02;
 constexpr std::size_t OwnerOffset = 4;
 constexpr std::size_t RowCountOffset = 12;
 constexpr std::size_t FirstSlotOffset = 14;
-constexpr std::size_t LastAutoKeyOffset = 20;
+constexpr std::size_t LastAutonumberOffset = 20;
 constexpr std::uint16_t SlotMask = 0x1FFF;
 /// A deleted row, or the new home of a row that is reached through its pointer.
 constexpr std::uint16_t SlotSkipped = 0x8000;
@@ -323,7 +323,7 @@ JetTable JetFile::table(const QString &name) const
         }
     }
     const JetBytes page = library_->page(static_cast<std::uint32_t>(definition->entry->table_pg));
-    table.lastAutoKey = static_cast<std::int32_t>(*page.longAt(LastAutoKeyOffset));
+    table.lastAutonumber = static_cast<std::int32_t>(*page.longAt(LastAutonumberOffset));
     return table;
 }
 

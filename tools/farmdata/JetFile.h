@@ -19,7 +19,7 @@ struct JetField {
     JetType type = JetType::Other;
     /// Characters, for Text.
     int size = 0;
-    bool autoKey = false;
+    bool autonumber = false;
     /// The table's primary key is this field alone.
     bool primary = false;
 };
@@ -29,8 +29,8 @@ struct JetTable {
     std::vector<JetField> fields;
     /// What the file's own definition says.
     std::uint32_t rowCount = 0;
-    /// Last number that the auto key gave out, 0 when there is none.
-    std::int32_t lastAutoKey = 0;
+    /// Last number that the autonumber gave out, 0 when there is none.
+    std::int32_t lastAutonumber = 0;
 };
 
 /// A Jet 4 file, read only. Values come bit for bit: 32-bit floats, dates with their fraction, null apart from zero-length
@@ -50,7 +50,7 @@ public:
     JetTable table(const QString &name) const;
 
     using Row = std::vector<dao::Value>;
-    /// Hands over every row in the order of the file, the values in the order of JetTable::fields; a field of type Other comes
+    /// UiDriver over every row in the order of the file, the values in the order of JetTable::fields; a field of type Other comes
     /// as null. The row is good until the call returns. Returns the number of rows.
     std::uint32_t readRows(const QString &name, const std::function<void(const Row &)> &take) const;
 

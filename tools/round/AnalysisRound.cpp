@@ -43,7 +43,7 @@ QString numberFor(int first, std::size_t box)
 } // namespace
 
 AnalysisRound::AnalysisRound(MDI_Monitoring &window, QueuedDialogs &dialogs, const RecordingLauncher &launcher, Report &report)
-    : window_(window), dialogs_(dialogs), report_(report), hands_(window), paper_(window, dialogs, launcher, report)
+    : window_(window), dialogs_(dialogs), report_(report), driver_(window), paper_(window, dialogs, launcher, report)
 {
 }
 
@@ -57,21 +57,21 @@ void AnalysisRound::play()
 
 void AnalysisRound::playKind(const char *picture, const AnalysisKind &kind)
 {
-    hands_.click(picture);
-    report_.step(QStringLiteral("%1: %2 listed").arg(kind.name).arg(hands_.find<FlexGrid>("grdLeave").Rows() - 2));
+    driver_.click(picture);
+    report_.step(QStringLiteral("%1: %2 listed").arg(kind.name).arg(driver_.find<FlexGrid>("grdLeave").Rows() - 2));
     report_.picture(window_, QStringLiteral("%1-list").arg(kind.mode.toString().toLower()));
     add(kind, FirstAdded);
     change(kind, FirstChanged);
     filter(kind);
     paper_.printAnalyses();
-    hands_.click("cmdResetFilter");
+    driver_.click("cmdResetFilter");
     remove(kind);
-    hands_.click("cmdClose");
+    driver_.click("cmdClose");
 }
 
 QString AnalysisRound::newestKey() const
 {
-    const auto &grid = hands_.find<FlexGrid>("grdLeave");
+    const auto &grid = driver_.find<FlexGrid>("grdLeave");
     int newest = 0;
     for (int row = 1; row < grid.Rows(); ++row) {
         newest = std::max(newest, grid.TextMatrix(row, AnalysisKeyCol).toInt());
@@ -81,14 +81,14 @@ QString AnalysisRound::newestKey() const
 
 int AnalysisRound::rowOf(const QString &key) const
 {
-    return std::max(1, hands_.findRow("grdLeave", AnalysisKeyCol, key));
+    return std::max(1, driver_.findRow("grdLeave", AnalysisKeyCol, key));
 }
 
 void AnalysisRound::typeBoxes(const AnalysisKind &kind, int first)
 {
     for (std::size_t box = 0; box < kind.values.size(); ++box) {
-        hands_.type(numberFor(first, box));
-        hands_.key(Qt::Key_Return);
+        driver_.type(numberFor(first, box));
+        driver_.key(Qt::Key_Return);
         // The Tab that stands for Enter is queued.
         QCoreApplication::processEvents();
     }
@@ -96,40 +96,40 @@ void AnalysisRound::typeBoxes(const AnalysisKind &kind, int first)
 
 void AnalysisRound::add(const AnalysisKind &kind, int first)
 {
-    const int before = hands_.find<FlexGrid>("grdLeave").Rows();
-    hands_.click("Command7");
-    report_.check(hands_.find<QWidget>("dtpAna").hasFocus(), QStringLiteral("the panel begins with the date"));
-    hands_.key(Qt::Key_Tab);
+    const int before = driver_.find<FlexGrid>("grdLeave").Rows();
+    driver_.click("Command7");
+    report_.check(driver_.find<QWidget>("dtpAna").hasFocus(), QStringLiteral("the panel begins with the date"));
+    driver_.key(Qt::Key_Tab);
     if (kind.secondEntry != AnalysisSecondEntry::None) {
-        kind.secondEntry == AnalysisSecondEntry::Depth ? hands_.type(QStringLiteral("30")) : hands_.key(Qt::Key_Down);
-        hands_.key(Qt::Key_Tab);
+        kind.secondEntry == AnalysisSecondEntry::Depth ? driver_.type(QStringLiteral("30")) : driver_.key(Qt::Key_Down);
+        driver_.key(Qt::Key_Tab);
     }
     // The first active planting.
-    hands_.key(Qt::Key_Down);
-    hands_.key(Qt::Key_Tab);
+    driver_.key(Qt::Key_Down);
+    driver_.key(Qt::Key_Tab);
     if (!kind.seasons.empty()) {
-        hands_.key(Qt::Key_Down);
-        hands_.key(Qt::Key_Tab);
+        driver_.key(Qt::Key_Down);
+        driver_.key(Qt::Key_Tab);
     }
     typeBoxes(kind, first);
-    report_.check(hands_.find<QWidget>("Command3").hasFocus(), QStringLiteral("Enter leads from box to box to Save"));
+    report_.check(driver_.find<QWidget>("Command3").hasFocus(), QStringLiteral("Enter leads from box to box to Save"));
     report_.picture(window_, QStringLiteral("%1-panel").arg(kind.mode.toString().toLower()));
-    hands_.key(Qt::Key_Return);
-    report_.check(hands_.find<FlexGrid>("grdLeave").Rows() == before + 1, QStringLiteral("one analysis more is listed"));
+    driver_.key(Qt::Key_Return);
+    report_.check(driver_.find<FlexGrid>("grdLeave").Rows() == before + 1, QStringLiteral("one analysis more is listed"));
     key_ = newestKey();
     compareWithFile(kind, rowOf(key_), first);
 }
 
 void AnalysisRound::change(const AnalysisKind &kind, int first)
 {
-    hands_.doubleClickCell("grdLeave", rowOf(key_), BlockCol);
-    report_.check(!hands_.find<ItemCombo>("cboBlock").Text().isEmpty(), QStringLiteral("an analysis opens by double click"));
-    hands_.find<QWidget>("txtN").setFocus();
+    driver_.doubleClickCell("grdLeave", rowOf(key_), BlockCol);
+    report_.check(!driver_.find<ItemCombo>("cboBlock").Text().isEmpty(), QStringLiteral("an analysis opens by double click"));
+    driver_.find<QWidget>("txtN").setFocus();
     QCoreApplication::processEvents();
     typeBoxes(kind, first);
     // Esc asks, since something was typed.
     dialogs_.queueAnswer(controls::Answer::Yes);
-    hands_.key(Qt::Key_Escape);
+    driver_.key(Qt::Key_Escape);
     report_.compare(dialogs_.takeLastText(), QStringLiteral("Do you want to save the changes?"),
                     QStringLiteral("question on Esc"));
     compareWithFile(kind, rowOf(key_), first);
@@ -137,12 +137,12 @@ void AnalysisRound::change(const AnalysisKind &kind, int first)
 
 void AnalysisRound::filter(const AnalysisKind &kind)
 {
-    auto &grid = hands_.find<FlexGrid>("grdLeave");
+    auto &grid = driver_.find<FlexGrid>("grdLeave");
     const QString group = grid.TextMatrix(rowOf(key_), GroupCol);
-    auto &groups = hands_.find<ItemCombo>("cboGroup");
+    auto &groups = driver_.find<ItemCombo>("cboGroup");
     for (int i = 0; i < groups.ListCount(); ++i) {
         if (QString::number(groups.ItemData(i)) == group) {
-            report_.check(hands_.choose("cboGroup", groups.List(i)), QStringLiteral("the crop group can be chosen"));
+            report_.check(driver_.choose("cboGroup", groups.List(i)), QStringLiteral("the crop group can be chosen"));
         }
     }
     int shown = 0;
@@ -158,16 +158,16 @@ void AnalysisRound::filter(const AnalysisKind &kind)
 
 void AnalysisRound::remove(const AnalysisKind &kind)
 {
-    const int before = hands_.find<FlexGrid>("grdLeave").Rows();
-    hands_.clickCell("grdLeave", rowOf(key_), BlockCol);
+    const int before = driver_.find<FlexGrid>("grdLeave").Rows();
+    driver_.clickCell("grdLeave", rowOf(key_), BlockCol);
     if (kind.remove) {
         dialogs_.expectMessage();
     }
-    hands_.click("cmdLeaveDEl");
+    driver_.click("cmdLeaveDEl");
     if (kind.remove) {
         report_.compare(dialogs_.takeLastText(), QStringLiteral("The analysis was deleted"), QStringLiteral("message on Delete"));
     }
-    report_.check(hands_.find<FlexGrid>("grdLeave").Rows() == before - (kind.remove ? 1 : 0),
+    report_.check(driver_.find<FlexGrid>("grdLeave").Rows() == before - (kind.remove ? 1 : 0),
                   QStringLiteral("Delete takes the analysis out of the list, but for trace elements"));
 }
 
@@ -181,7 +181,7 @@ void AnalysisRound::compareWithFile(const AnalysisKind &kind, int row, int first
     if (found.Eof()) {
         return;
     }
-    const auto &grid = hands_.find<FlexGrid>("grdLeave");
+    const auto &grid = driver_.find<FlexGrid>("grdLeave");
     report_.compare(found.text("BlockPID"), grid.TextMatrix(row, PlantingCol), QStringLiteral("planting in the file"));
     for (std::size_t box = 0; box < kind.values.size(); ++box) {
         const QString typed = numberFor(first, box);

@@ -28,15 +28,15 @@ const char *const SeriesLists[] = {"cbo0", "cbo1", "cbo2", "cbo3", "cbo4"};
 } // namespace
 
 GraphRound::GraphRound(MDI_Monitoring &window, QueuedDialogs &dialogs, Report &report)
-    : window_(window), dialogs_(dialogs), report_(report), hands_(window)
+    : window_(window), dialogs_(dialogs), report_(report), driver_(window)
 {
 }
 
 void GraphRound::play()
 {
-    hands_.click("imGG");
+    driver_.click("imGG");
     chooseCriteria();
-    hands_.click("cmd_0");
+    driver_.click("cmd_0");
     compareWithFile();
     readOut();
     drawEachKind();
@@ -44,39 +44,39 @@ void GraphRound::play()
     style();
     print();
     otherAxes();
-    hands_.click("cmd_1");
+    driver_.click("cmd_1");
 }
 
 void GraphRound::chooseCriteria()
 {
     // A year with a whole round of seasons in it.
-    auto &from = hands_.find<controls::DatePicker>("dtpDateFrom");
+    auto &from = driver_.find<controls::DatePicker>("dtpDateFrom");
     from.setFocus();
-    from.setValue(hands_.find<controls::DatePicker>("dtpDateTo").Value().addYears(-1).addDays(1));
-    auto &blocks = hands_.find<ItemCombo>("cmbBCount");
+    from.setValue(driver_.find<controls::DatePicker>("dtpDateTo").Value().addYears(-1).addDays(1));
+    auto &blocks = driver_.find<ItemCombo>("cmbBCount");
     blocks.setFocus();
     report_.check(blocks.ListCount() > 0, QStringLiteral("blocks with counts are offered"));
-    hands_.key(Qt::Key_Down);
+    driver_.key(Qt::Key_Down);
     report_.check(!blocks.Text().isEmpty(), QStringLiteral("a block is chosen by key"));
-    hands_.click("chk_3");
+    driver_.click("chk_3");
     report_.step(QStringLiteral("Graph of %1 by week").arg(blocks.Text()));
 }
 
 void GraphRound::compareWithFile()
 {
-    const chart::Chart &chGraph = hands_.find<ChartView>("chGraph").model();
+    const chart::Chart &chGraph = driver_.find<ChartView>("chGraph").model();
     report_.check(chGraph.RowCount() == 53, QStringLiteral("53 weeks are drawn"));
     double last = 0.0;
     for (int series = 1; series <= chGraph.SeriesCount(); ++series) {
-        const auto &list = hands_.find<ItemCombo>(SeriesLists[series - 1]);
+        const auto &list = driver_.find<ItemCombo>(SeriesLists[series - 1]);
         const int pest = list.ItemData(list.ListIndex());
-        const auto &blocks = hands_.find<ItemCombo>("cmbBCount");
+        const auto &blocks = driver_.find<ItemCombo>("cmbBCount");
         const QString sql =
             QStringLiteral(
                 "Select Sum(tblPMDataMax.PMCountMax) as Total from tblPMDataMax, tblPMTrans where tblPMDataMax.PMTransID "
                 "= tblPMTrans.PMTransID and tblPMTrans.PMTransCom = True and tblPMTrans.PMMethodID = 1 and "
                 "tblPMTrans.PMTransDateCom >=#%1# and tblPMDataMax.BlockID = %2 and tblPMDataMax.CTargetID = %3")
-                .arg(hands_.find<controls::DatePicker>("dtpDateFrom").Value().toString(QStringLiteral("MM/dd/yyyy")))
+                .arg(driver_.find<controls::DatePicker>("dtpDateFrom").Value().toString(QStringLiteral("MM/dd/yyyy")))
                 .arg(blocks.ItemData(blocks.ListIndex()))
                 .arg(pest);
         const dao::Recordset rows = window_.session().dbPest->OpenRecordset(sql);
@@ -90,40 +90,41 @@ void GraphRound::compareWithFile()
 
 void GraphRound::readOut()
 {
-    auto &view = hands_.find<ChartView>("chGraph");
+    auto &view = driver_.find<ChartView>("chGraph");
     view.setFocus();
-    hands_.key(Qt::Key_Home);
-    const QString point = hands_.find<QLabel>("lblPointVal_1").text();
-    const QString value = hands_.find<QLabel>("lblPointVal_2").text();
+    driver_.key(Qt::Key_Home);
+    const QString point = driver_.find<QLabel>("lblPointVal_1").text();
+    const QString value = driver_.find<QLabel>("lblPointVal_2").text();
     report_.check(!point.isEmpty() && !value.isEmpty(), QStringLiteral("the first point is read out"));
     report_.step(QStringLiteral("Week %1: %2").arg(point, value));
 }
 
 void GraphRound::drawEachKind()
 {
-    auto &kinds = hands_.find<ItemCombo>("cbo_6");
+    auto &kinds = driver_.find<ItemCombo>("cbo_6");
     // The list shows its first kind, while the chart begins as another.
     report_.picture(window_, QStringLiteral("graph"));
     for (int kind = 0; kind < kinds.ListCount(); ++kind) {
         kinds.setListIndex(kind);
-        report_.picture(hands_.find<QWidget>("fmeGraph"), QStringLiteral("graph-%1").arg(kinds.Text()));
+        report_.picture(driver_.find<QWidget>("fmeGraph"), QStringLiteral("graph-%1").arg(kinds.Text()));
     }
     kinds.setListIndex(3);
-    hands_.click("chk_0");
-    hands_.click("chk_1");
+    driver_.click("chk_0");
+    driver_.click("chk_1");
     report_.picture(window_, QStringLiteral("graph-markers-labels"));
-    hands_.click("chk_1");
+    driver_.click("chk_1");
 }
 
 void GraphRound::zoom()
 {
-    const QSize before = hands_.find<ChartView>("chGraph").size();
-    hands_.click("cmd_2");
-    hands_.click("cmd_2");
+    const QSize before = driver_.find<ChartView>("chGraph").size();
+    driver_.click("cmd_2");
+    driver_.click("cmd_2");
     report_.picture(window_, QStringLiteral("graph-zoomed"));
-    hands_.click("cmd_3");
-    hands_.click("cmd_3");
-    report_.check(hands_.find<ChartView>("chGraph").size() == before, QStringLiteral("zoomed out, the graph has its size again"));
+    driver_.click("cmd_3");
+    driver_.click("cmd_3");
+    report_.check(driver_.find<ChartView>("chGraph").size() == before,
+                  QStringLiteral("zoomed out, the graph has its size again"));
 }
 
 void GraphRound::style()
@@ -138,8 +139,8 @@ void GraphRound::style()
         dialog->findChild<QLineEdit *>(QStringLiteral("txtLW"))->setText(QStringLiteral("60"));
         dialog->findChild<QPushButton *>(QStringLiteral("cmdGSOK"))->click();
     });
-    hands_.click("cmd_5");
-    report_.check(hands_.find<ChartView>("chGraph").model().series(1).Pen.Width == 60,
+    driver_.click("cmd_5");
+    report_.check(driver_.find<ChartView>("chGraph").model().series(1).Pen.Width == 60,
                   QStringLiteral("the line is as wide as set"));
 }
 
@@ -147,20 +148,20 @@ void GraphRound::print()
 {
     const QString file = QDir(report_.pictures()).filePath(QStringLiteral("graph.pdf"));
     dialogs_.queuePrinter(file);
-    hands_.click("cmd_4");
+    driver_.click("cmd_4");
     report_.check(QFileInfo(file).size() > 0, QStringLiteral("the graph is printed to %1").arg(file));
 }
 
 void GraphRound::otherAxes()
 {
-    hands_.click("OptW_1");
-    hands_.click("cmd_0");
-    report_.check(hands_.find<ChartView>("chGraph").model().RowCount() >= 366, QStringLiteral("a year of days is drawn"));
+    driver_.click("OptW_1");
+    driver_.click("cmd_0");
+    report_.check(driver_.find<ChartView>("chGraph").model().RowCount() >= 366, QStringLiteral("a year of days is drawn"));
     report_.picture(window_, QStringLiteral("graph-dates"));
-    hands_.click("OptW_2");
-    hands_.click("cmd_0");
+    driver_.click("OptW_2");
+    driver_.click("cmd_0");
     report_.picture(window_, QStringLiteral("graph-points"));
-    hands_.click("opt_2");
-    hands_.click("cmd_0");
+    driver_.click("opt_2");
+    driver_.click("cmd_0");
     report_.picture(window_, QStringLiteral("graph-farm"));
 }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "Hands.h"
 #include "Report.h"
+#include "UiDriver.h"
 
-#include "doubles/QueuedDialogs.h"
+#include "fakes/QueuedDialogs.h"
 
 class MDI_Monitoring;
 
@@ -30,5 +30,5 @@ private:
     MDI_Monitoring &window_;
     QueuedDialogs &dialogs_;
     Report &report_;
-    Hands hands_;
+    UiDriver driver_;
 };

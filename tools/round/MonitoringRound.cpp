@@ -6,7 +6,7 @@
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/ItemCombo.h"
 #include "platform/dao/Database.h"
-#include "shell/ChildScreen.h"
+#include "screens/ChildScreen.h"
 #include "shell/MDI_Monitoring.h"
 #include "store/Schema.h"
 #include "store/clsPestMONNew.h"
@@ -30,7 +30,7 @@ constexpr int PestMark = 3;
 
 MonitoringRound::MonitoringRound(MDI_Monitoring &window, QueuedDialogs &dialogs, const RecordingLauncher &launcher,
                                  Report &report)
-    : window_(window), dialogs_(dialogs), report_(report), hands_(window), paper_(window, dialogs, launcher, report)
+    : window_(window), dialogs_(dialogs), report_(report), driver_(window), paper_(window, dialogs, launcher, report)
 {
 }
 
@@ -44,8 +44,8 @@ void MonitoringRound::openScreen()
     report_.step(QStringLiteral("Started on %1, farm \"%2\"").arg(window_.session().AppPath, window_.session().CurrentFarm));
     report_.check(!window_.session().CurrentFarm.isEmpty(), QStringLiteral("a farm is chosen"));
     report_.picture(window_, QStringLiteral("menu"));
-    hands_.click("imSpray");
-    report_.check(hands_.find<controls::FlexGrid>("grdGS").isVisible(), QStringLiteral("the list of instructions shows"));
+    driver_.click("imSpray");
+    report_.check(driver_.find<controls::FlexGrid>("grdGS").isVisible(), QStringLiteral("the list of instructions shows"));
     report_.picture(window_, QStringLiteral("list"));
 }
 
@@ -77,7 +77,7 @@ void MonitoringRound::playAnswers()
 
 void MonitoringRound::playReports()
 {
-    hands_.click("Command1");
+    driver_.click("Command1");
     paper_.runReports();
     paper_.openStored();
 }
@@ -85,51 +85,51 @@ void MonitoringRound::playReports()
 void MonitoringRound::issue(const QString &method, const QString &notes, int blocks, int pests, bool repeat)
 {
     report_.step(QStringLiteral("Add an instruction: %1, %2 blocks, %3 pests").arg(method).arg(blocks).arg(pests));
-    hands_.click("cmdAdd");
-    report_.check(hands_.choose("cmbPMethod", method), QStringLiteral("the method %1 can be chosen").arg(method));
-    auto &persons = hands_.find<controls::ItemCombo>("cmbPerson");
-    report_.check(persons.ListCount() > 0 && hands_.choose("cmbPerson", persons.List(0)),
+    driver_.click("cmdAdd");
+    report_.check(driver_.choose("cmbPMethod", method), QStringLiteral("the method %1 can be chosen").arg(method));
+    auto &persons = driver_.find<controls::ItemCombo>("cmbPerson");
+    report_.check(persons.ListCount() > 0 && driver_.choose("cmbPerson", persons.List(0)),
                   QStringLiteral("a person can be chosen"));
-    hands_.find<QLineEdit>("txtPMNotes").setFocus();
-    hands_.type(notes);
+    driver_.find<QLineEdit>("txtPMNotes").setFocus();
+    driver_.type(notes);
     if (!repeat) {
-        hands_.click("chkRepeat");
+        driver_.click("chkRepeat");
     }
     // The first block by mouse, the others by keys.
-    hands_.clickCell("grdBlockIn", 1, BlockMark);
+    driver_.clickCell("grdBlockIn", 1, BlockMark);
     for (int row = 2; row <= blocks; ++row) {
-        hands_.key(Qt::Key_Down);
-        hands_.key(Qt::Key_Space);
+        driver_.key(Qt::Key_Down);
+        driver_.key(Qt::Key_Space);
     }
     for (int row = 1; row <= pests; ++row) {
-        hands_.clickCell("grdPestIn", row, PestMark);
+        driver_.clickCell("grdPestIn", row, PestMark);
     }
-    report_.compare(hands_.find<QLabel>("lblMethod_1").text(), QStringLiteral("Select Blocks (%1 Selected)").arg(blocks),
+    report_.compare(driver_.find<QLabel>("lblMethod_1").text(), QStringLiteral("Select Blocks (%1 Selected)").arg(blocks),
                     QStringLiteral("count of blocks"));
-    report_.compare(hands_.find<QLabel>("lblMethod_19").text(),
+    report_.compare(driver_.find<QLabel>("lblMethod_19").text(),
                     QStringLiteral("Select Pests To Monitor (%1 Selected)").arg(pests), QStringLiteral("count of pests"));
-    report_.check(hands_.find<QPushButton>("cmdPALL").isHidden(), QStringLiteral("an unsaved instruction cannot be printed"));
+    report_.check(driver_.find<QPushButton>("cmdPALL").isHidden(), QStringLiteral("an unsaved instruction cannot be printed"));
     dialogs_.expectMessage();
-    hands_.click("cmdTSave");
+    driver_.click("cmdTSave");
     report_.compare(dialogs_.takeLastText(), QStringLiteral("The monitoring instruction was saved - Print the field forms !"),
                     QStringLiteral("message after Save"));
-    report_.check(hands_.find<QPushButton>("cmdPALL").isVisible(), QStringLiteral("a saved instruction can be printed"));
+    report_.check(driver_.find<QPushButton>("cmdPALL").isVisible(), QStringLiteral("a saved instruction can be printed"));
     report_.picture(window_, QStringLiteral("editor"));
     paper_.printFieldSheets();
-    hands_.click("cmdTCancel");
+    driver_.click("cmdTCancel");
 }
 
 void MonitoringRound::openCapture(const QString &notes)
 {
-    const int row = hands_.findRow("grdGS", NotesColumn, notes);
+    const int row = driver_.findRow("grdGS", NotesColumn, notes);
     report_.check(row > 0, QStringLiteral("the new instruction stands in the list"));
     if (row < 0) {
         return;
     }
-    hands_.clickCell("grdGS", row, NotesColumn);
-    hands_.click("cmdComp");
-    auto &blocks = hands_.find<controls::ItemCombo>("cmbBlock");
-    report_.check(blocks.ListCount() > 0 && hands_.choose("cmbBlock", blocks.List(0)), QStringLiteral("a block can be chosen"));
+    driver_.clickCell("grdGS", row, NotesColumn);
+    driver_.click("cmdComp");
+    auto &blocks = driver_.find<controls::ItemCombo>("cmbBlock");
+    report_.check(blocks.ListCount() > 0 && driver_.choose("cmbBlock", blocks.List(0)), QStringLiteral("a block can be chosen"));
     report_.step(QStringLiteral("Complete: block %1, %2 points, %3 pests").arg(blocks.Text()).arg(points()).arg(pests()));
     report_.check(points() > 0 && pests() > 0, QStringLiteral("the block has points and pests"));
 }
@@ -137,17 +137,17 @@ void MonitoringRound::openCapture(const QString &notes)
 int MonitoringRound::points() const
 {
     // The last row stays empty.
-    return hands_.find<controls::FlexGrid>("grdPest").Rows() - capture::FirstPointRow - 1;
+    return driver_.find<controls::FlexGrid>("grdPest").Rows() - capture::FirstPointRow - 1;
 }
 
 int MonitoringRound::pests() const
 {
-    return (hands_.find<controls::FlexGrid>("grdPest").Cols() - capture::FirstPestColumn) / capture::ColumnsPerPest;
+    return (driver_.find<controls::FlexGrid>("grdPest").Cols() - capture::FirstPestColumn) / capture::ColumnsPerPest;
 }
 
 void MonitoringRound::typeCounts()
 {
-    auto &grid = hands_.find<controls::FlexGrid>("grdPest");
+    auto &grid = driver_.find<controls::FlexGrid>("grdPest");
     for (int pest = 1; pest <= pests(); ++pest) {
         const int col = capture::valueColumn(pest, 1);
         grid.setFocus();
@@ -155,8 +155,8 @@ void MonitoringRound::typeCounts()
         int total = 0;
         for (int point = 1; point <= points(); ++point) {
             const int count = (point * (pest + 2)) % 7;
-            hands_.type(QString::number(count));
-            hands_.key(Qt::Key_Down);
+            driver_.type(QString::number(count));
+            driver_.key(Qt::Key_Down);
             total += count;
             report_.compare(grid.TextMatrix(capture::TotalRow, col), total == 0 ? QString() : QString::number(total),
                             QStringLiteral("running total of pest %1 after point %2").arg(pest).arg(point));
@@ -166,63 +166,63 @@ void MonitoringRound::typeCounts()
     const int col = capture::valueColumn(1, 1);
     const double before =
         basic::Val(grid.TextMatrix(capture::TotalRow, col)) - basic::Val(grid.TextMatrix(capture::FirstPointRow, col));
-    hands_.clickCell("grdPest", capture::FirstPointRow, col);
-    hands_.type(QStringLiteral("12"));
-    hands_.key(Qt::Key_Return);
+    driver_.clickCell("grdPest", capture::FirstPointRow, col);
+    driver_.type(QStringLiteral("12"));
+    driver_.key(Qt::Key_Return);
     report_.compare(grid.TextMatrix(capture::TotalRow, col), QString::number(before + 12.0),
                     QStringLiteral("total after typing over"));
 }
 
 void MonitoringRound::refuseTooLarge()
 {
-    auto &grid = hands_.find<controls::FlexGrid>("grdPest");
+    auto &grid = driver_.find<controls::FlexGrid>("grdPest");
     const int col = capture::valueColumn(1, 1);
     const QString total = grid.TextMatrix(capture::TotalRow, col);
-    hands_.clickCell("grdPest", capture::FirstPointRow, col);
-    hands_.type(QStringLiteral("99999"));
-    hands_.key(Qt::Key_Return);
-    auto &box = hands_.find<QLineEdit>("txtG1");
+    driver_.clickCell("grdPest", capture::FirstPointRow, col);
+    driver_.type(QStringLiteral("99999"));
+    driver_.key(Qt::Key_Return);
+    auto &box = driver_.find<QLineEdit>("txtG1");
     report_.check(box.isVisible() && box.text() == QLatin1String("99999"),
                   QStringLiteral("99999 is refused and stays in its box"));
     report_.compare(grid.TextMatrix(capture::TotalRow, col), total, QStringLiteral("total after a refused value"));
     box.setFocus();
     box.selectAll();
-    hands_.type(QStringLiteral("12"));
-    hands_.key(Qt::Key_Return);
+    driver_.type(QStringLiteral("12"));
+    driver_.key(Qt::Key_Return);
     report_.check(!box.isVisible(), QStringLiteral("the box closes once its value can be saved"));
 }
 
 void MonitoringRound::toggleAnswers()
 {
-    auto &grid = hands_.find<controls::FlexGrid>("grdPest");
+    auto &grid = driver_.find<controls::FlexGrid>("grdPest");
     const int col = capture::valueColumn(1, 1);
     for (int point = 1; point <= points(); point += 2) {
-        hands_.clickCell("grdPest", capture::FirstPointRow + point - 1, col);
+        driver_.clickCell("grdPest", capture::FirstPointRow + point - 1, col);
     }
     const int yes = (points() + 1) / 2;
     report_.compare(grid.TextMatrix(capture::TotalRow, col), QString::number(yes), QStringLiteral("answers counted"));
     // Back and forth by key.
     grid.setFocus();
     grid.setCell(capture::FirstPointRow, col);
-    hands_.key(Qt::Key_F2);
+    driver_.key(Qt::Key_F2);
     report_.compare(grid.TextMatrix(capture::TotalRow, col), yes == 1 ? QString() : QString::number(yes - 1),
                     QStringLiteral("answer taken back"));
-    hands_.key(Qt::Key_F2);
+    driver_.key(Qt::Key_F2);
     report_.compare(grid.TextMatrix(capture::TotalRow, col), QString::number(yes), QStringLiteral("answer given again"));
 }
 
 void MonitoringRound::complete()
 {
     report_.step(QStringLiteral("Completed, Save, Close"));
-    report_.check(hands_.find<QCheckBox>("chkPMCom").isChecked(), QStringLiteral("Completed is offered"));
-    hands_.click("cmdSaveTrans");
-    hands_.click("Command4");
+    report_.check(driver_.find<QCheckBox>("chkPMCom").isChecked(), QStringLiteral("Completed is offered"));
+    driver_.click("cmdSaveTrans");
+    driver_.click("Command4");
 }
 
 void MonitoringRound::checkList(const QString &notes, int rows)
 {
-    hands_.click("chkAll");
-    const auto &grid = hands_.find<controls::FlexGrid>("grdGS");
+    driver_.click("chkAll");
+    const auto &grid = driver_.find<controls::FlexGrid>("grdGS");
     QStringList done;
     QStringList issued;
     for (int row = 1; row < grid.Rows(); ++row) {
@@ -245,7 +245,7 @@ void MonitoringRound::compareWithFile()
     const SessionContext &session = window_.session();
     // A second look at the file, past everything that the program remembers.
     const auto file = dao::Workspace::OpenDatabase(session.PestDBFile, false, true, store::connectText());
-    const auto &grid = hands_.find<controls::FlexGrid>("grdPest");
+    const auto &grid = driver_.find<controls::FlexGrid>("grdPest");
     const bool counts = session.CurrentPMMethod == QLatin1String("Count");
     int cells = 0;
     for (int pest = 1; pest <= pests(); ++pest) {
@@ -277,19 +277,19 @@ void MonitoringRound::compareWithFile()
 void MonitoringRound::reopen(const QString &notes)
 {
     report_.step(QStringLiteral("Started anew"));
-    hands_.click("imSpray");
-    hands_.click("chkAll");
-    const int row = hands_.findRow("grdGS", NotesColumn, notes);
+    driver_.click("imSpray");
+    driver_.click("chkAll");
+    const int row = driver_.findRow("grdGS", NotesColumn, notes);
     report_.check(row > 0, QStringLiteral("the completed instruction is still there"));
     if (row < 0) {
         return;
     }
     // A completed row opens for capture.
-    hands_.doubleClickCell("grdGS", row, NotesColumn);
-    auto &blocks = hands_.find<controls::ItemCombo>("cmbBlock");
-    report_.check(hands_.choose("cmbBlock", blocks.List(0)), QStringLiteral("its block can be chosen"));
+    driver_.doubleClickCell("grdGS", row, NotesColumn);
+    auto &blocks = driver_.find<controls::ItemCombo>("cmbBlock");
+    report_.check(driver_.choose("cmbBlock", blocks.List(0)), QStringLiteral("its block can be chosen"));
     compareWithFile();
-    report_.compare(hands_.find<controls::FlexGrid>("grdPest").TextMatrix(capture::FirstPointRow, capture::valueColumn(1, 1)),
+    report_.compare(driver_.find<controls::FlexGrid>("grdPest").TextMatrix(capture::FirstPointRow, capture::valueColumn(1, 1)),
                     QStringLiteral("12"), QStringLiteral("a count typed before the restart"));
-    hands_.click("Command4");
+    driver_.click("Command4");
 }

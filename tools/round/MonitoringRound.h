@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "Hands.h"
 #include "PaperRound.h"
 #include "Report.h"
+#include "UiDriver.h"
 
-#include "doubles/QueuedDialogs.h"
+#include "fakes/QueuedDialogs.h"
 
 #include <QString>
 #include <QStringList>
@@ -46,6 +46,6 @@ private:
     MDI_Monitoring &window_;
     QueuedDialogs &dialogs_;
     Report &report_;
-    Hands hands_;
+    UiDriver driver_;
     PaperRound paper_;
 };

@@ -33,14 +33,14 @@ void waitForANewName()
 } // namespace
 
 PaperRound::PaperRound(MDI_Monitoring &window, QueuedDialogs &dialogs, const RecordingLauncher &launcher, Report &report)
-    : window_(window), dialogs_(dialogs), launcher_(launcher), report_(report), hands_(window)
+    : window_(window), dialogs_(dialogs), launcher_(launcher), report_(report), driver_(window)
 {
 }
 
 void PaperRound::expectWorkbook(const char *button, const QString &folder, const QString &begin, const QString &end)
 {
     const qsizetype before = launcher_.opened.size();
-    hands_.click(button);
+    driver_.click(button);
     report_.check(launcher_.opened.size() == before + 1, QStringLiteral("one workbook is handed over by %1").arg(button));
     if (launcher_.opened.size() == before) {
         return;
@@ -76,21 +76,21 @@ void PaperRound::printAnalyses()
 
 void PaperRound::runReports()
 {
-    hands_.click("ImPM");
-    hands_.click("cmdSAllP");
-    hands_.click("cmdSAll");
+    driver_.click("ImPM");
+    driver_.click("cmdSAllP");
+    driver_.click("cmdSAll");
     report_.picture(window_, QStringLiteral("pest-monitor-info"));
     for (const char *button : {"cmdExcel", "cmdPALL"}) {
         waitForANewName();
         expectWorkbook(button, QStringLiteral("Pest Monitor Reports"), QStringLiteral("Report_"), QStringLiteral(".xls"));
     }
-    hands_.click("cmdTCancel");
+    driver_.click("cmdTCancel");
 }
 
 void PaperRound::openStored()
 {
-    hands_.click("imFF");
-    auto &files = hands_.find<controls::FileList>("filePre");
+    driver_.click("imFF");
+    auto &files = driver_.find<controls::FileList>("filePre");
     report_.check(files.ListCount() > 0, QStringLiteral("the field sheets are listed"));
     report_.picture(window_, QStringLiteral("existing-field-sheets"));
     if (files.ListCount() > 0) {
@@ -98,7 +98,7 @@ void PaperRound::openStored()
         QTest::mouseClick(files.viewport(), Qt::LeftButton, {}, files.visualItemRect(files.item(0)).center());
         report_.check(launcher_.opened.size() == before + 1, QStringLiteral("a click opens a stored sheet"));
     }
-    hands_.click("Command1");
+    driver_.click("Command1");
 }
 
 void PaperRound::makePictures()

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "Hands.h"
 #include "Report.h"
+#include "UiDriver.h"
 
-#include "doubles/QueuedDialogs.h"
-#include "doubles/RecordingLauncher.h"
+#include "fakes/QueuedDialogs.h"
+#include "fakes/RecordingLauncher.h"
 
 class MDI_Monitoring;
 
@@ -35,5 +35,5 @@ private:
     QueuedDialogs &dialogs_;
     const RecordingLauncher &launcher_;
     Report &report_;
-    Hands hands_;
+    UiDriver driver_;
 };

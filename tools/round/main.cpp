@@ -5,8 +5,8 @@
 
 #include "menu/MenuEntries.h"
 #include "platform/basic/RunTimeError.h"
-#include "platform/controls/Look.h"
-#include "shell/ChildScreen.h"
+#include "platform/controls/Theme.h"
+#include "screens/ChildScreen.h"
 #include "shell/FarmApplication.h"
 #include "shell/MDI_Monitoring.h"
 
@@ -79,7 +79,7 @@ int main(int argc, char **argv)
                "farm whose Databases folder lies in FOLDER, and changes that farm.\n";
         return EXIT_FAILURE;
     }
-    controls::Look::apply(application, dark);
+    controls::Theme::apply(application, dark);
     try {
         return playOn(QDir(arguments[1]).absolutePath()) ? EXIT_SUCCESS : EXIT_FAILURE;
     } catch (const basic::RunTimeError &error) {

@@ -43,7 +43,7 @@ private:
 
 /// Runs `body` and swallows a RunTimeError, nothing else: the one form of "leaves silently".
 /// Returns whether the body ran to its end.
-template <typename Body> bool leaveSilently(Body &&body)
+template <typename Body> bool runOrIgnore(Body &&body)
 {
     try {
         body();

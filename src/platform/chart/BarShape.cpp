@@ -13,10 +13,10 @@ namespace
 /// Part of a row's width that its bars fill.
 constexpr double Filled = 0.8;
 constexpr double Broadest = 56.0;
-/// Below this the lines of a hatch would only make a bar look dotted.
+/// Below this the lines of a hatch would only make a bar style dotted.
 constexpr double NarrowestHatched = 8.0;
 
-/// Whole pixels where there is room for them, so that equal bars look equal.
+/// Whole pixels where there is room for them, so that equal bars style equal.
 double barWidth(double rowWidth, std::size_t bars)
 {
     const double width = std::min(rowWidth * Filled / static_cast<double>(bars), Broadest);
@@ -32,11 +32,11 @@ QPolygonF leaning(const QPointF &from, const QPointF &to, const QPointF &depth)
 
 void BarShape::arrange(const PlotFrame &frame, const DepthSlot &slot)
 {
-    ownMarks().clear();
+    ownPoints().clear();
     const auto bars = series().size();
     const double width = barWidth(frame.rowWidth(), bars);
     const double pitch = std::min(width, frame.rowWidth() / static_cast<double>(bars));
-    // A bar is not deeper than broad: it would look like a plank.
+    // A bar is not deeper than broad: it would style like a plank.
     const double depth = std::hypot(slot.thickness.x(), slot.thickness.y());
     thickness_ = depth > 0.0 ? slot.thickness * std::min(1.0, std::max(width, 4.0) / depth) : QPointF();
     for (int row = 1; row <= frame.rows; ++row) {
@@ -53,7 +53,7 @@ void BarShape::arrange(const PlotFrame &frame, const DepthSlot &slot)
                                     .normalized()
                                     .translated(slot.offset);
             const double end = *value < 0.0 ? body.bottom() : body.top();
-            ownMarks().push_back({{series()[bar], row}, *value, QPointF(body.center().x(), end), body});
+            ownPoints().push_back({{series()[bar], row}, *value, QPointF(body.center().x(), end), body});
         }
     }
 }
@@ -68,26 +68,26 @@ void BarShape::paint(QPainter &painter, const QRectF &exposed) const
     paintMarkers(painter, exposed);
 }
 
-Hatch BarShape::hatchOf(const Mark &mark) const
+Hatch BarShape::hatchOf(const DrawnPoint &point) const
 {
-    return mark.body.width() < NarrowestHatched ? Hatch::None : look(mark.place.series).hatch;
+    return point.body.width() < NarrowestHatched ? Hatch::None : style(point.index.series).hatch;
 }
 
 void BarShape::paintFlat(QPainter &painter, const QRectF &exposed) const
 {
     for (const int column : series()) {
-        std::vector<QRectF> faces;
+        std::vector<QRectF> areas;
         std::vector<QLineF> hatch;
-        for (const Mark &mark : marks()) {
-            if (mark.place.series == column && mark.body.intersects(exposed)) {
-                faces.push_back(mark.body);
-                addHatch(hatch, hatchOf(mark), mark.body);
+        for (const DrawnPoint &point : points()) {
+            if (point.index.series == column && point.body.intersects(exposed)) {
+                areas.push_back(point.body);
+                addHatch(hatch, hatchOf(point), point.body);
             }
         }
         painter.setPen(Qt::NoPen);
-        painter.setBrush(look(column).fill);
-        painter.drawRects(faces.data(), static_cast<int>(faces.size()));
-        drawHatch(painter, look(column), hatch);
+        painter.setBrush(style(column).fill);
+        painter.drawRects(areas.data(), static_cast<int>(areas.size()));
+        drawHatch(painter, style(column), hatch);
     }
 }
 
@@ -95,20 +95,20 @@ void BarShape::paintSolid(QPainter &painter, const QRectF &exposed) const
 {
     const QRectF seen = exposed.adjusted(-thickness_.x(), 0.0, 0.0, -thickness_.y());
     // Row by row from the left: each bar covers the side that its left neighbour turns towards it.
-    for (const Mark &mark : marks()) {
-        if (!mark.body.intersects(seen)) {
+    for (const DrawnPoint &point : points()) {
+        if (!point.body.intersects(seen)) {
             continue;
         }
-        const SeriesLook &each = look(mark.place.series);
+        const SeriesStyle &each = style(point.index.series);
         painter.setPen(Qt::NoPen);
         painter.setBrush(mixed(each.fill, Qt::white, 0.35));
-        painter.drawConvexPolygon(leaning(mark.body.topLeft(), mark.body.topRight(), thickness_));
+        painter.drawConvexPolygon(leaning(point.body.topLeft(), point.body.topRight(), thickness_));
         painter.setBrush(mixed(each.fill, Qt::black, 0.3));
-        painter.drawConvexPolygon(leaning(mark.body.topRight(), mark.body.bottomRight(), thickness_));
+        painter.drawConvexPolygon(leaning(point.body.topRight(), point.body.bottomRight(), thickness_));
         painter.setBrush(each.fill);
-        painter.drawRect(mark.body);
+        painter.drawRect(point.body);
         std::vector<QLineF> hatch;
-        addHatch(hatch, hatchOf(mark), mark.body);
+        addHatch(hatch, hatchOf(point), point.body);
         drawHatch(painter, each, hatch);
     }
 }

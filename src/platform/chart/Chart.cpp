@@ -24,12 +24,12 @@ constexpr TypePair TypePairs[] = {
     {ChartType::Pie2d, SeriesType::Pie2d},         {ChartType::XY2d, SeriesType::XY2d},
 };
 
-/// Forms and strokes that differ from series to series, since on a grey print the five colours look alike.
+/// Forms and strokes that differ from series to series, since on a grey print the five colours style alike.
 struct SeriesForm {
     MarkerStyle marker;
     PenStyle pen;
 };
-constexpr SeriesForm SeriesForms[Theme::SeriesColours] = {
+constexpr SeriesForm SeriesForms[PlotColours::SeriesColours] = {
     {MarkerStyle::FilledCircle, PenStyle::Solid},        {MarkerStyle::FilledSquare, PenStyle::Dashed},
     {MarkerStyle::FilledDiamond, PenStyle::DashDot},     {MarkerStyle::FilledTriangle, PenStyle::Dotted},
     {MarkerStyle::FilledDownTriangle, PenStyle::Ditted},
@@ -98,7 +98,7 @@ void Chart::setRowCount(int count)
 
 void Chart::setColumnCount(int count)
 {
-    table_.resize(table_.rows(), asCount(count, MostColumns));
+    table_.resize(table_.rows(), asCount(count, MaxColumns));
     takeCounts();
 }
 
@@ -120,7 +120,7 @@ void Chart::takeCounts()
 
 Series Chart::defaultSeries(int column)
 {
-    const SeriesForm &form = SeriesForms[(column - 1) % Theme::SeriesColours];
+    const SeriesForm &form = SeriesForms[(column - 1) % PlotColours::SeriesColours];
     Series fresh;
     fresh.Marker.Style = form.marker;
     fresh.Pen.Style = form.pen;
@@ -129,7 +129,7 @@ Series Chart::defaultSeries(int column)
 
 void Chart::setColumnLabelCount(int count)
 {
-    columnLabelCount_ = asCount(count, MostColumns);
+    columnLabelCount_ = asCount(count, MaxColumns);
     columnLabels_ = columnLabels_.mid(0, count);
     Refresh();
 }
@@ -184,7 +184,7 @@ void Chart::setData(std::optional<double> value)
 
 void Chart::setChartData(const DataTable &table)
 {
-    asCount(table.columns(), MostColumns);
+    asCount(table.columns(), MaxColumns);
     table_ = table;
     rowLabels_.clear();
     columnLabels_.clear();
@@ -211,11 +211,12 @@ void Chart::resetSeries(int column)
     Refresh();
 }
 
-QColor Chart::seriesColour(int column, ColourRole role, const Theme &theme) const
+QColor Chart::seriesColour(int column, ColourRole role, const PlotColours &plotColours) const
 {
     const auto &own = series(column).ownColours;
     const auto found = own.find(role);
-    return found != own.end() ? found->second : theme.series[static_cast<std::size_t>(column - 1) % Theme::SeriesColours];
+    return found != own.end() ? found->second
+                              : plotColours.series[static_cast<std::size_t>(column - 1) % PlotColours::SeriesColours];
 }
 
 void Chart::setSeriesColour(int column, ColourRole role, const QColor &colour)
@@ -268,9 +269,9 @@ void Chart::setAllowSelections(bool allow)
     Refresh();
 }
 
-void Chart::setTheme(const Theme &theme)
+void Chart::setPlotColours(const PlotColours &plotColours)
 {
-    theme_ = theme;
+    plotColours_ = plotColours;
     Refresh();
 }
 

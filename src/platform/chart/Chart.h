@@ -3,7 +3,7 @@
 
 #include "platform/chart/ChartConstants.h"
 #include "platform/chart/DataTable.h"
-#include "platform/chart/Theme.h"
+#include "platform/chart/PlotColours.h"
 
 #include <QColor>
 #include <QObject>
@@ -18,10 +18,10 @@ namespace chart
 {
 
 /// A point of a series, both counted from 1.
-struct PointPlace {
+struct PointIndex {
     int series = 0;
     int point = 0;
-    friend bool operator==(const PointPlace &, const PointPlace &) = default;
+    friend bool operator==(const PointIndex &, const PointIndex &) = default;
 };
 
 /// Widths and sizes are in twips, 15 to a logical pixel.
@@ -55,7 +55,7 @@ struct Series {
     std::map<ColourRole, QColor> ownColours;
 };
 
-/// A chart without a widget: table, labels, look of each series, axes. Rows are points, columns are series; both count from 1.
+/// A chart without a widget: table, labels, style of each series, axes. Rows are points, columns are series; both count from 1.
 ///
 /// Setters of the chart announce themselves; after a change through series() call Refresh(). Rows, columns and axes out of
 /// range raise error 9.
@@ -64,7 +64,7 @@ class Chart : public QObject
     Q_OBJECT
 public:
     /// Beyond this no column is taken: error 5, as with a negative count.
-    static constexpr int MostColumns = 5;
+    static constexpr int MaxColumns = 5;
 
     explicit Chart(QObject *parent = nullptr);
 
@@ -75,7 +75,7 @@ public:
 
     int RowCount() const { return table_.rows(); }
     int ColumnCount() const { return table_.columns(); }
-    /// More rows or columns come empty, fewer are cut. A new column bears the default look.
+    /// More rows or columns come empty, fewer are cut. A new column bears the default style.
     void setRowCount(int count);
     void setColumnCount(int count);
     int ColumnLabelCount() const { return columnLabelCount_; }
@@ -99,7 +99,7 @@ public:
     void setChartData(const DataTable &table);
     const DataTable &ChartData() const { return table_; }
 
-    /// The look of a column; call Refresh() after a change.
+    /// The style of a column; call Refresh() after a change.
     Series &series(int column);
     const Series &series(int column) const;
     const std::vector<Series> &allSeries() const { return series_; }
@@ -107,8 +107,8 @@ public:
     /// Pen, marker, labels, styles and colours as on a new chart; the series types stay.
     void resetSeries(int column);
     /// The colour of a part of a series, its own or the theme's.
-    QColor seriesColour(int column, ColourRole role, const Theme &theme) const;
-    QColor seriesColour(int column, ColourRole role) const { return seriesColour(column, role, theme_); }
+    QColor seriesColour(int column, ColourRole role, const PlotColours &plotColours) const;
+    QColor seriesColour(int column, ColourRole role) const { return seriesColour(column, role, plotColours_); }
     /// A colour equal to the one that the theme gives stays the theme's, so that it still follows light, dark and paper.
     void setSeriesColour(int column, ColourRole role, const QColor &colour);
 
@@ -123,8 +123,8 @@ public:
     bool AllowSelections() const { return allowSelections_; }
     void setAllowSelections(bool allow);
 
-    const Theme &theme() const { return theme_; }
-    void setTheme(const Theme &theme);
+    const PlotColours &plotColours() const { return plotColours_; }
+    void setPlotColours(const PlotColours &plotColours);
 
     /// While false nothing is announced; what was held back is announced when it becomes true.
     void setRepaint(bool repaint);
@@ -140,7 +140,7 @@ private:
     };
 
     static Series defaultSeries(int column);
-    /// Labels, looks and the current place follow the table's size.
+    /// Labels, styles and the current place follow the table's size.
     void takeCounts();
 
     ChartType chartType_ = ChartType::Bar2d;
@@ -156,7 +156,7 @@ private:
     bool showLegend_ = false;
     bool allowSelections_ = false;
     bool repaint_ = true;
-    Theme theme_ = Theme::light();
+    PlotColours plotColours_ = PlotColours::light();
 };
 
 } // namespace chart

@@ -10,7 +10,7 @@
 namespace chart
 {
 
-std::vector<std::unique_ptr<Shape>> shapesOf(const Chart &chart, const Theme &theme)
+std::vector<std::unique_ptr<Shape>> shapesOf(const Chart &chart, const PlotColours &plotColours)
 {
     std::vector<int> columns[5];
     for (int column = 1; column <= chart.SeriesCount(); ++column) {
@@ -24,17 +24,17 @@ std::vector<std::unique_ptr<Shape>> shapesOf(const Chart &chart, const Theme &th
     std::vector<std::unique_ptr<Shape>> shapes;
     const auto addRuns = [&](ShapeKind kind) {
         for (const int column : of(kind)) {
-            shapes.push_back(std::make_unique<RunShape>(chart, theme, column, kind));
+            shapes.push_back(std::make_unique<RunShape>(chart, plotColours, column, kind));
         }
     };
     addRuns(ShapeKind::Area);
     if (!of(ShapeKind::Bar).empty()) {
-        shapes.push_back(std::make_unique<BarShape>(chart, theme, of(ShapeKind::Bar)));
+        shapes.push_back(std::make_unique<BarShape>(chart, plotColours, of(ShapeKind::Bar)));
     }
     addRuns(ShapeKind::Step);
     addRuns(ShapeKind::Line);
     if (!of(ShapeKind::Pie).empty()) {
-        shapes.push_back(std::make_unique<PieShape>(chart, theme, of(ShapeKind::Pie)));
+        shapes.push_back(std::make_unique<PieShape>(chart, plotColours, of(ShapeKind::Pie)));
     }
     return shapes;
 }

@@ -13,7 +13,7 @@ namespace chart
 {
 
 class Plot;
-struct Mark;
+struct DrawnPoint;
 
 /// Draws a chart and tells which point was chosen. Screen, picture, printer and PDF are drawn on one path.
 ///
@@ -30,13 +30,13 @@ public:
     const Chart &model() const { return chart_; }
 
     /// The point under a place of the view, nothing beside the points. For every kind of chart.
-    std::optional<PointPlace> pointAt(const QPoint &position) const;
+    std::optional<PointIndex> pointAt(const QPoint &position) const;
     /// Where a point is drawn, to scroll it into sight; nothing for an empty cell.
-    std::optional<QPoint> positionOf(const PointPlace &place) const;
+    std::optional<QPoint> positionOf(const PointIndex &index) const;
     /// Nothing before a choice, and nothing once the chosen value is no longer there.
-    std::optional<PointPlace> currentPoint() const;
+    std::optional<PointIndex> currentPoint() const;
     /// Series, label and value of a point, as tool tip and screen readers tell it; empty for an empty cell.
-    QString pointText(const PointPlace &place) const;
+    QString pointText(const PointIndex &index) const;
     /// Of the legend, in logical pixels of a view of the given size; empty without a legend.
     QRect legendRectangle(const QSize &size) const;
 
@@ -64,15 +64,15 @@ private:
     /// Laid out for the current size; made anew after each change of the chart.
     const Plot &plot() const;
     void followPalette();
-    void choose(const Mark &chosen);
+    void choose(const DrawnPoint &chosen);
     /// Where a key leads from the current point.
-    std::optional<PointPlace> placeAfter(int key) const;
-    std::optional<PointPlace> neighbourSeries(int step) const;
+    std::optional<PointIndex> indexAfter(int key) const;
+    std::optional<PointIndex> neighbourSeries(int step) const;
     void showPointTip(const QPoint &position, const QPoint &onScreen);
 
     Chart chart_;
     mutable std::unique_ptr<Plot> plot_;
-    std::optional<PointPlace> current_;
+    std::optional<PointIndex> current_;
     double currentValue_ = 0.0;
 };
 

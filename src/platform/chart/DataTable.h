@@ -28,7 +28,7 @@ public:
     void resize(int rows, int columns);
 
 private:
-    std::size_t place(int row, int column) const;
+    std::size_t cellIndex(int row, int column) const;
 
     int rows_ = 0;
     int columns_ = 0;

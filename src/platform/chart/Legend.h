@@ -13,7 +13,7 @@ namespace chart
 class Legend
 {
 public:
-    Legend(const Chart &chart, const Theme &theme, const QFont &font);
+    Legend(const Chart &chart, const PlotColours &plotColours, const QFont &font);
 
     /// Places the entries from `topLeft` on.
     void arrange(const QPointF &topLeft, double width);
@@ -26,9 +26,9 @@ private:
     struct Entry {
         QString name;
         QString shown;
-        SeriesLook look;
+        SeriesStyle style;
         ShapeKind kind;
-        QRectF place;
+        QRectF rectangle;
     };
     void paintSample(QPainter &painter, const Entry &entry) const;
 

@@ -25,14 +25,14 @@ double labelHeight(const QFontMetricsF &metrics)
 
 } // namespace
 
-PieShape::PieShape(const Chart &chart, const Theme &theme, std::vector<int> series)
-    : Shape(chart, theme, std::move(series)), text_(theme.text), muted_(theme.muted)
+PieShape::PieShape(const Chart &chart, const PlotColours &plotColours, std::vector<int> series)
+    : Shape(chart, plotColours, std::move(series)), text_(plotColours.text), muted_(plotColours.muted)
 {
 }
 
 void PieShape::arrange(const PlotFrame &frame, const DepthSlot &)
 {
-    ownMarks().clear();
+    ownPoints().clear();
     slices_.clear();
     font_ = frame.font;
     double whole = 0.0;
@@ -69,19 +69,19 @@ void PieShape::addSlices(double whole)
         const double start = 90.0 - turned / whole * 360.0;
         const double span = -sum / whole * 360.0;
         turned += sum;
-        QPainterPath face;
+        QPainterPath area;
         if (sum == whole) {
-            face.addEllipse(disc);
+            area.addEllipse(disc);
         } else {
-            face.moveTo(centre_);
-            face.arcTo(disc, start, span);
-            face.closeSubpath();
+            area.moveTo(centre_);
+            area.arcTo(disc, start, span);
+            area.closeSubpath();
         }
         const double middle = qDegreesToRadians(start + span / 2.0);
         const QPointF direction(std::cos(middle), -std::sin(middle));
-        slices_.push_back({{column, 1}, face, direction, chart().columnLabelAt(column), valueText(sum), {}});
+        slices_.push_back({{column, 1}, area, direction, chart().columnLabelAt(column), valueText(sum), {}});
         const QPointF anchor = sum == whole ? centre_ : centre_ + direction * radius_ * 0.65;
-        ownMarks().push_back({{column, 1}, sum, anchor, {}});
+        ownPoints().push_back({{column, 1}, sum, anchor, {}});
     }
 }
 
@@ -117,16 +117,16 @@ void PieShape::placeLabels(const PlotFrame &frame, bool right)
 void PieShape::paint(QPainter &painter, const QRectF &) const
 {
     for (const Slice &slice : slices_) {
-        drawFace(painter, look(slice.place.series), slice.face);
+        fillArea(painter, style(slice.index.series), slice.area);
     }
     painter.setBrush(Qt::NoBrush);
     painter.setFont(font_);
     const QFontMetricsF metrics(font_);
     for (const Slice &slice : slices_) {
-        const SeriesLook &each = look(slice.place.series);
+        const SeriesStyle &each = style(slice.index.series);
         if (slices_.size() > 1) {
             painter.setPen(QPen(each.paper, 1.5));
-            painter.drawPath(slice.face);
+            painter.drawPath(slice.area);
         }
         const bool right = slice.direction.x() >= 0.0;
         const QPointF beside(right ? slice.label.left() - 3.0 : slice.label.right() + 3.0, slice.label.center().y());
@@ -146,15 +146,15 @@ void PieShape::paint(QPainter &painter, const QRectF &) const
 std::optional<Shape::Hit> PieShape::hitAt(const QPointF &position) const
 {
     const auto found =
-        std::find_if(slices_.begin(), slices_.end(), [&position](const Slice &slice) { return slice.face.contains(position); });
-    return found == slices_.end() ? std::nullopt : std::optional(Hit{found->place, 0.0});
+        std::find_if(slices_.begin(), slices_.end(), [&position](const Slice &slice) { return slice.area.contains(position); });
+    return found == slices_.end() ? std::nullopt : std::optional(Hit{found->index, 0.0});
 }
 
-QPainterPath PieShape::ringOf(const Mark &mark) const
+QPainterPath PieShape::ringOf(const DrawnPoint &point) const
 {
     const auto found =
-        std::find_if(slices_.begin(), slices_.end(), [&mark](const Slice &slice) { return slice.place == mark.place; });
-    return found == slices_.end() ? QPainterPath() : found->face;
+        std::find_if(slices_.begin(), slices_.end(), [&point](const Slice &slice) { return slice.index == point.index; });
+    return found == slices_.end() ? QPainterPath() : found->area;
 }
 
 } // namespace chart

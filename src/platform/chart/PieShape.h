@@ -10,17 +10,17 @@ namespace chart
 class PieShape : public Shape
 {
 public:
-    PieShape(const Chart &chart, const Theme &theme, std::vector<int> series);
+    PieShape(const Chart &chart, const PlotColours &plotColours, std::vector<int> series);
 
     void arrange(const PlotFrame &frame, const DepthSlot &slot) override;
     void paint(QPainter &painter, const QRectF &exposed) const override;
     std::optional<Hit> hitAt(const QPointF &position) const override;
-    QPainterPath ringOf(const Mark &mark) const override;
+    QPainterPath ringOf(const DrawnPoint &point) const override;
 
 private:
     struct Slice {
-        PointPlace place;
-        QPainterPath face;
+        PointIndex index;
+        QPainterPath area;
         /// Unit vector of the slice's middle.
         QPointF direction;
         QString name;

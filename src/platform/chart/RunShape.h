@@ -10,18 +10,18 @@ namespace chart
 class RunShape : public Shape
 {
 public:
-    RunShape(const Chart &chart, const Theme &theme, int column, ShapeKind kind);
+    RunShape(const Chart &chart, const PlotColours &plotColours, int column, ShapeKind kind);
 
     void arrange(const PlotFrame &frame, const DepthSlot &slot) override;
     void paint(QPainter &painter, const QRectF &exposed) const override;
 
 private:
-    void addMark(const PlotFrame &frame, const DepthSlot &slot, int row, double value);
+    void addPoint(const PlotFrame &frame, const DepthSlot &slot, int row, double value);
     void closeRun();
     QPolygonF areaBelow(const QPolygonF &run) const;
     void paintAreas(QPainter &painter) const;
     void paintRibbon(QPainter &painter, const QPolygonF &run, const QRectF &exposed) const;
-    void paintLonely(QPainter &painter) const;
+    void paintIsolated(QPainter &painter) const;
 
     int column_;
     ShapeKind kind_;
@@ -32,7 +32,7 @@ private:
     /// Corners of the outline between two gaps.
     std::vector<QPolygonF> runs_;
     /// Points with a gap on both sides.
-    std::vector<QPointF> lonely_;
+    std::vector<QPointF> isolated_;
 };
 
 } // namespace chart

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/chart/PlotFrame.h"
-#include "platform/chart/SeriesLook.h"
+#include "platform/chart/SeriesStyle.h"
 
 #include <QPainterPath>
 
@@ -20,11 +20,11 @@ public:
     static constexpr double Reach = 7.0;
 
     struct Hit {
-        PointPlace place;
+        PointIndex index;
         double distance = 0.0;
     };
 
-    Shape(const Chart &chart, const Theme &theme, std::vector<int> series);
+    Shape(const Chart &chart, const PlotColours &plotColours, std::vector<int> series);
     virtual ~Shape() = default;
 
     virtual void arrange(const PlotFrame &frame, const DepthSlot &slot) = 0;
@@ -32,22 +32,22 @@ public:
     virtual void paint(QPainter &painter, const QRectF &exposed) const = 0;
     virtual std::optional<Hit> hitAt(const QPointF &position) const;
     /// The form that shows a point to be the chosen one.
-    virtual QPainterPath ringOf(const Mark &mark) const;
+    virtual QPainterPath ringOf(const DrawnPoint &point) const;
 
-    const std::vector<Mark> &marks() const { return marks_; }
+    const std::vector<DrawnPoint> &points() const { return points_; }
     const std::vector<int> &series() const { return series_; }
-    const SeriesLook &look(int column) const { return looks_[static_cast<std::size_t>(column - 1)]; }
+    const SeriesStyle &style(int column) const { return styles_[static_cast<std::size_t>(column - 1)]; }
 
 protected:
     const Chart &chart() const { return chart_; }
-    std::vector<Mark> &ownMarks() { return marks_; }
+    std::vector<DrawnPoint> &ownPoints() { return points_; }
     void paintMarkers(QPainter &painter, const QRectF &exposed) const;
 
 private:
     const Chart &chart_;
     std::vector<int> series_;
-    std::vector<SeriesLook> looks_;
-    std::vector<Mark> marks_;
+    std::vector<SeriesStyle> styles_;
+    std::vector<DrawnPoint> points_;
 };
 
 enum class ShapeKind { Area, Bar, Step, Line, Pie };

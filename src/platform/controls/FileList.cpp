@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/FileList.h"
 
-#include "platform/controls/Look.h"
+#include "platform/controls/Theme.h"
 
 #include <QDir>
 #include <QKeyEvent>
@@ -71,7 +71,7 @@ void FileList::paintEvent(QPaintEvent *event)
     QListWidget::paintEvent(event);
     if (count() == 0) {
         QPainter painter(viewport());
-        painter.setPen(Look::colours().muted);
+        painter.setPen(Theme::colours().muted);
         painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
     }
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/GridPainter.h"
 
-#include "platform/controls/Look.h"
 #include "platform/controls/Marks.h"
+#include "platform/controls/Theme.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -19,7 +19,7 @@ namespace
 
 constexpr int TextPadding = 6;
 constexpr int NarrowPadding = 2;
-constexpr int MostLines = 2;
+constexpr int MaxLines = 2;
 constexpr int SelectionBar = 4;
 constexpr double TickSize = 16;
 constexpr double TickPen = 1.5;
@@ -99,7 +99,7 @@ void GridPainter::fill(QPainter &painter, const QRectF &rect, const QColor &colo
 
 void GridPainter::paint(QPainter &painter)
 {
-    painter.fillRect(QRect(QPoint(), view_.size), Look::colours().window);
+    painter.fillRect(QRect(QPoint(), view_.size), Theme::colours().window);
     if (rows_.empty() || cols_.empty()) {
         return;
     }
@@ -153,7 +153,7 @@ QRect GridPainter::spanRect(const CellSpan &span) const
 
 GridPainter::Colours GridPainter::coloursOf(int row, int col) const
 {
-    const PaletteColours &colours = Look::colours();
+    const PaletteColours &colours = Theme::colours();
     const GridCell &cell = state_.store.at(row, col);
     const QColor text = view_.enabled ? colours.text : colours.disabled;
     if (state_.isMarked(row, col)) {
@@ -170,7 +170,7 @@ void GridPainter::paintCell(QPainter &painter, int row, int col, const QRect &re
 {
     const Colours colours = coloursOf(row, col);
     fill(painter, rect, colours.background);
-    const QColor &line = Look::colours().line;
+    const QColor &line = Theme::colours().line;
     fill(painter, QRectF(rect.right(), rect.top(), 1, rect.height()), line);
     fill(painter, QRectF(rect.left(), rect.bottom(), rect.width(), 1), line);
     if (state_.showsTick(row, col)) {
@@ -194,7 +194,7 @@ int GridPainter::mostLines(int row, int col, int height) const
     if (row >= state_.rows.fixed()) {
         return 1;
     }
-    return std::clamp(height / std::max(1, metricsOf(row, col).lineSpacing()), 1, MostLines);
+    return std::clamp(height / std::max(1, metricsOf(row, col).lineSpacing()), 1, MaxLines);
 }
 
 QStringList GridPainter::linesOf(int row, int col, const QSize &room) const
@@ -259,7 +259,7 @@ void GridPainter::paintSelectedRow(QPainter &painter)
     }
     const int height = state_.rows.size(row);
     const int width = *state_.cols.viewStart(cols_.back()) + state_.cols.size(cols_.back());
-    const PaletteColours &colours = Look::colours();
+    const PaletteColours &colours = Theme::colours();
     fill(painter, QRectF(0, *top - 1, width, 1), colours.text);
     fill(painter, QRectF(0, *top + height - 1, width, 1), colours.text);
     fill(painter, QRectF(0, *top, SelectionBar, height - 1), colours.accent);
@@ -287,7 +287,7 @@ void GridPainter::paintCurrentCell(QPainter &painter)
         return;
     }
     const QRectF cell(*left, *top, state_.cols.size(col) - 1, state_.rows.size(state_.row) - 1);
-    const QColor ink = state_.isMarked(state_.row, col) ? QColor(Qt::black) : Look::colours().text;
+    const QColor ink = state_.isMarked(state_.row, col) ? QColor(Qt::black) : Theme::colours().text;
     const double width = view_.focused ? 2 : 1;
     fill(painter, QRectF(cell.left(), cell.top(), cell.width(), width), ink);
     fill(painter, QRectF(cell.left(), cell.bottom() - width, cell.width(), width), ink);

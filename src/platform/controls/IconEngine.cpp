@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/IconEngine.h"
 
-#include "platform/controls/Look.h"
+#include "platform/controls/Theme.h"
 
 #include <QPainter>
 #include <QSvgRenderer>
@@ -26,11 +26,11 @@ IconEngine::IconEngine(QString svg, QString colourName) : svg_(std::move(svg)), 
 
 QByteArray IconEngine::tinted(QIcon::Mode mode, double logicalSize) const
 {
-    const QColor colour = Look::colour(mode == QIcon::Disabled ? QStringLiteral("disabled") : colourName_);
+    const QColor colour = Theme::colour(mode == QIcon::Disabled ? QStringLiteral("disabled") : colourName_);
     QString text = svg_;
     text.replace(QStringLiteral("currentColor"), colour.name());
     if (mode == QIcon::Disabled) {
-        text.replace(LeafGreen, Look::colours().line.name());
+        text.replace(LeafGreen, Theme::colours().line.name());
     }
     if (logicalSize >= PictureSize) {
         text.replace(QStringLiteral("stroke-width=\"1.5\""), QStringLiteral("stroke-width=\"1\""));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/PictureButton.h"
 
-#include "platform/controls/Look.h"
+#include "platform/controls/Theme.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -81,7 +81,7 @@ void PictureButton::keyPressEvent(QKeyEvent *event)
 
 void PictureButton::paintEvent(QPaintEvent *)
 {
-    const PaletteColours &colours = Look::colours();
+    const PaletteColours &colours = Theme::colours();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const double pen = hasFocus() ? 2 : 1;

@@ -30,7 +30,7 @@ constexpr std::array DeclaredTypes{
 };
 const QString NonEmptyText = QStringLiteral("NONEMPTY TEXT");
 const QString PrimaryIndexName = QStringLiteral("PrimaryKey");
-constexpr int LongestText = 255;
+constexpr int MaxText = 255;
 
 Field fieldFromDeclaration(const QString &name, const QString &declared)
 {
@@ -47,12 +47,12 @@ Field fieldFromDeclaration(const QString &name, const QString &declared)
     field.type = found != DeclaredTypes.end() ? found->type : isNumber ? FieldType::Double : FieldType::Text;
     if (field.type == FieldType::Text) {
         const int size = bracket < 0 ? 0 : declared.mid(bracket + 1, declared.indexOf(u')') - bracket - 1).toInt();
-        field.size = size > 0 ? size : LongestText;
+        field.size = size > 0 ? size : MaxText;
     }
     return field;
 }
 
-/// The field that becomes the engine's own row number: an auto key, or a single Long primary key.
+/// The field that becomes the engine's own row number: an autonumber, or a single Long primary key.
 int keyFieldOf(const TableDef &definition)
 {
     const auto &fields = definition.Fields();
@@ -116,7 +116,7 @@ QByteArray Catalog::columnDeclaration(const Field &field)
     if (field.type == FieldType::Text) {
         type = QStringLiteral("%1(%2) COLLATE %3")
                    .arg(field.allowZeroLength ? type : NonEmptyText)
-                   .arg(field.size > 0 ? field.size : LongestText)
+                   .arg(field.size > 0 ? field.size : MaxText)
                    .arg(QLatin1String(CollationName));
     } else if (field.type == FieldType::Boolean) {
         type += QLatin1String(" DEFAULT 0");

@@ -23,9 +23,9 @@ struct TableInfo {
 
     /// Without regard to case; -1 when there is none.
     int findField(QStringView fieldName) const;
-    bool hasAutoKey() const { return keyField >= 0 && fields[static_cast<std::size_t>(keyField)].autoIncrement; }
+    bool hasAutonumber() const { return keyField >= 0 && fields[static_cast<std::size_t>(keyField)].autoIncrement; }
 
-    /// The highest auto key given out, and the transaction in which it was last read from the file.
+    /// The highest autonumber given out, and the transaction in which it was last read from the file.
     std::int64_t lastKey = 0;
     std::uint64_t lastKeyEpoch = 0;
     std::unique_ptr<Statement> insert;

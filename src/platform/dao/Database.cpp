@@ -74,7 +74,7 @@ void Database::Append(const QString &table, const Field &field)
     if (field.autoIncrement) {
         throw basic::RunTimeError(
             basic::ErrorNumber::InvalidArgument,
-            QStringLiteral("An auto key cannot be added to the table %1, which is in the file already.").arg(table));
+            QStringLiteral("An autonumber cannot be added to the table %1, which is in the file already.").arg(table));
     }
     Statement statement(engine.connection(),
                         "ALTER TABLE " + quoteName(definition.Name()) + " ADD COLUMN " + Catalog::columnDeclaration(field));

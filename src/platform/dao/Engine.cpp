@@ -13,7 +13,7 @@ namespace dao
 namespace
 {
 
-constexpr qsizetype MostQueries = 500;
+constexpr qsizetype MaxQueries = 500;
 
 /// A name in lower case without an allocation, for the plain names that nearly all are.
 class FoldedName
@@ -104,7 +104,7 @@ Engine::BoundQuery Engine::action(const QString &sql)
 Engine::BoundQuery Engine::find(QueryCache &cache, const QString &sql)
 {
     TokenList list = tokenise(sql);
-    if (cache.queries.size() > MostQueries) {
+    if (cache.queries.size() > MaxQueries) {
         cache.queries.clear();
     }
     std::shared_ptr<Query> query = cache.queries.value(list.shape);

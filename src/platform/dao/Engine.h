@@ -55,7 +55,7 @@ public:
     Statement &prepared(const QByteArray &sql);
     /// Runs a writing statement inside the open scopes, if there are any; returns the rows touched.
     int write(Statement &statement);
-    /// The next auto key of a table.
+    /// The next autonumber of a table.
     std::int32_t nextKey(TableInfo &table);
 
     /// Changes with every write of this connection, so that a reader knows when to look again.

@@ -100,7 +100,7 @@ void Recordset::AddNew()
     TableInfo &table = state_->requireTable();
     state_->dropEdit();
     state_->pending.assign(table.fields.size(), std::nullopt);
-    if (table.hasAutoKey()) {
+    if (table.hasAutonumber()) {
         state_->pending[static_cast<std::size_t>(table.keyField)] = state_->engine->nextKey(table);
     }
     state_->editing = State::Editing::Adding;
@@ -254,8 +254,8 @@ void Recordset::set(int index, const Value &newValue)
     // A set that is being edited reads one table.
     const TableInfo &table = *state_->query->translation.table;
     const auto field = static_cast<std::size_t>(column.field);
-    if (column.field == table.keyField && table.hasAutoKey() && state_->editing == State::Editing::Editing) {
-        throw DataError(DataErrorNumber::ReadOnly, QStringLiteral("The auto key %1 cannot be changed.").arg(column.name));
+    if (column.field == table.keyField && table.hasAutonumber() && state_->editing == State::Editing::Editing) {
+        throw DataError(DataErrorNumber::ReadOnly, QStringLiteral("The autonumber %1 cannot be changed.").arg(column.name));
     }
     state_->pending[field] = convertedFor(table.fields[field], newValue);
 }

@@ -50,7 +50,7 @@ public:
     /// Lets the rows go; afterwards the set is empty.
     void Close();
 
-    /// Starts a new row. The auto key has its value at once and keeps it if Update follows; a row brought from another file may
+    /// Starts a new row. The autonumber has its value at once and keeps it if Update follows; a row brought from another file may
     /// set it.
     void AddNew();
     void Edit();

@@ -137,7 +137,7 @@ void Recordset::State::insertRow()
         table.insert->bind(static_cast<int>(i) + 1, value);
     }
     engine->write(*table.insert);
-    if (table.hasAutoKey()) {
+    if (table.hasAutonumber()) {
         const auto key = std::get<std::int32_t>(*pending[static_cast<std::size_t>(table.keyField)]);
         table.lastKey = std::max<std::int64_t>(table.lastKey, key);
     }

@@ -12,7 +12,7 @@ WriteScope::WriteScope(Database &database) : database_(database)
 WriteScope::~WriteScope()
 {
     if (open_) {
-        basic::leaveSilently([this] { commit(); });
+        basic::runOrIgnore([this] { commit(); });
     }
 }
 

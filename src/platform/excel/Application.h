@@ -49,7 +49,7 @@ public:
     /// `fileFormat` is xlOpenXMLWorkbook or xlExcel8; without it an opened workbook keeps its own format and a new one takes
     /// that of the ending. Error 1004, naming the file: a folder that is missing or refuses, a target that is a folder or
     /// read-only, an existing file while DisplayAlerts is on, a sheet beyond the limits of .xls.
-    /// Hands the file over to the launcher when the application is visible.
+    /// UiDriver the file over to the launcher when the application is visible.
     void SaveAs(const QString &fileName, std::optional<int> fileFormat = std::nullopt);
     /// Where it was opened from or last saved; empty before.
     QString FullName() const;
@@ -75,7 +75,7 @@ public:
     /// validations) is kept and written back. Error 1004, naming the file, when it is missing, damaged, protected by a password
     /// or of another format.
     Workbook Open(const QString &path);
-    /// Hands a finished file over to the desktop's spreadsheet program, unread. Error 1004 when it is missing, 429 when no
+    /// UiDriver a finished file over to the desktop's spreadsheet program, unread. Error 1004 when it is missing, 429 when no
     /// program takes it.
     void OpenStored(const QString &path);
     int Count() const;

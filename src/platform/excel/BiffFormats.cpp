@@ -14,8 +14,8 @@ using model::Trait;
 
 namespace
 {
-constexpr std::size_t MostFormats = 4000;
-constexpr std::size_t MostFonts = 512;
+constexpr std::size_t MaxFormats = 4000;
+constexpr std::size_t MaxFonts = 512;
 constexpr std::size_t FirstOwnNumberFormat = 164;
 constexpr int BoldWeight = 700;
 constexpr int PlainWeight = 400;
@@ -206,11 +206,11 @@ FormatWriter::FormatWriter(const model::Book &book, const model::KeptBook &kept)
         throw ExcelError(
             QStringLiteral("it has %1 different %2; %3 are the most that a .xls holds.").arg(count).arg(what).arg(most));
     };
-    if (records_.formats.size() > std::max(MostFormats, readFormats)) {
-        tellLimit(QStringLiteral("cell formats"), records_.formats.size(), MostFormats);
+    if (records_.formats.size() > std::max(MaxFormats, readFormats)) {
+        tellLimit(QStringLiteral("cell formats"), records_.formats.size(), MaxFormats);
     }
-    if (records_.fonts.size() > std::max(MostFonts, kept.fonts.size())) {
-        tellLimit(QStringLiteral("fonts"), records_.fonts.size(), MostFonts);
+    if (records_.fonts.size() > std::max(MaxFonts, kept.fonts.size())) {
+        tellLimit(QStringLiteral("fonts"), records_.fonts.size(), MaxFonts);
     }
 }
 

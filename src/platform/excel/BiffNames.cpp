@@ -198,8 +198,8 @@ void NameWriter::putReferences(Bytes &stream) const
     }
     Bytes body;
     body.u16(static_cast<std::size_t>(references_.size() / ReferenceLength)).raw(references_);
-    for (qsizetype at = 0; at < body.size(); at += LongestBody) {
-        stream.record(at == 0 ? ExternSheet : Continuation, body.bytes().mid(at, LongestBody));
+    for (qsizetype at = 0; at < body.size(); at += MaxBody) {
+        stream.record(at == 0 ? ExternSheet : Continuation, body.bytes().mid(at, MaxBody));
     }
 }
 

@@ -36,7 +36,7 @@ public:
     ~ContinuedBody() { finish(); }
     Q_DISABLE_COPY_MOVE(ContinuedBody)
 
-    qsizetype room() const { return LongestBody - (stream_.size() - start_); }
+    qsizetype room() const { return MaxBody - (stream_.size() - start_); }
     void next()
     {
         finish();

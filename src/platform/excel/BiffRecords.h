@@ -78,7 +78,7 @@ inline constexpr int RowsOfXls = 65536;
 inline constexpr int ColumnsOfXls = 256;
 /// The stream of a container that holds the book.
 inline constexpr QLatin1String StreamOfBook("Workbook");
-inline constexpr qsizetype LongestBody = 8224;
+inline constexpr qsizetype MaxBody = 8224;
 inline constexpr std::uint16_t Version8 = 0x0600;
 /// The format of a cell never touched, in the files that this program makes.
 inline constexpr std::int32_t StandardFormat = 15;

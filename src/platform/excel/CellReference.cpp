@@ -12,8 +12,8 @@ namespace excel
 namespace
 {
 /// Seven digits hold the last row and three letters the last column of any sheet, so no count can overflow.
-constexpr int MostDigits = 7;
-constexpr int MostLetters = 3;
+constexpr int MaxDigits = 7;
+constexpr int MaxLetters = 3;
 
 void skipDollar(QStringView text, qsizetype &at)
 {
@@ -27,7 +27,7 @@ std::optional<int> readLetters(QStringView text, qsizetype &at)
     skipDollar(text, at);
     const qsizetype start = at;
     int column = 0;
-    while (at < text.size() && at - start < MostLetters) {
+    while (at < text.size() && at - start < MaxLetters) {
         const char16_t letter = text[at].unicode() & ~0x20;
         if (letter < u'A' || letter > u'Z') {
             break;
@@ -43,7 +43,7 @@ std::optional<int> readDigits(QStringView text, qsizetype &at)
     skipDollar(text, at);
     const qsizetype start = at;
     int row = 0;
-    while (at < text.size() && at - start < MostDigits && text[at] >= u'0' && text[at] <= u'9') {
+    while (at < text.size() && at - start < MaxDigits && text[at] >= u'0' && text[at] <= u'9') {
         row = row * 10 + (text[at].unicode() - u'0');
         ++at;
     }

@@ -14,7 +14,7 @@ using model::Trait;
 
 namespace
 {
-constexpr int MostDigits = 15;
+constexpr int MaxDigits = 15;
 }
 
 std::optional<double> plainNumber(const QString &text)
@@ -32,7 +32,7 @@ std::optional<double> plainNumber(const QString &text)
             return std::nullopt;
         }
     }
-    if (digits == 0 || digits > MostDigits) {
+    if (digits == 0 || digits > MaxDigits) {
         return std::nullopt;
     }
     return QLocale::c().toDouble(QStringView(text).mid(text.startsWith(u'+') ? 1 : 0));

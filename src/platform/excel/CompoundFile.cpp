@@ -21,7 +21,7 @@ struct Unref {
 template <typename Object> using Owned = std::unique_ptr<Object, Unref>;
 
 constexpr qsizetype Deepest = 16;
-constexpr std::size_t MostEntries = 4096;
+constexpr std::size_t MaxEntries = 4096;
 constexpr qsizetype ClassIdLength = 16;
 
 [[noreturn]] void damaged()
@@ -90,7 +90,7 @@ QByteArray ContainerReader::bytesOf(GsfInput *input)
 
 void ContainerReader::add(CompoundEntry entry)
 {
-    if (entries_.size() >= MostEntries) {
+    if (entries_.size() >= MaxEntries) {
         damaged();
     }
     entries_.push_back(std::move(entry));

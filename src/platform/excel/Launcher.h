@@ -12,7 +12,7 @@ class Launcher
 public:
     virtual ~Launcher() = default;
 
-    /// Hands the file over; false when no program takes it.
+    /// UiDriver the file over; false when no program takes it.
     virtual bool open(const QString &path) = 0;
 
     /// Tells the user where a finished workbook lies, because `open` found no program for it.

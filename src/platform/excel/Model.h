@@ -224,7 +224,7 @@ struct Session {
     std::vector<std::shared_ptr<Book>> books;
     std::shared_ptr<Book> active;
 
-    /// Hands over what is both visible and saved and was not handed over yet.
+    /// UiDriver over what is both visible and saved and was not handed over yet.
     void handOver();
 };
 

@@ -65,11 +65,11 @@ double checked(double value, double least, double most, const char *property)
 }
 
 /// A single range of more cells than this is a mistake, and would take the machine's memory.
-constexpr qint64 MostCells = 20'000'000;
+constexpr qint64 MaxCells = 20'000'000;
 
 template <typename Action> void forEachCell(Sheet &sheet, const Area &area, Action action)
 {
-    if (qint64{area.rows()} * area.columns() > MostCells) {
+    if (qint64{area.rows()} * area.columns() > MaxCells) {
         throw ExcelError(QStringLiteral("A range of %1 rows and %2 columns is too large.").arg(area.rows()).arg(area.columns()));
     }
     sheet.forEachCell(area, action);
@@ -188,7 +188,7 @@ void Range::setMergeCells(bool merged)
         target.part(area_);
         return;
     }
-    if (qint64{area_.rows()} * area_.columns() > MostCells) {
+    if (qint64{area_.rows()} * area_.columns() > MaxCells) {
         throw ExcelError(QStringLiteral("So large a range cannot be merged."));
     }
     target.merge(area_);

@@ -147,7 +147,7 @@ void ChartTest::aResetKeepsTheTypeAlone()
     QCOMPARE(changed.Marker.Style, fresh.Marker.Style);
     QCOMPARE(changed.Marker.Size, fresh.Marker.Size);
     QCOMPARE(changed.DataPointLabel.LocationType, LabelLocation::None);
-    QCOMPARE(model.seriesColour(2, ColourRole::Pen), Theme::light().series[1]);
+    QCOMPARE(model.seriesColour(2, ColourRole::Pen), PlotColours::light().series[1]);
     QVERIFY(model.series(1).Marker.Style != changed.Marker.Style);
 }
 
@@ -155,14 +155,14 @@ void ChartTest::ownColoursStayThemeColoursFollow()
 {
     Chart model;
     fillChart(model, ChartType::Bar2d, {{1}, {2}});
-    model.setSeriesColour(1, ColourRole::Brush, Theme::light().series[0]);
+    model.setSeriesColour(1, ColourRole::Brush, PlotColours::light().series[0]);
     model.setSeriesColour(2, ColourRole::Brush, Qt::black);
-    model.setTheme(Theme::dark());
+    model.setPlotColours(PlotColours::dark());
     QCOMPARE(model.seriesColour(1, ColourRole::Brush), QColor(0x7C, 0xC4, 0x82));
     QCOMPARE(model.seriesColour(2, ColourRole::Brush), QColor(Qt::black));
-    QCOMPARE(model.seriesColour(1, ColourRole::Brush, Theme::light()), QColor(0x2E, 0x72, 0x37));
-    model.setSeriesColour(2, ColourRole::Brush, Theme::dark().series[1]);
-    QCOMPARE(model.seriesColour(2, ColourRole::Brush, Theme::light()), QColor(0xC2, 0x64, 0x0F));
+    QCOMPARE(model.seriesColour(1, ColourRole::Brush, PlotColours::light()), QColor(0x2E, 0x72, 0x37));
+    model.setSeriesColour(2, ColourRole::Brush, PlotColours::dark().series[1]);
+    QCOMPARE(model.seriesColour(2, ColourRole::Brush, PlotColours::light()), QColor(0xC2, 0x64, 0x0F));
 }
 
 void ChartTest::nothingIsToldWithoutRepaint()

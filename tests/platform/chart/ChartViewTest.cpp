@@ -60,7 +60,7 @@ void ChartViewTest::pictureOfEachKind()
 {
     QFETCH(ChartType, type);
     ChartView view;
-    const QColor blank = Theme::light().background;
+    const QColor blank = PlotColours::light().background;
     const QImage empty = view.picture(QSize(300, 200)).toImage();
     QCOMPARE(pixelsOf(empty, blank), 300 * 200);
     fillChart(view.model(), type, {{5, 9, {}, 4}, {{}, 2, 6, {}}, {1, 1, 8, 3}});
@@ -70,7 +70,7 @@ void ChartViewTest::pictureOfEachKind()
     const QImage picture = view.picture(QSize(600, 400), 1.5).toImage();
     QCOMPARE(picture.size(), QSize(900, 600));
     for (std::size_t series = 0; series < 3; ++series) {
-        QVERIFY(pixelsOf(picture, Theme::light().series[series]) > 20);
+        QVERIFY(pixelsOf(picture, PlotColours::light().series[series]) > 20);
     }
     view.EditCopy(QSize(200, 100));
     QCOMPARE(QGuiApplication::clipboard()->pixmap().size(), QSize(200, 100));
@@ -131,7 +131,7 @@ void ChartViewTest::everyMarkerAndLineIsSeen()
     const auto ink = [&view] {
         view.model().Refresh();
         const QImage picture = view.picture(QSize(400, 300)).toImage();
-        return 400 * 300 - pixelsOf(picture, Theme::light().background);
+        return 400 * 300 - pixelsOf(picture, PlotColours::light().background);
     };
     series.Pen.Style = PenStyle::NoLine;
     const int none = ink();
@@ -161,7 +161,7 @@ void ChartViewTest::paperKeepsSizeAndColours()
 {
     ChartView view;
     fillChart(view.model(), ChartType::Bar2d, {{5, 9}});
-    view.model().setTheme(Theme::dark());
+    view.model().setPlotColours(PlotColours::dark());
     const QRect legend = view.legendRectangle(QSize(300, 200));
     const QPoint chip = legend.topLeft() + QPoint(6, legend.height() / 2);
     QVERIFY(QRect(0, 0, 300, 200).contains(legend));
@@ -175,9 +175,9 @@ void ChartViewTest::paperKeepsSizeAndColours()
         view.paintOn(painter, QSize(300, 200));
         QCOMPARE(painter.transform(), QTransform::fromScale(2.0, 2.0));
         painter.end();
-        QCOMPARE(page.pixelColor(chip * 2), Theme::light().series[0]);
-        QCOMPARE(page.pixelColor(1, 1), Theme::light().background);
-        QCOMPARE(page.pixelColor(598, 398), Theme::light().background);
+        QCOMPARE(page.pixelColor(chip * 2), PlotColours::light().series[0]);
+        QCOMPARE(page.pixelColor(1, 1), PlotColours::light().background);
+        QCOMPARE(page.pixelColor(598, 398), PlotColours::light().background);
     }
 }
 
@@ -206,8 +206,8 @@ void ChartViewTest::arrowsWalkOverGapsAndSeries()
     QSignalSpy selected(&view, &ChartView::PointSelected);
     const auto press = [&view](Qt::Key key) {
         QTest::keyClick(&view, key);
-        const PointPlace place = view.currentPoint().value_or(PointPlace{});
-        return QStringLiteral("%1/%2").arg(place.series).arg(place.point);
+        const PointIndex index = view.currentPoint().value_or(PointIndex{});
+        return QStringLiteral("%1/%2").arg(index.series).arg(index.point);
     };
     QCOMPARE(press(Qt::Key_Right), QStringLiteral("1/1"));
     QCOMPARE(press(Qt::Key_Right), QStringLiteral("1/3"));
@@ -251,9 +251,9 @@ void ChartViewTest::darkPaletteDarkPaper()
     dark.setColor(QPalette::Base, Qt::black);
     view.setPalette(dark);
     const QImage screen = view.grab().toImage();
-    QCOMPARE(screen.pixelColor(1, 1), Theme::dark().background);
-    QVERIFY(pixelsOf(screen, Theme::dark().series[0]) > 20);
-    QCOMPARE(view.picture(QSize(300, 200)).toImage().pixelColor(1, 1), Theme::light().background);
+    QCOMPARE(screen.pixelColor(1, 1), PlotColours::dark().background);
+    QVERIFY(pixelsOf(screen, PlotColours::dark().series[0]) > 20);
+    QCOMPARE(view.picture(QSize(300, 200)).toImage().pixelColor(1, 1), PlotColours::light().background);
 }
 
 QTEST_MAIN(ChartViewTest)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/controls/Look.h"
+#include "platform/controls/Theme.h"
 
 #include <QApplication>
 #include <QTest>
@@ -9,7 +9,7 @@
 #include <cmath>
 #include <vector>
 
-using controls::Look;
+using controls::Theme;
 
 /// Text reads on every ground that it is drawn on, and edges and focus stand out, in both forms of the palette.
 class ContrastTest : public QObject
@@ -81,8 +81,8 @@ void ContrastTest::everyPairReads()
     QFETCH(QString, ink);
     QFETCH(QString, ground);
     QFETCH(double, least);
-    Look::apply(*qApp, dark);
-    const double found = contrast(Look::colour(ink), Look::colour(ground));
+    Theme::apply(*qApp, dark);
+    const double found = contrast(Theme::colour(ink), Theme::colour(ground));
     QVERIFY2(found >= least, qPrintable(QStringLiteral("%1 to 1").arg(found)));
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/FlexGrid.h"
-#include "platform/controls/Look.h"
+#include "platform/controls/Theme.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -60,7 +60,7 @@ void FlexGridPictureTest::marksAreExact()
     QFETCH(bool, dark);
     QFETCH(int, stored);
     QFETCH(QColor, drawn);
-    controls::Look::apply(*qApp, dark);
+    controls::Theme::apply(*qApp, dark);
     FlexGrid grid;
     grid.setTextMatrix(1, 1, QStringLiteral("HHH"));
     grid.setCellFontBold(1, 1, true);
@@ -79,19 +79,19 @@ void FlexGridPictureTest::marksAreExact()
 
 void FlexGridPictureTest::whiteIsDrawnAsTheBase()
 {
-    controls::Look::apply(*qApp, true);
+    controls::Theme::apply(*qApp, true);
     FlexGrid grid;
     grid.setCellBackColor(1, 1, mark::White);
     const QImage image = picture(grid);
     const QRect cell = grid.cellRect(1, 1).translated(grid.viewport()->pos());
-    QCOMPARE(image.pixelColor(cell.center()), controls::Look::colours().base);
+    QCOMPARE(image.pixelColor(cell.center()), controls::Theme::colours().base);
     QCOMPARE(grid.CellBackColor(1, 1), std::optional<int>(mark::White));
-    QCOMPARE(image.pixelColor(380, 190), controls::Look::colours().window);
+    QCOMPARE(image.pixelColor(380, 190), controls::Theme::colours().window);
 }
 
 void FlexGridPictureTest::tickOnlyWithoutText()
 {
-    controls::Look::apply(*qApp, false);
+    controls::Theme::apply(*qApp, false);
     FlexGrid grid;
     const auto inked = [&] {
         const QImage image = picture(grid);
@@ -113,13 +113,13 @@ void FlexGridPictureTest::tickOnlyWithoutText()
 
 void FlexGridPictureTest::equalNeighboursAreOneCell()
 {
-    controls::Look::apply(*qApp, false);
+    controls::Theme::apply(*qApp, false);
     FlexGrid grid;
     grid.setCols(4);
     const auto hasLineAfter = [&](int row, int col) {
         const QImage image = picture(grid);
         const QRect cell = grid.cellRect(row, col).translated(grid.viewport()->pos());
-        return image.pixelColor(cell.right(), cell.top() + 3) == controls::Look::colours().line;
+        return image.pixelColor(cell.right(), cell.top() + 3) == controls::Theme::colours().line;
     };
     grid.setTextMatrix(0, 1, QStringLiteral("Thrips"));
     grid.setTextMatrix(0, 2, QStringLiteral("Thrips"));
@@ -140,7 +140,7 @@ void FlexGridPictureTest::equalNeighboursAreOneCell()
 
 void FlexGridPictureTest::cellsMeetAtFractionalScales()
 {
-    controls::Look::apply(*qApp, false);
+    controls::Theme::apply(*qApp, false);
     for (const double scale : {1.25, 1.5, 2.0}) {
         FlexGrid grid;
         grid.setCellBackColor(1, 0, mark::Green);
@@ -150,8 +150,8 @@ void FlexGridPictureTest::cellsMeetAtFractionalScales()
         int strangers = 0;
         for (int x = static_cast<int>(20 * scale); x < static_cast<int>(180 * scale); ++x) {
             const QColor colour = image.pixelColor(x, y);
-            strangers += colour != QColor(0, 0xFF, 0) && colour != controls::Look::colours().line && colour != Qt::black
-                    && colour != controls::Look::colours().text
+            strangers += colour != QColor(0, 0xFF, 0) && colour != controls::Theme::colours().line && colour != Qt::black
+                    && colour != controls::Theme::colours().text
                 ? 1
                 : 0;
         }
@@ -162,7 +162,7 @@ void FlexGridPictureTest::cellsMeetAtFractionalScales()
 void FlexGridPictureTest::focusIsABroadEdge()
 {
     for (const bool dark : {false, true}) {
-        controls::Look::apply(*qApp, dark);
+        controls::Theme::apply(*qApp, dark);
         FlexGrid grid;
         grid.show();
         QVERIFY(QTest::qWaitForWindowActive(&grid));
@@ -173,15 +173,15 @@ void FlexGridPictureTest::focusIsABroadEdge()
         const QImage focused = picture(grid);
         QCOMPARE(grid.viewport()->geometry(), viewport);
         for (const int x : {0, 1, 398, 399}) {
-            QCOMPARE(focused.pixelColor(x, 100), controls::Look::colours().accent);
-            QVERIFY(without.pixelColor(x, 100) != controls::Look::colours().accent);
+            QCOMPARE(focused.pixelColor(x, 100), controls::Theme::colours().accent);
+            QVERIFY(without.pixelColor(x, 100) != controls::Theme::colours().accent);
         }
     }
 }
 
 void FlexGridPictureTest::hiddenCurrentColumnStillShowsItsRow()
 {
-    controls::Look::apply(*qApp, false);
+    controls::Theme::apply(*qApp, false);
     FlexGrid grid;
     grid.setRows(4);
     grid.setCols(4);
@@ -193,8 +193,8 @@ void FlexGridPictureTest::hiddenCurrentColumnStillShowsItsRow()
     grid.setFocus();
     const QImage focused = picture(grid);
     const QPoint corner = grid.cellRect(2, 2).translated(grid.viewport()->pos()).topLeft();
-    QCOMPARE(focused.pixelColor(corner), controls::Look::colours().text);
-    QCOMPARE(focused.pixelColor(corner + QPoint(5, 1)), controls::Look::colours().text);
+    QCOMPARE(focused.pixelColor(corner), controls::Theme::colours().text);
+    QCOMPARE(focused.pixelColor(corner + QPoint(5, 1)), controls::Theme::colours().text);
     QCOMPARE(grid.Col(), 1);
 }
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "doubles/QueuedDialogs.h"
+#include "fakes/QueuedDialogs.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/controls/DatePicker.h"
 #include "platform/controls/Dialogs.h"
 #include "platform/controls/ItemCombo.h"
-#include "platform/controls/Look.h"
 #include "platform/controls/PictureButton.h"
+#include "platform/controls/Theme.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -369,17 +369,17 @@ void InputControlsTest::unexpectedBoxesAreCounted()
 
 void InputControlsTest::everyColourAndIconIsThere()
 {
-    Look::apply(*qApp, true);
+    Theme::apply(*qApp, true);
     QVERIFY2(!qApp->styleSheet().contains(u'@'), "every name of the style sheet is filled in");
     for (const char *name : {"window", "base", "header", "line", "border", "text", "muted", "disabled", "accent", "ahover",
                              "apress", "soft", "onacc", "danger"}) {
-        QVERIFY2(Look::colour(QLatin1String(name)).isValid(), name);
+        QVERIFY2(Theme::colour(QLatin1String(name)).isValid(), name);
     }
-    const QIcon icon = Look::icon(QStringLiteral("add"));
+    const QIcon icon = Theme::icon(QStringLiteral("add"));
     const QImage dark = icon.pixmap(QSize(24, 24)).toImage();
-    Look::apply(*qApp, false);
+    Theme::apply(*qApp, false);
     QVERIFY(icon.pixmap(QSize(24, 24)).toImage() != dark);
-    QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, Look::icon(QStringLiteral("no such icon")));
+    QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, Theme::icon(QStringLiteral("no such icon")));
     for (const char *path : {"light/tick", "dark/tick", "dark/chevron-down", "light/calendar-disabled"}) {
         QVERIFY2(QFile::exists(QStringLiteral(":/farm/tinted/%1.svg").arg(QLatin1String(path))), path);
     }

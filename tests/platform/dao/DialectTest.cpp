@@ -14,7 +14,7 @@ namespace
 
 struct TableText {
     const char *name;
-    /// Letter behind the name: a auto key, k key, l Long, i Integer, b Boolean, t Text, d Date.
+    /// Letter behind the name: a autonumber, k key, l Long, i Integer, b Boolean, t Text, d Date.
     const char *fields;
 };
 

@@ -24,7 +24,7 @@ private Q_SLOTS:
     void fieldsRefuseWhatTheyCannotHold_data();
     void fieldsRefuseWhatTheyCannotHold();
     void nullReadsAsNothing();
-    void theAutoKeyIsThereAtOnceAndNeverTwice();
+    void theAutonumberIsThereAtOnceAndNeverTwice();
     void moving();
     void aDeletedRowIsNoticed();
     void deletingWhileWalking();
@@ -120,7 +120,7 @@ void RecordsetTest::nullReadsAsNothing()
     QVERIFY(!read.boolean("Flag"));
 }
 
-void RecordsetTest::theAutoKeyIsThereAtOnceAndNeverTwice()
+void RecordsetTest::theAutonumberIsThereAtOnceAndNeverTwice()
 {
     TestFile file;
     Recordset set = all(file);

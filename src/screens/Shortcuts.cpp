@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "screens/Shortcuts.h"
+
+#include "platform/basic/RunTimeError.h"
+
+#include <QAbstractButton>
+#include <QFile>
+
+using basic::ErrorNumber;
+using basic::RunTimeError;
+
+namespace
+{
+
+/// A caption as it reads, without the sign before its letter.
+QString plainCaption(QString text)
+{
+    return text.remove(u'&').trimmed();
+}
+
+} // namespace
+
+std::vector<KeyGroup> keyGroups()
+{
+    QFile file(QStringLiteral(":/farm/keys.txt"));
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw RunTimeError(ErrorNumber::FileNotFound, QStringLiteral("The table of keys is not built in."));
+    }
+    std::vector<KeyGroup> groups;
+    const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    for (const QString &line : lines) {
+        const qsizetype bar = line.indexOf(u'|');
+        const qsizetype bracket = line.indexOf(u']');
+        if (line.startsWith(u'[')) {
+            groups.push_back({line.mid(1, bracket - 1), line.mid(bracket + 1).trimmed(), {}});
+        } else if (bar > 0 && !groups.empty()) {
+            groups.back().lines.push_back({line.left(bar), line.mid(bar + 1)});
+        }
+    }
+    return groups;
+}
+
+void nameKeysInTips(QWidget &widget)
+{
+    for (QAbstractButton *button : widget.findChildren<QAbstractButton *>()) {
+        const QString key = button->shortcut().toString(QKeySequence::NativeText);
+        if (key.isEmpty() || !button->isEnabled() || button->toolTip().contains(key)) {
+            continue;
+        }
+        const QString tip = button->toolTip().isEmpty() ? plainCaption(button->text()) : button->toolTip();
+        button->setToolTip(QStringLiteral("%1 (%2)").arg(tip, key));
+    }
+}
