@@ -67,7 +67,7 @@ private Q_SLOTS:
         QCOMPARE(farm.count("tblPMTrans"), 1);
     }
 
-    void aFailedWriteTellsWhyAndLeavesNothing()
+    void aFailedWriteReportsItsCauseAndLeavesNothing()
     {
         TemporaryFarm farm;
         Pest store(farm.session);

@@ -56,7 +56,7 @@ struct SelectItem {
     bool all = false;
 };
 
-/// Finds the structure of a statement and what its names mean. 3075 where the text has no sense, 3061 for a name that is no
+/// Finds the structure of a statement and what its names mean. 3075 where the text makes no sense, 3061 for a name that is no
 /// field, 3078 for an unknown table.
 class ClauseReader
 {
