@@ -64,8 +64,8 @@ sqlite3_file *real(sqlite3_file *file)
 
 int closeFile(sqlite3_file *file)
 {
-    sqlite3_file *behind = real(file);
-    return behind->pMethods != nullptr ? behind->pMethods->xClose(behind) : SQLITE_OK;
+    sqlite3_file *target = real(file);
+    return target->pMethods != nullptr ? target->pMethods->xClose(target) : SQLITE_OK;
 }
 int readFile(sqlite3_file *file, void *bytes, int count, sqlite3_int64 offset)
 {

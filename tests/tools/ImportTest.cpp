@@ -190,7 +190,7 @@ private Q_SLOTS:
         QCOMPARE(instructions.text("PMNotes"), QString());
         QVERIFY(!instructions.hasField("PMRepeat"));
         QVERIFY(!pest->tableNames().contains("tblTempBlockPlant"));
-        // A Single keeps its 32 bits: the double of the nearest float, not of the decimal.
+        // A Single has 32 bits: the double of the nearest float, not of the decimal.
         const auto leaf = pest->OpenRecordset("Select LA_Na from tblLeaveAnalysis where LeaveAnalysisID = 1");
         QCOMPARE(leaf.number(0), static_cast<double>(-0.91F));
         QCOMPARE(leaf.text(0), QString("-0.91"));

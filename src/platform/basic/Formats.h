@@ -25,7 +25,7 @@ enum class DateOrder { DayFirst, MonthFirst, Typed };
 /// QDate for any other text.
 QDate dateFromText(QStringView text, DateOrder order = DateOrder::DayFirst);
 
-/// `decimals` digits behind a point whatever the locale, halves away from zero: "#0" is 0 decimals, "#0.00" is 2.
+/// `decimals` digits after a point whatever the locale, halves away from zero: "#0" is 0 decimals, "#0.00" is 2.
 QString formatFixed(double value, int decimals);
 /// The same for a 32-bit float, rounded from its seven digits: 2.675 gives 2.68.
 QString formatFixedSingle(float value, int decimals);

@@ -104,7 +104,7 @@ void ClauseReader::readFrom(Range range, Scope &scope, std::vector<Range> &condi
         } else if (isSymbolAt(at, u",") || isWordAt(at, u"join")) {
             ++at;
         } else {
-            failSyntax(QStringLiteral("\"%1\" is not understood behind FROM").arg(tokens_[at].text));
+            failSyntax(QStringLiteral("\"%1\" is not understood after FROM").arg(tokens_[at].text));
         }
     }
 }
@@ -147,7 +147,7 @@ std::size_t ClauseReader::readFromTable(std::size_t at, std::size_t end, Scope &
         from.alias = tokens_[at].text.toString();
         ++at;
     } else if (hasAs) {
-        failSyntax(QStringLiteral("a name is expected behind AS"));
+        failSyntax(QStringLiteral("a name is expected after AS"));
     }
     scope.tables.push_back(std::move(from));
     return at;

@@ -64,7 +64,7 @@ public:
     /// The same without comparing rows with their indexes: about a second for two million rows, a tenth of the whole check.
     QStringList checkPages() const;
 
-    /// The state behind it, for CommitScope and the recordsets.
+    /// The state, for CommitScope and the recordsets.
     State &state() { return *state_; }
 
 private:

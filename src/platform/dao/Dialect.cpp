@@ -129,7 +129,7 @@ private:
         emitText(token.isSymbol(u"&") ? QByteArray("||") : token.text.toLatin1());
     }
 
-    /// Emits the name, keyword or function at `at` and returns the position behind it.
+    /// Emits the name, keyword or function at `at` and returns the position after it.
     std::size_t emitName(std::size_t at, std::size_t end, const Scope &scope)
     {
         const Token &token = reader_.token(at);
@@ -389,7 +389,7 @@ private:
             const std::size_t equals =
                 reader_.findOutsideBrackets(part, [this](std::size_t at) { return reader_.token(at).isSymbol(u"="); });
             if (equals >= part.end - 1 || equals == part.begin) {
-                ClauseReader::failSyntax(QStringLiteral("field = value is expected behind SET"));
+                ClauseReader::failSyntax(QStringLiteral("field = value is expected after SET"));
             }
             const FoundField found = reader_.fieldIn({part.begin, equals}, scope);
             if (found.field < 0) {

@@ -31,7 +31,7 @@ struct Translation {
     std::vector<std::pair<int, Field>> assignments;
 };
 
-/// Translates a SELECT. Every name is looked up here, so that 3061 and 3078 come from us and what reaches SQLite is quoted.
+/// Translates a SELECT. Every name is looked up here, so that 3061 and 3078 are raised here and what reaches SQLite is quoted.
 /// Rows that ORDER BY leaves equal come in the order of their keys.
 Translation translateSelect(const TokenList &list, const TableLookup &lookup);
 /// Translates an UPDATE, INSERT or DELETE.

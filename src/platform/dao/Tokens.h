@@ -32,7 +32,7 @@ struct TokenList {
     QString shape;
 };
 
-/// Raises 3075 for text that cannot be read. The tokens look into `sql`, which has to outlive them.
+/// Raises 3075 for text that cannot be read. The tokens refer to `sql`, which has to outlive them.
 TokenList tokenise(const QString &sql);
 
 } // namespace dao

@@ -111,7 +111,7 @@ void CommitScopeTest::rollbackDropsItsOwnPartOnly()
     {
         CommitScope scope(*file);
         scope.rollback();
-        file.add("behind");
+        file.add("after");
     }
     QCOMPARE(rowsIn(*file), 3);
 }

@@ -15,7 +15,7 @@ namespace
 
 struct TableText {
     const char *name;
-    /// Letter behind the name: a autonumber, k key, l Long, i Integer, b Boolean, t Text, d Date.
+    /// Letter after the name: a autonumber, k key, l Long, i Integer, b Boolean, t Text, d Date.
     const char *fields;
 };
 
@@ -158,7 +158,7 @@ void DialectTest::queriesOfTheScreens_data()
         " tblCrVariety where CrVaID in (Select CrVaID from tblBlockPlant, tblBlock where tblBlockPlant.BlockID = "
         " tblBlock.BlockID and tblBlock.FarmID = 1)))",
         "5,Subtropical");
-    row("condition behind a subquery",
+    row("condition after a subquery",
         "Select * from tblCrType where CrTyID in (Select CrTyID from tblCrVariety where CrVaID in (Select CrVaID"
         " from tblBlockPlant, tblBlock where tblBlockPlant.BlockID =  tblBlock.BlockID and tblBlock.FarmID = 1)) and "
         "tblCrType.CrGrID =6",
