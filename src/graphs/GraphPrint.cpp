@@ -13,7 +13,7 @@ namespace
 {
 
 constexpr int PrinterError = 482;
-/// A logical pixel is 15 twips, so 96 of them are an inch.
+/// A logical pixel is 15 twips, so there are 96 to the inch.
 constexpr double PixelsPerInch = 96.0;
 
 } // namespace
@@ -22,7 +22,7 @@ std::optional<QString> printChart(chart::ChartView &chGraph, controls::Dialogs &
                                   const QSize &viewport)
 {
     QPrinter printer(QPrinter::HighResolution);
-    // The dialog offers what the picture asks for; the user's own choice of orientation gives way to it below.
+    // The dialog starts with the chart's orientation, which is set again below whatever the user chose.
     const auto orientation = viewport.height() >= viewport.width() ? QPageLayout::Portrait : QPageLayout::Landscape;
     printer.setPageOrientation(orientation);
     if (!dialogs.choosePrinter(printer)) {

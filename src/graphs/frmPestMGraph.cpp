@@ -19,7 +19,7 @@ namespace
 constexpr std::int16_t LargestFirst = 1;
 constexpr std::int16_t SmallestFirst = 2;
 
-void keepPlaceWhenHidden(QWidget &widget)
+void retainSizeWhenHidden(QWidget &widget)
 {
     QSizePolicy policy = widget.sizePolicy();
     policy.setRetainSizeWhenHidden(true);
@@ -64,13 +64,13 @@ void frmPestMGraph::setUpLists()
     }
     // The list begins with its first entry while the chart is a flat bar chart; silent, so the chart stays.
     ui_->cbo_6->setText(ui_->cbo_6->List(0));
-    for (std::size_t place = 0; place < cbo_.size(); ++place) {
-        keepPlaceWhenHidden(*cbo_[place]);
-        keepPlaceWhenHidden(*captions_[place]);
+    for (std::size_t index = 0; index < cbo_.size(); ++index) {
+        retainSizeWhenHidden(*cbo_[index]);
+        retainSizeWhenHidden(*captions_[index]);
     }
     for (QWidget *widget : std::initializer_list<QWidget *>{ui_->cmbBCount, ui_->Label2_1, ui_->chk_2, ui_->chk_3, ui_->OptW_2,
                                                             ui_->VScroll, ui_->HScroll, ui_->pic_1}) {
-        keepPlaceWhenHidden(*widget);
+        retainSizeWhenHidden(*widget);
     }
 }
 
@@ -189,11 +189,11 @@ void frmPestMGraph::fixedItemClick()
 
 void frmPestMGraph::offerSeries(const QString &caption)
 {
-    for (std::size_t place = 0; place < cbo_.size(); ++place) {
-        captions_[place]->setText(QStringLiteral("%1 %2").arg(caption, QString::number(place + 1)));
-        cbo_[place]->setAccessibleName(captions_[place]->text());
-        captions_[place]->show();
-        cbo_[place]->show();
+    for (std::size_t index = 0; index < cbo_.size(); ++index) {
+        captions_[index]->setText(QStringLiteral("%1 %2").arg(caption, QString::number(index + 1)));
+        cbo_[index]->setAccessibleName(captions_[index]->text());
+        captions_[index]->show();
+        cbo_[index]->show();
     }
     preselect(cbo_);
     ui_->chk_2->show();
@@ -202,9 +202,9 @@ void frmPestMGraph::offerSeries(const QString &caption)
 
 void frmPestMGraph::hideSeries()
 {
-    for (std::size_t place = 0; place < cbo_.size(); ++place) {
-        captions_[place]->hide();
-        cbo_[place]->hide();
+    for (std::size_t index = 0; index < cbo_.size(); ++index) {
+        captions_[index]->hide();
+        cbo_[index]->hide();
     }
     ui_->chk_2->hide();
     ui_->chk_3->hide();
@@ -259,12 +259,12 @@ GraphCriteria frmPestMGraph::criteria() const
                                                           : GraphAxis::Points,
                          .from = ui_->dtpDateFrom->Value(),
                          .to = ui_->dtpDateTo->Value()};
-    for (std::size_t place = 0; place < cbo_.size(); ++place) {
-        const ItemCombo &combo = *cbo_[place];
+    for (std::size_t index = 0; index < cbo_.size(); ++index) {
+        const ItemCombo &combo = *cbo_[index];
         if (!combo.Text().isEmpty()) {
-            wanted.SeriesID[place] = combo.ItemData(combo.ListIndex());
-            wanted.SeriesName[place] = combo.Text();
-            wanted.SeriesCount = static_cast<int>(place) + 1;
+            wanted.SeriesID[index] = combo.ItemData(combo.ListIndex());
+            wanted.SeriesName[index] = combo.Text();
+            wanted.SeriesCount = static_cast<int>(index) + 1;
         }
     }
     if (wanted.SeriesCount > 0 && wanted.scope != GraphScope::Farm) {

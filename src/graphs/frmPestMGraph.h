@@ -18,8 +18,8 @@ class QLabel;
 
 /// Charts the pest counts of completed monitoring: up to five pests or blocks by week, date or point.
 ///
-/// The criteria fill each other from top to bottom: scope, period, block or pest, order, series. A draw reads the numbers and
-/// puts them on the chart; type, markers, labels, zoom and styles then work on the chart alone.
+/// The criteria depend on each other from top to bottom: scope, period, block or pest, order, series. A draw reads the numbers
+/// and sets them on the chart; type, markers, labels, zoom and styles then change the chart alone.
 class frmPestMGraph : public ChildScreen
 {
     Q_OBJECT
@@ -46,7 +46,7 @@ private:
     void measureClick();
     void rankClick(bool smallest);
     void periodLeft();
-    /// Shows the five lists with "Pest 1" or "Block 1" and so on, chooses in them and offers the order.
+    /// Shows the five lists with "Pest 1" or "Block 1" and so on, selects in them and offers the order.
     void offerSeries(const QString &caption);
     void hideSeries();
     void offerPoints(bool offered);
@@ -59,14 +59,14 @@ private:
     void zoomIn();
     void zoomOut();
     void placeChart();
-    /// After the layout gave the viewport another size.
+    /// After the layout has resized the viewport.
     void refitChart();
     void showScrollBars(bool shown);
     void setScrollRanges();
     GraphZoom::Extent viewport() const;
     void pointSelected(int series, int point);
-    /// A point chosen by key may lie out of sight on a zoomed chart.
-    void showPoint(const chart::PointPlace &place);
+    /// Scrolls to a point selected by key on a zoomed chart.
+    void showPoint(const chart::PointIndex &index);
     void chartClick();
     void printGraph();
     void setUpStyles();

@@ -45,7 +45,7 @@ void frmPestMGraph::connectChart()
         zoom_.scrollVertically(value, ui_->VScroll->maximum(), viewport());
         placeChart();
     });
-    // Not of the chart itself, which may be far larger than what is seen of it.
+    // Not around the chart itself, which may be far larger than its visible part.
     ui_->focusEdge->setAttribute(Qt::WA_TransparentForMouseEvents);
     ui_->focusEdge->raise();
     ui_->focusEdge->hide();
@@ -91,7 +91,7 @@ void frmPestMGraph::drawClick()
 {
     const bool noText = ui_->cmbBCount->Text().isEmpty();
     if (noText && scope() != GraphScope::Farm) {
-        // Before the box: behind it the window may not be in front again yet, and a date that had the focus would not be left.
+        // Before the box: after it the window may not be active yet, and a date field would keep the focus.
         ui_->cmbBCount->setFocus();
         dialogs().message(scope() == GraphScope::PerBlock ? QStringLiteral("Select a block!") : QStringLiteral("Select a pest!"),
                           QStringLiteral("Pest graph"), controls::BoxIcon::Information);
@@ -113,7 +113,7 @@ void frmPestMGraph::Draw_Graph()
             dialogs().message(QStringLiteral("No data to dispay"));
             return;
         }
-        // Gone before a box tells of an error.
+        // Hidden before a box reports an error.
         const controls::BusyPointer busy;
         drawGraph(ui_->chGraph->model(), readGraphData(wanted, objPestMON(), session()), wanted, ui_->chk_0->isChecked(),
                   ui_->chk_1->isChecked());
@@ -124,8 +124,8 @@ void frmPestMGraph::Draw_Graph()
 
 void frmPestMGraph::chartTypeClick()
 {
-    const auto place = static_cast<std::size_t>(ui_->cbo_6->ListIndex());
-    ui_->chGraph->model().setChartType(chartKinds().at(place).chartType);
+    const auto index = static_cast<std::size_t>(ui_->cbo_6->ListIndex());
+    ui_->chGraph->model().setChartType(chartKinds().at(index).chartType);
 }
 
 void frmPestMGraph::zoomIn()
@@ -189,9 +189,9 @@ void frmPestMGraph::pointSelected(int series, int point)
     showPoint({series, point});
 }
 
-void frmPestMGraph::showPoint(const chart::PointPlace &place)
+void frmPestMGraph::showPoint(const chart::PointIndex &index)
 {
-    const std::optional<QPoint> position = ui_->chGraph->positionOf(place);
+    const std::optional<QPoint> position = ui_->chGraph->positionOf(index);
     if (!position || zoom_.level() < 1) {
         return;
     }
@@ -217,7 +217,7 @@ void frmPestMGraph::chartClick()
 
 void frmPestMGraph::printGraph()
 {
-    // A failure raises no box; the status line tells of it.
+    // A failure is reported in the status line, without a box.
     try {
         const QString title = QStringLiteral("Pest:") + ui_->cmbBCount->Text();
         const auto printed = printChart(*ui_->chGraph, dialogs(), title, ui_->pic_0->size());

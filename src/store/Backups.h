@@ -26,8 +26,8 @@ struct Backup {
 /// the first write of the session. Of a damaged database none is made, so that the good copies stay: error 75.
 void backupForToday(SessionContext &session);
 
-/// Copies the pest database as of now; a second copy of a day has the time in its name. Returns the copy's path. Error 75 when the
-/// database is damaged.
+/// Copies the pest database as of now; a second copy of a day has the time in its name. Returns the copy's path. Error 75 when
+/// the database is damaged.
 QString backUpNow(const QString &databasesFolder);
 
 /// Newest first. Files that a restore replaced are not among them.

@@ -138,7 +138,7 @@ void frmPestMGraphTest::leavingAPickerEmptiesTheBlock()
 void frmPestMGraphTest::drawAsksForWhatIsMissing()
 {
     auto &from = find<controls::DatePicker>("dtpDateFrom");
-    // Left while the window is surely in front.
+    // Left while the window is certainly active.
     std::size_t boxesWhenLeft = 1;
     connect(&from, &controls::DatePicker::LostFocus, this, [&] { boxesWhenLeft = host_->dialogs().shown().size(); });
     from.setFocus();
@@ -221,7 +221,7 @@ void frmPestMGraphTest::zoomAndScroll()
     QVERIFY(qAbs(chGraph().y()) <= 7);
     find<QScrollBar>("HScroll").setValue(30);
     QCOMPARE(chGraph().x(), -200);
-    // A draw goes back to the whole chart and lets the bars be.
+    // A draw goes back to the whole chart and leaves the scroll bars.
     click("cmd_0");
     QCOMPARE(chGraph().geometry(), QRect(QPoint(0, 0), unzoomed));
     QVERIFY(!vertical.isHidden());
@@ -309,7 +309,7 @@ void frmPestMGraphTest::printing()
     const QImage picture = QGuiApplication::clipboard()->image();
     QVERIFY(picture.width() > picture.height());
     QVERIFY(host_->failure.isEmpty());
-    // A place that cannot be written raises no box.
+    // A path that cannot be written raises no box.
     host_->dialogs().queuePrinter(farm_->appPath() + QStringLiteral("/no such folder/graph.pdf"));
     click("cmd_4");
     QVERIFY(!host_->failure.isEmpty());

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Runs every test function by itself, then all functions of each program in a random order. A function that needs another one, or
+"""Runs every test function by itself, then all functions and data rows of each program in a random order. A function that needs another one, or
 that leaves something behind, fails here.
 
 Usage: run_each.py BUILD_FOLDER [-R PATTERN] [--seed NUMBER] [--jobs NUMBER]
@@ -29,6 +29,11 @@ def programs(build, pattern):
             yield test["name"], command[0], environment
 
 
+def listed(program, environment, option):
+    result = subprocess.run([program, option], check=True, capture_output=True, text=True, env=environment)
+    return result.stdout.splitlines()
+
+
 def run(name, program, environment, functions):
     result = subprocess.run(
         [program, "-silent", *functions], capture_output=True, text=True, env=environment, timeout=TIMEOUT_SECONDS, errors="replace"
@@ -47,12 +52,13 @@ def main():
     runs = []
     functions = 0
     for name, program, environment in programs(options.build, options.pattern):
-        listing = subprocess.run([program, "-functions"], check=True, capture_output=True, text=True, env=environment).stdout
-        names = [line.removesuffix("()") for line in listing.split()]
+        names = [line.removesuffix("()") for line in listed(program, environment, "-functions")]
         functions += len(names)
         runs += [(name, program, environment, [one]) for one in names]
-        shuffle(names)
-        runs.append((name, program, environment, names))
+        # "Class function row"; without rows the third word is missing.
+        rows = [":".join(line.split(" ", 2)[1:]) for line in listed(program, environment, "-datatags")]
+        shuffle(rows)
+        runs.append((name, program, environment, rows))
     print(f"{functions} functions, seed {options.seed}", flush=True)
     with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
         failures = [failure for failure in pool.map(lambda one: run(*one), runs) if failure]

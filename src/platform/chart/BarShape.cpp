@@ -12,18 +12,18 @@ namespace
 
 /// Part of a row's width that its bars fill.
 constexpr double Filled = 0.8;
-constexpr double Broadest = 56.0;
-/// Below this the lines of a hatch would only make a bar look dotted.
+constexpr double MaxWidth = 56.0;
+/// Narrower bars would look dotted with a hatch.
 constexpr double NarrowestHatched = 8.0;
 
-/// Whole pixels where there is room for them, so that equal bars look equal.
+/// Whole pixels where possible, so that equal bars look equal.
 double barWidth(double rowWidth, std::size_t bars)
 {
-    const double width = std::min(rowWidth * Filled / static_cast<double>(bars), Broadest);
+    const double width = std::min(rowWidth * Filled / static_cast<double>(bars), MaxWidth);
     return std::max(std::floor(width), 1.0);
 }
 
-QPolygonF leaning(const QPointF &from, const QPointF &to, const QPointF &depth)
+QPolygonF slanted(const QPointF &from, const QPointF &to, const QPointF &depth)
 {
     return QPolygonF({from, to, to + depth, from + depth});
 }
@@ -32,11 +32,11 @@ QPolygonF leaning(const QPointF &from, const QPointF &to, const QPointF &depth)
 
 void BarShape::arrange(const PlotFrame &frame, const DepthSlot &slot)
 {
-    ownMarks().clear();
+    ownPoints().clear();
     const auto bars = series().size();
     const double width = barWidth(frame.rowWidth(), bars);
     const double pitch = std::min(width, frame.rowWidth() / static_cast<double>(bars));
-    // A bar is not deeper than broad: it would look like a plank.
+    // Deeper than wide would look like a plank.
     const double depth = std::hypot(slot.thickness.x(), slot.thickness.y());
     thickness_ = depth > 0.0 ? slot.thickness * std::min(1.0, std::max(width, 4.0) / depth) : QPointF();
     for (int row = 1; row <= frame.rows; ++row) {
@@ -46,14 +46,14 @@ void BarShape::arrange(const PlotFrame &frame, const DepthSlot &slot)
             if (!value) {
                 continue;
             }
-            // A counted zero is a line on the ground, so that it differs from what was never counted.
+            // A counted zero is a line on the axis, unlike an empty cell.
             const double height = frame.y(0.0) - frame.y(*value);
             const double shown = std::abs(height) < 1.0 ? 1.0 : height;
             const QRectF body = QRectF(std::round(left + pitch * static_cast<double>(bar)), frame.y(0.0) - shown, width, shown)
                                     .normalized()
                                     .translated(slot.offset);
             const double end = *value < 0.0 ? body.bottom() : body.top();
-            ownMarks().push_back({{series()[bar], row}, *value, QPointF(body.center().x(), end), body});
+            ownPoints().push_back({{series()[bar], row}, *value, QPointF(body.center().x(), end), body});
         }
     }
 }
@@ -68,47 +68,47 @@ void BarShape::paint(QPainter &painter, const QRectF &exposed) const
     paintMarkers(painter, exposed);
 }
 
-Hatch BarShape::hatchOf(const Mark &mark) const
+Hatch BarShape::hatchOf(const DrawnPoint &point) const
 {
-    return mark.body.width() < NarrowestHatched ? Hatch::None : look(mark.place.series).hatch;
+    return point.body.width() < NarrowestHatched ? Hatch::None : style(point.index.series).hatch;
 }
 
 void BarShape::paintFlat(QPainter &painter, const QRectF &exposed) const
 {
     for (const int column : series()) {
-        std::vector<QRectF> faces;
+        std::vector<QRectF> areas;
         std::vector<QLineF> hatch;
-        for (const Mark &mark : marks()) {
-            if (mark.place.series == column && mark.body.intersects(exposed)) {
-                faces.push_back(mark.body);
-                addHatch(hatch, hatchOf(mark), mark.body);
+        for (const DrawnPoint &point : points()) {
+            if (point.index.series == column && point.body.intersects(exposed)) {
+                areas.push_back(point.body);
+                addHatch(hatch, hatchOf(point), point.body);
             }
         }
         painter.setPen(Qt::NoPen);
-        painter.setBrush(look(column).fill);
-        painter.drawRects(faces.data(), static_cast<int>(faces.size()));
-        drawHatch(painter, look(column), hatch);
+        painter.setBrush(style(column).fill);
+        painter.drawRects(areas.data(), static_cast<int>(areas.size()));
+        drawHatch(painter, style(column), hatch);
     }
 }
 
 void BarShape::paintSolid(QPainter &painter, const QRectF &exposed) const
 {
     const QRectF seen = exposed.adjusted(-thickness_.x(), 0.0, 0.0, -thickness_.y());
-    // Row by row from the left: each bar covers the side that its left neighbour turns towards it.
-    for (const Mark &mark : marks()) {
-        if (!mark.body.intersects(seen)) {
+    // Row by row from the left: each bar covers the right side of its left neighbour.
+    for (const DrawnPoint &point : points()) {
+        if (!point.body.intersects(seen)) {
             continue;
         }
-        const SeriesStyle &each = look(mark.place.series);
+        const SeriesStyle &each = style(point.index.series);
         painter.setPen(Qt::NoPen);
         painter.setBrush(mixed(each.fill, Qt::white, 0.35));
-        painter.drawConvexPolygon(leaning(mark.body.topLeft(), mark.body.topRight(), thickness_));
+        painter.drawConvexPolygon(slanted(point.body.topLeft(), point.body.topRight(), thickness_));
         painter.setBrush(mixed(each.fill, Qt::black, 0.3));
-        painter.drawConvexPolygon(leaning(mark.body.topRight(), mark.body.bottomRight(), thickness_));
+        painter.drawConvexPolygon(slanted(point.body.topRight(), point.body.bottomRight(), thickness_));
         painter.setBrush(each.fill);
-        painter.drawRect(mark.body);
+        painter.drawRect(point.body);
         std::vector<QLineF> hatch;
-        addHatch(hatch, hatchOf(mark), mark.body);
+        addHatch(hatch, hatchOf(point), point.body);
         drawHatch(painter, each, hatch);
     }
 }

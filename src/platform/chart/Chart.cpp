@@ -24,7 +24,7 @@ constexpr TypePair TypePairs[] = {
     {ChartType::Pie2d, SeriesType::Pie2d},         {ChartType::XY2d, SeriesType::XY2d},
 };
 
-/// Forms and strokes that differ from series to series, since on a grey print the five colours look alike.
+/// Markers and pens that differ from series to series, since on a grey print the five colours look alike.
 struct SeriesForm {
     MarkerStyle marker;
     PenStyle pen;
@@ -58,7 +58,7 @@ int asCount(int count, int most)
     return count;
 }
 
-/// Labels are kept as far as they were set; past the end they are empty.
+/// The list is as long as the last label that was set; labels beyond it are empty.
 void setLabel(QStringList &labels, int number, const QString &label)
 {
     while (labels.size() < number) {

@@ -11,7 +11,6 @@
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPicture>
 #include <QToolTip>
 
 #include <algorithm>
@@ -33,10 +32,10 @@ Plot paperPlot(const ChartView &view, const QSize &size)
     return {view.model(), PlotColours::light(), view.font(), size};
 }
 
-/// The point of a row that lies nearest to another row.
-std::optional<PointPlace> nearest(const std::vector<PointPlace> &points, int row)
+/// The point whose row is nearest to `row`.
+std::optional<PointIndex> nearest(const std::vector<PointIndex> &points, int row)
 {
-    const auto found = std::min_element(points.begin(), points.end(), [row](const PointPlace &one, const PointPlace &two) {
+    const auto found = std::min_element(points.begin(), points.end(), [row](const PointIndex &one, const PointIndex &two) {
         return std::abs(one.point - row) < std::abs(two.point - row);
     });
     return found == points.end() ? std::nullopt : std::optional(*found);
@@ -73,35 +72,35 @@ const Plot &ChartView::plot() const
     return *plot_;
 }
 
-std::optional<PointPlace> ChartView::pointAt(const QPoint &position) const
+std::optional<PointIndex> ChartView::pointAt(const QPoint &position) const
 {
     return plot().pointAt(QPointF(position));
 }
 
-std::optional<QPoint> ChartView::positionOf(const PointPlace &place) const
+std::optional<QPoint> ChartView::positionOf(const PointIndex &index) const
 {
-    const Mark *mark = plot().markOf(place);
-    return mark ? std::optional(mark->anchor.toPoint()) : std::nullopt;
+    const DrawnPoint *point = plot().drawnPoint(index);
+    return point ? std::optional(point->anchor.toPoint()) : std::nullopt;
 }
 
-std::optional<PointPlace> ChartView::currentPoint() const
+std::optional<PointIndex> ChartView::currentPoint() const
 {
-    const Mark *mark = current_ ? plot().markOf(*current_) : nullptr;
-    // In another table, or as a sum, the place no longer means what was chosen.
-    return mark && mark->value == currentValue_ ? current_ : std::nullopt;
+    const DrawnPoint *point = current_ ? plot().drawnPoint(*current_) : nullptr;
+    // In another table, or as a sum, the index no longer means what was chosen.
+    return point && point->value == currentValue_ ? current_ : std::nullopt;
 }
 
-QString ChartView::pointText(const PointPlace &place) const
+QString ChartView::pointText(const PointIndex &index) const
 {
-    const Mark *mark = plot().markOf(place);
-    if (!mark) {
+    const DrawnPoint *point = plot().drawnPoint(index);
+    if (!point) {
         return {};
     }
-    const QString value = valueText(mark->value);
-    const bool slice = shapeKindOf(chart_.series(place.series).SeriesType) == ShapeKind::Pie;
-    const QString name = chart_.columnLabelAt(place.series);
+    const QString value = valueText(point->value);
+    const bool slice = shapeKindOf(chart_.series(index.series).SeriesType) == ShapeKind::Pie;
+    const QString name = chart_.columnLabelAt(index.series);
     return slice ? QStringLiteral("%1: %2").arg(name, value)
-                 : QStringLiteral("%1, %2: %3").arg(name, chart_.rowLabelAt(place.point), value);
+                 : QStringLiteral("%1, %2: %3").arg(name, chart_.rowLabelAt(index.point), value);
 }
 
 QRect ChartView::legendRectangle(const QSize &size) const
@@ -111,23 +110,15 @@ QRect ChartView::legendRectangle(const QSize &size) const
 
 void ChartView::paintOn(QPainter &painter, const QSize &size) const
 {
-    // The frame's library paints on devices alone; a recording carries its lines and letters over as they are.
-    QPicture recording;
-    paperPlot(*this, size).paint(recording, QRectF(QPointF(), size), Plot::Target::Vectors);
-    // A replay grows with the resolution of the device; here the painter's own scale says all.
-    const QPaintDevice &device = *painter.device();
-    painter.save();
-    painter.scale(static_cast<double>(recording.logicalDpiX()) / device.logicalDpiX(),
-                  static_cast<double>(recording.logicalDpiY()) / device.logicalDpiY());
-    painter.drawPicture(0, 0, recording);
-    painter.restore();
+    paperPlot(*this, size).paint(painter, QRectF(QPointF(), size));
 }
 
 QPixmap ChartView::picture(const QSize &size, qreal pixelRatio) const
 {
     QPixmap picture(size * pixelRatio);
     picture.setDevicePixelRatio(pixelRatio);
-    paperPlot(*this, size).paint(picture, QRectF(QPointF(), size), Plot::Target::Screen);
+    QPainter painter(&picture);
+    paperPlot(*this, size).paint(painter, QRectF(QPointF(), size));
     return picture;
 }
 
@@ -138,10 +129,10 @@ void ChartView::EditCopy(const QSize &size) const
 
 void ChartView::paintEvent(QPaintEvent *event)
 {
-    plot().paint(*this, QRectF(event->rect()), Plot::Target::Screen);
+    QPainter painter(this);
+    plot().paint(painter, QRectF(event->rect()));
     if (const auto current = currentPoint()) {
         const QPainterPath ring = plot().ringOf(*current);
-        QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.strokePath(ring, QPen(chart_.plotColours().background, 5.0));
         painter.strokePath(ring, QPen(chart_.plotColours().text, hasFocus() ? 2.0 : 1.0));
@@ -158,37 +149,37 @@ void ChartView::mouseReleaseEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton || !rect().contains(event->position().toPoint())) {
         return;
     }
-    if (const auto place = pointAt(event->position().toPoint()); place && chart_.AllowSelections()) {
-        choose(*plot().markOf(*place));
+    if (const auto index = pointAt(event->position().toPoint()); index && chart_.AllowSelections()) {
+        choose(*plot().drawnPoint(*index));
     }
     Q_EMIT Click();
 }
 
 void ChartView::keyPressEvent(QKeyEvent *event)
 {
-    const auto place = chart_.AllowSelections() ? placeAfter(event->key()) : std::nullopt;
-    if (!place) {
+    const auto index = chart_.AllowSelections() ? indexAfter(event->key()) : std::nullopt;
+    if (!index) {
         QWidget::keyPressEvent(event);
         return;
     }
-    if (place != currentPoint()) {
-        choose(*plot().markOf(*place));
+    if (index != currentPoint()) {
+        choose(*plot().drawnPoint(*index));
         Q_EMIT Click();
     }
 }
 
-void ChartView::choose(const Mark &chosen)
+void ChartView::choose(const DrawnPoint &chosen)
 {
-    const PointPlace place = chosen.place;
-    current_ = place;
+    const PointIndex index = chosen.index;
+    current_ = index;
     currentValue_ = chosen.value;
     update();
-    QAccessibleEvent told(this, QAccessible::NameChanged);
-    QAccessible::updateAccessibility(&told);
-    Q_EMIT PointSelected(place.series, place.point);
+    QAccessibleEvent changed(this, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&changed);
+    Q_EMIT PointSelected(index.series, index.point);
 }
 
-std::optional<PointPlace> ChartView::placeAfter(int key) const
+std::optional<PointIndex> ChartView::indexAfter(int key) const
 {
     const bool known = key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down
         || key == Qt::Key_Home || key == Qt::Key_End;
@@ -199,12 +190,12 @@ std::optional<PointPlace> ChartView::placeAfter(int key) const
     if (!current) {
         return neighbourSeries(1);
     }
-    const std::vector<PointPlace> points = plot().pointsOf(current->series);
+    const std::vector<PointIndex> points = plot().pointsOf(current->series);
     if (key == Qt::Key_Home || key == Qt::Key_End) {
         return key == Qt::Key_Home ? points.front() : points.back();
     }
     const int step = key == Qt::Key_Left || key == Qt::Key_Up ? -1 : 1;
-    // Slices have but one point each, so they are walked sideways too.
+    // A slice has a single point, so Left and Right change the series.
     if (key == Qt::Key_Up || key == Qt::Key_Down || points.size() == 1) {
         const auto other = neighbourSeries(step);
         return other ? other : current;
@@ -214,12 +205,12 @@ std::optional<PointPlace> ChartView::placeAfter(int key) const
     return points[static_cast<std::size_t>(there)];
 }
 
-std::optional<PointPlace> ChartView::neighbourSeries(int step) const
+std::optional<PointIndex> ChartView::neighbourSeries(int step) const
 {
-    const PointPlace from = currentPoint().value_or(PointPlace{0, 1});
+    const PointIndex from = currentPoint().value_or(PointIndex{0, 1});
     for (int series = from.series + step; series >= 1 && series <= chart_.SeriesCount(); series += step) {
-        if (const auto place = nearest(plot().pointsOf(series), from.point)) {
-            return place;
+        if (const auto index = nearest(plot().pointsOf(series), from.point)) {
+            return index;
         }
     }
     return std::nullopt;
@@ -247,12 +238,12 @@ bool ChartView::event(QEvent *event)
 
 void ChartView::showPointTip(const QPoint &position, const QPoint &onScreen)
 {
-    const auto place = pointAt(position);
-    if (!place) {
+    const auto index = pointAt(position);
+    if (!index) {
         QToolTip::hideText();
         return;
     }
-    QToolTip::showText(onScreen, pointText(*place), this, QRect(position, QSize()).adjusted(-3, -3, 4, 4));
+    QToolTip::showText(onScreen, pointText(*index), this, QRect(position, QSize()).adjusted(-3, -3, 4, 4));
 }
 
 } // namespace chart

@@ -23,7 +23,7 @@ std::size_t sizeOf(int rows, int columns)
 
 DataTable::DataTable(int rows, int columns) : rows_(rows), columns_(columns), cells_(sizeOf(rows, columns)) {}
 
-std::size_t DataTable::place(int row, int column) const
+std::size_t DataTable::cellIndex(int row, int column) const
 {
     if (row < 1 || row > rows_ || column < 1 || column > columns_) {
         throw basic::RunTimeError(basic::ErrorNumber::SubscriptOutOfRange, QStringLiteral("Subscript out of range"));
@@ -33,17 +33,17 @@ std::size_t DataTable::place(int row, int column) const
 
 std::optional<double> DataTable::value(int row, int column) const
 {
-    return cells_[place(row, column)];
+    return cells_[cellIndex(row, column)];
 }
 
 void DataTable::setValue(int row, int column, std::optional<double> value)
 {
-    cells_[place(row, column)] = value;
+    cells_[cellIndex(row, column)] = value;
 }
 
 void DataTable::add(int row, int column, double amount)
 {
-    std::optional<double> &cell = cells_[place(row, column)];
+    std::optional<double> &cell = cells_[cellIndex(row, column)];
     cell = cell.value_or(0.0) + amount;
 }
 

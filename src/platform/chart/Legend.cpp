@@ -36,7 +36,7 @@ Legend::Legend(const Chart &chart, const PlotColours &plotColours, const QFont &
     }
     for (int column = 1; column <= chart.SeriesCount(); ++column) {
         const ShapeKind kind = shapeKindOf(chart.series(column).SeriesType);
-        entries_.push_back({chart.columnLabelAt(column), {}, lookOf(chart, column, plotColours), kind, {}});
+        entries_.push_back({chart.columnLabelAt(column), {}, styleOf(chart, column, plotColours), kind, {}});
     }
 }
 
@@ -53,8 +53,8 @@ void Legend::arrange(const QPointF &topLeft, double width)
         if (next.x() > topLeft.x() && next.x() + whole > topLeft.x() + width) {
             next = QPointF(topLeft.x(), next.y() + height + LineGap);
         }
-        entry.place = QRectF(next, QSizeF(whole, height));
-        rectangle_ = rectangle_.united(entry.place);
+        entry.rectangle = QRectF(next, QSizeF(whole, height));
+        rectangle_ = rectangle_.united(entry.rectangle);
         next.rx() += whole + EntryGap;
     }
 }
@@ -72,30 +72,30 @@ void Legend::paint(QPainter &painter) const
     for (const Entry &entry : entries_) {
         paintSample(painter, entry);
         painter.setPen(text_);
-        painter.drawText(entry.place.adjusted(sampleWidth(entry.kind) + TextGap, 0.0, 4.0, 0.0), Qt::AlignVCenter | Qt::AlignLeft,
-                         entry.shown);
+        painter.drawText(entry.rectangle.adjusted(sampleWidth(entry.kind) + TextGap, 0.0, 4.0, 0.0),
+                         Qt::AlignVCenter | Qt::AlignLeft, entry.shown);
     }
 }
 
 void Legend::paintSample(QPainter &painter, const Entry &entry) const
 {
-    QRectF sample(entry.place.topLeft(), QSizeF(sampleWidth(entry.kind), Chip));
-    sample.moveTop(std::round(entry.place.center().y() - Chip / 2.0));
+    QRectF sample(entry.rectangle.topLeft(), QSizeF(sampleWidth(entry.kind), Chip));
+    sample.moveTop(std::round(entry.rectangle.center().y() - Chip / 2.0));
     if (!isStroke(entry.kind)) {
-        QPainterPath face;
-        face.addRect(sample);
-        drawFace(painter, entry.look, face);
+        QPainterPath area;
+        area.addRect(sample);
+        fillArea(painter, entry.style, area);
         return;
     }
     const bool area = entry.kind == ShapeKind::Area;
     const double y = area ? sample.top() : sample.center().y();
     if (area) {
-        QColor pale = entry.look.fill;
+        QColor pale = entry.style.fill;
         pale.setAlphaF(0.4F);
         painter.fillRect(sample, pale);
     }
-    drawRun(painter, entry.look, QPolygonF(QList<QPointF>{{sample.left(), y}, {sample.right(), y}}), sample);
-    drawMarkers(painter, entry.look, {QPointF(sample.center().x(), y)});
+    drawRun(painter, entry.style, QPolygonF(QList<QPointF>{{sample.left(), y}, {sample.right(), y}}), sample);
+    drawMarkers(painter, entry.style, {QPointF(sample.center().x(), y)});
 }
 
 } // namespace chart

@@ -32,7 +32,7 @@ PieShape::PieShape(const Chart &chart, const PlotColours &plotColours, std::vect
 
 void PieShape::arrange(const PlotFrame &frame, const DepthSlot &)
 {
-    ownMarks().clear();
+    ownPoints().clear();
     slices_.clear();
     font_ = frame.font;
     double whole = 0.0;
@@ -42,7 +42,7 @@ void PieShape::arrange(const PlotFrame &frame, const DepthSlot &)
         whole += std::max(0.0, chart().ChartData().columnSum(column).value_or(0.0));
         widest = std::max(widest, metrics.horizontalAdvance(chart().columnLabelAt(column)));
     }
-    // A lonely slice has its name below, so that nothing stands beside it.
+    // The name of a single slice is below it.
     const auto slices = std::count_if(series().begin(), series().end(),
                                       [this](int column) { return chart().ChartData().columnSum(column).value_or(0.0) > 0.0; });
     widest = slices > 1 ? std::min(widest, frame.pie.width() * 0.3) : 0.0;
@@ -65,27 +65,27 @@ void PieShape::addSlices(double whole)
         if (sum <= 0.0) {
             continue;
         }
-        // From twelve o'clock, clockwise; angles of the toolkit run the other way round from three o'clock.
+        // From twelve o'clock, clockwise; QPainterPath counts angles counter-clockwise from three o'clock.
         const double start = 90.0 - turned / whole * 360.0;
         const double span = -sum / whole * 360.0;
         turned += sum;
-        QPainterPath face;
+        QPainterPath area;
         if (sum == whole) {
-            face.addEllipse(disc);
+            area.addEllipse(disc);
         } else {
-            face.moveTo(centre_);
-            face.arcTo(disc, start, span);
-            face.closeSubpath();
+            area.moveTo(centre_);
+            area.arcTo(disc, start, span);
+            area.closeSubpath();
         }
         const double middle = qDegreesToRadians(start + span / 2.0);
         const QPointF direction(std::cos(middle), -std::sin(middle));
-        slices_.push_back({{column, 1}, face, direction, chart().columnLabelAt(column), valueText(sum), {}});
+        slices_.push_back({{column, 1}, area, direction, chart().columnLabelAt(column), valueText(sum), {}});
         const QPointF anchor = sum == whole ? centre_ : centre_ + direction * radius_ * 0.65;
-        ownMarks().push_back({{column, 1}, sum, anchor, {}});
+        ownPoints().push_back({{column, 1}, sum, anchor, {}});
     }
 }
 
-/// Names of one side from top to bottom, pushed apart where slices are narrow.
+/// Places the names of one side from top to bottom, pushed apart where slices are narrow.
 void PieShape::placeLabels(const PlotFrame &frame, bool right)
 {
     const QFontMetricsF metrics(font_);
@@ -103,7 +103,7 @@ void PieShape::placeLabels(const PlotFrame &frame, bool right)
     for (Slice *slice : side) {
         const QPointF tip = centre_ + slice->direction * (radius_ + LabelGap);
         const double lowest = frame.pie.bottom() - rest;
-        // Above a slice at the top, below one at the bottom, else beside it.
+        // Above a slice at the top, below one at the bottom, else to its side.
         const double wanted = tip.y() - height * (1.0 - slice->direction.y()) / 2.0;
         const double top = std::max(free, std::min(wanted, lowest));
         const double edge = right ? frame.pie.right() : frame.pie.left();
@@ -117,22 +117,22 @@ void PieShape::placeLabels(const PlotFrame &frame, bool right)
 void PieShape::paint(QPainter &painter, const QRectF &) const
 {
     for (const Slice &slice : slices_) {
-        drawFace(painter, look(slice.place.series), slice.face);
+        fillArea(painter, style(slice.index.series), slice.area);
     }
     painter.setBrush(Qt::NoBrush);
     painter.setFont(font_);
     const QFontMetricsF metrics(font_);
     for (const Slice &slice : slices_) {
-        const SeriesStyle &each = look(slice.place.series);
+        const SeriesStyle &each = style(slice.index.series);
         if (slices_.size() > 1) {
             painter.setPen(QPen(each.paper, 1.5));
-            painter.drawPath(slice.face);
+            painter.drawPath(slice.area);
         }
         const bool right = slice.direction.x() >= 0.0;
-        const QPointF beside(right ? slice.label.left() - 3.0 : slice.label.right() + 3.0, slice.label.center().y());
+        const QPointF labelEnd(right ? slice.label.left() - 3.0 : slice.label.right() + 3.0, slice.label.center().y());
         if (std::abs(slice.direction.y()) < 0.9) {
             painter.setPen(QPen(muted_, 1.0));
-            painter.drawLine(centre_ + slice.direction * (radius_ + 2.0), beside);
+            painter.drawLine(centre_ + slice.direction * (radius_ + 2.0), labelEnd);
         }
         const int side = slices_.size() == 1 ? Qt::AlignHCenter : right ? Qt::AlignLeft : Qt::AlignRight;
         const QString name = metrics.elidedText(slice.name, Qt::ElideRight, slice.label.width());
@@ -146,15 +146,15 @@ void PieShape::paint(QPainter &painter, const QRectF &) const
 std::optional<Shape::Hit> PieShape::hitAt(const QPointF &position) const
 {
     const auto found =
-        std::find_if(slices_.begin(), slices_.end(), [&position](const Slice &slice) { return slice.face.contains(position); });
-    return found == slices_.end() ? std::nullopt : std::optional(Hit{found->place, 0.0});
+        std::find_if(slices_.begin(), slices_.end(), [&position](const Slice &slice) { return slice.area.contains(position); });
+    return found == slices_.end() ? std::nullopt : std::optional(Hit{found->index, 0.0});
 }
 
-QPainterPath PieShape::ringOf(const Mark &mark) const
+QPainterPath PieShape::ringOf(const DrawnPoint &point) const
 {
     const auto found =
-        std::find_if(slices_.begin(), slices_.end(), [&mark](const Slice &slice) { return slice.place == mark.place; });
-    return found == slices_.end() ? QPainterPath() : found->face;
+        std::find_if(slices_.begin(), slices_.end(), [&point](const Slice &slice) { return slice.index == point.index; });
+    return found == slices_.end() ? QPainterPath() : found->area;
 }
 
 } // namespace chart

@@ -15,12 +15,12 @@ public:
     void arrange(const PlotFrame &frame, const DepthSlot &slot) override;
     void paint(QPainter &painter, const QRectF &exposed) const override;
     std::optional<Hit> hitAt(const QPointF &position) const override;
-    QPainterPath ringOf(const Mark &mark) const override;
+    QPainterPath ringOf(const DrawnPoint &point) const override;
 
 private:
     struct Slice {
-        PointPlace place;
-        QPainterPath face;
+        PointIndex index;
+        QPainterPath area;
         /// Unit vector of the slice's middle.
         QPointF direction;
         QString name;

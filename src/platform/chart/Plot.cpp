@@ -2,7 +2,6 @@
 #include "platform/chart/Plot.h"
 
 #include "platform/chart/ChartShapes.h"
-#include "platform/chart/PlotCanvas.h"
 #include "platform/chart/ValueScale.h"
 
 #include <QFontMetricsF>
@@ -21,8 +20,8 @@ constexpr double LabelGap = 12.0;
 constexpr double TightLabelGap = 2.5;
 constexpr double TickFontPart = 0.9;
 constexpr double TightFontPart = 0.8;
-/// Lowest room over the values, for a label of the highest.
-constexpr int HeadRoom = 20;
+/// Least space above the values, for the label of the highest.
+constexpr int LabelSpace = 20;
 
 /// In pixels, so that text keeps its proportion to the drawing on paper.
 QFont inPixels(QFont font, double part)
@@ -38,62 +37,47 @@ QFont bold(QFont font)
     return font;
 }
 
-/// The places that markers fill, in their order from the left, so that few of them are looked at for each label.
-class MarkerRooms
+/// The rectangles of the markers, sorted from the left, so that few of them are compared with each label.
+class MarkerRectangles
 {
 public:
-    void add(const QPointF &anchor, const SeriesStyle &look)
+    void add(const QPointF &anchor, const SeriesStyle &style)
     {
-        if (look.marker != MarkerStyle::None) {
-            const double half = look.markerSize / 2.0;
-            rooms_.emplace_back(anchor.x() - half, anchor.y() - half, look.markerSize, look.markerSize);
-            broadest_ = std::max(broadest_, look.markerSize);
+        if (style.marker != MarkerStyle::None) {
+            const double half = style.markerSize / 2.0;
+            rectangles_.emplace_back(anchor.x() - half, anchor.y() - half, style.markerSize, style.markerSize);
+            widest_ = std::max(widest_, style.markerSize);
         }
     }
     void sort()
     {
-        std::sort(rooms_.begin(), rooms_.end(), [](const QRectF &one, const QRectF &two) { return one.left() < two.left(); });
+        std::sort(rectangles_.begin(), rectangles_.end(),
+                  [](const QRectF &one, const QRectF &two) { return one.left() < two.left(); });
     }
-    bool anyIn(const QRectF &room) const
+    bool intersects(const QRectF &label) const
     {
         const auto isLeftOf = [](const QRectF &marker, double x) { return marker.left() < x; };
-        const auto first = std::lower_bound(rooms_.begin(), rooms_.end(), room.left() - broadest_, isLeftOf);
-        const auto last = std::lower_bound(first, rooms_.end(), room.right(), isLeftOf);
-        return std::any_of(first, last, [&room](const QRectF &marker) { return marker.intersects(room); });
+        const auto first = std::lower_bound(rectangles_.begin(), rectangles_.end(), label.left() - widest_, isLeftOf);
+        const auto last = std::lower_bound(first, rectangles_.end(), label.right(), isLeftOf);
+        return std::any_of(first, last, [&label](const QRectF &marker) { return marker.intersects(label); });
     }
 
 private:
-    std::vector<QRectF> rooms_;
-    double broadest_ = 0.0;
+    std::vector<QRectF> rectangles_;
+    double widest_ = 0.0;
 };
 
 } // namespace
 
 Plot::Plot(const Chart &chart, const PlotColours &plotColours, const QFont &font, const QSize &size)
     : chart_(chart), plotColours_(plotColours), textFont_(inPixels(font, 1.0)), tickFont_(inPixels(font, TickFontPart)),
-      rowFont_(tickFont_), headFont_(bold(inPixels(font, 1.15))), legend_(chart, plotColours, textFont_),
-      surroundings_(chart, plotColours_, textFont_)
+      headFont_(bold(inPixels(font, 1.15))), legend_(chart, plotColours, textFont_), axes_(chart, plotColours_, textFont_)
 {
     if (!isEmpty()) {
         shapes_ = shapesOf(chart_, plotColours_);
-        canvas_ = std::make_unique<PlotCanvas>(plotColours_);
-        canvas_->addLayer(PlotCanvas::Depth::Behind,
-                          [this](QPainter &painter, const QRectF &) { surroundings_.paintRoom(painter); });
-        for (const auto &shape : shapes_) {
-            canvas_->addShape(*shape);
-        }
-        canvas_->addLayer(PlotCanvas::Depth::InFront, [this](QPainter &painter, const QRectF &exposed) {
-            if (hasAxes()) {
-                surroundings_.paintSecondAxis(painter);
-            }
-            paintValueLabels(painter, exposed);
-            paintHead(painter);
-        });
     }
     layOut(size);
 }
-
-Plot::~Plot() = default;
 
 bool Plot::hasAxes() const
 {
@@ -113,17 +97,17 @@ void Plot::layOut(const QSize &size)
     if (isEmpty()) {
         return;
     }
-    // Slices among other kinds stand beside the frame.
+    // Slices among other kinds have a column of their own on the right.
     const int pieWidth = hasAxes() && hasPie() ? std::min(size.width() * 32 / 100, size.height()) : 0;
     frame_.rows = chart_.RowCount();
     frame_.depth = depthAt(size);
     frame_.font = tickFont_;
     measureRowTexts();
-    // What surrounds the frame depends on its size and the other way round; the second pass has it right.
+    // Ticks and legend depend on the size of the frame and the other way round; the second pass settles both.
     frame_.front = QRectF(QRect(QPoint(), size).adjusted(60, 60, -60 - pieWidth, -60));
     layOutFrame(pieWidth);
     layOutFrame(pieWidth);
-    surroundings_.arrange(frame_, valueTicks_);
+    axes_.arrange(frame_);
     arrangeShapes();
     placeValueLabels();
 }
@@ -131,30 +115,20 @@ void Plot::layOut(const QSize &size)
 void Plot::layOutFrame(int pieWidth)
 {
     const int head = headHeight(hasAxes() ? frame_.front.left() : Edge);
-    scaleValues(frame_.front.height());
-    chooseRowLabels(frame_.rowWidth());
-    PlotCanvas::Arrangement wanted;
-    wanted.size = size_;
-    wanted.outer = QMargins(Edge, head, pieWidth, Edge);
-    wanted.right =
-        static_cast<int>(std::ceil(Surroundings::rightMargin(chart_, frame_.depth, tickFont_, textFont_, valueTicks_)));
-    wanted.top = HeadRoom + static_cast<int>(-frame_.depth.y());
-    wanted.axes = hasAxes();
-    wanted.grid = frame_.depth.isNull();
-    wanted.low = frame_.low;
-    wanted.high = frame_.high;
-    wanted.rows = frame_.rows;
-    wanted.valueTicks = &valueTicks_;
-    wanted.rowTicks = &rowTicks_;
-    wanted.fonts = {tickFont_, rowFont_, textFont_};
-    wanted.rowTitle = chart_.AxisTitleVisible(AxisId::X) ? chart_.AxisTitle(AxisId::X) : QString();
-    wanted.valueTitle = chart_.AxisTitleVisible(AxisId::Y) ? chart_.AxisTitle(AxisId::Y) : QString();
-    frame_.front = canvas_->arrange(wanted);
+    chooseTicks();
+    const QMarginsF around = axes_.margins(frame_.depth);
+    // Whole pixels, so that the lines of the axes are sharp.
+    const QPoint topLeft(static_cast<int>(std::ceil(around.left())) + Edge / 2,
+                         head + LabelSpace - static_cast<int>(frame_.depth.y()));
+    const QPoint bottomRight(size_.width() - pieWidth - static_cast<int>(std::ceil(around.right())),
+                             size_.height() - static_cast<int>(std::ceil(around.bottom())));
+    frame_.front =
+        QRectF(topLeft, QSizeF(std::max(bottomRight.x() - topLeft.x(), 1), std::max(bottomRight.y() - topLeft.y(), 1)));
     frame_.pie = hasAxes() ? QRectF(size_.width() - pieWidth + Edge, head + Edge, pieWidth - 2 * Edge, frame_.front.height())
                            : QRectF(QRect(QPoint(), size_).adjusted(2 * Edge, head + Edge, -2 * Edge, -2 * Edge));
 }
 
-void Plot::scaleValues(double height)
+std::vector<AxisTick> Plot::scaleValues(double height)
 {
     double least = 0.0;
     double greatest = 0.0;
@@ -175,13 +149,21 @@ void Plot::scaleValues(double height)
     const ValueScale scale = ValueScale::over(least, greatest, whole, height, closest);
     frame_.low = scale.low;
     frame_.high = scale.high;
-    valueTicks_.clear();
-    for (const double tick : scale.ticks) {
-        // Without a value there is nothing to measure.
-        if (any) {
-            valueTicks_.push_back({tick, valueText(tick)});
-        }
+    std::vector<AxisTick> ticks;
+    // Without a value there is nothing to measure.
+    if (any) {
+        std::transform(scale.ticks.begin(), scale.ticks.end(), std::back_inserter(ticks), [](double tick) {
+            return AxisTick{tick, valueText(tick)};
+        });
     }
+    return ticks;
+}
+
+void Plot::chooseTicks()
+{
+    std::vector<AxisTick> values = scaleValues(frame_.front.height());
+    auto [rows, rowFont] = rowLabels(frame_.rowWidth());
+    axes_.setTicks(std::move(values), std::move(rows), tickFont_, rowFont);
 }
 
 QString Plot::rowText(int row) const
@@ -198,26 +180,27 @@ void Plot::measureRowTexts()
     }
 }
 
-void Plot::chooseRowLabels(double rowWidth)
+std::pair<std::vector<AxisTick>, QFont> Plot::rowLabels(double rowWidth) const
 {
     const auto all = rowWidths_.size();
-    rowFont_ = tickFont_;
-    std::vector<int> kept = labelsThatFit(rowWidths_, rowWidth, LabelGap / 2.0);
-    if (kept.size() < all) {
+    QFont font = tickFont_;
+    std::vector<int> shown = labelsThatFit(rowWidths_, rowWidth, LabelGap / 2.0);
+    if (shown.size() < all) {
         std::vector<double> tight(all);
         const double part = TightFontPart / TickFontPart;
         std::transform(rowWidths_.begin(), rowWidths_.end(), tight.begin(), [part](double width) { return width * part; });
-        kept = labelsThatFit(tight, rowWidth, TightLabelGap);
-        if (kept.size() == all) {
-            rowFont_.setPixelSize(std::max(1, static_cast<int>(tickFont_.pixelSize() * part)));
+        shown = labelsThatFit(tight, rowWidth, TightLabelGap);
+        if (shown.size() == all) {
+            font.setPixelSize(std::max(1, static_cast<int>(tickFont_.pixelSize() * part)));
         } else {
-            kept = labelsThatFit(rowWidths_, rowWidth, LabelGap);
+            shown = labelsThatFit(rowWidths_, rowWidth, LabelGap);
         }
     }
-    rowTicks_.clear();
-    for (const int label : kept) {
-        rowTicks_.push_back({static_cast<double>(label + 1), rowText(label + 1)});
-    }
+    std::vector<AxisTick> ticks;
+    std::transform(shown.begin(), shown.end(), std::back_inserter(ticks), [this](int label) {
+        return AxisTick{static_cast<double>(label + 1), rowText(label + 1)};
+    });
+    return {ticks, font};
 }
 
 QPointF Plot::depthAt(const QSize &size) const
@@ -229,7 +212,7 @@ QPointF Plot::depthAt(const QSize &size) const
     const double most = std::min(0.14 * size.width(), 0.2 * size.height());
     double across = std::min(most, 14.0 + 0.024 * size.width() * static_cast<double>(slots));
     if (slots == 1 && shapes_.front()->series().size() > 1) {
-        // Bars alone need no more than their own depth.
+        // Bars alone need no more than the depth of one bar.
         const double bar = 0.8 * size.width() / chart_.RowCount() / static_cast<double>(shapes_.front()->series().size());
         across = std::clamp(bar, 12.0, std::max(12.0, std::min(most, 48.0)));
     }
@@ -263,49 +246,60 @@ void Plot::placeValueLabels()
 {
     valueLabels_.clear();
     struct Wanted {
-        const Mark *mark;
-        const SeriesStyle *look;
+        const DrawnPoint *point;
+        const SeriesStyle *style;
     };
     std::vector<Wanted> wanted;
-    MarkerRooms markers;
+    MarkerRectangles markers;
     for (const auto &shape : shapes_) {
-        for (const Mark &mark : shape->marks()) {
-            const SeriesStyle &look = shape->look(mark.place.series);
-            if (shapeKindOf(chart_.series(mark.place.series).SeriesType) == ShapeKind::Pie) {
+        for (const DrawnPoint &point : shape->points()) {
+            const SeriesStyle &style = shape->style(point.index.series);
+            if (shapeKindOf(chart_.series(point.index.series).SeriesType) == ShapeKind::Pie) {
                 continue;
             }
-            markers.add(mark.anchor, look);
-            if (look.showLabels) {
-                wanted.push_back({&mark, &look});
+            markers.add(point.anchor, style);
+            if (style.showLabels) {
+                wanted.push_back({&point, &style});
             }
         }
     }
     markers.sort();
     std::stable_sort(wanted.begin(), wanted.end(),
-                     [](const Wanted &one, const Wanted &two) { return one.mark->value > two.mark->value; });
+                     [](const Wanted &one, const Wanted &two) { return one.point->value > two.point->value; });
     const QFontMetricsF metrics(tickFont_);
-    for (const auto &[mark, look] : wanted) {
-        const QString text = valueText(mark->value);
+    for (const auto &[point, style] : wanted) {
+        const QString text = valueText(point->value);
         const double width = metrics.horizontalAdvance(text) + 2.0;
         const double height = metrics.ascent() + 1.0;
-        const double lift = look->marker == MarkerStyle::None ? 3.0 : look->markerSize / 2.0 + 2.0;
-        const QRectF room(mark->anchor.x() - width / 2.0, mark->anchor.y() - lift - height, width, height);
+        const double lift = style->marker == MarkerStyle::None ? 3.0 : style->markerSize / 2.0 + 2.0;
+        const QRectF rectangle(point->anchor.x() - width / 2.0, point->anchor.y() - lift - height, width, height);
         const bool covered = std::any_of(valueLabels_.begin(), valueLabels_.end(),
-                                         [&room](const ValueLabel &other) { return other.room.intersects(room); });
-        if (!covered && !markers.anyIn(room)) {
-            valueLabels_.push_back({mark->place, room, text});
+                                         [&rectangle](const ValueLabel &other) { return other.rectangle.intersects(rectangle); });
+        if (!covered && !markers.intersects(rectangle)) {
+            valueLabels_.push_back({point->index, rectangle, text});
         }
     }
 }
 
-void Plot::paint(QPaintDevice &device, const QRectF &exposed, Target target) const
+void Plot::paint(QPainter &painter, const QRectF &exposed) const
 {
-    if (canvas_) {
-        canvas_->paint(device, exposed, target == Target::Vectors);
-        return;
+    painter.save();
+    painter.fillRect(exposed.intersected(QRectF(QPointF(), size_)), plotColours_.background);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (hasAxes()) {
+        axes_.paintGrid(painter);
     }
-    QPainter painter(&device);
-    painter.fillRect(QRect(QPoint(), size_), plotColours_.background);
+    for (const auto &shape : shapes_) {
+        shape->paint(painter, exposed);
+    }
+    if (hasAxes()) {
+        axes_.paint(painter);
+    }
+    paintValueLabels(painter, exposed);
+    if (!isEmpty()) {
+        paintHead(painter);
+    }
+    painter.restore();
 }
 
 void Plot::paintHead(QPainter &painter) const
@@ -325,57 +319,58 @@ void Plot::paintValueLabels(QPainter &painter, const QRectF &exposed) const
     QColor veil = plotColours_.background;
     veil.setAlphaF(0.6F);
     for (const ValueLabel &label : valueLabels_) {
-        if (label.room.intersects(exposed)) {
-            painter.fillRect(label.room, veil);
-            painter.drawText(label.room.adjusted(-4.0, -6.0, 4.0, 3.0), Qt::AlignCenter, label.text);
+        if (label.rectangle.intersects(exposed)) {
+            painter.fillRect(label.rectangle, veil);
+            painter.drawText(label.rectangle.adjusted(-4.0, -6.0, 4.0, 3.0), Qt::AlignCenter, label.text);
         }
     }
 }
 
-std::optional<PointPlace> Plot::pointAt(const QPointF &position) const
+std::optional<PointIndex> Plot::pointAt(const QPointF &position) const
 {
     std::optional<Shape::Hit> best;
     for (const auto &shape : shapes_) {
         const auto hit = shape->hitAt(position);
-        // The later shape lies in front.
+        // A later shape is in front.
         if (hit && (!best || hit->distance <= best->distance)) {
             best = hit;
         }
     }
-    return best ? std::optional(best->place) : std::nullopt;
+    return best ? std::optional(best->index) : std::nullopt;
 }
 
-const Mark *Plot::markOf(const PointPlace &place) const
+const DrawnPoint *Plot::drawnPoint(const PointIndex &index) const
 {
     for (const auto &shape : shapes_) {
-        const auto &marks = shape->marks();
-        const auto found = std::find_if(marks.begin(), marks.end(), [&place](const Mark &mark) { return mark.place == place; });
-        if (found != marks.end()) {
+        const auto &points = shape->points();
+        const auto found =
+            std::find_if(points.begin(), points.end(), [&index](const DrawnPoint &point) { return point.index == index; });
+        if (found != points.end()) {
             return &*found;
         }
     }
     return nullptr;
 }
 
-QPainterPath Plot::ringOf(const PointPlace &place) const
+QPainterPath Plot::ringOf(const PointIndex &index) const
 {
-    const Mark *mark = markOf(place);
+    const DrawnPoint *point = drawnPoint(index);
     for (const auto &shape : shapes_) {
         const auto &drawn = shape->series();
-        if (mark && std::find(drawn.begin(), drawn.end(), place.series) != drawn.end()) {
-            return shape->ringOf(*mark);
+        if (point && std::find(drawn.begin(), drawn.end(), index.series) != drawn.end()) {
+            return shape->ringOf(*point);
         }
     }
     return {};
 }
 
-std::vector<PointPlace> Plot::pointsOf(int series) const
+std::vector<PointIndex> Plot::pointsOf(int series) const
 {
-    std::vector<PointPlace> points;
+    std::vector<PointIndex> points;
     for (const auto &shape : shapes_) {
-        for (const Mark &mark : shape->marks()) {
-            if (mark.place.series == series) {
-                points.push_back(mark.place);
+        for (const DrawnPoint &point : shape->points()) {
+            if (point.index.series == series) {
+                points.push_back(point.index);
             }
         }
     }

@@ -2,72 +2,65 @@
 #pragma once
 
 #include "platform/chart/Legend.h"
-#include "platform/chart/Surroundings.h"
+#include "platform/chart/PlotAxes.h"
 
 #include <QSize>
 
 #include <memory>
-
-class QPaintDevice;
+#include <utility>
 
 namespace chart
 {
 
-class PlotCanvas;
-
-/// A chart laid out at one size in one theme. It reads the chart when it is made and when it is laid out.
+/// A chart laid out at one size in one set of colours. It reads the chart at construction and at each layout.
 class Plot
 {
 public:
-    enum class Target {
-        Screen,
-        /// Printers and files that keep lines as lines.
-        Vectors,
-    };
-
     Plot(const Chart &chart, const PlotColours &plotColours, const QFont &font, const QSize &size);
-    ~Plot();
     Plot(const Plot &) = delete;
     Plot &operator=(const Plot &) = delete;
 
     void layOut(const QSize &size);
     QSize size() const { return size_; }
-    /// Paints at least the exposed part; the device may be narrower.
-    void paint(QPaintDevice &device, const QRectF &exposed, Target target) const;
+    /// Paints at least the exposed part, in logical pixels from the painter's origin.
+    void paint(QPainter &painter, const QRectF &exposed) const;
 
-    std::optional<PointPlace> pointAt(const QPointF &position) const;
-    const Mark *markOf(const PointPlace &place) const;
-    QPainterPath ringOf(const PointPlace &place) const;
+    std::optional<PointIndex> pointAt(const QPointF &position) const;
+    const DrawnPoint *drawnPoint(const PointIndex &index) const;
+    QPainterPath ringOf(const PointIndex &index) const;
     /// Points of a series in the order of their rows.
-    std::vector<PointPlace> pointsOf(int series) const;
+    std::vector<PointIndex> pointsOf(int series) const;
 
     QRectF legendRectangle() const { return legend_.rectangle(); }
     QStringList legendTexts() const { return legend_.texts(); }
     const PlotFrame &frame() const { return frame_; }
-    const std::vector<AxisText> &valueTicks() const { return valueTicks_; }
-    /// Labels of the rows that have room.
-    const std::vector<AxisText> &rowTicks() const { return rowTicks_; }
+    const std::vector<AxisTick> &valueTicks() const { return axes_.valueTicks(); }
+    /// Labels of the rows, as many as there is space for.
+    const std::vector<AxisTick> &rowTicks() const { return axes_.rowTicks(); }
 
     struct ValueLabel {
-        PointPlace place;
-        QRectF room;
+        PointIndex index;
+        QRectF rectangle;
         QString text;
     };
-    /// The values beside the points as far as none covers another or a marker; high ones go first.
+    /// The values above the points as far as none covers another or a marker; high ones go first.
     const std::vector<ValueLabel> &valueLabels() const { return valueLabels_; }
 
 private:
     bool isEmpty() const { return chart_.RowCount() == 0 || chart_.ColumnCount() == 0; }
     bool hasAxes() const;
     bool hasPie() const;
-    /// Places the frame by the size that it has so far, and what the frame's own size decides.
+    /// One layout pass, from the frame size of the previous pass.
     void layOutFrame(int pieWidth);
-    void scaleValues(double height);
+    /// Sets the range of the frame.
+    std::vector<AxisTick> scaleValues(double height);
+    void chooseTicks();
     void measureRowTexts();
-    void chooseRowLabels(double rowWidth);
+    /// In the normal font, or in a smaller one where all fit in that.
+    std::pair<std::vector<AxisTick>, QFont> rowLabels(double rowWidth) const;
     QString rowText(int row) const;
     QPointF depthAt(const QSize &size) const;
-    /// Places the legend; returns where what is below may begin.
+    /// Places the legend and returns the y position below it.
     int headHeight(double left);
     void arrangeShapes();
     void placeValueLabels();
@@ -78,18 +71,14 @@ private:
     PlotColours plotColours_;
     QFont textFont_;
     QFont tickFont_;
-    QFont rowFont_;
     QFont headFont_;
     QSize size_;
     PlotFrame frame_;
     Legend legend_;
-    Surroundings surroundings_;
+    PlotAxes axes_;
     std::vector<std::unique_ptr<Shape>> shapes_;
-    std::vector<AxisText> valueTicks_;
     std::vector<double> rowWidths_;
-    std::vector<AxisText> rowTicks_;
     std::vector<ValueLabel> valueLabels_;
-    std::unique_ptr<PlotCanvas> canvas_;
 };
 
 } // namespace chart

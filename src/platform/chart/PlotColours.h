@@ -8,7 +8,7 @@
 namespace chart
 {
 
-/// The colours of paper, ink and of the series that have none of their own. Paper is always drawn with light().
+/// Background, text and line colours, and the defaults of the series. Paper is always drawn with light().
 struct PlotColours {
     static constexpr int SeriesColours = 5;
 

@@ -10,13 +10,13 @@
 namespace chart
 {
 
-/// Where a chart of a given size puts its values. All lengths are logical pixels.
+/// Position of the values in a chart of one size. All lengths are logical pixels.
 struct PlotFrame {
-    /// The values' rectangle; of a solid chart the front of the room.
+    /// The rectangle of the values; of a solid chart its front plane.
     QRectF front;
-    /// From the front of the room to its back; null on a flat chart.
+    /// From the front plane to the back plane; null on a flat chart.
     QPointF depth;
-    /// Room for the slices and their names.
+    /// For the slices and their names.
     QRectF pie;
     int rows = 0;
     double low = 0.0;
@@ -29,22 +29,22 @@ struct PlotFrame {
     double y(double value) const { return front.bottom() - (value - low) / (high - low) * front.height(); }
 };
 
-/// The part of the depth that a shape stands in.
+/// The part of the depth that a shape takes up.
 struct DepthSlot {
     QPointF offset;
     QPointF thickness;
 };
 
 /// A value as it is drawn.
-struct Mark {
-    PointPlace place;
+struct DrawnPoint {
+    PointIndex index;
     double value = 0.0;
-    /// Where marker, label and ring belong.
+    /// Centre of marker and selection ring; the label is above it.
     QPointF anchor;
-    /// What of the drawing belongs to this point; null when it is the anchor alone.
+    /// The part of the drawing that belongs to this point; null when it is the anchor alone.
     QRectF body;
-    /// Points of other series may stand inside the body: it counts only where there is no such point.
-    bool broad = false;
+    /// Points of other series may be inside the body: it counts only where there is no such point.
+    bool yields = false;
 };
 
 } // namespace chart

@@ -28,16 +28,16 @@ RunShape::RunShape(const Chart &chart, const PlotColours &plotColours, int colum
 
 void RunShape::arrange(const PlotFrame &frame, const DepthSlot &slot)
 {
-    ownMarks().clear();
+    ownPoints().clear();
     runs_.clear();
-    lonely_.clear();
+    isolated_.clear();
     open_.clear();
     rowWidth_ = frame.rowWidth();
     ground_ = frame.y(0.0) + slot.offset.y();
     thickness_ = slot.thickness;
     for (int row = 1; row <= frame.rows; ++row) {
         if (const auto value = chart().ChartData().value(row, column_)) {
-            addMark(frame, slot, row, *value);
+            addPoint(frame, slot, row, *value);
         } else {
             closeRun();
         }
@@ -45,7 +45,7 @@ void RunShape::arrange(const PlotFrame &frame, const DepthSlot &slot)
     closeRun();
 }
 
-void RunShape::addMark(const PlotFrame &frame, const DepthSlot &slot, int row, double value)
+void RunShape::addPoint(const PlotFrame &frame, const DepthSlot &slot, int row, double value)
 {
     const QPointF anchor = QPointF(frame.x(row), frame.y(value)) + slot.offset;
     const QPointF half(rowWidth_ / 2.0, 0.0);
@@ -59,13 +59,13 @@ void RunShape::addMark(const PlotFrame &frame, const DepthSlot &slot, int row, d
     if (kind_ == ShapeKind::Area) {
         body = QRectF(anchor - half, QPointF(anchor.x() + half.x(), ground_)).normalized();
     }
-    ownMarks().push_back({{column_, row}, value, anchor, body, kind_ == ShapeKind::Area});
+    ownPoints().push_back({{column_, row}, value, anchor, body, kind_ == ShapeKind::Area});
 }
 
 void RunShape::closeRun()
 {
     if (open_.size() == 1) {
-        lonely_.push_back(open_.front());
+        isolated_.push_back(open_.front());
     } else if (!open_.isEmpty()) {
         runs_.push_back(open_);
     }
@@ -83,15 +83,15 @@ void RunShape::paint(QPainter &painter, const QRectF &exposed) const
     if (kind_ == ShapeKind::Area) {
         paintAreas(painter);
     }
-    SeriesStyle edge = look(column_);
+    SeriesStyle edge = style(column_);
     if (solid) {
-        // The style of the line has to stand out from the ribbon behind it.
+        // The line has to stand out from the ribbon behind it.
         edge.pen = mixed(edge.pen, Qt::black, 0.5);
     }
     for (const QPolygonF &run : runs_) {
         drawRun(painter, edge, run, exposed);
     }
-    paintLonely(painter);
+    paintIsolated(painter);
     paintMarkers(painter, exposed);
 }
 
@@ -109,17 +109,17 @@ void RunShape::paintAreas(QPainter &painter) const
     for (const QPolygonF &run : runs_) {
         if (solid) {
             const QPointF foot(run.back().x(), ground_);
-            painter.setBrush(mixed(look(column_).fill, Qt::black, 0.3));
+            painter.setBrush(mixed(style(column_).fill, Qt::black, 0.3));
             painter.drawPolygon(QPolygonF({run.back(), foot, foot + thickness_, run.back() + thickness_}));
         }
-        painter.setBrush(translucent(look(column_).fill, solid ? SolidAreaOpacity : FlatAreaOpacity));
+        painter.setBrush(translucent(style(column_).fill, solid ? SolidAreaOpacity : FlatAreaOpacity));
         painter.drawPolygon(areaBelow(run));
     }
 }
 
 void RunShape::paintRibbon(QPainter &painter, const QPolygonF &run, const QRectF &exposed) const
 {
-    const SeriesStyle &each = look(column_);
+    const SeriesStyle &each = style(column_);
     if (each.penStyle == PenStyle::NoLine && kind_ != ShapeKind::Area) {
         return;
     }
@@ -129,27 +129,27 @@ void RunShape::paintRibbon(QPainter &painter, const QPolygonF &run, const QRectF
         if (std::max(from.x(), to.x()) + thickness_.x() < exposed.left() || std::min(from.x(), to.x()) > exposed.right()) {
             continue;
         }
-        // Light falls from above; what leans to the right lies in shade.
+        // Light falls from above left: surfaces that descend to the right are darker.
         const bool level = std::abs(to.y() - from.y()) < 0.5;
-        const QColor face = level ? mixed(each.fill, Qt::white, 0.35)
+        const QColor area = level ? mixed(each.fill, Qt::white, 0.35)
             : to.y() < from.y()   ? mixed(each.fill, Qt::white, 0.2)
                                   : mixed(each.fill, Qt::black, 0.25);
-        // The thin edge closes the seam to the next face.
-        painter.setPen(QPen(face, 0.7));
-        painter.setBrush(face);
+        // The thin edge closes the gap to the next surface.
+        painter.setPen(QPen(area, 0.7));
+        painter.setBrush(area);
         painter.drawConvexPolygon(QPolygonF({from, to, to + thickness_, from + thickness_}));
     }
 }
 
-/// A point between two gaps has no line to lie on.
-void RunShape::paintLonely(QPainter &painter) const
+/// A point between two gaps has no line, so it is drawn as a dot.
+void RunShape::paintIsolated(QPainter &painter) const
 {
-    const SeriesStyle &each = look(column_);
+    const SeriesStyle &each = style(column_);
     if (each.penStyle == PenStyle::NoLine) {
         return;
     }
     const double radius = std::max(2.2, each.penWidth);
-    for (const QPointF &point : lonely_) {
+    for (const QPointF &point : isolated_) {
         if (kind_ == ShapeKind::Area) {
             painter.setPen(QPen(each.pen, each.penWidth));
             painter.drawLine(point, QPointF(point.x(), ground_));

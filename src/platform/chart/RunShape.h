@@ -16,12 +16,12 @@ public:
     void paint(QPainter &painter, const QRectF &exposed) const override;
 
 private:
-    void addMark(const PlotFrame &frame, const DepthSlot &slot, int row, double value);
+    void addPoint(const PlotFrame &frame, const DepthSlot &slot, int row, double value);
     void closeRun();
     QPolygonF areaBelow(const QPolygonF &run) const;
     void paintAreas(QPainter &painter) const;
     void paintRibbon(QPainter &painter, const QPolygonF &run, const QRectF &exposed) const;
-    void paintLonely(QPainter &painter) const;
+    void paintIsolated(QPainter &painter) const;
 
     int column_;
     ShapeKind kind_;
@@ -32,7 +32,7 @@ private:
     /// Corners of the outline between two gaps.
     std::vector<QPolygonF> runs_;
     /// Points with a gap on both sides.
-    std::vector<QPointF> lonely_;
+    std::vector<QPointF> isolated_;
 };
 
 } // namespace chart

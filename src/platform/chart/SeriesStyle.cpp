@@ -18,7 +18,7 @@ constexpr double TwipsPerPixel = 15.0;
 constexpr double HatchStep = 6.0;
 constexpr std::array Hatches = {Hatch::None, Hatch::Rising, Hatch::Falling, Hatch::Level, Hatch::Crossed};
 
-/// Stroke and gap in turn, in widths of the pen; nothing is a whole line.
+/// Alternating stroke and gap, in pen widths; empty for a continuous line.
 std::vector<double> patternOf(PenStyle style)
 {
     switch (style) {
@@ -43,7 +43,7 @@ std::vector<double> patternOf(PenStyle style)
     return {};
 }
 
-/// Cuts a run into strokes; the pattern goes on over the corners.
+/// Cuts a run into strokes; the pattern continues across corners.
 class Dasher
 {
 public:
@@ -64,7 +64,7 @@ public:
             from = to;
         }
     }
-    /// As if the piece had been drawn.
+    /// Advances the pattern as if the piece had been drawn.
     void skip(double length)
     {
         double whole = 0.0;
@@ -140,38 +140,38 @@ bool isOpen(MarkerStyle style)
     return style >= MarkerStyle::Circle && style <= MarkerStyle::DownTriangle;
 }
 
-void drawBall(QPainter &painter, const SeriesStyle &look, const QPointF &place)
+void drawBall(QPainter &painter, const SeriesStyle &style, const QPointF &position)
 {
-    const double half = look.markerSize / 2.0;
-    QRadialGradient shine(place - QPointF(half, half) * 0.35, half * 1.4);
-    shine.setColorAt(0.0, mixed(look.markerFill, Qt::white, 0.75));
-    shine.setColorAt(1.0, mixed(look.markerFill, Qt::black, 0.25));
+    const double half = style.markerSize / 2.0;
+    QRadialGradient shine(position - QPointF(half, half) * 0.35, half * 1.4);
+    shine.setColorAt(0.0, mixed(style.markerFill, Qt::white, 0.75));
+    shine.setColorAt(1.0, mixed(style.markerFill, Qt::black, 0.25));
     painter.setPen(Qt::NoPen);
     painter.setBrush(shine);
-    painter.drawEllipse(place, half, half);
+    painter.drawEllipse(position, half, half);
 }
 
 } // namespace
 
-SeriesStyle lookOf(const Chart &chart, int column, const PlotColours &plotColours)
+SeriesStyle styleOf(const Chart &chart, int column, const PlotColours &plotColours)
 {
     const Series &series = chart.series(column);
     const auto colour = [&](ColourRole role) { return chart.seriesColour(column, role, plotColours); };
     const bool shown = series.SeriesMarker.Show || series.SeriesMarker.Auto;
-    SeriesStyle look;
-    look.pen = colour(ColourRole::Pen);
-    look.fill = colour(ColourRole::Brush);
-    look.markerPen = colour(ColourRole::MarkerPen);
-    look.markerFill = colour(ColourRole::MarkerFill);
-    look.paper = plotColours.background;
-    look.penWidth = std::max(0.5, series.Pen.Width / TwipsPerPixel);
-    look.penStyle = series.Pen.Style;
-    look.marker = shown && series.Marker.Size > 0 ? series.Marker.Style : MarkerStyle::None;
-    look.markerSize = series.Marker.Size / TwipsPerPixel;
-    look.markerPenWidth = std::max(0.0, series.Marker.PenWidth / TwipsPerPixel);
-    look.showLabels = series.DataPointLabel.LocationType == LabelLocation::AbovePoint;
-    look.hatch = Hatches[static_cast<std::size_t>(column - 1) % Hatches.size()];
-    return look;
+    SeriesStyle style;
+    style.pen = colour(ColourRole::Pen);
+    style.fill = colour(ColourRole::Brush);
+    style.markerPen = colour(ColourRole::MarkerPen);
+    style.markerFill = colour(ColourRole::MarkerFill);
+    style.paper = plotColours.background;
+    style.penWidth = std::max(0.5, series.Pen.Width / TwipsPerPixel);
+    style.penStyle = series.Pen.Style;
+    style.marker = shown && series.Marker.Size > 0 ? series.Marker.Style : MarkerStyle::None;
+    style.markerSize = series.Marker.Size / TwipsPerPixel;
+    style.markerPenWidth = std::max(0.0, series.Marker.PenWidth / TwipsPerPixel);
+    style.showLabels = series.DataPointLabel.LocationType == LabelLocation::AbovePoint;
+    style.hatch = Hatches[static_cast<std::size_t>(column - 1) % Hatches.size()];
+    return style;
 }
 
 QColor mixed(const QColor &colour, const QColor &other, double part)
@@ -181,18 +181,18 @@ QColor mixed(const QColor &colour, const QColor &other, double part)
             colour.alpha()};
 }
 
-void drawRun(QPainter &painter, const SeriesStyle &look, const QPolygonF &run, const QRectF &exposed)
+void drawRun(QPainter &painter, const SeriesStyle &style, const QPolygonF &run, const QRectF &exposed)
 {
-    if (look.penStyle == PenStyle::NoLine || run.size() < 2) {
+    if (style.penStyle == PenStyle::NoLine || run.size() < 2) {
         return;
     }
-    const std::vector<double> pattern = patternOf(look.penStyle);
-    const double left = exposed.left() - look.penWidth;
-    const double right = exposed.right() + look.penWidth;
+    const std::vector<double> pattern = patternOf(style.penStyle);
+    const double left = exposed.left() - style.penWidth;
+    const double right = exposed.right() + style.penWidth;
     std::vector<QLineF> strokes;
     std::optional<Dasher> dasher;
     if (!pattern.empty()) {
-        dasher.emplace(pattern, std::max(look.penWidth, 1.5));
+        dasher.emplace(pattern, std::max(style.penWidth, 1.5));
     }
     for (qsizetype corner = 1; corner < run.size(); ++corner) {
         const QLineF piece(run[corner - 1], run[corner]);
@@ -205,42 +205,42 @@ void drawRun(QPainter &painter, const SeriesStyle &look, const QPolygonF &run, c
             dasher->skip(piece.length());
         }
     }
-    // Round ends close the corners of broad lines; on thin ones they would only cost time.
-    const bool closeCorners = !dasher && look.penWidth > 2.0;
-    painter.setPen(QPen(look.pen, look.penWidth, Qt::SolidLine, closeCorners ? Qt::RoundCap : Qt::FlatCap));
+    // Round caps close the corners of wide lines; on thin ones they would only cost time.
+    const bool closeCorners = !dasher && style.penWidth > 2.0;
+    painter.setPen(QPen(style.pen, style.penWidth, Qt::SolidLine, closeCorners ? Qt::RoundCap : Qt::FlatCap));
     painter.drawLines(strokes.data(), static_cast<int>(strokes.size()));
 }
 
-void drawMarkers(QPainter &painter, const SeriesStyle &look, const std::vector<QPointF> &places)
+void drawMarkers(QPainter &painter, const SeriesStyle &style, const std::vector<QPointF> &positions)
 {
-    if (look.marker == MarkerStyle::None) {
+    if (style.marker == MarkerStyle::None) {
         return;
     }
-    if (look.marker == MarkerStyle::ThreeDimensionalBall) {
-        std::for_each(places.begin(), places.end(), [&](const QPointF &place) { drawBall(painter, look, place); });
+    if (style.marker == MarkerStyle::ThreeDimensionalBall) {
+        std::for_each(positions.begin(), positions.end(), [&](const QPointF &position) { drawBall(painter, style, position); });
         return;
     }
-    const double half = look.markerSize / 2.0;
-    painter.setPen(look.markerPenWidth > 0.0
-                       ? QPen(look.markerPen, look.markerPenWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin)
+    const double half = style.markerSize / 2.0;
+    painter.setPen(style.markerPenWidth > 0.0
+                       ? QPen(style.markerPen, style.markerPenWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin)
                        : QPen(Qt::NoPen));
-    painter.setBrush(isOpen(look.marker) ? look.paper : look.markerFill);
-    const QPolygonF polygon = markerPolygon(look.marker, half);
-    const std::vector<QLineF> strokes = markerStrokes(look.marker, half);
+    painter.setBrush(isOpen(style.marker) ? style.paper : style.markerFill);
+    const QPolygonF polygon = markerPolygon(style.marker, half);
+    const std::vector<QLineF> strokes = markerStrokes(style.marker, half);
     std::vector<QLineF> lines;
-    for (const QPointF &place : places) {
+    for (const QPointF &position : positions) {
         if (!polygon.isEmpty()) {
-            painter.drawConvexPolygon(polygon.translated(place));
+            painter.drawConvexPolygon(polygon.translated(position));
         } else if (strokes.empty()) {
-            painter.drawEllipse(place, half, half);
+            painter.drawEllipse(position, half, half);
         }
         std::transform(strokes.begin(), strokes.end(), std::back_inserter(lines),
-                       [&place](const QLineF &stroke) { return stroke.translated(place); });
+                       [&position](const QLineF &stroke) { return stroke.translated(position); });
     }
     painter.drawLines(lines.data(), static_cast<int>(lines.size()));
 }
 
-void addHatch(std::vector<QLineF> &lines, Hatch hatch, const QRectF &face)
+void addHatch(std::vector<QLineF> &lines, Hatch hatch, const QRectF &area)
 {
     const auto eachStep = [](double from, double to, const auto &add) {
         for (double step = std::ceil(from / HatchStep) * HatchStep; step < to; step += HatchStep) {
@@ -248,41 +248,41 @@ void addHatch(std::vector<QLineF> &lines, Hatch hatch, const QRectF &face)
         }
     };
     if (hatch == Hatch::Level) {
-        eachStep(face.top(), face.bottom(), [&](double y) { lines.emplace_back(face.left(), y, face.right(), y); });
+        eachStep(area.top(), area.bottom(), [&](double y) { lines.emplace_back(area.left(), y, area.right(), y); });
     }
     if (hatch == Hatch::Rising || hatch == Hatch::Crossed) {
-        eachStep(face.left() + face.top(), face.right() + face.bottom(), [&](double sum) {
-            const double from = std::max(face.left(), sum - face.bottom());
-            const double to = std::min(face.right(), sum - face.top());
+        eachStep(area.left() + area.top(), area.right() + area.bottom(), [&](double sum) {
+            const double from = std::max(area.left(), sum - area.bottom());
+            const double to = std::min(area.right(), sum - area.top());
             lines.emplace_back(from, sum - from, to, sum - to);
         });
     }
     if (hatch == Hatch::Falling || hatch == Hatch::Crossed) {
-        eachStep(face.left() - face.bottom(), face.right() - face.top(), [&](double difference) {
-            const double from = std::max(face.left(), difference + face.top());
-            const double to = std::min(face.right(), difference + face.bottom());
+        eachStep(area.left() - area.bottom(), area.right() - area.top(), [&](double difference) {
+            const double from = std::max(area.left(), difference + area.top());
+            const double to = std::min(area.right(), difference + area.bottom());
             lines.emplace_back(from, from - difference, to, to - difference);
         });
     }
 }
 
-void drawHatch(QPainter &painter, const SeriesStyle &look, const std::vector<QLineF> &lines)
+void drawHatch(QPainter &painter, const SeriesStyle &style, const std::vector<QLineF> &lines)
 {
-    painter.setPen(QPen(mixed(look.fill, look.paper, 0.45), 1.0, Qt::SolidLine, Qt::FlatCap));
+    painter.setPen(QPen(mixed(style.fill, style.paper, 0.45), 1.0, Qt::SolidLine, Qt::FlatCap));
     painter.drawLines(lines.data(), static_cast<int>(lines.size()));
 }
 
-void drawFace(QPainter &painter, const SeriesStyle &look, const QPainterPath &face)
+void fillArea(QPainter &painter, const SeriesStyle &style, const QPainterPath &area)
 {
     painter.setPen(Qt::NoPen);
-    painter.setBrush(look.fill);
-    painter.drawPath(face);
+    painter.setBrush(style.fill);
+    painter.drawPath(area);
     std::vector<QLineF> lines;
-    addHatch(lines, look.hatch, face.boundingRect());
+    addHatch(lines, style.hatch, area.boundingRect());
     if (!lines.empty()) {
         painter.save();
-        painter.setClipPath(face, Qt::IntersectClip);
-        drawHatch(painter, look, lines);
+        painter.setClipPath(area, Qt::IntersectClip);
+        drawHatch(painter, style, lines);
         painter.restore();
     }
 }

@@ -11,7 +11,7 @@
 namespace chart
 {
 
-/// Thin lines in a filled face, so that faces differ on a grey print too.
+/// Thin lines in a filled area, so that areas differ on a grey print too.
 enum class Hatch { None, Rising, Falling, Level, Crossed };
 
 /// How a series is drawn: colours of the plot, lengths in logical pixels.
@@ -31,20 +31,20 @@ struct SeriesStyle {
 };
 
 /// `marker` is None where markers are not shown.
-SeriesStyle lookOf(const Chart &chart, int column, const PlotColours &plotColours);
+SeriesStyle styleOf(const Chart &chart, int column, const PlotColours &plotColours);
 
-/// Part of `other` in a colour, 0 to 1.
+/// Mixes two colours; `part` is the share of `other`, 0 to 1.
 QColor mixed(const QColor &colour, const QColor &other, double part);
 
-/// A line through all corners in the look's pen, drawn piece by piece: a stroked path of thousands of corners would be far
-/// slower. Pieces outside the exposed columns are left out.
-void drawRun(QPainter &painter, const SeriesStyle &look, const QPolygonF &run, const QRectF &exposed);
-void drawMarkers(QPainter &painter, const SeriesStyle &look, const std::vector<QPointF> &places);
+/// A line through all corners in the style's pen, drawn segment by segment: a stroked path of thousands of corners would be far
+/// slower. Segments outside `exposed` are left out.
+void drawRun(QPainter &painter, const SeriesStyle &style, const QPolygonF &run, const QRectF &exposed);
+void drawMarkers(QPainter &painter, const SeriesStyle &style, const std::vector<QPointF> &positions);
 
-/// The hatch of a rectangle, in step with that of every other.
-void addHatch(std::vector<QLineF> &lines, Hatch hatch, const QRectF &face);
-void drawHatch(QPainter &painter, const SeriesStyle &look, const std::vector<QLineF> &lines);
-/// A filled face of any form with the look's hatch.
-void drawFace(QPainter &painter, const SeriesStyle &look, const QPainterPath &face);
+/// The hatch of a rectangle, aligned with that of every other.
+void addHatch(std::vector<QLineF> &lines, Hatch hatch, const QRectF &area);
+void drawHatch(QPainter &painter, const SeriesStyle &style, const std::vector<QLineF> &lines);
+/// Fills an area of any form, with the style's hatch.
+void fillArea(QPainter &painter, const SeriesStyle &style, const QPainterPath &area);
 
 } // namespace chart

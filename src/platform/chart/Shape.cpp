@@ -17,13 +17,13 @@ double distanceTo(const QRectF &body, const QPointF &position)
     return std::hypot(across, along);
 }
 
-double distanceTo(const Mark &mark, const QPointF &position)
+double distanceTo(const DrawnPoint &point, const QPointF &position)
 {
-    const double toAnchor = std::hypot(position.x() - mark.anchor.x(), position.y() - mark.anchor.y());
-    if (mark.body.isNull()) {
+    const double toAnchor = std::hypot(position.x() - point.anchor.x(), position.y() - point.anchor.y());
+    if (point.body.isNull()) {
         return toAnchor;
     }
-    return std::min(toAnchor, distanceTo(mark.body, position) + (mark.broad ? Shape::Reach : 0.0));
+    return std::min(toAnchor, distanceTo(point.body, position) + (point.yields ? Shape::Reach : 0.0));
 }
 
 } // namespace
@@ -32,43 +32,43 @@ Shape::Shape(const Chart &chart, const PlotColours &plotColours, std::vector<int
     : chart_(chart), series_(std::move(series))
 {
     for (int column = 1; column <= chart.SeriesCount(); ++column) {
-        looks_.push_back(lookOf(chart, column, plotColours));
+        styles_.push_back(styleOf(chart, column, plotColours));
     }
 }
 
 std::optional<Shape::Hit> Shape::hitAt(const QPointF &position) const
 {
     std::optional<Hit> best;
-    for (const Mark &mark : marks_) {
-        const double distance = distanceTo(mark, position);
+    for (const DrawnPoint &point : points_) {
+        const double distance = distanceTo(point, position);
         if (distance <= Reach && (!best || distance < best->distance)) {
-            best = Hit{mark.place, distance};
+            best = Hit{point.index, distance};
         }
     }
     return best;
 }
 
-QPainterPath Shape::ringOf(const Mark &mark) const
+QPainterPath Shape::ringOf(const DrawnPoint &point) const
 {
     QPainterPath ring;
-    const double radius = std::max(6.0, look(mark.place.series).markerSize / 2.0 + 3.0);
-    ring.addEllipse(mark.anchor, radius, radius);
+    const double radius = std::max(6.0, style(point.index.series).markerSize / 2.0 + 3.0);
+    ring.addEllipse(point.anchor, radius, radius);
     return ring;
 }
 
 void Shape::paintMarkers(QPainter &painter, const QRectF &exposed) const
 {
     for (const int column : series_) {
-        const SeriesStyle &each = look(column);
+        const SeriesStyle &each = style(column);
         const double margin = each.markerSize + each.markerPenWidth;
         const QRectF seen = exposed.adjusted(-margin, -margin, margin, margin);
-        std::vector<QPointF> places;
-        for (const Mark &mark : marks_) {
-            if (mark.place.series == column && seen.contains(mark.anchor)) {
-                places.push_back(mark.anchor);
+        std::vector<QPointF> positions;
+        for (const DrawnPoint &point : points_) {
+            if (point.index.series == column && seen.contains(point.anchor)) {
+                positions.push_back(point.anchor);
             }
         }
-        drawMarkers(painter, each, places);
+        drawMarkers(painter, each, positions);
     }
 }
 

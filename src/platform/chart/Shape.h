@@ -12,15 +12,15 @@
 namespace chart
 {
 
-/// What belongs together in a drawing: all bars, all slices, or the line, area or steps of one series.
+/// A unit of drawing: all bars, all slices, or the line, area or steps of one series.
 class Shape
 {
 public:
-    /// Near enough to a point to mean it, in logical pixels.
+    /// Greatest distance at which a click selects a point, in logical pixels.
     static constexpr double Reach = 7.0;
 
     struct Hit {
-        PointPlace place;
+        PointIndex index;
         double distance = 0.0;
     };
 
@@ -28,31 +28,31 @@ public:
     virtual ~Shape() = default;
 
     virtual void arrange(const PlotFrame &frame, const DepthSlot &slot) = 0;
-    /// Paints at least what of the shape lies in the exposed part.
+    /// Paints at least the part of the shape within `exposed`.
     virtual void paint(QPainter &painter, const QRectF &exposed) const = 0;
     virtual std::optional<Hit> hitAt(const QPointF &position) const;
-    /// The form that shows a point to be the chosen one.
-    virtual QPainterPath ringOf(const Mark &mark) const;
+    /// Outline that marks a point as selected.
+    virtual QPainterPath ringOf(const DrawnPoint &point) const;
 
-    const std::vector<Mark> &marks() const { return marks_; }
+    const std::vector<DrawnPoint> &points() const { return points_; }
     const std::vector<int> &series() const { return series_; }
-    const SeriesStyle &look(int column) const { return looks_[static_cast<std::size_t>(column - 1)]; }
+    const SeriesStyle &style(int column) const { return styles_[static_cast<std::size_t>(column - 1)]; }
 
 protected:
     const Chart &chart() const { return chart_; }
-    std::vector<Mark> &ownMarks() { return marks_; }
+    std::vector<DrawnPoint> &ownPoints() { return points_; }
     void paintMarkers(QPainter &painter, const QRectF &exposed) const;
 
 private:
     const Chart &chart_;
     std::vector<int> series_;
-    std::vector<SeriesStyle> looks_;
-    std::vector<Mark> marks_;
+    std::vector<SeriesStyle> styles_;
+    std::vector<DrawnPoint> points_;
 };
 
 enum class ShapeKind { Area, Bar, Step, Line, Pie };
 
-/// The kind that draws a type of series, flat or solid.
+/// The kind of shape for a series type, flat or solid.
 ShapeKind shapeKindOf(SeriesType type);
 
 } // namespace chart

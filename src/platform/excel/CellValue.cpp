@@ -46,7 +46,7 @@ bool isTextFormat(const model::StyleTable &styles, std::uint32_t style)
 QString textOf(const model::Book &book, const model::Cell &cell)
 {
     if (cell.content == Content::Text) {
-        return book.texts.at(cell.place).text;
+        return book.texts.at(cell.index).text;
     }
     return cell.content == Content::Number ? QString::number(cell.number, 'g', QLocale::FloatingPointShortest) : QString();
 }
@@ -58,7 +58,7 @@ QString shownText(const model::Book &book, const model::Cell &cell)
     }
     const QString format = book.styles.numberFormats.at(book.styles.at(cell.style)[Trait::NumberFormat]).section(u';', 0, 0);
     if (format == u"General" || format == u"@" || !format.contains(u'0')) {
-        // Whole numbers are most of a report, and much quicker as such.
+        // Most numbers of a report are whole, and converting those is much faster.
         if (std::abs(cell.number) < 1e11 && cell.number == std::trunc(cell.number)) {
             return QString::number(static_cast<qlonglong>(cell.number));
         }

@@ -20,15 +20,15 @@ class ChartViewTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void pictureOfEachKind_data() { addTypes(); }
-    void pictureOfEachKind();
+    void imageOfEachType_data() { addTypes(); }
+    void imageOfEachType();
     void aPartIsPaintedLikeTheWhole_data() { addTypes(); }
     void aPartIsPaintedLikeTheWhole();
     void narrowBarsAreNotHatched();
     void everyMarkerAndLineIsSeen();
     void paperKeepsSizeAndColours();
     void aPointIsSelectedBeforeTheClick();
-    void arrowsWalkOverGapsAndSeries();
+    void arrowsMoveOverGapsAndSeries();
     void withoutSelectionsAClickIsAClick();
     void darkPaletteDarkPaper();
 
@@ -56,7 +56,7 @@ int ChartViewTest::pixelsOf(const QImage &image, const QColor &colour)
     return static_cast<int>(count);
 }
 
-void ChartViewTest::pictureOfEachKind()
+void ChartViewTest::imageOfEachType()
 {
     QFETCH(ChartType, type);
     ChartView view;
@@ -91,7 +91,7 @@ void ChartViewTest::aPartIsPaintedLikeTheWhole()
     const QRect part(803, 351, 230, 170);
     QImage exposed(part.size(), QImage::Format_RGB32);
     view.render(&exposed, QPoint(), QRegion(part));
-    // Lines that are cut off are blended with the last bit another way, which nobody sees.
+    // Clipped lines are blended differently in the last bit.
     const QImage there = whole.copy(part);
     for (int y = 2; y < part.height() - 2; ++y) {
         for (int x = 2; x < part.width() - 2; ++x) {
@@ -147,7 +147,7 @@ void ChartViewTest::everyMarkerAndLineIsSeen()
     }
     series.Marker.Style = MarkerStyle::None;
     QCOMPARE(ink(), none);
-    // A point between two gaps has no line, yet it is there.
+    // A point between two gaps has no line, but a dot.
     series.Pen.Style = PenStyle::Solid;
     view.model().setChartData(DataTable(3, 1));
     const int gaps = ink();
@@ -198,7 +198,7 @@ void ChartViewTest::aPointIsSelectedBeforeTheClick()
     QCOMPARE(view.pointText({2, 2}), QStringLiteral("S2, 2: 4"));
 }
 
-void ChartViewTest::arrowsWalkOverGapsAndSeries()
+void ChartViewTest::arrowsMoveOverGapsAndSeries()
 {
     ChartView view;
     fillChart(view.model(), ChartType::Line2d, {{5, {}, 9, 1}, {{}, {}, {}, {}}, {{}, 4, {}, {}}});
@@ -206,8 +206,8 @@ void ChartViewTest::arrowsWalkOverGapsAndSeries()
     QSignalSpy selected(&view, &ChartView::PointSelected);
     const auto press = [&view](Qt::Key key) {
         QTest::keyClick(&view, key);
-        const PointPlace place = view.currentPoint().value_or(PointPlace{});
-        return QStringLiteral("%1/%2").arg(place.series).arg(place.point);
+        const PointIndex index = view.currentPoint().value_or(PointIndex{});
+        return QStringLiteral("%1/%2").arg(index.series).arg(index.point);
     };
     QCOMPARE(press(Qt::Key_Right), QStringLiteral("1/1"));
     QCOMPARE(press(Qt::Key_Right), QStringLiteral("1/3"));

@@ -18,20 +18,20 @@ private Q_SLOTS:
     void everyPointIsFoundWhereItIsDrawn();
     void anEmptyCellHasNoPoint_data() { addTypes(); }
     void anEmptyCellHasNoPoint();
-    void axesAndLegendTellTheTable();
+    void axesAndLegendShowTheTable();
     void xyCountsItsRows();
     void withoutNumbersNoAxisTexts();
     void valueLabelsNeverCover_data() { addTypes(); }
     void valueLabelsNeverCover();
     void slicesAreSums();
-    void aMixedChartDrawsEachAsItsOwn();
+    void aMixedChartDrawsEachSeriesByItsType();
     void longNamesBreakTheLegend();
-    void oneRowStandsInTheMiddle();
+    void oneRowIsCentred();
 
 private:
     static void addTypes();
     static Plot plotOf(const Chart &model, const QSize &size = QSize(900, 450));
-    static QStringList texts(const std::vector<AxisText> &ticks);
+    static QStringList texts(const std::vector<AxisTick> &ticks);
 };
 
 void PlotTest::addTypes()
@@ -47,10 +47,10 @@ Plot PlotTest::plotOf(const Chart &model, const QSize &size)
     return Plot(model, PlotColours::light(), QApplication::font(), size);
 }
 
-QStringList PlotTest::texts(const std::vector<AxisText> &ticks)
+QStringList PlotTest::texts(const std::vector<AxisTick> &ticks)
 {
     QStringList texts;
-    std::transform(ticks.begin(), ticks.end(), std::back_inserter(texts), [](const AxisText &tick) { return tick.text; });
+    std::transform(ticks.begin(), ticks.end(), std::back_inserter(texts), [](const AxisTick &tick) { return tick.text; });
     return texts;
 }
 
@@ -64,12 +64,12 @@ void PlotTest::everyPointIsFoundWhereItIsDrawn()
     for (int series = 1; series <= 3; ++series) {
         const auto points = plot.pointsOf(series);
         QCOMPARE(points.size(), pie ? std::size_t(1) : std::size_t(4));
-        for (const PointPlace &place : points) {
-            const Mark *mark = plot.markOf(place);
-            QVERIFY(mark);
-            QVERIFY(pie || mark->value == model.ChartData().value(place.point, series));
-            QVERIFY(plot.pointAt(mark->anchor) == place);
-            QVERIFY(!plot.ringOf(place).isEmpty());
+        for (const PointIndex &index : points) {
+            const DrawnPoint *point = plot.drawnPoint(index);
+            QVERIFY(point);
+            QVERIFY(pie || point->value == model.ChartData().value(index.point, series));
+            QVERIFY(plot.pointAt(point->anchor) == index);
+            QVERIFY(!plot.ringOf(index).isEmpty());
         }
     }
     QVERIFY(!plot.pointAt(QPointF(2, 2)));
@@ -84,11 +84,11 @@ void PlotTest::anEmptyCellHasNoPoint()
     const Plot plot = plotOf(model);
     QCOMPARE(plot.legendTexts(), QStringList({"S1", "S2"}));
     QVERIFY(plot.pointsOf(2).empty());
-    QVERIFY(!plot.markOf({1, 2}));
-    QVERIFY(type == ChartType::Pie2d || plot.markOf({1, 3}));
+    QVERIFY(!plot.drawnPoint({1, 2}));
+    QVERIFY(type == ChartType::Pie2d || plot.drawnPoint({1, 3}));
 }
 
-void PlotTest::axesAndLegendTellTheTable()
+void PlotTest::axesAndLegendShowTheTable()
 {
     Chart model;
     fillChart(model, ChartType::Line2d, {wave(53, 1), wave(53, 2)});
@@ -99,9 +99,9 @@ void PlotTest::axesAndLegendTellTheTable()
     QCOMPARE(texts(plot.valueTicks()).first(), QStringLiteral("0"));
     QVERIFY(plot.frame().high >= 22.0);
     // Ticks and points share one scale.
-    const Mark *mark = plot.markOf({1, 1});
-    QCOMPARE(mark->anchor.y(), plot.frame().y(5.0));
-    QVERIFY(plot.frame().front.contains(mark->anchor));
+    const DrawnPoint *point = plot.drawnPoint({1, 1});
+    QCOMPARE(point->anchor.y(), plot.frame().y(5.0));
+    QVERIFY(plot.frame().front.contains(point->anchor));
     model.setShowLegend(false);
     QVERIFY(plotOf(model).legendRectangle().isEmpty());
 }
@@ -140,21 +140,21 @@ void PlotTest::valueLabelsNeverCover()
     const Plot plot = plotOf(model);
     std::vector<QPointF> markers;
     for (int column = 1; column <= 5; ++column) {
-        for (const PointPlace &place : plot.pointsOf(column)) {
-            markers.push_back(plot.markOf(place)->anchor);
+        for (const PointIndex &index : plot.pointsOf(column)) {
+            markers.push_back(plot.drawnPoint(index)->anchor);
         }
     }
     const auto &labels = plot.valueLabels();
     QCOMPARE(labels.empty(), type == ChartType::Pie2d);
     for (std::size_t one = 0; one < labels.size(); ++one) {
-        QVERIFY(labels[one].room.top() >= plot.legendRectangle().bottom());
+        QVERIFY(labels[one].rectangle.top() >= plot.legendRectangle().bottom());
         for (std::size_t two = one + 1; two < labels.size(); ++two) {
-            QVERIFY(!labels[one].room.intersects(labels[two].room));
+            QVERIFY(!labels[one].rectangle.intersects(labels[two].rectangle));
         }
-        const auto isUnder = [&room = labels[one].room](const QPointF &marker) { return room.contains(marker); };
+        const auto isUnder = [&rectangle = labels[one].rectangle](const QPointF &marker) { return rectangle.contains(marker); };
         QVERIFY(std::none_of(markers.begin(), markers.end(), isUnder));
     }
-    // The highest is never the one left out.
+    // The label of the highest value is never left out.
     QVERIFY(type == ChartType::Pie2d || labels.front().text == QStringLiteral("22"));
 }
 
@@ -163,19 +163,19 @@ void PlotTest::slicesAreSums()
     Chart model;
     fillChart(model, ChartType::Pie2d, {{30, {}, 30}, {0, 0, 0}, {20, 10, 10}, {{}, {}, {}}});
     const Plot plot = plotOf(model);
-    QCOMPARE(plot.markOf({1, 1})->value, 60.0);
-    QCOMPARE(plot.markOf({3, 1})->value, 40.0);
-    QVERIFY(!plot.markOf({2, 1}));
-    QVERIFY(!plot.markOf({4, 1}));
+    QCOMPARE(plot.drawnPoint({1, 1})->value, 60.0);
+    QCOMPARE(plot.drawnPoint({3, 1})->value, 40.0);
+    QVERIFY(!plot.drawnPoint({2, 1}));
+    QVERIFY(!plot.drawnPoint({4, 1}));
     // From twelve o'clock, clockwise: the first has three fifths.
     const QPointF centre = plot.frame().pie.center();
-    QVERIFY((plot.pointAt(centre + QPointF(20, 0)) == PointPlace{1, 1}));
-    QVERIFY((plot.pointAt(centre + QPointF(-20, 0)) == PointPlace{3, 1}));
+    QVERIFY((plot.pointAt(centre + QPointF(20, 0)) == PointIndex{1, 1}));
+    QVERIFY((plot.pointAt(centre + QPointF(-20, 0)) == PointIndex{3, 1}));
     fillChart(model, ChartType::Pie2d, {{0}, {7}});
-    QVERIFY((plotOf(model).pointAt(centre) == PointPlace{2, 1}));
+    QVERIFY((plotOf(model).pointAt(centre) == PointIndex{2, 1}));
 }
 
-void PlotTest::aMixedChartDrawsEachAsItsOwn()
+void PlotTest::aMixedChartDrawsEachSeriesByItsType()
 {
     Chart model;
     fillChart(model, ChartType::Combination2d, {{10, 20}, {10, 20}, {10, 20}, {10, 20}, {10, 20}});
@@ -184,10 +184,10 @@ void PlotTest::aMixedChartDrawsEachAsItsOwn()
         model.series(column).SeriesType = types[column - 1];
     }
     const Plot plot = plotOf(model);
-    QVERIFY(plot.markOf({1, 1})->body.height() > 1.0);
-    QVERIFY(plot.markOf({2, 1})->body.isNull());
-    QCOMPARE(plot.markOf({4, 1})->body.width(), plot.frame().rowWidth());
-    QCOMPARE(plot.markOf({5, 1})->value, 30.0);
+    QVERIFY(plot.drawnPoint({1, 1})->body.height() > 1.0);
+    QVERIFY(plot.drawnPoint({2, 1})->body.isNull());
+    QCOMPARE(plot.drawnPoint({4, 1})->body.width(), plot.frame().rowWidth());
+    QCOMPARE(plot.drawnPoint({5, 1})->value, 30.0);
     QVERIFY(!plot.frame().front.intersects(plot.frame().pie));
     QCOMPARE(plot.frame().high, 20.0);
 }
@@ -207,13 +207,13 @@ void PlotTest::longNamesBreakTheLegend()
     }
 }
 
-void PlotTest::oneRowStandsInTheMiddle()
+void PlotTest::oneRowIsCentred()
 {
     for (const NamedType &each : ChartTypes) {
         Chart model;
         fillChart(model, each.type, {{4}});
         const Plot plot = plotOf(model);
-        QVERIFY2(plot.markOf({1, 1}), each.name);
+        QVERIFY2(plot.drawnPoint({1, 1}), each.name);
         QCOMPARE(plot.rowTicks().size(), std::size_t(1));
     }
 }

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/jet/Bytes.h"
+
+#include <QHash>
+#include <QString>
+
+namespace jet
+{
+
+/// The property AllowZeroLength by the column's name in lower case, for the columns that have it, from the blob that the
+/// catalogue keeps for a table.
+QHash<QString, bool> allowZeroLengthByColumn(Bytes blob);
+
+} // namespace jet

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/jet/Database.h"
+
+#include <QByteArray>
+#include <QMap>
+#include <QStringList>
+
+#include <optional>
+
+/// Other readers of Jet files, which our own is compared with.
+namespace judges
+{
+
+constexpr char Password[] = "krelpon";
+
+QByteArray fixture(const QString &name);
+void write(const QString &path, const QByteArray &bytes);
+
+/// One text a row, sorted, as mdb-export prints a table, and the same from our reader. Zero-length text is null to mdb-export.
+QStringList byMdbExport(const QString &path, const QString &table);
+QStringList likeMdbExport(const jet::Database &database, const QString &table);
+
+/// The same by table for mdb-reader; nothing where it is not installed.
+std::optional<QMap<QString, QStringList>> byMdbReader(const QString &path);
+QStringList likeMdbReader(const jet::Database &database, const QString &table);
+
+/// What the readers say differently, for every table of the file; empty when they agree.
+QString disagreement(const QString &path);
+
+} // namespace judges
