@@ -55,8 +55,9 @@ def main():
         names = [line.removesuffix("()") for line in listed(program, environment, "-functions")]
         functions += len(names)
         runs += [(name, program, environment, [one]) for one in names]
-        # "Class function row"; without rows the third word is missing.
+        # "Class function row"; without rows the third word is missing. A row that begins with a colon cannot be named.
         rows = [":".join(line.split(" ", 2)[1:]) for line in listed(program, environment, "-datatags")]
+        rows = [row for row in rows if "::" not in row]
         shuffle(rows)
         runs.append((name, program, environment, rows))
     print(f"{functions} functions, seed {options.seed}", flush=True)
