@@ -52,7 +52,7 @@ int run(FarmApplication &application)
 int main(int argc, char **argv)
 {
 #ifdef Q_OS_UNIX
-    // What the program makes is for its user alone; whoever shares a farm's files gives the rights himself.
+    // What the program makes is for its user alone; an office that shares a farm grants the permissions itself.
     ::umask(S_IRWXG | S_IRWXO);
 #endif
     FarmApplication application(argc, argv);

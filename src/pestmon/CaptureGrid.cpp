@@ -5,6 +5,7 @@
 #include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/RedrawPause.h"
+#include "platform/dao/CommitScope.h"
 #include "platform/dao/Database.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
@@ -267,7 +268,7 @@ void CaptureGrid::toggle(int row, int col)
     const bool yes = colour == mark::White;
     grid.setCellBackColor(row, col, yes ? mark::Red : mark::White);
     const QString name = cellName(row, *column);
-    dao::WriteScope scope(*session().dbPest);
+    dao::CommitScope scope(*session().dbPest);
     const bool totalSaved = Toggle_PMYes(*column, yes);
     session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column->pest - 1)];
     std::int32_t PMDataID = keyIn(row, column->pest);

@@ -4,6 +4,7 @@
 #include "pestmon/CaptureGrid.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/Dialogs.h"
+#include "platform/dao/CommitScope.h"
 #include "platform/dao/Database.h"
 #include "ui_frmPestMon2.h"
 
@@ -209,7 +210,7 @@ void CaptureGrid::saveTypedTotal()
 {
     const capture::PestColumn column = *capture::pestColumn(BoxCol, NoOfPests);
     const capture::CellPicture typed = capture::typedTotal(ui_.txtG1->text());
-    dao::WriteScope scope(*session().dbPest);
+    dao::CommitScope scope(*session().dbPest);
     saveTotal(column, typed);
     scope.commit();
 }
@@ -219,7 +220,7 @@ bool CaptureGrid::savePoint()
     const capture::PestColumn column = *capture::pestColumn(BoxCol, NoOfPests);
     const capture::CellPicture typed = capture::typedPoint(ui_.txtG1->text());
     const std::int16_t total = capture::runningTotal(numberIn(capture::TotalRow, BoxCol), OldValue, typed.value);
-    dao::WriteScope scope(*session().dbPest);
+    dao::CommitScope scope(*session().dbPest);
     paint(BoxRow, BoxCol, typed);
     // From here on the total counts the new value; should the point fail, a second try starts from it.
     OldValue = typed.value;

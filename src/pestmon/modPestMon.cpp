@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pestmon/modPestMon.h"
 
+#include "platform/dao/CommitScope.h"
 #include "platform/dao/Database.h"
 
 #include <QScopedValueRollback>
@@ -156,7 +157,7 @@ Status Save_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
 {
     // Where the whole scope is lost, on a full disk say, a key that it gave out must not be taken for a saved one.
     QScopedValueRollback key(session.CurrentPMTransID);
-    dao::WriteScope scope(*session.dbPest);
+    dao::CommitScope scope(*session.dbPest);
     const auto write = [&] {
         return inOrder([&] { return saveTransaction(session, objPestMON); },
                        [&] { return Store_Selection(objPestMON, session.CurrentPMTransID); },
@@ -186,7 +187,7 @@ Status Save_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
 
 Status Repeat_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
 {
-    dao::WriteScope scope(*session.dbPest);
+    dao::CommitScope scope(*session.dbPest);
     Key successor = 0;
     const Status status = inOrder(
         [&] { return Clear_Instruction(objPestMON); }, [&] { return Load_Selection(objPestMON, session.CurrentPMTransID); },

@@ -10,7 +10,7 @@
 
 #include <QString>
 
-/// A main window for screens under test: keeps what they tell and answers their boxes from a queue.
+/// A main window for screens under test: records what they report and answers their boxes from a queue.
 class FakeScreenHost : public ScreenHost
 {
 public:

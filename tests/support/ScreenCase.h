@@ -11,7 +11,8 @@
 
 #include <memory>
 
-/// A screen on a farm of its own while the clock stands at ten o'clock, and the hands to work it. Base of the tests of screens.
+/// A screen on a farm of its own with the clock stopped at ten o'clock, and functions that operate it. Base of the tests of
+/// screens.
 template <typename Farm, typename Screen> class ScreenCase : public QObject
 {
 protected:
