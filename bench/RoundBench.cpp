@@ -10,6 +10,7 @@
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/ItemCombo.h"
 #include "platform/controls/Theme.h"
+#include "platform/dao/CommitScope.h"
 #include "platform/dao/Database.h"
 #include "shell/FarmApplication.h"
 
@@ -139,7 +140,7 @@ void leaveCell(benchmark::State &state)
             value = static_cast<std::int16_t>((value + 1) % 1000);
             std::int32_t pointKey = firstPoint;
             std::int32_t totalKey = firstTotal;
-            dao::WriteScope scope(*session.dbPest);
+            dao::CommitScope scope(*session.dbPest);
             store.Save_PestDataMax(totalKey, middle, 1, {.PMCountMax = value}, clsPestMONNew::Count);
             store.Save_PestData(pointKey, middle, 1, 1, {.PMCount = value}, clsPestMONNew::Count);
             scope.commit();

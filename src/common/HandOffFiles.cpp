@@ -70,7 +70,7 @@ QString Read_FindSDate(SessionContext &session)
             session.CurrentSDate = basic::formatDate(start, u"yyyy/MM/dd");
             return {};
         }
-        reason = QStringLiteral("\"%1\" is no date").arg(item);
+        reason = QStringLiteral("\"%1\" is not a date").arg(item);
     } catch (const basic::RunTimeError &error) {
         reason = error.description();
     }

@@ -16,7 +16,7 @@ ProgramLock::~ProgramLock() = default;
 
 std::unique_ptr<ProgramLock> ProgramLock::tryLock(const QString &appPath)
 {
-    // Beside the folder's own files it could not lie: the folder may be read-only.
+    // Not in the folder itself, which may be read-only.
     const QFileInfo folder(appPath);
     const QString path = folder.exists() ? folder.canonicalFilePath() : folder.absoluteFilePath();
     const QByteArray hash = QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha256).toHex().left(16);
@@ -29,8 +29,8 @@ std::unique_ptr<ProgramLock> ProgramLock::tryLock(const QString &appPath)
         }
         throw basic::RunTimeError(
             basic::ErrorNumber::PathFileAccess,
-            QStringLiteral("The lock %1, by which the program knows that it runs once only, cannot be made. Check the rights "
-                           "of its folder and the room on its disk.")
+            QStringLiteral("The lock %1, by which the program knows that it runs once only, cannot be created. Check the "
+                           "permissions of its folder and the free space on its disk.")
                 .arg(file->fileName()));
     }
     return std::unique_ptr<ProgramLock>(new ProgramLock(std::move(file)));

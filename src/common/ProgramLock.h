@@ -7,13 +7,13 @@
 
 class QLockFile;
 
-/// Held by whoever works on a farm's folder: the program for as long as it runs, a tool while it replaces files. Given up when
-/// the holder ends, however it ends.
+/// Held by the process that works on a farm's folder: the program while it runs, a tool while it replaces files. Released when
+/// the process ends, also when it is killed.
 class ProgramLock
 {
 public:
     /// Nothing when another living process holds the lock of this folder, which is the program's. Error 75 when no lock can be
-    /// made at all.
+    /// created.
     static std::unique_ptr<ProgramLock> tryLock(const QString &appPath);
     ~ProgramLock();
 

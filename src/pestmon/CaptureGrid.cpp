@@ -7,6 +7,7 @@
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/Dialogs.h"
 #include "platform/controls/RedrawPause.h"
+#include "platform/dao/CommitScope.h"
 #include "platform/dao/Database.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
@@ -323,7 +324,7 @@ bool CaptureGrid::store(int row, int col, const QString &typed)
 void CaptureGrid::saveTypedTotal(const capture::PestColumn &column, const QString &typed)
 {
     const capture::CellDisplay total = capture::typedTotal(typed);
-    dao::WriteScope scope(*session().dbPest);
+    dao::CommitScope scope(*session().dbPest);
     saveTotal(column, total);
     scope.commit();
 }
@@ -333,7 +334,7 @@ bool CaptureGrid::savePoint(int row, const capture::PestColumn &column, const QS
     const int col = capture::valueColumn(column.pest, column.value);
     const capture::CellDisplay count = capture::typedPoint(typed);
     const std::int16_t total = capture::runningTotal(numberIn(capture::TotalRow, col), OldValue, count.value);
-    dao::WriteScope scope(*session().dbPest);
+    dao::CommitScope scope(*session().dbPest);
     paint(row, col, count);
     // From here on the total includes the new value; after a failed point a second try starts from it.
     OldValue = count.value;
@@ -386,7 +387,7 @@ void CaptureGrid::toggle(int row, int col)
     const bool yes = colour == cellColour::White;
     grid.setCellBackColor(row, col, yes ? cellColour::Red : cellColour::White);
     const QString name = cellName(row, *column);
-    dao::WriteScope scope(*session().dbPest);
+    dao::CommitScope scope(*session().dbPest);
     const bool totalSaved = Toggle_PMYes(*column, yes);
     session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column->pest - 1)];
     std::int32_t PMDataID = keyIn(row, column->pest);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pestmon/modPestMon.h"
 
+#include "platform/dao/CommitScope.h"
 #include "platform/dao/Database.h"
 
 #include <QScopedValueRollback>
@@ -159,7 +160,7 @@ Status Save_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
 {
     // When the whole scope is rolled back, on a full disk say, its key does not exist.
     QScopedValueRollback key(session.CurrentPMTransID);
-    dao::WriteScope scope(*session.dbPest);
+    dao::CommitScope scope(*session.dbPest);
     const auto write = [&] {
         return inOrder([&] { return saveTransaction(session, objPestMON); },
                        [&] { return Store_Selection(objPestMON, session.CurrentPMTransID); },
@@ -189,7 +190,7 @@ Status Save_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
 
 Status Repeat_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
 {
-    dao::WriteScope scope(*session.dbPest);
+    dao::CommitScope scope(*session.dbPest);
     Key successor = 0;
     const Status status = inOrder(
         [&] { return Clear_Instruction(objPestMON); }, [&] { return Load_Selection(objPestMON, session.CurrentPMTransID); },

@@ -4,6 +4,7 @@
 #include "common/SessionContext.h"
 #include "platform/basic/TextFiles.h"
 #include "platform/dao/Database.h"
+#include "platform/dao/Workspace.h"
 #include "store/Schema.h"
 
 #include <QFileInfo>
@@ -18,8 +19,8 @@ void open(dao::DatabaseHandle &handle, const QString &file)
         handle.set(dao::Workspace::OpenDatabase(path, false, false, store::connectText()));
     } catch (const basic::RunTimeError &error) {
         const QString advice =
-            QStringLiteral("%1 The program's databases lie in %2; \"farmdata check\" looks them over, and \"farmdata "
-                           "restore\" puts back a copy of the pest database.");
+            QStringLiteral("%1 The program's databases are in %2; \"farmdata check\" checks them, and \"farmdata restore\" "
+                           "restores a copy of the pest database.");
         handle.setFailure(QFileInfo(file).fileName(), advice.arg(error.description(), QFileInfo(file).path()));
         throw;
     }

@@ -3,6 +3,6 @@
 
 struct SessionContext;
 
-/// Opens the main, the pest and the spray database in this order. The first one that fails ends it with its error; that handle
-/// then tells the file and the reason to whoever uses it, and the handles after it stay empty.
+/// Opens the main, the pest and the spray database in this order. The first one that fails ends it with its error; using
+/// that handle then raises an error with the file and the reason, and the handles after it stay empty.
 void openDatabases(SessionContext &session);

@@ -2,6 +2,8 @@
 #include "store/Schema.h"
 
 #include "common/MonitoringConstants.h"
+#include "platform/dao/CommitScope.h"
+#include "platform/dao/Workspace.h"
 #include "store/AnalysisTables.h"
 
 #include <algorithm>
@@ -256,7 +258,7 @@ QString connectText()
 void createDatabaseFile(DatabaseFile file, const QString &path)
 {
     const std::unique_ptr<dao::Database> database = dao::Workspace::CreateDatabase(path, connectText());
-    dao::WriteScope scope(*database);
+    dao::CommitScope scope(*database);
     for (const SchemaTable &table : schema()) {
         if (table.file == file) {
             database->Append(table.definition());

@@ -21,7 +21,7 @@ struct SchemaTable {
     std::vector<dao::Field> fields;
     /// Name of the key field, which is the primary key; empty for a table without one.
     QString key;
-    /// What the queries look rows up by, beside the key.
+    /// What the queries look rows up by, besides the key.
     std::vector<std::vector<QString>> indexes;
     /// The program adds it by itself to a file that lacks it.
     bool optional = false;

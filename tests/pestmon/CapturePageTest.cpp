@@ -2,6 +2,9 @@
 #include "DamagedFile.h"
 #include "PestMonScreen.h"
 
+#include "platform/dao/CommitScope.h"
+#include "platform/dao/Workspace.h"
+
 #include <QDir>
 #include <QGroupBox>
 
@@ -141,7 +144,7 @@ void CapturePageTest::failedWriteLeavesTheEditorOpen()
     {
         // Another connection locks the file, so neither point nor total can be written.
         const auto other = dao::Workspace::OpenDatabase(farm_->session.PestDBFile, false, false, store::connectText());
-        dao::WriteScope held(*other);
+        dao::CommitScope held(*other);
         other->Execute(QStringLiteral("UPDATE tblPMMethod SET PMMethod = PMMethod"));
         QTest::keyClicks(&box, QStringLiteral("8"));
         QTest::keyClick(&box, Qt::Key_Return);

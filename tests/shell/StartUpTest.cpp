@@ -4,6 +4,8 @@
 #include "platform/basic/Clock.h"
 #include "platform/basic/TextFiles.h"
 #include "platform/controls/ItemCombo.h"
+#include "platform/dao/CommitScope.h"
+#include "platform/dao/Workspace.h"
 #include "shell/MDI_Monitoring.h"
 #include "store/Backups.h"
 #include "support/TemporaryFarm.h"
@@ -227,7 +229,7 @@ void StartUpTest::copyIsMadeBeforeTheFirstWriteOfTheNextDay()
     store.Get_Farms();
     QCOMPARE(store::listBackups(farm.databasesPath()).size(), std::size_t(1));
     {
-        dao::WriteScope scope(*start.session().dbPest);
+        dao::CommitScope scope(*start.session().dbPest);
         QCOMPARE(store.New_Add_Pest_for_Instruction(7), clsPestMONNew::Done);
         QCOMPARE(store.New_Add_Pest_for_Instruction(8), clsPestMONNew::Done);
     }

@@ -2,6 +2,8 @@
 #include "FarmdataProcess.h"
 
 #include "common/ProgramLock.h"
+#include "platform/dao/CommitScope.h"
+#include "platform/dao/Workspace.h"
 #include "support/TemporaryFarm.h"
 
 #include <QCryptographicHash>
@@ -64,7 +66,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<int>("status");
-        QTest::addColumn<QString>("told");
+        QTest::addColumn<QString>("expected");
         QTest::newRow("nothing") << QStringList{} << 2 << "--help";
         QTest::newRow("unknown") << QStringList{"erase", "x"} << 2 << "no such command";
         QTest::newRow("too few") << QStringList{"restore", "x"} << 2 << "restore DIR FILE";
@@ -75,13 +77,13 @@ private Q_SLOTS:
     {
         QFETCH(QStringList, arguments);
         QFETCH(int, status);
-        QFETCH(QString, told);
+        QFETCH(QString, expected);
         const FarmdataRun run = farmdata(arguments);
         QCOMPARE(run.status, status);
-        QVERIFY((status == 0 ? run.output : run.errors).contains(told));
+        QVERIFY((status == 0 ? run.output : run.errors).contains(expected));
     }
 
-    void createMakesWholeFilesAndNeverWritesOver()
+    void createMakesWholeFilesAndNeverOverwrites()
     {
         const QTemporaryDir folder;
         const QString databases = folder.filePath("new/Databases");
@@ -166,7 +168,7 @@ private Q_SLOTS:
         }
     }
 
-    void checkTellsAndChangesNothing()
+    void checkReportsAndChangesNothing()
     {
         TemporaryFarm farm;
         const int block = farm.addBlock({.farm = farm.addFarm("Môreson")});
@@ -203,12 +205,12 @@ private Q_SLOTS:
         const QString pest = farm.filePath(DatabaseFile::Pest);
         {
             // What a program killed here would leave behind.
-            dao::WriteScope scope(*farm.session.dbPest);
+            dao::CommitScope scope(*farm.session.dbPest);
             farm.session.dbPest->Execute("DELETE from tblPMData");
             QVERIFY(QFile::copy(pest, pest + ".killed") && QFile::copy(pest + "-journal", pest + ".killed-journal"));
             scope.rollback();
         }
-        // The engine marks its journal, and how many pages it has, before it changes the file.
+        // SQLite writes the number of pages into its journal before it changes the file.
         QFile journal(pest + ".killed-journal");
         QVERIFY(journal.open(QIODevice::ReadWrite));
         journal.write(QByteArray::fromHex("d9d505f920a163d7ffffffff"));
@@ -226,7 +228,7 @@ private Q_SLOTS:
         QCOMPARE(farm.count("tblPMData"), 3);
     }
 
-    void damageInsideIsFoundAndACopyPutsItRight()
+    void damageInsideIsFoundAndACopyRestoresIt()
     {
         TemporaryFarm farm;
         farm.addInstruction({.blocks = {{1, 20}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
@@ -235,7 +237,7 @@ private Q_SLOTS:
         QCOMPARE(farmdata({"backup", farm.databasesPath()}).status, 0);
         const QString folder = farm.databasesPath() + "/Backups/";
         const QString copy = QDir(folder).entryList(QDir::Files).front();
-        // The length and the header stay as they are; what is lost lies among the rows or their indexes.
+        // The length and the header stay as they are; what is lost belongs to the rows or their indexes.
         const auto damage = [](const QString &path) {
             QFile file(path);
             const qint64 page = 4096;
@@ -261,7 +263,7 @@ private Q_SLOTS:
         QCOMPARE(farm.rows(DatabaseFile::Pest, "Select * from tblPMData"), rows);
     }
 
-    void aCopyIsMadeAndPutBackUnlessTheProgramRuns()
+    void aCopyIsMadeAndRestoredUnlessTheProgramRuns()
     {
         TemporaryFarm farm;
         farm.addInstruction({});
@@ -281,7 +283,7 @@ private Q_SLOTS:
         }
         run = farmdata({"restore", farm.databasesPath(), farm.filePath(DatabaseFile::Main)});
         QCOMPARE(run.status, 1);
-        QVERIFY(run.errors.contains("is no copy of PestMon.mdb"));
+        QVERIFY(run.errors.contains("is not a copy of PestMon.mdb"));
         QCOMPARE(fingerprint(farm.databasesPath()), before);
 
         run = farmdata({"restore", farm.databasesPath(), copies.front()});

@@ -8,6 +8,8 @@
 
 #include "platform/basic/RunTimeError.h"
 #include "platform/basic/TextFiles.h"
+#include "platform/dao/CommitScope.h"
+#include "platform/dao/Workspace.h"
 
 #include <QFile>
 
@@ -23,12 +25,12 @@ using store::SchemaTable;
 namespace
 {
 
-/// A table to copy: its definition in the copy, and for each of its fields the place in a row of the source.
+/// A table to copy: its definition in the copy, and for each of its fields the position in a row of the source.
 struct TableCopy {
     JetTable source;
     dao::TableDef target;
-    std::vector<std::size_t> places;
-    /// Place of the autonumber among the target's fields.
+    std::vector<std::size_t> positions;
+    /// Position of the autonumber among the target's fields.
     std::optional<int> autonumber;
     QStringList absentFields;
     QStringList leftOutFields;
@@ -91,8 +93,8 @@ bool fits(JetType source, FieldType target)
         || (target == FieldType::Double && like == FieldType::Single);
 }
 
-/// The field as the copy has it: the program's type where it is settled, the source's where it is open, and room for the
-/// source's longest text.
+/// The field as the copy has it: the program's type where it is settled, the source's where it is open, and long enough
+/// for the source's longest text.
 std::optional<dao::Field> fieldFor(const SchemaTable &table, const dao::Field &wanted, const JetField &found)
 {
     dao::Field field = wanted;
@@ -111,7 +113,7 @@ std::optional<dao::Field> fieldFor(const SchemaTable &table, const dao::Field &w
     return field;
 }
 
-/// Definition without the fields that the source lacks. A key that the source does not guard against doubles is no primary
+/// Definition without the fields that the source lacks. A key that the source does not guard against duplicates is no primary
 /// key in the copy, so that no row is refused.
 dao::TableDef definitionOf(const SchemaTable &table, const std::vector<dao::Field> &fields, bool keyIsUnique)
 {
@@ -157,7 +159,7 @@ TableCopy planTable(const SchemaTable &wanted, JetTable source, QStringList &fau
             keyIsUnique = true;
         }
         fields.push_back(*target);
-        copy.places.push_back(static_cast<std::size_t>(found - copy.source.fields.begin()));
+        copy.positions.push_back(static_cast<std::size_t>(found - copy.source.fields.begin()));
     }
     for (const JetField &field : copy.source.fields) {
         const bool known = std::any_of(wanted.fields.begin(), wanted.fields.end(),
@@ -198,8 +200,8 @@ FileCopy planFile(DatabaseFile file, const QString &from, QStringList &faults)
     return copy;
 }
 
-/// The next number of the autonumber comes after the last that the source ever gave out, also when its row is gone.
-void keepNextNumber(dao::Database &database, const TableCopy &table, std::int32_t highest)
+/// The next autonumber follows the last one that the source assigned, also when its row is gone.
+void continueNumbering(dao::Database &database, const TableCopy &table, std::int32_t highest)
 {
     if (!table.autonumber || table.source.lastAutonumber <= highest) {
         return;
@@ -226,7 +228,7 @@ void copyRows(const JetFile &source, dao::Database &database, const TableCopy &t
         try {
             rows.AddNew();
             for (std::size_t i = 0; i < fields.size(); ++i) {
-                rows.set(static_cast<int>(i), row[table.places[i]]);
+                rows.set(static_cast<int>(i), row[table.positions[i]]);
             }
             if (table.autonumber) {
                 highest = std::max(highest, rows.longValue(*table.autonumber));
@@ -247,13 +249,13 @@ void copyRows(const JetFile &source, dao::Database &database, const TableCopy &t
                                .arg(name)
                                .arg(table.source.rowCount));
     }
-    keepNextNumber(database, table, highest);
+    continueNumbering(database, table, highest);
 }
 
 void copyFile(const FileCopy &copy, const QString &path, Progress &progress)
 {
     const std::unique_ptr<dao::Database> database = dao::Workspace::CreateDatabase(path, store::connectText());
-    dao::WriteScope scope(*database);
+    dao::CommitScope scope(*database);
     for (const TableCopy &table : copy.tables) {
         database->Append(table.target);
         copyRows(*copy.source, *database, table, progress);
@@ -261,7 +263,7 @@ void copyFile(const FileCopy &copy, const QString &path, Progress &progress)
     scope.commit();
 }
 
-void tell(const FileCopy &copy)
+void report(const FileCopy &copy)
 {
     printLine(store::fileName(copy.file));
     for (const TableCopy &table : copy.tables) {
@@ -309,7 +311,7 @@ void importFarm(const QString &from, const QString &databasesFolder)
     }
     staging.moveIn();
     for (const FileCopy &copy : copies) {
-        tell(copy);
+        report(copy);
     }
     printLine(QStringLiteral("%1 rows imported. The password of the source files was not asked: their pages are read without it.")
                   .arg(total));

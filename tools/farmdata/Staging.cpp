@@ -17,7 +17,7 @@ using basic::RunTimeError;
 Staging::Staging(const QString &databasesFolder) : target_(QDir(databasesFolder).absolutePath())
 {
     if (QFileInfo::exists(target_) && !QFileInfo(target_).isDir()) {
-        throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("%1 is no folder.").arg(target_));
+        throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("%1 is not a folder.").arg(target_));
     }
     for (const store::DatabaseFile file : store::AllDatabaseFiles) {
         if (const auto present = basic::findPath(target_ + u'/' + store::fileName(file))) {
@@ -41,7 +41,7 @@ QString Staging::path(store::DatabaseFile file) const
 
 void Staging::moveIn()
 {
-    // In one step where nothing stands in the way, so that also a killed program leaves all three or none.
+    // In one step where the target does not exist, so that also a killed program leaves all three or none.
     std::error_code error;
     std::filesystem::rename(staged_->path().toStdU16String(), target_.toStdU16String(), error);
     if (!error) {
@@ -56,7 +56,7 @@ void Staging::moveIn()
             for (const QString &one : moved) {
                 QFile::remove(one);
             }
-            throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("%1 cannot be written; nothing was made.").arg(to));
+            throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("%1 cannot be written; nothing was created.").arg(to));
         }
         moved.append(to);
     }

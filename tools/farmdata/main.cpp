@@ -84,17 +84,17 @@ bool restore(const QStringList &arguments)
             basic::ErrorNumber::PermissionDenied,
             QStringLiteral("The program in %1 is running; close it, then restore again. Nothing was changed.").arg(appPath));
     }
-    // A name alone is looked for among the copies.
+    // A plain name is searched for among the copies.
     const QString inBackups = folder + QStringLiteral("/Backups/") + arguments[1];
     const QString file = !QFileInfo::exists(arguments[1]) && QFileInfo::exists(inBackups) ? inBackups : arguments[1];
-    QString kept;
+    QString replaced;
     {
-        Progress progress(QStringLiteral("Reading the copy through"), 100);
-        kept = store::restoreBackup(folder, QFileInfo(file).absoluteFilePath(), [&](int percent) { progress.show(percent); });
+        Progress progress(QStringLiteral("Checking the copy"), 100);
+        replaced = store::restoreBackup(folder, QFileInfo(file).absoluteFilePath(), [&](int percent) { progress.show(percent); });
     }
     printLine(QStringLiteral("Restored %1.").arg(file));
-    if (!kept.isEmpty()) {
-        printLine(QStringLiteral("The file that it replaced is kept as %1.").arg(kept));
+    if (!replaced.isEmpty()) {
+        printLine(QStringLiteral("The replaced file was moved to %1.").arg(replaced));
     }
     return true;
 }
@@ -112,9 +112,9 @@ const std::vector<Command> &commands()
         {"create", {"DIR"}, "makes three empty databases", create},
         {"demo", {"DIR"}, "makes the databases of an invented farm office with two seasons of work", demo},
         {"import", {"FROM", "DIR"}, "makes the databases from the suite's three Jet files in the folder FROM", import},
-        {"check", {"DIR"}, "reads everything and tells what is wrong; changes nothing", check},
-        {"backup", {"DIR"}, "makes a dated copy of PestMon.mdb; those of ten days are kept", backup},
-        {"restore", {"DIR", "FILE"}, "puts a copy back in the place of PestMon.mdb and keeps the file that it replaces", restore},
+        {"check", {"DIR"}, "reads everything and reports faults; changes nothing", check},
+        {"backup", {"DIR"}, "makes a dated copy of PestMon.mdb; those of ten days are retained", backup},
+        {"restore", {"DIR", "FILE"}, "restores PestMon.mdb from a copy; the replaced file is moved to Backups", restore},
     };
     return all;
 }
@@ -126,7 +126,7 @@ void printHelp()
         printLine(QStringLiteral("  farmdata %1 %2\n      %3").arg(command.name, command.arguments.join(u' '), command.help));
     }
     printLine(
-        QStringLiteral("\nDIR is the Databases folder. Existing databases are never written over. The exit status is 0 only on "
+        QStringLiteral("\nDIR is the Databases folder. Existing databases are never overwritten. The exit status is 0 only on "
                        "success."));
 }
 

@@ -6,6 +6,7 @@
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/ItemCombo.h"
 #include "platform/dao/Database.h"
+#include "platform/dao/Workspace.h"
 #include "shell/MDI_Monitoring.h"
 #include "store/Schema.h"
 

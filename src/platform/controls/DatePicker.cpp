@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/DatePicker.h"
 
+#include "platform/basic/Formats.h"
 #include "platform/controls/CalendarPopup.h"
-#include "platform/controls/DateText.h"
 #include "platform/controls/Theme.h"
 
 #include <QAction>
@@ -35,6 +35,14 @@ QString textOf(QDate date)
         .arg(date.year(), 4, 10, QChar(u'0'))
         .arg(date.month(), 2, 10, QChar(u'0'))
         .arg(date.day(), 2, 10, QChar(u'0'));
+}
+
+/// A typed date; nothing for other text. A year before 1900, such as 0511, is nearly always mistyped.
+std::optional<QDate> readDate(const QString &text)
+{
+    constexpr int earliestYear = 1900;
+    const QDate date = basic::dateFromText(text, basic::DateOrder::Typed);
+    return date.isValid() && date.year() >= earliestYear ? std::optional(date) : std::nullopt;
 }
 
 /// Keyboards of some locales type digits of their own.

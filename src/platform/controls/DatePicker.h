@@ -11,9 +11,10 @@ class CalendarPopup;
 
 /// A date shown as yyyy/MM/dd in every locale, with a calendar behind the icon.
 ///
-/// Any date that readDate() understands can be typed. It is taken by Enter, when the field is left, and before a key that may act
-/// while the focus stays here: Insert, or any with Alt. Other text is refused: the former date returns, and the key or click that
-/// ended the typing starts nothing. Up and Down change the year, month or day at the cursor, or the day when all is selected.
+/// A date can be typed as yyyy/MM/dd, dd/MM/yyyy or yyyyMMdd, also with dashes or points. It is taken by Enter, when the field is
+/// left, and before a key that may act while the focus stays here: Insert, or any with Alt. Other text is refused: the former
+/// date returns, and the key or click that ended the typing starts nothing. Up and Down change the year, month or day at the
+/// cursor, or the day when all is selected.
 class DatePicker : public QLineEdit
 {
     Q_OBJECT

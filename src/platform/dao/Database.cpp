@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/dao/Database.h"
 
+#include "platform/dao/CommitScope.h"
 #include "platform/dao/Conversion.h"
 #include "platform/dao/Engine.h"
+#include "platform/dao/Maintenance.h"
 #include "platform/dao/RecordsetState.h"
 
 #include <algorithm>
@@ -49,7 +51,7 @@ void Database::Append(const TableDef &definition)
     if (definition.Fields().empty()) {
         throw DataError(DataErrorNumber::SyntaxError, QStringLiteral("The table %1 has no fields.").arg(definition.Name()));
     }
-    WriteScope scope(*this);
+    CommitScope scope(*this);
     try {
         for (const QByteArray &sql : Catalog::createStatements(definition)) {
             Statement statement(engine.connection(), sql);
@@ -123,6 +125,21 @@ TableDef Database::tableDef(const QString &name) const
         definition.Append(index);
     }
     return definition;
+}
+
+void Database::backupTo(const QString &path) const
+{
+    copyFile(*state_->engine, path);
+}
+
+QStringList Database::checkIntegrity(const std::function<void(int percent)> &progress) const
+{
+    return dao::checkIntegrity(*state_->engine, progress);
+}
+
+QStringList Database::checkPages() const
+{
+    return dao::checkPages(*state_->engine);
 }
 
 QStringList Database::tableNames() const

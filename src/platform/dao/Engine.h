@@ -14,7 +14,7 @@
 namespace dao
 {
 
-/// A statement kept ready, with what is known of its result.
+/// A prepared statement, with what is known of its result.
 struct Query {
     Translation translation;
     /// Names of the columns in lower case, for finding them.
@@ -46,7 +46,7 @@ public:
     };
     BoundQuery select(const QString &sql);
     BoundQuery action(const QString &sql);
-    /// Tables have come or changed: nothing prepared is valid any more.
+    /// To be called when tables were added or changed: nothing prepared is valid any more.
     void forgetSchema();
     /// Forgets the schema when a writer on another connection has changed it; returns whether that was so.
     bool refreshSchema();
@@ -58,7 +58,7 @@ public:
     /// The next autonumber of a table.
     std::int32_t nextKey(TableInfo &table);
 
-    /// Changes with every write of this connection, so that a reader knows when to look again.
+    /// Changes with every write of this connection, so that a reader knows when to read again.
     std::uint64_t changeStamp() const { return changeStamp_; }
 
     void openScope();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/dao/Maintenance.h"
+
 #include "platform/basic/DiskSync.h"
-#include "platform/dao/Database.h"
 #include "platform/dao/Engine.h"
 
 #include <QFile>
@@ -17,7 +18,7 @@ namespace dao
 namespace
 {
 
-/// Steps of the engine between two reports of progress.
+/// Steps of SQLite between two reports of progress.
 constexpr int StepsPerReport = 50000;
 
 void copyPages(const Connection &from, const Connection &to)
@@ -39,10 +40,10 @@ void copyPages(const Connection &from, const Connection &to)
 [[noreturn]] void failBackup(const QString &path, const QString &reason)
 {
     throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess,
-                              QStringLiteral("The copy %1 cannot be made: %2").arg(path, reason));
+                              QStringLiteral("The copy %1 cannot be created: %2").arg(path, reason));
 }
 
-/// Counts the engine's steps while it checks a file, against what the tables' sizes let expect.
+/// Counts SQLite's steps while it checks a file, against the number that the sizes of the tables suggest.
 struct Progress {
     const std::function<void(int)> &report;
     double expectedSteps;
@@ -115,7 +116,7 @@ QStringList problemsFoundBy(const std::function<QStringList()> &check)
 
 } // namespace
 
-void Database::backupTo(const QString &path) const
+void copyFile(Engine &engine, const QString &path)
 {
     if (QFileInfo::exists(path)) {
         failBackup(path, QStringLiteral("there is a file of this name."));
@@ -127,7 +128,6 @@ void Database::backupTo(const QString &path) const
     target.close();
     {
         Connection copy(target.fileName(), Connection::Mode::ReadWrite);
-        Engine &engine = *state_->engine;
         // Writes of an open scope are not part of the file yet, so another connection reads it.
         if (engine.isInTransaction() && !engine.isExclusive()) {
             copyPages(Connection(engine.path(), Connection::Mode::ReadOnly), copy);
@@ -140,13 +140,12 @@ void Database::backupTo(const QString &path) const
         failBackup(path, QStringLiteral("the finished copy cannot be given its name."));
     }
     target.setAutoRemove(false);
-    QFile::setPermissions(path, QFile::permissions(Name()));
+    QFile::setPermissions(path, QFile::permissions(engine.path()));
     basic::syncToDisk(QFileInfo(path).absolutePath());
 }
 
-QStringList Database::checkIntegrity(const std::function<void(int percent)> &progress) const
+QStringList checkIntegrity(Engine &engine, const std::function<void(int percent)> &progress)
 {
-    Engine &engine = *state_->engine;
     const QStringList problems = problemsFoundBy([&] {
         Progress counted{progress, expectedSteps(engine)};
         const ProgressReports reports(engine.connection().get(), counted);
@@ -158,9 +157,9 @@ QStringList Database::checkIntegrity(const std::function<void(int percent)> &pro
     return problems;
 }
 
-QStringList Database::checkPages() const
+QStringList checkPages(Engine &engine)
 {
-    return problemsFoundBy([this] { return rowsOf(*state_->engine, "PRAGMA quick_check"); });
+    return problemsFoundBy([&] { return rowsOf(engine, "PRAGMA quick_check"); });
 }
 
 } // namespace dao

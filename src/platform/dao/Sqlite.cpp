@@ -17,13 +17,13 @@ namespace
 
 constexpr int BusyMilliseconds = 2000;
 
-int compareForEngine(void *, int leftSize, const void *left, int rightSize, const void *right)
+int compareForSqlite(void *, int leftSize, const void *left, int rightSize, const void *right)
 {
     return compareText({static_cast<const char *>(left), static_cast<std::size_t>(leftSize)},
                        {static_cast<const char *>(right), static_cast<std::size_t>(rightSize)});
 }
 
-void datePartForEngine(sqlite3_context *context, int, sqlite3_value **arguments)
+void datePartForSqlite(sqlite3_context *context, int, sqlite3_value **arguments)
 {
     if (sqlite3_value_type(arguments[1]) == SQLITE_NULL) {
         return;
@@ -60,18 +60,18 @@ DataError errorFor(int code, const QString &path, const QString &message, int sy
                 QStringLiteral("The disk is full, so %1 was not changed. Free some space and try again.").arg(path)};
     case SQLITE_READONLY:
         if (code == SQLITE_READONLY_ROLLBACK) {
-            return {
-                Number::NeedsRepair,
-                QStringLiteral("%1 was left in the middle of a write. The next start takes back what was half done.").arg(path)};
+            return {Number::NeedsRepair,
+                    QStringLiteral("%1 was left in the middle of a write. The next start rolls the unfinished write back.")
+                        .arg(path)};
         }
         return {Number::ReadOnly,
-                QStringLiteral("%1 cannot be written. Check the rights of the file and of its folder.").arg(path)};
+                QStringLiteral("%1 cannot be written. Check the permissions of the file and of its folder.").arg(path)};
     case SQLITE_CANTOPEN:
         return {Number::CannotOpenFile,
-                QStringLiteral("%1 cannot be opened. Check the rights of the file and of its folder.").arg(path)};
+                QStringLiteral("%1 cannot be opened. Check the permissions of the file and of its folder.").arg(path)};
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-        return {Number::DamagedFile, QStringLiteral("%1 is damaged. Put back a backup of it.").arg(path)};
+        return {Number::DamagedFile, QStringLiteral("%1 is damaged. Restore it from a backup.").arg(path)};
     case SQLITE_CONSTRAINT:
         if (code == SQLITE_CONSTRAINT_NOTNULL) {
             return {Number::NullKey, QStringLiteral("A key in %1 cannot be null (%2).").arg(path, message)};
@@ -86,14 +86,14 @@ DataError errorFor(int code, const QString &path, const QString &message, int sy
 
 void Connection::Closer::operator()(sqlite3 *handle) const
 {
-    // Statements may outlive the connection in a recordset; the engine closes after the last of them.
+    // Statements may outlive the connection in a recordset; SQLite closes after the last of them.
     sqlite3_close_v2(handle);
 }
 
 Connection::Connection(const QString &path, Mode mode) : path_(path)
 {
-    // Counting its memory costs the engine a lock at every allocation. It refuses once another part of the process has
-    // started it, which does no harm.
+    // Counting its memory costs SQLite a lock at every allocation. It refuses once another part of the process has started it,
+    // which does no harm.
     static const int withoutCounting = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
     Q_UNUSED(withoutCounting);
     sqlite3 *handle = nullptr;
@@ -112,8 +112,8 @@ Connection::Connection(const QString &path, Mode mode) : path_(path)
     sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    sqlite3_create_collation(handle, CollationName, SQLITE_UTF8, nullptr, compareForEngine);
-    sqlite3_create_function(handle, "datepart", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, datePartForEngine, nullptr,
+    sqlite3_create_collation(handle, CollationName, SQLITE_UTF8, nullptr, compareForSqlite);
+    sqlite3_create_function(handle, "datepart", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, datePartForSqlite, nullptr,
                             nullptr);
 }
 
@@ -219,7 +219,7 @@ bool Statement::step()
         sqlite3_reset(get());
         return false;
     }
-    // The connection keeps the message of the failed step through the reset.
+    // The connection retains the message of the failed step through the reset.
     sqlite3_reset(get());
     connection_->fail(code);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/dao/Workspace.h"
+
 #include "platform/basic/TextFiles.h"
-#include "platform/dao/Database.h"
 #include "platform/dao/Engine.h"
 #include "platform/dao/FileFormat.h"
 
@@ -15,28 +16,28 @@ namespace dao
 namespace
 {
 
-// A rollback journal, so that at rest the file alone holds everything, and a wait for the disk at every commit. Pages are looked
-// over as they are read, since damage must be told and not followed.
+// A rollback journal, so that an idle file holds everything, and a wait for the disk at every commit. Pages are checked as they
+// are read, since damage must be reported and not followed.
 constexpr const char *Settings =
     "PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA; PRAGMA temp_store=MEMORY; PRAGMA cache_size=-8000;"
     "PRAGMA cell_size_check=ON;";
 
-QString existingFile(const QString &told)
+QString existingFile(const QString &requested)
 {
-    const auto path = basic::findPath(told);
+    const auto path = basic::findPath(requested);
     if (!path) {
-        throw DataError(DataErrorNumber::FileNotFound, QStringLiteral("Could not find the file %1.").arg(told));
+        throw DataError(DataErrorNumber::FileNotFound, QStringLiteral("Could not find the file %1.").arg(requested));
     }
     const QFileInfo info(*path);
     if (info.isDir() || !info.isReadable()) {
         throw DataError(DataErrorNumber::CannotOpenFile,
                         info.isDir() ? QStringLiteral("%1 is a folder, not a database file.").arg(*path)
-                                     : QStringLiteral("%1 cannot be opened: there are no rights to read it.").arg(*path));
+                                     : QStringLiteral("%1 cannot be opened: you have no permission to read it.").arg(*path));
     }
     return info.absoluteFilePath();
 }
 
-/// The first reading of the file: repairs what a killed program left behind and takes the lock of an exclusive opening.
+/// Reads the file for the first time: rolls back what a killed program left behind and takes the lock of an exclusive opening.
 void readFirst(Connection &connection, bool exclusive)
 {
     try {
@@ -83,7 +84,7 @@ std::unique_ptr<Database> Workspace::CreateDatabase(const QString &path, const Q
         throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess,
                                   QFileInfo::exists(target)
                                       ? QStringLiteral("The file %1 exists already.").arg(target)
-                                      : QStringLiteral("The file %1 cannot be made: %2").arg(target, file.errorString()));
+                                      : QStringLiteral("The file %1 cannot be created: %2").arg(target, file.errorString()));
     }
     file.close();
     try {

@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What was found in a period: rankings of pests and blocks, total rows and detail rows.
-#include "store/clsPestMONNew.h"
+#include "store/PeriodQueries.h"
 
 #include "common/MonitoringConstants.h"
 #include "store/SqlText.h"
 
-using store::sqlText;
+namespace store
+{
 
 namespace
 {
-
-using Key = clsPestMONNew::Key;
-using SerialDate = basic::SerialDate;
 
 /// What a ranking lists, and what it may be limited to.
 struct Ranking {
@@ -28,12 +25,12 @@ QString rankingSql(Ranking ranking, Key limit, SerialDate from, SerialDate to, K
 {
     const QString limited = limit == 0 ? QString() : sqlText(u" and tblPMDataMax.", ranking.limitedBy, u" =", limit);
     const QString period = between(u"tblPMTrans.PMTransDateCom", from, to);
-    if (mode == clsPestMONNew::Unordered) {
+    if (mode == Unordered) {
         return sqlText(u"Select distinct ", ranking.listed, u" from tblPMDataMax, tblPMTrans",
                        u" Where tblPMDataMax.PMTransID = tblPMTrans.PMTransID", limited, period, u" and tblPMTrans.PMMethodID = ",
                        method, u" and tblPMTrans.PMTransCom =", true, u" order by ", ranking.listed);
     }
-    if (mode != clsPestMONNew::HighestFirst && mode != clsPestMONNew::LowestFirst) {
+    if (mode != HighestFirst && mode != LowestFirst) {
         return {};
     }
     const QStringView total = method == CountMethod ? u"PMCountMax" : u"PMYesMax";
@@ -41,7 +38,7 @@ QString rankingSql(Ranking ranking, Key limit, SerialDate from, SerialDate to, K
                    u" FROM tblPMTrans INNER JOIN tblPMDataMax ON tblPMTrans.PMTransID = tblPMDataMax.PMTransID",
                    u" Where tblPMTrans.PMMethodID = ", method, u" And tblPMTrans.PMTransCom = ", true, limited, period,
                    u" GROUP BY tblPMDataMax.", ranking.listed, u" ORDER BY Sum(tblPMDataMax.", total, u") ",
-                   mode == clsPestMONNew::HighestFirst ? u"DESC" : u"ASC", u", tblPMDataMax.", ranking.listed, u" ASC");
+                   mode == HighestFirst ? u"DESC" : u"ASC", u", tblPMDataMax.", ranking.listed, u" ASC");
 }
 
 QString totalsSql(Key target, Key method, const QString &conditions)
@@ -58,40 +55,40 @@ QString onlyBlock(Key block)
 
 } // namespace
 
-dao::Recordset clsPestMONNew::Get_PestDataMax_for_Period_Pest_Block(Key block, SerialDate from, SerialDate to, Key method,
-                                                                    int mode)
+Recordset PeriodQueries::Get_PestDataMax_for_Period_Pest_Block(Key block, SerialDate from, SerialDate to, Key method, int mode)
 {
-    return pestRows(rankingSql({u"CTargetID", u"BlockID"}, block, from, to, method, mode));
+    return access_.pestRows(rankingSql({u"CTargetID", u"BlockID"}, block, from, to, method, mode));
 }
 
-dao::Recordset clsPestMONNew::Get_PestDataMax_for_Period_Block(Key target, SerialDate from, SerialDate to, Key method, int mode)
+Recordset PeriodQueries::Get_PestDataMax_for_Period_Block(Key target, SerialDate from, SerialDate to, Key method, int mode)
 {
-    return pestRows(rankingSql({u"BlockID", u"CTargetID"}, target, from, to, method, mode));
+    return access_.pestRows(rankingSql({u"BlockID", u"CTargetID"}, target, from, to, method, mode));
 }
 
-dao::Recordset clsPestMONNew::New_Get_PestDataMax_for_Period_Pest_Block(Key block, Key target, SerialDate from, SerialDate to)
+Recordset PeriodQueries::New_Get_PestDataMax_for_Period_Pest_Block(Key block, Key target, SerialDate from, SerialDate to)
 {
-    return pestRows(totalsSql(
+    return access_.pestRows(totalsSql(
         target, CountMethod,
         sqlText(between(u"tblPMTrans.PMTransDateCom", from, to), onlyBlock(block), u" and tblPMTrans.PMTransCom =", true)));
 }
 
-dao::Recordset clsPestMONNew::New_Get_PestDataMaxYesNo_for_Period_Pest_Block(Key block, Key target, SerialDate from,
-                                                                             SerialDate to)
+Recordset PeriodQueries::New_Get_PestDataMaxYesNo_for_Period_Pest_Block(Key block, Key target, SerialDate from, SerialDate to)
 {
     QString conditions = sqlText(between(u"tblPMTrans.PMTransDate", from, to), onlyBlock(block));
     if (block != 0) {
         conditions += u" and  PMTransDateCom is not null";
     }
-    return pestRows(totalsSql(target, YesNoMethod, conditions));
+    return access_.pestRows(totalsSql(target, YesNoMethod, conditions));
 }
 
-dao::Recordset clsPestMONNew::Get_PestData_for_Block(Key block, Key target, SerialDate from, SerialDate to)
+Recordset PeriodQueries::Get_PestData_for_Block(Key block, Key target, SerialDate from, SerialDate to)
 {
-    return pestRows(sqlText(u"SELECT tblPMTrans.*, tblPMData.* FROM tblPMTrans",
-                            u" INNER JOIN tblPMData ON tblPMTrans.PMTransID = tblPMData.PMTransID",
-                            u" WHERE tblPMTrans.PMTransDateCom>=", from, u" AND tblPMTrans.PMTransDateCom<=", to,
-                            u" AND tblPMTrans.PMTransCom=", true, u" AND tblPMData.BlockID=", block,
-                            u" AND tblPMData.CTargetID =", target,
-                            u" order by tblPMTrans.PMTransDateCom, tblPMTrans.PMTransID,tblPMData.PMBPunt, tblPMData.PMDataID"));
+    return access_.pestRows(
+        sqlText(u"SELECT tblPMTrans.*, tblPMData.* FROM tblPMTrans",
+                u" INNER JOIN tblPMData ON tblPMTrans.PMTransID = tblPMData.PMTransID", u" WHERE tblPMTrans.PMTransDateCom>=",
+                from, u" AND tblPMTrans.PMTransDateCom<=", to, u" AND tblPMTrans.PMTransCom=", true, u" AND tblPMData.BlockID=",
+                block, u" AND tblPMData.CTargetID =", target,
+                u" order by tblPMTrans.PMTransDateCom, tblPMTrans.PMTransID,tblPMData.PMBPunt, tblPMData.PMDataID"));
 }
+
+} // namespace store

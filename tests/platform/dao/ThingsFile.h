@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/dao/Database.h"
+#include "platform/dao/Workspace.h"
 
 #include <QTemporaryDir>
 
@@ -21,10 +21,10 @@ template <typename Action> int errorOf(Action &&action)
 
 /// A file in a folder of its own with a table of every type: Things (ThingID auto, Name Text 10, Code Text 5 not empty, Small
 /// Integer, Big Long, Share Single, Precise Double, Day Date, Flag Boolean).
-class TestFile
+class ThingsFile
 {
 public:
-    TestFile()
+    ThingsFile()
     {
         database_ = Workspace::CreateDatabase(path(), QStringLiteral(";pwd=secret"));
         TableDef things = database_->CreateTableDef(QStringLiteral("Things"));

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "TestFile.h"
+#include "ThingsFile.h"
+
+#include "platform/dao/CommitScope.h"
 
 #include <QFileInfo>
 #include <QTest>
@@ -41,28 +43,28 @@ private:
 
 } // namespace
 
-class WriteScopeTest : public QObject
+class CommitScopeTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
     void nothingIsSeenBeforeTheEnd();
-    void anErrorKeepsWhatStoodBefore();
+    void anErrorCommitsWhatWasWrittenBefore();
     void rollbackDropsItsOwnPartOnly();
     void keysOfADroppedScopeAreNotGivenAgain();
     void tablesOfADroppedScopeAreGone();
     void aKilledProgramLeavesNothingOfItsScope();
-    void fullDiskKeepsTheOldValue();
-    void fullDiskInAScopeIsTold();
+    void fullDiskLeavesTheOldValue();
+    void fullDiskInAScopeIsReported();
 };
 
-void WriteScopeTest::nothingIsSeenBeforeTheEnd()
+void CommitScopeTest::nothingIsSeenBeforeTheEnd()
 {
-    TestFile file;
+    ThingsFile file;
     const auto other = file.openAgain();
     {
-        WriteScope outer(*file);
+        CommitScope outer(*file);
         {
-            WriteScope inner(*file);
+            CommitScope inner(*file);
             file.add("a");
             inner.commit();
         }
@@ -72,11 +74,11 @@ void WriteScopeTest::nothingIsSeenBeforeTheEnd()
     QCOMPARE(rowsIn(*other), 2);
 }
 
-void WriteScopeTest::anErrorKeepsWhatStoodBefore()
+void CommitScopeTest::anErrorCommitsWhatWasWrittenBefore()
 {
-    TestFile file;
+    ThingsFile file;
     const int error = errorOf([&] {
-        WriteScope scope(*file);
+        CommitScope scope(*file);
         file.add("a");
         QCOMPARE(errorOf([&] { file->Execute("Insert into Things (ThingID) values (1)"); }), 3022);
         file.add("b");
@@ -86,16 +88,16 @@ void WriteScopeTest::anErrorKeepsWhatStoodBefore()
     QCOMPARE(rowsIn(*file.openAgain()), 2);
 }
 
-void WriteScopeTest::rollbackDropsItsOwnPartOnly()
+void CommitScopeTest::rollbackDropsItsOwnPartOnly()
 {
-    TestFile file;
+    ThingsFile file;
     file.add("before");
     {
-        WriteScope outer(*file);
-        file.add("kept");
+        CommitScope outer(*file);
+        file.add("committed");
         Recordset set = file->OpenRecordset("Select * from Things", RecordsetType::Dynaset);
         {
-            WriteScope inner(*file);
+            CommitScope inner(*file);
             set.Edit();
             set.set("Name", QStringLiteral("dropped"));
             set.Update();
@@ -107,18 +109,18 @@ void WriteScopeTest::rollbackDropsItsOwnPartOnly()
     }
     QCOMPARE(rowsIn(*file), 2);
     {
-        WriteScope scope(*file);
+        CommitScope scope(*file);
         scope.rollback();
-        file.add("behind");
+        file.add("after");
     }
     QCOMPARE(rowsIn(*file), 3);
 }
 
-void WriteScopeTest::keysOfADroppedScopeAreNotGivenAgain()
+void CommitScopeTest::keysOfADroppedScopeAreNotGivenAgain()
 {
-    TestFile file;
+    ThingsFile file;
     {
-        WriteScope scope(*file);
+        CommitScope scope(*file);
         QCOMPARE(file.add("a"), 1);
         scope.rollback();
     }
@@ -128,11 +130,11 @@ void WriteScopeTest::keysOfADroppedScopeAreNotGivenAgain()
     QCOMPARE(file.add("c"), 10);
 }
 
-void WriteScopeTest::tablesOfADroppedScopeAreGone()
+void CommitScopeTest::tablesOfADroppedScopeAreGone()
 {
-    TestFile file;
+    ThingsFile file;
     {
-        WriteScope scope(*file);
+        CommitScope scope(*file);
         TableDef made("tblShort");
         made.Append(TableDef::CreateField("First", FieldType::Long));
         file->Append(made);
@@ -143,9 +145,9 @@ void WriteScopeTest::tablesOfADroppedScopeAreGone()
     QCOMPARE(file->tableNames(), QStringList{"Things"});
 }
 
-void WriteScopeTest::aKilledProgramLeavesNothingOfItsScope()
+void CommitScopeTest::aKilledProgramLeavesNothingOfItsScope()
 {
-    TestFile file;
+    ThingsFile file;
     file.add("before");
     TableDef wide("tblWide");
     wide.Append(TableDef::CreateField("Filler", FieldType::Text, 255));
@@ -154,9 +156,9 @@ void WriteScopeTest::aKilledProgramLeavesNothingOfItsScope()
     file.close();
     const pid_t child = ::fork();
     if (child == 0) {
-        // Enough rows that the engine has to write into the file before the end.
+        // Enough rows that SQLite has to write into the file before the end.
         const auto database = Workspace::OpenDatabase(path, false, false, ";pwd=secret");
-        WriteScope scope(*database);
+        CommitScope scope(*database);
         database->Execute("Update Things set Name = 'after'");
         Recordset set = database->OpenRecordset("Select * from tblWide", RecordsetType::Dynaset);
         for (int i = 0; i < 60000; ++i) {
@@ -177,9 +179,9 @@ void WriteScopeTest::aKilledProgramLeavesNothingOfItsScope()
     QVERIFY(!QFileInfo::exists(path + "-journal"));
 }
 
-void WriteScopeTest::fullDiskKeepsTheOldValue()
+void CommitScopeTest::fullDiskLeavesTheOldValue()
 {
-    TestFile file;
+    ThingsFile file;
     const std::int32_t key = file.add("old");
     const QString sql = QStringLiteral("Select * from Things where ThingID = %1").arg(key);
     Recordset set = file->OpenRecordset(sql, RecordsetType::Dynaset);
@@ -196,13 +198,13 @@ void WriteScopeTest::fullDiskKeepsTheOldValue()
     QCOMPARE(file->OpenRecordset(sql).text("Name"), QStringLiteral("new"));
 }
 
-void WriteScopeTest::fullDiskInAScopeIsTold()
+void CommitScopeTest::fullDiskInAScopeIsReported()
 {
-    TestFile file;
+    ThingsFile file;
     file.add("old");
     bool isLost = false;
     {
-        WriteScope scope(*file);
+        CommitScope scope(*file);
         file.add("first");
         TableDef made("tblShort");
         made.Append(TableDef::CreateField("First", FieldType::Long));
@@ -211,7 +213,7 @@ void WriteScopeTest::fullDiskInAScopeIsTold()
         int error = 0;
         {
             const FullDisk disk(QFileInfo(file.path()).size() + 40960);
-            // Twice as many rows each time, soon more than the engine keeps in memory.
+            // Twice as many rows each time, soon more than the page cache holds.
             for (int i = 0; i < 19 && error == 0; ++i) {
                 error = errorOf([&] { file->Execute("Insert into Things (Name, Big) Select Name, Big from Things"); });
             }
@@ -222,7 +224,7 @@ void WriteScopeTest::fullDiskInAScopeIsTold()
         // The limit on a file's size shows as a full disk or as a failed write, depending on the file that meets it.
         QVERIFY(error == 3026 || error == 3043);
         const int later = errorOf([&] { file.add("later"); });
-        // The engine either undid the one row or everything; in the second case no later write may pretend otherwise.
+        // SQLite rolled back either the one row or everything; in the second case every later write must fail.
         isLost = later != 0;
         QCOMPARE(errorOf([&] { scope.commit(); }), later);
     }
@@ -234,5 +236,5 @@ void WriteScopeTest::fullDiskInAScopeIsTold()
     QVERIFY(file.add("after") > 1);
 }
 
-QTEST_GUILESS_MAIN(WriteScopeTest)
-#include "WriteScopeTest.moc"
+QTEST_GUILESS_MAIN(CommitScopeTest)
+#include "CommitScopeTest.moc"

@@ -111,7 +111,7 @@ SerialDate may(int day)
 } // namespace
 
 /// Leaf, fruit and soil analyses of the data class.
-class AnalysisStoreTest : public QObject
+class AnalysisOperationsTest : public QObject
 {
     Q_OBJECT
 
@@ -225,5 +225,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(AnalysisStoreTest)
-#include "AnalysisStoreTest.moc"
+QTEST_GUILESS_MAIN(AnalysisOperationsTest)
+#include "AnalysisOperationsTest.moc"

@@ -1,22 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/dao/CommitScope.h"
+
 #include "platform/dao/Engine.h"
 
 namespace dao
 {
 
-WriteScope::WriteScope(Database &database) : database_(database)
+CommitScope::CommitScope(Database &database) : database_(database)
 {
     database_.state().engine->openScope();
 }
 
-WriteScope::~WriteScope()
+CommitScope::~CommitScope()
 {
     if (open_) {
         basic::runOrIgnore([this] { commit(); });
     }
 }
 
-void WriteScope::commit()
+void CommitScope::commit()
 {
     if (open_) {
         open_ = false;
@@ -24,7 +26,7 @@ void WriteScope::commit()
     }
 }
 
-void WriteScope::rollback()
+void CommitScope::rollback()
 {
     if (open_) {
         open_ = false;
