@@ -20,7 +20,7 @@ namespace
 // are read, since damage must be reported and not followed.
 constexpr const char *Settings =
     "PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA; PRAGMA temp_store=MEMORY; PRAGMA cache_size=-8000;"
-    "PRAGMA cell_size_check=ON;";
+    "PRAGMA cell_size_check=ON; PRAGMA mmap_size=0;";
 
 QString existingFile(const QString &requested)
 {
@@ -29,10 +29,10 @@ QString existingFile(const QString &requested)
         throw DataError(DataErrorNumber::FileNotFound, QStringLiteral("Could not find the file %1.").arg(requested));
     }
     const QFileInfo info(*path);
-    if (info.isDir() || !info.isReadable()) {
+    if (!info.isFile() || !info.isReadable()) {
         throw DataError(DataErrorNumber::CannotOpenFile,
-                        info.isDir() ? QStringLiteral("%1 is a folder, not a database file.").arg(*path)
-                                     : QStringLiteral("%1 cannot be opened: you have no permission to read it.").arg(*path));
+                        !info.isFile() ? QStringLiteral("%1 is not a file.").arg(*path)
+                                       : QStringLiteral("%1 cannot be opened: you have no permission to read it.").arg(*path));
     }
     return info.absoluteFilePath();
 }
