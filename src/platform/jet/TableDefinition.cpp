@@ -64,6 +64,8 @@ ColumnDefinition readColumn(Bytes bytes)
     if (column.type == ColumnType::Numeric) {
         column.precision = bytes.byteAt(11);
         column.scale = bytes.byteAt(12);
+    } else {
+        column.sortOrder = bytes.longAt(11);
     }
     const std::uint8_t flags = bytes.byteAt(15);
     column.isFixed = (flags & Fixed) != 0;
@@ -118,8 +120,8 @@ IndexDefinition readTree(Bytes bytes, const std::vector<ColumnDefinition> &colum
     return index;
 }
 
-/// What the names add to the trees; the name of an index goes before that of a relation.
-void nameTrees(Bytes bytes, std::size_t at, std::uint32_t nameCount, std::vector<IndexDefinition> &indexes)
+/// What the names add to the trees; the name of an index goes before that of a relation. Returns where the names end.
+std::size_t nameTrees(Bytes bytes, std::size_t at, std::uint32_t nameCount, std::vector<IndexDefinition> &indexes)
 {
     constexpr std::uint8_t Primary = 1;
     constexpr std::uint8_t Relation = 2;
@@ -138,9 +140,20 @@ void nameTrees(Bytes bytes, std::size_t at, std::uint32_t nameCount, std::vector
         }
         index.isPrimary = index.isPrimary || kind == Primary;
     }
+    return nameAt;
 }
 
-std::vector<IndexDefinition> readIndexes(Bytes bytes, std::size_t at, const std::vector<ColumnDefinition> &columns)
+std::vector<LongValuePages> readLongValuePages(Bytes bytes, std::size_t at)
+{
+    std::vector<LongValuePages> pages;
+    for (; bytes.shortAt(at) != NoColumn; at += 10) {
+        pages.push_back({bytes.shortAt(at), positionAt(bytes, at + 2), positionAt(bytes, at + 6)});
+    }
+    return pages;
+}
+
+/// Moves `at` behind the indexes.
+std::vector<IndexDefinition> readIndexes(Bytes bytes, std::size_t &at, const std::vector<ColumnDefinition> &columns)
 {
     const std::uint32_t count = bytes.longAt(IndexesOffset);
     const std::uint32_t nameCount = bytes.longAt(IndexNamesOffset);
@@ -153,7 +166,7 @@ std::vector<IndexDefinition> readIndexes(Bytes bytes, std::size_t at, const std:
         indexes.back().number = i;
         indexes.back().distinctKeys = bytes.longAt(CountsOffset + CountSize * i + 4);
     }
-    nameTrees(bytes, at, nameCount, indexes);
+    at = nameTrees(bytes, at, nameCount, indexes);
     return indexes;
 }
 
@@ -206,6 +219,7 @@ TableDefinition readDefinition(const Pager &pager, std::uint32_t firstPage)
         std::size_t at = CountsOffset + CountSize * std::size_t{bytes.longAt(IndexesOffset)};
         table.columns = readColumns(bytes, at);
         table.indexes = readIndexes(bytes, at, table.columns);
+        table.longValues = readLongValuePages(bytes, at);
         return table;
     });
 }
