@@ -120,6 +120,17 @@ QString unsupportedIndex(const TableDefinition &table, const IndexDefinition &in
     return {};
 }
 
+bool hasKnownOrder(const QString &name)
+{
+    try {
+        KeyBytes key;
+        appendText(key, name);
+        return true;
+    } catch (const Fault &) {
+        return false;
+    }
+}
+
 std::size_t nullsInKey(const IndexDefinition &index, const std::vector<Value> &values)
 {
     return static_cast<std::size_t>(std::count_if(index.columns.begin(), index.columns.end(), [&](const IndexColumn &part) {

@@ -18,6 +18,9 @@ using KeyBytes = std::string;
 /// names of the catalogue, whose order is known for letters, digits, space and underscore.
 QString unsupportedIndex(const TableDefinition &table, const IndexDefinition &index, bool isCatalogue);
 
+/// Whether a name can be put in the order of the catalogue.
+bool hasKnownOrder(const QString &name);
+
 /// The key of a row. Nothing for a row that the index leaves out. A Fault for a text whose order is not known.
 std::optional<KeyBytes> indexKey(const TableDefinition &table, const IndexDefinition &index, const std::vector<Value> &values);
 

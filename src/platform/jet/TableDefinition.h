@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <optional>
@@ -52,6 +53,8 @@ struct ColumnDefinition {
     std::optional<bool> allowsZeroLength;
     /// Text and Memo: locale, 0x0409 for the general order, and in the highest byte its version.
     std::uint32_t sortOrder = 0;
+    /// As the file has them; among them what is said apart here.
+    std::uint8_t flags = 0;
     /// Numeric alone: digits in all, and behind the point.
     std::uint8_t precision = 0;
     std::uint8_t scale = 0;
@@ -111,6 +114,8 @@ struct TableDefinition {
     /// In the order of the columns' numbers, which is that of their making.
     std::vector<ColumnDefinition> columns;
     std::vector<IndexDefinition> indexes;
+    /// Names of the relations to other tables that the file enforces.
+    QStringList relations;
     std::vector<LongValuePages> longValues;
     /// Why the table's properties (AllowZeroLength) cannot be read; empty when they can.
     QString propertiesFault;
