@@ -19,6 +19,14 @@ std::size_t offsetOf(int slot)
     return Begin + Size * static_cast<std::size_t>(slot + 1);
 }
 
+void setNew(unsigned char *firstPage)
+{
+    for (int slot = -1; slot < Pairs - 1; ++slot) {
+        firstPage[offsetOf(slot)] = 0;
+        firstPage[offsetOf(slot) + 1] = 1;
+    }
+}
+
 void setWriting(unsigned char *firstPage, int slot)
 {
     std::fill_n(firstPage + offsetOf(slot), Size, std::uint8_t{0});

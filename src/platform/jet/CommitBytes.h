@@ -18,6 +18,8 @@ constexpr std::size_t Size = 2;
 
 /// Of the user in a slot of the lock file. The first pair of all belongs to who has the file to himself.
 std::size_t offsetOf(int slot);
+/// Nobody has written yet.
+void setNew(unsigned char *firstPage);
 /// As they are while the user writes.
 void setWriting(unsigned char *firstPage, int slot);
 void setWritten(unsigned char *firstPage, int slot);
