@@ -25,6 +25,6 @@ clsPestMONNew::Status Create_PMDataMax(clsPestMONNew &objPestMON, clsPestMONNew:
 /// at the end.
 clsPestMONNew::Status Save_Instruction(SessionContext &session, clsPestMONNew &objPestMON);
 
-/// Issues the successor of the instruction in hand: same values, blocks and pests, fresh zero rows. One write scope.
+/// Issues the successor of the current instruction: same values, blocks and pests, fresh zero rows. Completely or not at all.
 /// CurrentPMTransID is the same before and after.
 clsPestMONNew::Status Repeat_Instruction(SessionContext &session, clsPestMONNew &objPestMON);
