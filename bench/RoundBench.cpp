@@ -23,6 +23,9 @@
 
 #include <vector>
 
+using pestmon::Clear_Instruction;
+using pestmon::Save_Instruction;
+
 namespace
 {
 
@@ -210,7 +213,7 @@ void listInstructions(benchmark::State &state)
     BigProgram &program = programOf(sizeOf(state));
     QMetaObject::invokeMethod(&program.find<QAbstractButton>("imSpray"), "click");
     auto &all = program.find<QRadioButton>("chkAll");
-    program.find<QDateEdit>("dtpDateFrom").setDate(QDate(2000, 1, 1));
+    program.find<controls::DatePicker>("dtpDateFrom").choose(QDate(2000, 1, 1));
     RawSqlite raw(program.farm.pestFile());
     sqlite3_stmt *list =
         raw.prepare("SELECT * FROM tblPMTrans WHERE PMTransDate >= 36526 AND PMTransDate <= 60000 ORDER BY PMTransDate");

@@ -21,10 +21,10 @@ int run(FarmApplication &application)
 {
     controls::MessageBoxes boxes;
     try {
-        const ProgramPlaces places = ProgramPlaces::ofThisProgram();
-        const QString folder = programFolder(places);
+        const ProgramFolders folders = ProgramFolders::ofThisProgram();
+        const QString folder = programFolder(folders);
         if (!holdsDatabases(folder)) {
-            makeProgramFolder(folder, places.templates);
+            makeProgramFolder(folder, folders.templates);
             boxes.message(firstFarmText(folder), {}, controls::BoxIcon::Information);
             return Failed;
         }
@@ -32,7 +32,7 @@ int run(FarmApplication &application)
         if (window.load(folder) != MDI_Monitoring::Load::Done) {
             return Failed;
         }
-        window.makeTemplates(places.templates);
+        window.makeTemplates(folders.templates);
         boxes.setParent(&window);
         application.setErrorHandler([shown = QPointer(&window)](const basic::RunTimeError &error) {
             if (shown) {
@@ -52,7 +52,7 @@ int run(FarmApplication &application)
 int main(int argc, char **argv)
 {
 #ifdef Q_OS_UNIX
-    // What the program makes is for its user alone; an office that shares a farm grants the permissions itself.
+    // New files are private to the user; sharing a farm's files requires explicit permissions.
     ::umask(S_IRWXG | S_IRWXO);
 #endif
     FarmApplication application(argc, argv);

@@ -31,20 +31,20 @@ public:
     MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry> entries, QWidget *parent = nullptr);
     ~MDI_Monitoring() override;
 
-    /// Reads the hand-off files, opens the databases, brings them up to date and selects the first farm. `appPath` is the
-    /// program's folder. Errors that the start does not take pass through; the program is then to end.
+    /// Reads the hand-off files, opens and upgrades the databases and selects the first farm. `appPath` is the program's folder.
+    /// Unhandled errors propagate; the program must then end.
     Load load(const QString &appPath);
-    /// Gives the loaded program's folder the templates that it lacks.
+    /// Copies missing templates to the loaded program's folder.
     void makeTemplates(const QString &installed);
 
-    /// The screen now open; nothing while the menu is.
+    /// The open screen; nothing while the menu is open.
     ChildScreen *CurrentForm() const;
     bool menuIsOpen() const;
-    /// What the status line shows.
+    /// Text of the status line.
     QString statusText() const;
-    /// Takes finished workbooks in place of the desktop; must outlive the window.
+    /// Replaces the desktop as the launcher of workbooks; must outlive the window.
     void setLauncher(excel::Launcher &launcher) { launcher_ = &launcher; }
-    /// Brings the pest database's copy of the plantings up to date; part of the load.
+    /// Updates the pest database's copy of the plantings; part of the load.
     void Update_TempBlock();
 
     SessionContext &session() override { return session_; }
@@ -58,7 +58,7 @@ public:
     std::optional<excel::Application> &excelApplication() override { return excelApplication_; }
 
 Q_SIGNALS:
-    /// The user ended the program; no screen was asked.
+    /// The user ended the program; screens cannot object.
     void ended();
 
 protected:
@@ -66,15 +66,15 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    /// Runs what a signal brought about and shows an error that nobody took; none may pass through the toolkit.
+    /// Runs a slot and shows its error; no exception may pass through the toolkit.
     template <typename Body> void guarded(Body &&body);
     void setUpBar();
     void setUpKeys();
     void showKeys();
-    /// Adds to what the status line says of the start.
+    /// Adds to the failures of the start in the status line.
     void noteStartFailure(const QString &text);
     void Connect_Databases();
-    /// Makes today's copy of the pest database. Why there is none; empty when there is one.
+    /// Makes today's copy of the pest database. The reason when there is none, else empty.
     QString backUp();
     void backUpEachDay();
     void upgrade();

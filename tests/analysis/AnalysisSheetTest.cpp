@@ -6,7 +6,7 @@
 
 #include <QFileInfo>
 
-/// What Print puts on a sheet, as an independent reader finds it.
+/// The sheet made by Print, as read by an independent reader.
 class AnalysisSheetTest : public AnalysisScreen
 {
     Q_OBJECT
@@ -14,8 +14,8 @@ private Q_SLOTS:
     void sheetOfAKind_data();
     void sheetOfAKind();
     void hiddenRowsLeaveNoGaps();
-    void anEmptyListGivesTheTop();
-    void withoutTemplateTheScreenStays();
+    void emptyListGivesTheHeadings();
+    void withoutTemplateTheScreenStaysOpen();
 
 private:
     ReadSheet print()
@@ -101,7 +101,7 @@ void AnalysisSheetTest::hiddenRowsLeaveNoGaps()
     QCOMPARE(sheet.value("A8"), QString());
 }
 
-void AnalysisSheetTest::anEmptyListGivesTheTop()
+void AnalysisSheetTest::emptyListGivesTheHeadings()
 {
     makeTemplate(farm_->appPath(), QStringLiteral("Analysis.xls"));
     open(u"Ex");
@@ -110,7 +110,7 @@ void AnalysisSheetTest::anEmptyListGivesTheTop()
     QCOMPARE(sheet.value("A7"), QString());
 }
 
-void AnalysisSheetTest::withoutTemplateTheScreenStays()
+void AnalysisSheetTest::withoutTemplateTheScreenStaysOpen()
 {
     open(u"Leaf");
     click("cmdExcel");

@@ -18,6 +18,7 @@
 
 #include <unistd.h>
 
+namespace capture = pestmon::capture;
 #include <algorithm>
 #include <iostream>
 #include <random>

@@ -111,14 +111,14 @@ private Q_SLOTS:
         const int first = issue(QStringLiteral("Count"), {1}, {1, 2, 3});
         const QString whole = rowsOf(first);
         auto &store = host_->objPestMON();
-        QCOMPARE(Load_Selection(store, first), clsPestMONNew::Done);
+        QCOMPARE(pestmon::Load_Selection(store, first), clsPestMONNew::Done);
         int before = 0;
         atEveryOperation(
             [&] {
                 before = instructions();
                 farm_->session.CurrentPMTransID = 0;
                 try {
-                    const auto status = Save_Instruction(farm_->session, store);
+                    const auto status = pestmon::Save_Instruction(farm_->session, store);
                     host_->failure = store.lastError() ? store.lastError()->description() : QString();
                     return status == clsPestMONNew::Done;
                 } catch (const basic::RunTimeError &error) {

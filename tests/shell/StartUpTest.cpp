@@ -15,7 +15,7 @@
 
 using store::DatabaseFile;
 
-/// The load of the main window on folders that are whole, partly filled or damaged.
+/// The load of the main window on complete, incomplete and damaged folders.
 class StartUpTest : public QObject
 {
     Q_OBJECT
@@ -31,8 +31,8 @@ private Q_SLOTS:
     void bringsThePestFileUpToDate();
     void copyIsMadeBeforeTheFirstWrite();
     void copyIsMadeBeforeTheFirstWriteOfTheNextDay();
-    void failedCopyIsNamedAndNoHindrance();
-    void missingTemplatesAreNoHindrance();
+    void failedCopyIsReportedAndNotFatal();
+    void missingTemplatesAreNotFatal();
 
 private:
     struct Start {
@@ -162,7 +162,7 @@ void StartUpTest::unopenedFilesEndTheStart()
     QCOMPARE(start.error->number(), 91);
     QVERIFY2(start.error->description().contains(store::fileName(static_cast<DatabaseFile>(file))),
              qPrintable(start.error->description()));
-    QVERIFY2(start.dialogs.shown().empty(), "nothing is said before the error itself");
+    QVERIFY2(start.dialogs.shown().empty(), "no box before the error itself");
     QVERIFY(!start.session().MenuRestore);
     QCOMPARE(QFile::exists(path), damaged);
 }
@@ -241,7 +241,7 @@ void StartUpTest::copyIsMadeBeforeTheFirstWriteOfTheNextDay()
     QCOMPARE(copy->OpenRecordset(QStringLiteral("Select * from tblPMTPest")).RecordCount(), 0);
 }
 
-void StartUpTest::missingTemplatesAreNoHindrance()
+void StartUpTest::missingTemplatesAreNotFatal()
 {
     TemporaryFarm farm;
     farm.close();
@@ -251,7 +251,7 @@ void StartUpTest::missingTemplatesAreNoHindrance()
     QVERIFY2(start.window.statusText().contains(QStringLiteral("Templates")), qPrintable(start.window.statusText()));
 }
 
-void StartUpTest::failedCopyIsNamedAndNoHindrance()
+void StartUpTest::failedCopyIsReportedAndNotFatal()
 {
     TemporaryFarm farm;
     farm.addFarm(QStringLiteral("Riverbend"));
@@ -261,7 +261,7 @@ void StartUpTest::failedCopyIsNamedAndNoHindrance()
     Start start(farm.appPath());
     QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::Done));
     QVERIFY2(start.window.statusText().contains(QStringLiteral("Backups")), qPrintable(start.window.statusText()));
-    QVERIFY2(start.window.statusText().contains(store::fileName(DatabaseFile::Spray)), "what failed before it stays named");
+    QVERIFY2(start.window.statusText().contains(store::fileName(DatabaseFile::Spray)), "the earlier failure is still reported");
 }
 
 QTEST_MAIN(StartUpTest)

@@ -18,6 +18,7 @@
 
 using controls::FlexGrid;
 using controls::ItemCombo;
+namespace capture = pestmon::capture;
 
 namespace
 {
@@ -64,7 +65,7 @@ void OfficeSimulation::startYear(int year)
     driver_.click("imSpray");
     auto &from = driver_.find<controls::DatePicker>("dtpDateFrom");
     from.setFocus();
-    from.setDate(yearStart_);
+    from.choose(yearStart_);
     // Leaving the field sets the date for all screens.
     driver_.find<FlexGrid>("grdGS").setFocus();
     driver_.click("Command1");

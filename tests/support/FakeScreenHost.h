@@ -10,7 +10,7 @@
 
 #include <QString>
 
-/// A main window for screens under test: records what they report and answers their boxes from a queue.
+/// The main window of a screen under test: records status texts and answers boxes from a queue.
 class FakeScreenHost : public ScreenHost
 {
 public:

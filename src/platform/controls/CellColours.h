@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-namespace controls
+/// Colours of grid cells, as long decimal values in blue-green-red order. A cell without a colour has none of them.
+namespace controls::cellColour
 {
 
-/// Marks of the grids, as long decimal colour values in blue-green-red order. A cell never painted has none of them.
-namespace mark
-{
 inline constexpr int White = 16777215;
 inline constexpr int Yellow = 65535;
 inline constexpr int Red = 255;
 inline constexpr int Green = 65280;
 inline constexpr int PaleYellow = 0xC0FFFF;
-} // namespace mark
 
-} // namespace controls
+} // namespace controls::cellColour

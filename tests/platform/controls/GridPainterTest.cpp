@@ -9,28 +9,28 @@
 #include <QTest>
 
 using controls::FlexGrid;
-namespace mark = controls::mark;
+namespace cellColour = controls::cellColour;
 
-/// What the grid draws: marks exact in both palettes, ticks, merged cells, and long lists.
-class FlexGridPictureTest : public QObject
+/// What the grid draws: exact cell colours in both palettes, ticks, merged cells, and long lists.
+class GridPainterTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void marksAreExact_data();
-    void marksAreExact();
+    void cellColoursAreExact_data();
+    void cellColoursAreExact();
     void whiteIsDrawnAsTheBase();
     void tickOnlyWithoutText();
     void equalNeighboursAreOneCell();
     void cellsMeetAtFractionalScales();
-    void focusIsABroadEdge();
+    void focusIsAWideEdge();
     void hiddenCurrentColumnStillShowsItsRow();
-    void longListIsPaintedByWhatShows();
+    void onlyVisibleRowsArePainted();
 
 private:
-    static QImage picture(FlexGrid &grid, double scale = 1);
+    static QImage drawn(FlexGrid &grid, double scale = 1);
 };
 
-QImage FlexGridPictureTest::picture(FlexGrid &grid, double scale)
+QImage GridPainterTest::drawn(FlexGrid &grid, double scale)
 {
     grid.setFixedSize(400, 200);
     grid.ensurePolished();
@@ -41,60 +41,60 @@ QImage FlexGridPictureTest::picture(FlexGrid &grid, double scale)
     return image;
 }
 
-void FlexGridPictureTest::marksAreExact_data()
+void GridPainterTest::cellColoursAreExact_data()
 {
     QTest::addColumn<bool>("dark");
     QTest::addColumn<int>("stored");
-    QTest::addColumn<QColor>("drawn");
+    QTest::addColumn<QColor>("shown");
     for (const bool dark : {false, true}) {
-        const auto form = dark ? "dark" : "light";
-        QTest::addRow("yellow, %s", form) << dark << mark::Yellow << QColor(0xFF, 0xFF, 0);
-        QTest::addRow("red, %s", form) << dark << mark::Red << QColor(0xFF, 0, 0);
-        QTest::addRow("green, %s", form) << dark << mark::Green << QColor(0, 0xFF, 0);
-        QTest::addRow("pale yellow, %s", form) << dark << mark::PaleYellow << QColor(0xFF, 0xFF, 0xC0);
+        const auto palette = dark ? "dark" : "light";
+        QTest::addRow("yellow, %s", palette) << dark << cellColour::Yellow << QColor(0xFF, 0xFF, 0);
+        QTest::addRow("red, %s", palette) << dark << cellColour::Red << QColor(0xFF, 0, 0);
+        QTest::addRow("green, %s", palette) << dark << cellColour::Green << QColor(0, 0xFF, 0);
+        QTest::addRow("pale yellow, %s", palette) << dark << cellColour::PaleYellow << QColor(0xFF, 0xFF, 0xC0);
     }
 }
 
-void FlexGridPictureTest::marksAreExact()
+void GridPainterTest::cellColoursAreExact()
 {
     QFETCH(bool, dark);
     QFETCH(int, stored);
-    QFETCH(QColor, drawn);
+    QFETCH(QColor, shown);
     controls::Theme::apply(*qApp, dark);
     FlexGrid grid;
     grid.setTextMatrix(1, 1, QStringLiteral("HHH"));
     grid.setCellFontBold(1, 1, true);
     grid.setCellBackColor(1, 1, stored);
     grid.setSelectedRow(1);
-    const QImage image = picture(grid);
+    const QImage image = drawn(grid);
     const QRect cell = grid.cellRect(1, 1).translated(grid.viewport()->pos());
-    QCOMPARE(image.pixelColor(cell.right() - 3, cell.top() + 4), drawn);
-    QCOMPARE(image.pixelColor(cell.right() - 1, cell.center().y()), drawn);
+    QCOMPARE(image.pixelColor(cell.right() - 3, cell.top() + 4), shown);
+    QCOMPARE(image.pixelColor(cell.right() - 1, cell.center().y()), shown);
     bool black = false;
     for (int x = cell.left(); x < cell.right(); ++x) {
         black = black || image.pixelColor(x, cell.center().y()).lightness() < 60;
     }
-    QVERIFY2(black, "the ink on a mark is black in both forms");
+    QVERIFY2(black, "text on a cell colour is black in both palettes");
 }
 
-void FlexGridPictureTest::whiteIsDrawnAsTheBase()
+void GridPainterTest::whiteIsDrawnAsTheBase()
 {
     controls::Theme::apply(*qApp, true);
     FlexGrid grid;
-    grid.setCellBackColor(1, 1, mark::White);
-    const QImage image = picture(grid);
+    grid.setCellBackColor(1, 1, cellColour::White);
+    const QImage image = drawn(grid);
     const QRect cell = grid.cellRect(1, 1).translated(grid.viewport()->pos());
     QCOMPARE(image.pixelColor(cell.center()), controls::Theme::colours().base);
-    QCOMPARE(grid.CellBackColor(1, 1), std::optional<int>(mark::White));
+    QCOMPARE(grid.CellBackColor(1, 1), std::optional<int>(cellColour::White));
     QCOMPARE(image.pixelColor(380, 190), controls::Theme::colours().window);
 }
 
-void FlexGridPictureTest::tickOnlyWithoutText()
+void GridPainterTest::tickOnlyWithoutText()
 {
     controls::Theme::apply(*qApp, false);
     FlexGrid grid;
     const auto inked = [&] {
-        const QImage image = picture(grid);
+        const QImage image = drawn(grid);
         const QRect cell = grid.cellRect(1, 1).translated(grid.viewport()->pos()).adjusted(2, 2, -3, -3);
         int pixels = 0;
         for (int y = cell.top(); y <= cell.bottom(); ++y) {
@@ -104,20 +104,20 @@ void FlexGridPictureTest::tickOnlyWithoutText()
         }
         return pixels;
     };
-    grid.setCellBackColor(1, 1, mark::Red);
+    grid.setCellBackColor(1, 1, cellColour::Red);
     QVERIFY(inked() > 10);
     QCOMPARE(grid.TextMatrix(1, 1), QString());
     grid.setTicks(false);
     QCOMPARE(inked(), 0);
 }
 
-void FlexGridPictureTest::equalNeighboursAreOneCell()
+void GridPainterTest::equalNeighboursAreOneCell()
 {
     controls::Theme::apply(*qApp, false);
     FlexGrid grid;
     grid.setCols(4);
     const auto hasLineAfter = [&](int row, int col) {
-        const QImage image = picture(grid);
+        const QImage image = drawn(grid);
         const QRect cell = grid.cellRect(row, col).translated(grid.viewport()->pos());
         return image.pixelColor(cell.right(), cell.top() + 3) == controls::Theme::colours().line;
     };
@@ -131,35 +131,35 @@ void FlexGridPictureTest::equalNeighboursAreOneCell()
     QVERIFY(hasLineAfter(0, 1));
     grid.setTextMatrix(0, 1, {});
     grid.setTextMatrix(0, 2, {});
-    QVERIFY2(hasLineAfter(0, 1), "empty neighbours stay apart");
+    QVERIFY2(hasLineAfter(0, 1), "empty neighbours are not merged");
     grid.setMergeCol(1, true);
     grid.setTextMatrix(0, 1, QStringLiteral("A"));
     grid.setTextMatrix(1, 1, QStringLiteral("A"));
     QVERIFY2(hasLineAfter(0, 1), "a merged column does not join the header to the cells");
 }
 
-void FlexGridPictureTest::cellsMeetAtFractionalScales()
+void GridPainterTest::cellsMeetAtFractionalScales()
 {
     controls::Theme::apply(*qApp, false);
     for (const double scale : {1.25, 1.5, 2.0}) {
         FlexGrid grid;
-        grid.setCellBackColor(1, 0, mark::Green);
-        grid.setCellBackColor(1, 1, mark::Green);
-        const QImage image = picture(grid, scale);
+        grid.setCellBackColor(1, 0, cellColour::Green);
+        grid.setCellBackColor(1, 1, cellColour::Green);
+        const QImage image = drawn(grid, scale);
         const int y = static_cast<int>((grid.cellRect(1, 0).center().y() + grid.viewport()->y()) * scale);
-        int strangers = 0;
+        int others = 0;
         for (int x = static_cast<int>(20 * scale); x < static_cast<int>(180 * scale); ++x) {
             const QColor colour = image.pixelColor(x, y);
-            strangers += colour != QColor(0, 0xFF, 0) && colour != controls::Theme::colours().line && colour != Qt::black
+            others += colour != QColor(0, 0xFF, 0) && colour != controls::Theme::colours().line && colour != Qt::black
                     && colour != controls::Theme::colours().text
                 ? 1
                 : 0;
         }
-        QCOMPARE(strangers, 0);
+        QCOMPARE(others, 0);
     }
 }
 
-void FlexGridPictureTest::focusIsABroadEdge()
+void GridPainterTest::focusIsAWideEdge()
 {
     for (const bool dark : {false, true}) {
         controls::Theme::apply(*qApp, dark);
@@ -167,10 +167,10 @@ void FlexGridPictureTest::focusIsABroadEdge()
         grid.show();
         QVERIFY(QTest::qWaitForWindowActive(&grid));
         grid.clearFocus();
-        const QImage without = picture(grid);
+        const QImage without = drawn(grid);
         const QRect viewport = grid.viewport()->geometry();
         grid.setFocus();
-        const QImage focused = picture(grid);
+        const QImage focused = drawn(grid);
         QCOMPARE(grid.viewport()->geometry(), viewport);
         for (const int x : {0, 1, 398, 399}) {
             QCOMPARE(focused.pixelColor(x, 100), controls::Theme::colours().accent);
@@ -179,7 +179,7 @@ void FlexGridPictureTest::focusIsABroadEdge()
     }
 }
 
-void FlexGridPictureTest::hiddenCurrentColumnStillShowsItsRow()
+void GridPainterTest::hiddenCurrentColumnStillShowsItsRow()
 {
     controls::Theme::apply(*qApp, false);
     FlexGrid grid;
@@ -191,14 +191,14 @@ void FlexGridPictureTest::hiddenCurrentColumnStillShowsItsRow()
     grid.show();
     QVERIFY(QTest::qWaitForWindowActive(&grid));
     grid.setFocus();
-    const QImage focused = picture(grid);
+    const QImage focused = drawn(grid);
     const QPoint corner = grid.cellRect(2, 2).translated(grid.viewport()->pos()).topLeft();
     QCOMPARE(focused.pixelColor(corner), controls::Theme::colours().text);
     QCOMPARE(focused.pixelColor(corner + QPoint(5, 1)), controls::Theme::colours().text);
     QCOMPARE(grid.Col(), 1);
 }
 
-void FlexGridPictureTest::longListIsPaintedByWhatShows()
+void GridPainterTest::onlyVisibleRowsArePainted()
 {
     FlexGrid grid;
     constexpr int rows = 50000;
@@ -209,20 +209,20 @@ void FlexGridPictureTest::longListIsPaintedByWhatShows()
         grid.setTextMatrix(row, 2, QStringLiteral("same"));
         grid.setTextMatrix(row, 3, QString::number(row));
     }
-    picture(grid);
+    drawn(grid);
     const auto timeOf = [&](int top) {
         grid.setTopRow(top);
         QElapsedTimer timer;
         timer.start();
-        picture(grid);
+        drawn(grid);
         return timer.nsecsElapsed();
     };
     const qint64 atTop = std::min(timeOf(1), timeOf(1));
     const qint64 atEnd = std::min(timeOf(rows - 1), timeOf(rows - 1));
-    // Walking over all rows would cost some hundred times as much at the end as at the top.
+    // Painting all rows would take some hundred times longer at the end than at the top.
     QVERIFY2(atEnd < 20 * atTop, qPrintable(QStringLiteral("%1 ns against %2 ns").arg(atEnd).arg(atTop)));
     QVERIFY(grid.RowIsVisible(rows - 1));
 }
 
-QTEST_MAIN(FlexGridPictureTest)
-#include "FlexGridPictureTest.moc"
+QTEST_MAIN(GridPainterTest)
+#include "GridPainterTest.moc"
