@@ -193,10 +193,10 @@ Status Repeat_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
     dao::CommitScope scope(*session.dbPest);
     Key successor = 0;
     const auto write = [&] {
-        return inOrder([&] { return Clear_Instruction(objPestMON); },
-                       [&] { return Load_Selection(objPestMON, session.CurrentPMTransID); },
-                       [&] { return addTransaction(session, objPestMON, successor); },
-                       [&] { return Store_Selection(objPestMON, successor); }, [&] { return addZeroRows(objPestMON, successor); });
+        return inOrder(
+            [&] { return Clear_Instruction(objPestMON); }, [&] { return Load_Selection(objPestMON, session.CurrentPMTransID); },
+            [&] { return addTransaction(session, objPestMON, successor); },
+            [&] { return Store_Selection(objPestMON, successor); }, [&] { return addZeroRows(objPestMON, successor); });
     };
     // An incomplete successor would stay, and each further save would add another.
     try {

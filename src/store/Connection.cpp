@@ -12,11 +12,11 @@
 namespace
 {
 
-void open(dao::DatabaseHandle &handle, const QString &file)
+void open(dao::DatabaseHandle &handle, const QString &file, bool readOnly)
 {
     try {
         const QString path = basic::findPath(file).value_or(file);
-        handle.set(dao::Workspace::OpenDatabase(path, false, false, store::connectText()));
+        handle.set(dao::Workspace::OpenDatabase(path, false, readOnly, store::connectText()));
     } catch (const basic::RunTimeError &error) {
         const QString advice =
             QStringLiteral("%1 The program's databases are in %2; \"farmdata check\" checks them, and \"farmdata restore\" "
@@ -33,7 +33,8 @@ void openDatabases(SessionContext &session)
     session.MainDBFile = session.DatabasePath + store::fileName(store::DatabaseFile::Main);
     session.PestDBFile = session.DatabasePath + store::fileName(store::DatabaseFile::Pest);
     const QString sprayFile = session.DatabasePath + store::fileName(store::DatabaseFile::Spray);
-    open(session.dbMain, session.MainDBFile);
-    open(session.dbPest, session.PestDBFile);
-    open(session.dbSpray, sprayFile);
+    const bool readOnly = !session.ViewOnlyReason.isEmpty();
+    open(session.dbMain, session.MainDBFile, readOnly);
+    open(session.dbPest, session.PestDBFile, readOnly);
+    open(session.dbSpray, sprayFile, readOnly);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/dao/Workspace.h"
 
+#include "platform/basic/Permissions.h"
 #include "platform/basic/TextFiles.h"
 #include "platform/dao/Engine.h"
 #include "platform/dao/FileFormat.h"
@@ -87,6 +88,7 @@ std::unique_ptr<Database> Workspace::CreateDatabase(const QString &path, const Q
                                       : QStringLiteral("The file %1 cannot be created: %2").arg(target, file.errorString()));
     }
     file.close();
+    basic::followFolder(target);
     try {
         Connection connection(target, Connection::Mode::ReadWrite);
         connection.execute(Settings);
