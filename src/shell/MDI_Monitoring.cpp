@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/MDI_Monitoring.h"
 
+#include "common/FarmLock.h"
 #include "common/HandOffFiles.h"
-#include "common/ProgramLock.h"
+#include "platform/basic/Permissions.h"
 #include "platform/basic/TextFiles.h"
 #include "platform/controls/DatePicker.h"
 #include "platform/controls/Dialogs.h"
@@ -23,6 +24,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
+#include <QLabel>
 #include <QShortcut>
 
 using basic::runOrIgnore;
@@ -103,26 +105,20 @@ void MDI_Monitoring::showKeys()
 
 MDI_Monitoring::Load MDI_Monitoring::load(const QString &appPath)
 {
-    lock_ = ProgramLock::tryLock(appPath);
-    if (!lock_) {
-        dialogs_.message(QStringLiteral("The Pest Monitoring Module is already open!"), {}, controls::BoxIcon::Critical);
-        return Load::OtherCopyRuns;
-    }
     session_.DatabasePath = appPath + QStringLiteral("/Databases/");
     session_.AppPath = appPath;
+    if (!lockFarm()) {
+        return Load::OtherCopyRuns;
+    }
     openMenu();
     Read_FindFarm(session_);
     Read_FindFarmID(session_);
     Read_FindYear(session_);
     Read_FindYearID(session_);
     Connect_Databases();
-    if (const QString failure = backUp(); !failure.isEmpty()) {
-        noteStartFailure(failure);
+    if (session_.ViewOnlyReason.isEmpty()) {
+        bringUpToDate();
     }
-    backUpEachDay();
-    upgrade();
-    Update_TempBlock();
-    store::Recalc_PMTransWeek(session_);
     session_.MenuRestore = true;
     openMenu();
     if (ui_->cmbFarm->ListCount() > 0) {
@@ -130,6 +126,57 @@ MDI_Monitoring::Load MDI_Monitoring::load(const QString &appPath)
     }
     ui_->picPro->focusPicture(QStringLiteral("imSpray"));
     return Load::Done;
+}
+
+QString MDI_Monitoring::alreadyOpenText()
+{
+    return QStringLiteral("The Pest Monitoring Module is already open!");
+}
+
+bool MDI_Monitoring::lockFarm()
+{
+    const auto folder = basic::findPath(session_.DatabasePath);
+    if (!folder) {
+        return true;
+    }
+    try {
+        FarmLock::Attempt attempt = FarmLock::tryLock(*folder);
+        lock_ = std::move(attempt.lock);
+        if (lock_) {
+            lock_->setLostHandler([this] {
+                QMetaObject::invokeMethod(
+                    this, [this] { showOnly(tr("Another program has taken the farm over, so nothing more is written.")); },
+                    Qt::QueuedConnection);
+            });
+            return true;
+        }
+        if (attempt.holder->isThisComputer) {
+            dialogs_.message(alreadyOpenText(), {}, controls::BoxIcon::Critical);
+            return false;
+        }
+        const QString holder = attempt.holder->text();
+        const QString text = tr("The farm is open elsewhere: %1. Only one program at a time can change it.\n\n"
+                                "Do you want to view it without changing anything?");
+        if (dialogs_.question(text.arg(holder), {}, controls::Answer::Yes) == controls::Answer::No) {
+            return false;
+        }
+        showOnly(tr("The farm is open elsewhere (%1), so this program only shows it.").arg(holder));
+    } catch (const RunTimeError &error) {
+        showOnly(tr("%1 Without this lock the program only shows the farm.").arg(error.description()));
+    }
+    return true;
+}
+
+void MDI_Monitoring::showOnly(const QString &reason)
+{
+    session_.ViewOnlyReason = reason;
+    noteStartFailure(reason);
+    if (findChild<QLabel *>(QStringLiteral("lblViewOnly")) == nullptr) {
+        auto *mark = new QLabel(tr("View only"), ui_->statusLine);
+        mark->setObjectName(QStringLiteral("lblViewOnly"));
+        mark->setToolTip(reason);
+        ui_->statusLine->addPermanentWidget(mark);
+    }
 }
 
 /// An error ends it without a box; the status line names what could not be opened.
@@ -184,6 +231,17 @@ void MDI_Monitoring::backUpEachDay()
     });
 }
 
+void MDI_Monitoring::bringUpToDate()
+{
+    if (const QString failure = backUp(); !failure.isEmpty()) {
+        noteStartFailure(failure);
+    }
+    backUpEachDay();
+    upgrade();
+    Update_TempBlock();
+    store::Recalc_PMTransWeek(session_);
+}
+
 void MDI_Monitoring::upgrade()
 {
     store::Ensure_TempBlockTable(session_, [this](const RunTimeError &error) {
@@ -228,7 +286,7 @@ void MDI_Monitoring::openEntry(const MenuEntry &entry)
 void MDI_Monitoring::makeReportsFolder()
 {
     const QString folder = basic::pathForWriting(session_.AppPath + QStringLiteral("/Reports/Pest Monitor Reports"));
-    static_cast<void>(QDir().mkpath(folder));
+    static_cast<void>(basic::makeFolder(folder));
 }
 
 void MDI_Monitoring::showScreen(ChildScreen *screen)

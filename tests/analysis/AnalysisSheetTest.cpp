@@ -13,6 +13,7 @@ class AnalysisSheetTest : public AnalysisScreen
 private Q_SLOTS:
     void sheetOfAKind_data();
     void sheetOfAKind();
+    void numbersOfAnySizeAreNumbers();
     void hiddenRowsLeaveNoGaps();
     void emptyListGivesTheHeadings();
     void withoutTemplateTheScreenStaysOpen();
@@ -85,6 +86,23 @@ void AnalysisSheetTest::sheetOfAKind()
                  + QStringLiteral("  10-00-00.xls"));
     QCOMPARE(file.dir().dirName(), QStringLiteral("Pest Monitor Reports"));
     QVERIFY(host_->status.contains(file.fileName()));
+}
+
+void AnalysisSheetTest::numbersOfAnySizeAreNumbers()
+{
+    makeTemplate(farm_->appPath(), QStringLiteral("Analysis.xls"));
+    const std::array values{0.00005F, 0.5F, 2.5e10F, 1e20F, 1.5e-20F};
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        farm_->addAnalysis(*analysisKind(u"Leaf"), farm_->kloof, QDate(2026, 5, 2).addDays(static_cast<int>(i)), values[i]);
+    }
+    open(u"Leaf");
+    const ReadSheet sheet = print();
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const QString cell = sheet.cell(QStringLiteral("E%1").arg(7 + i));
+        const double number = sheet.value(QStringLiteral("E%1").arg(7 + i)).toDouble();
+        QVERIFY2(cell.startsWith(QLatin1String("number")), qPrintable(cell));
+        QCOMPARE(static_cast<float>(number), values[i]);
+    }
 }
 
 void AnalysisSheetTest::hiddenRowsLeaveNoGaps()

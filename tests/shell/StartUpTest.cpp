@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "common/ProgramLock.h"
+#include "common/FarmLock.h"
 #include "fakes/QueuedDialogs.h"
 #include "platform/basic/Clock.h"
 #include "platform/basic/TextFiles.h"
@@ -10,6 +10,7 @@
 #include "store/Backups.h"
 #include "support/TemporaryFarm.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTest>
 
@@ -25,6 +26,9 @@ private Q_SLOTS:
     void withoutActiveFarmTheKeyStaysAsRead();
     void lettersInAKeyEndTheStart();
     void otherCopyIsRefusedFirst();
+    void anotherComputerMayViewTheFarm();
+    void aDeclinedViewOpensNothing();
+    void theLockOfADeadComputerIsTakenOver();
     void unopenedFilesEndTheStart_data();
     void unopenedFilesEndTheStart();
     void withoutTheSprayFileTheListIsEmpty();
@@ -41,8 +45,11 @@ private:
         std::optional<MDI_Monitoring::Load> load;
         std::optional<basic::RunTimeError> error;
 
-        explicit Start(const QString &appPath)
+        explicit Start(const QString &appPath, std::optional<controls::Answer> answer = {})
         {
+            if (answer) {
+                dialogs.queueAnswer(*answer);
+            }
             try {
                 load = window.load(appPath);
             } catch (const basic::RunTimeError &raised) {
@@ -52,6 +59,17 @@ private:
         const SessionContext &session() { return window.session(); }
         const controls::ItemCombo &farms() const { return *window.findChild<controls::ItemCombo *>(QStringLiteral("cmbFarm")); }
     };
+    static void leaveLock(const TemporaryFarm &farm, int secondsAgo);
+    /// All files of a folder, by name and content.
+    static QByteArray contentsOf(const QString &folder)
+    {
+        QByteArray all;
+        for (const QFileInfo &info : QDir(folder).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name)) {
+            QFile file(info.filePath());
+            all += info.fileName().toUtf8() + (file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray());
+        }
+        return all;
+    }
     static void handOff(const TemporaryFarm &farm, const QString &file, const QString &line)
     {
         basic::writeLine(farm.appPath() + u'/' + file, line);
@@ -126,14 +144,83 @@ void StartUpTest::otherCopyIsRefusedFirst()
     TemporaryFarm farm;
     farm.close();
     handOff(farm, QStringLiteral("FindfarmID.txt"), QStringLiteral("three"));
-    const auto other = ProgramLock::tryLock(farm.appPath());
-    QVERIFY(other != nullptr);
+    const FarmLock::Attempt other = FarmLock::tryLock(farm.databasesPath());
+    QVERIFY(other.lock != nullptr);
     Start start(farm.appPath());
     QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::OtherCopyRuns));
     QCOMPARE(start.dialogs.shown().size(), std::size_t(1));
     QCOMPARE(start.dialogs.shown().front().text, QStringLiteral("The Pest Monitoring Module is already open!"));
     QCOMPARE(start.dialogs.shown().front().icon, controls::BoxIcon::Critical);
     QVERIFY(!start.session().dbMain.isSet());
+}
+
+/// What the program on another computer has written, so many seconds ago.
+void StartUpTest::leaveLock(const TemporaryFarm &farm, int secondsAgo)
+{
+    QFile file(farm.databasesPath() + QStringLiteral("/PestMon.lock"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("computer=OFFICE-2\nuser=anna\nprocess=77\nsince=2026-05-01T08:00:00\nmachine=OFFICE-2/0123\n");
+    QVERIFY(file.flush()
+            && file.setFileTime(QDateTime::currentDateTime().addSecs(-secondsAgo), QFileDevice::FileModificationTime));
+}
+
+void StartUpTest::anotherComputerMayViewTheFarm()
+{
+    TemporaryFarm farm;
+    farm.addFarm(QStringLiteral("Riverbend"));
+    farm.addPlanting({.block = farm.addBlock({})});
+    farm.addInstruction({.completed = QDate(2026, 1, 8)});
+    farm.session.dbPest->Execute(QStringLiteral("UPDATE tblPMTrans SET PMTransWeek = 40"));
+    farm.close();
+    leaveLock(farm, 20);
+    const QByteArray before = contentsOf(farm.databasesPath());
+    Start start(farm.appPath(), controls::Answer::Yes);
+    QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::Done));
+    QVERIFY2(start.dialogs.shown().front().text.contains(QStringLiteral("anna on OFFICE-2 since 2026/05/01 08:00")),
+             qPrintable(start.dialogs.shown().front().text));
+    QCOMPARE(start.session().CurrentFarm, QStringLiteral("Riverbend"));
+    QVERIFY(start.window.statusText().contains(QStringLiteral("OFFICE-2")));
+    QVERIFY(start.window.findChild<QWidget *>(QStringLiteral("lblViewOnly")));
+    auto &store = start.window.objPestMON();
+    QCOMPARE(store.Get_PMTrans(1).longValue("PMTransWeek"), 40);
+    for (const auto status : {store.New_Add_Pest_for_Instruction(1), store.Delete_PestMonTrans(1)}) {
+        QCOMPARE(status, clsPestMONNew::Failed);
+        QCOMPARE(store.lastError()->number(), static_cast<int>(dao::DataErrorNumber::ReadOnly));
+        QVERIFY(store.lastError()->description().contains(QStringLiteral("only shows")));
+    }
+    // Not by any other way either.
+    QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, start.session().dbPest->Execute(QStringLiteral("DELETE FROM tblPMTrans")));
+    QCOMPARE(contentsOf(farm.databasesPath()), before);
+}
+
+void StartUpTest::aDeclinedViewOpensNothing()
+{
+    TemporaryFarm farm;
+    farm.close();
+    leaveLock(farm, 20);
+    Start start(farm.appPath(), controls::Answer::No);
+    QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::OtherCopyRuns));
+    QVERIFY(!start.session().dbMain.isSet());
+}
+
+void StartUpTest::theLockOfADeadComputerIsTakenOver()
+{
+    TemporaryFarm farm;
+    farm.close();
+    leaveLock(farm, 1000);
+    {
+        Start start(farm.appPath());
+        QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::Done));
+        QVERIFY(start.dialogs.shown().empty());
+        QCOMPARE(start.window.objPestMON().New_Add_Pest_for_Instruction(1), clsPestMONNew::Done);
+        // A second program on this computer is refused, also by another path to the folder.
+        const QString link = farm.appPath() + QStringLiteral("/link");
+        QVERIFY(QDir(farm.appPath()).mkdir("link") && QFile::link(farm.databasesPath(), link + "/Databases"));
+        Start second(link);
+        QCOMPARE(second.load, std::optional(MDI_Monitoring::Load::OtherCopyRuns));
+        QCOMPARE(second.dialogs.shown().front().text, MDI_Monitoring::alreadyOpenText());
+    }
+    QCOMPARE(QFileInfo(farm.databasesPath() + "/PestMon.lock").size(), 0);
 }
 
 void StartUpTest::unopenedFilesEndTheStart_data()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FarmdataProcess.h"
 
-#include "common/ProgramLock.h"
+#include "common/FarmLock.h"
 #include "platform/dao/CommitScope.h"
 #include "platform/dao/Workspace.h"
 #include "support/HostileJournal.h"
@@ -92,6 +92,7 @@ private Q_SLOTS:
         for (const DatabaseFile file : store::AllDatabaseFiles) {
             const auto database =
                 dao::Workspace::OpenDatabase(databases + '/' + store::fileName(file), false, true, store::connectText());
+            // A private folder has private files.
             QCOMPARE(QFile::permissions(database->Name())
                          & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
                      QFile::Permissions());
@@ -297,14 +298,15 @@ private Q_SLOTS:
         farm.close();
         const QStringList copies = QDir(farm.databasesPath() + "/Backups").entryList(QDir::Files);
         QCOMPARE(copies.size(), 1);
-        const QByteArray before = fingerprint(farm.databasesPath());
+        QByteArray before;
         {
-            const auto running = ProgramLock::tryLock(farm.appPath());
-            QVERIFY(running);
+            const FarmLock::Attempt running = FarmLock::tryLock(farm.databasesPath());
+            QVERIFY(running.lock);
             run = farmdata({"restore", farm.databasesPath(), copies.front()});
             QCOMPARE(run.status, 1);
-            QVERIFY(run.errors.contains("is running"));
+            QVERIFY2(run.errors.contains(QSysInfo::machineHostName() + " since"), qPrintable(run.errors));
         }
+        before = fingerprint(farm.databasesPath());
         run = farmdata({"restore", farm.databasesPath(), farm.filePath(DatabaseFile::Main)});
         QCOMPARE(run.status, 1);
         QVERIFY(run.errors.contains("is not a copy of PestMon.mdb"));

@@ -6,7 +6,7 @@
 #include "Progress.h"
 #include "Staging.h"
 
-#include "common/ProgramLock.h"
+#include "common/FarmLock.h"
 #include "platform/basic/RunTimeError.h"
 #include "store/Backups.h"
 
@@ -17,10 +17,6 @@
 #include <algorithm>
 #include <functional>
 #include <vector>
-
-#ifdef Q_OS_UNIX
-#include <sys/stat.h>
-#endif
 
 namespace
 {
@@ -77,12 +73,12 @@ bool backup(const QStringList &arguments)
 bool restore(const QStringList &arguments)
 {
     const QString folder = folderOf(arguments[0]);
-    const QString appPath = QFileInfo(folder).absolutePath();
-    const std::unique_ptr<ProgramLock> lock = ProgramLock::tryLock(appPath);
-    if (!lock) {
+    const FarmLock::Attempt attempt = FarmLock::tryLock(folder);
+    if (!attempt.lock) {
         throw basic::RunTimeError(
             basic::ErrorNumber::PermissionDenied,
-            QStringLiteral("The program in %1 is running; close it, then restore again. Nothing was changed.").arg(appPath));
+            QStringLiteral("%1 has the farm open; close the program, then restore again. Nothing was changed.")
+                .arg(attempt.holder->text()));
     }
     // A plain name is searched for among the copies.
     const QString inBackups = folder + QStringLiteral("/Backups/") + arguments[1];
@@ -159,10 +155,6 @@ int run(const QStringList &arguments)
 
 int main(int argc, char *argv[])
 {
-#ifdef Q_OS_UNIX
-    // As the program itself: databases and copies are for their user alone.
-    ::umask(S_IRWXG | S_IRWXO);
-#endif
     const QCoreApplication application(argc, argv);
     return run(QCoreApplication::arguments().mid(1));
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/dao/JetStorage.h"
 
-#include "platform/basic/DiskSync.h"
+#include "platform/basic/Permissions.h"
 #include "platform/dao/Catalog.h"
 #include "platform/dao/JetValues.h"
 #include "platform/dao/Maintenance.h"
@@ -73,6 +73,7 @@ std::unique_ptr<JetStorage> JetStorage::create(const QString &path, const QStrin
         throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess, QStringLiteral("The file %1 exists already.").arg(path));
     }
     translated([&] { jet::createDatabase(path, password); });
+    basic::followFolder(path);
     return open(path, false, password);
 }
 
