@@ -92,6 +92,12 @@ void FlexGrid::setFixedCols(int cols)
     d_->layoutLater();
 }
 
+void FlexGrid::setFrozenRows(int rows)
+{
+    d_->state.rows.setFrozen(rows);
+    d_->layoutLater();
+}
+
 int FlexGrid::Row() const
 {
     return d_->state.row;
@@ -291,7 +297,7 @@ void FlexGrid::showCell(int row, int col)
     d_->checkCell(row, col);
     d_->layOut();
     const auto reveal = [this](GridAxis &axis, QScrollBar *bar, int line, int extent) {
-        if (line < axis.fixed() || axis.isHidden(line) || axis.isFullyShown(line, extent)) {
+        if (line < axis.pinned() || axis.isHidden(line) || axis.isFullyShown(line, extent)) {
             return;
         }
         if (line < axis.first()) {

@@ -41,6 +41,9 @@ public:
     void setFixedRows(int rows);
     void setFixedCols(int cols);
 
+    /// Rows after the fixed ones that do not scroll either, but can be selected.
+    void setFrozenRows(int rows);
+
     /// The current cell. Setting it neither scrolls nor raises a signal.
     int Row() const;
     int Col() const;

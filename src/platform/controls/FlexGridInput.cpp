@@ -76,22 +76,23 @@ int FlexGridInput::neighbour(const GridAxis &axis, int line, int steps) const
 {
     // The position of a hidden line is that of the next visible one, which is the first step.
     const bool fromHidden = line < axis.count() && (axis.isHidden(line) || line < axis.fixed());
-    return axis.lineAt(axis.position(line) + (fromHidden && steps > 0 ? steps - 1 : steps));
+    return axis.selectableAt(axis.selectableIndex(line) + (fromHidden && steps > 0 ? steps - 1 : steps));
 }
 
 std::optional<std::pair<int, int>> FlexGridInput::keyTarget(const QKeyEvent &event) const
 {
     const auto &rows = d_.state.rows;
     const auto &cols = d_.state.cols;
-    if ((event.modifiers() & (Qt::AltModifier | Qt::MetaModifier)) || rows.positions() == 0 || cols.positions() == 0) {
+    if ((event.modifiers() & (Qt::AltModifier | Qt::MetaModifier)) || rows.selectableCount() == 0
+        || cols.selectableCount() == 0) {
         return std::nullopt;
     }
     const bool control = event.modifiers() & Qt::ControlModifier;
     const int page = rows.page(d_.viewSize().height());
-    const int firstCol = cols.lineAt(0);
-    const int lastCol = cols.lineAt(cols.positions() - 1);
-    const int firstRow = rows.lineAt(0);
-    const int lastRow = rows.lineAt(rows.positions() - 1);
+    const int firstCol = cols.selectableAt(0);
+    const int lastCol = cols.selectableAt(cols.selectableCount() - 1);
+    const int firstRow = rows.selectableAt(0);
+    const int lastRow = rows.selectableAt(rows.selectableCount() - 1);
     const int shownRow = neighbour(rows, d_.state.row, 0);
     const int shownCol = neighbour(cols, d_.state.col, 0);
     switch (event.key()) {

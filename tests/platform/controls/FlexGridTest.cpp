@@ -29,6 +29,7 @@ private Q_SLOTS:
     void hidingRowsAboveLeavesTheTopRow();
     void keysSkipHiddenAndFixed_data();
     void keysSkipHiddenAndFixed();
+    void frozenRowsDoNotScroll();
     void settersAreSilent();
     void pressSetsTheCellBeforeTheFocusMoves();
     void doubleClickNamesThePressedCell();
@@ -249,6 +250,33 @@ void FlexGridTest::keysSkipHiddenAndFixed()
     QCOMPARE(QPoint(grid.Col(), grid.Row()), to);
     QCOMPARE(moved.size(), from == to ? 0 : 1);
     QVERIFY(!grid.cellRect(grid.Row(), grid.Col()).isEmpty());
+}
+
+void FlexGridTest::frozenRowsDoNotScroll()
+{
+    FlexGrid grid;
+    fill(grid);
+    grid.setFrozenRows(1);
+    QCOMPARE(grid.TopRow(), 3);
+    const QRect before = grid.cellRect(2, 3);
+    grid.setTopRow(21);
+    QCOMPARE(grid.cellRect(2, 3), before);
+    QVERIFY(grid.cellRect(3, 3).isEmpty());
+    QVERIFY(grid.RowIsVisible(2) && grid.RowIsVisible(21));
+    QCOMPARE(grid.cellRect(grid.TopRow(), 3).top(), before.bottom() + 1);
+    // They are selected as other rows are.
+    QSignalSpy clicks(&grid, &FlexGrid::Click);
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, before.center());
+    QCOMPARE(clicks.size(), 1);
+    QTest::keyClick(&grid, Qt::Key_Down);
+    QCOMPARE(grid.Row(), 3);
+    QCOMPARE(grid.TopRow(), 3);
+    QTest::keyClick(&grid, Qt::Key_Up);
+    QTest::keyClick(&grid, Qt::Key_Up);
+    QCOMPARE(grid.Row(), 2);
+    QTest::keyClick(&grid, Qt::Key_End, Qt::ControlModifier);
+    QTest::keyClick(&grid, Qt::Key_Home, Qt::ControlModifier);
+    QCOMPARE(grid.Row(), 2);
 }
 
 void FlexGridTest::settersAreSilent()
