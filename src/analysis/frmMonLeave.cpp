@@ -12,22 +12,10 @@
 #include "screens/Icons.h"
 #include "ui_frmMonLeave.h"
 
-#include <QAbstractItemView>
 #include <QKeyEvent>
 
 using controls::FlexGrid;
 using controls::ItemCombo;
-
-namespace
-{
-
-bool isLetter(const QKeyEvent &key)
-{
-    return !key.text().isEmpty() && key.text().at(0).isLetterOrNumber()
-        && !(key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier));
-}
-
-} // namespace
 
 frmMonLeave::frmMonLeave(ScreenHost &host, QWidget *parent) : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmMonLeave>())
 {
@@ -94,12 +82,8 @@ void frmMonLeave::connectPanel()
 {
     on(ui_->Command3, &QPushButton::clicked, [this] { save(); });
     on(ui_->cmdRetAdd, &QPushButton::clicked, [this] { closePanel(); });
-    // Esc closes the panel unless a field, list or calendar handles it. A letter opens a list at its first matching entry.
+    // Esc closes the panel unless a field, list or calendar handles it.
     ui_->fraAddL->installEventFilter(this);
-    for (QWidget *field :
-         std::initializer_list<QWidget *>{ui_->cboGroup, ui_->cboType, ui_->cboVariety, ui_->cmbBlock, ui_->cboBlock}) {
-        field->installEventFilter(this);
-    }
 }
 
 void frmMonLeave::activateScreen()
@@ -308,22 +292,9 @@ void frmMonLeave::print()
 
 bool frmMonLeave::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() != QEvent::KeyPress) {
+    if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent *>(event)->key() != Qt::Key_Escape) {
         return ChildScreen::eventFilter(watched, event);
     }
-    const auto &key = static_cast<const QKeyEvent &>(*event);
-    if (watched == ui_->fraAddL) {
-        if (key.key() != Qt::Key_Escape) {
-            return false;
-        }
-        guarded([this] { closePanel(); });
-        return true;
-    }
-    auto *list = qobject_cast<ItemCombo *>(watched);
-    if (list && isLetter(key)) {
-        list->showPopup();
-        list->view()->keyboardSearch(key.text());
-        return true;
-    }
-    return ChildScreen::eventFilter(watched, event);
+    guarded([this] { closePanel(); });
+    return true;
 }
