@@ -8,9 +8,11 @@
 #include "platform/controls/RedrawPause.h"
 #include "platform/dao/CommitScope.h"
 #include "platform/dao/Database.h"
+#include "screens/GridActions.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 
+#include <QAction>
 #include <QKeyEvent>
 
 #include <array>
@@ -49,6 +51,11 @@ CaptureGrid::CaptureGrid(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 
     on(&grid, &controls::FlexGrid::Click,
        [this](int row, int col) { runOrReport(QStringLiteral("The cell could not be changed"), [&] { click(row, col); }); });
     on(&grid, &controls::FlexGrid::KeyDown, [this](QKeyEvent *event) { keyDown(event); });
+    undoAction_ = addGridAction(grid, QStringLiteral("Undo"), {QKeySequence::Undo});
+    redoAction_ = addGridAction(grid, QStringLiteral("Redo"), {Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z});
+    on(undoAction_, &QAction::triggered, [this] { undo(); });
+    on(redoAction_, &QAction::triggered, [this] { redo(); });
+    grid.setCellCopyText([this](int row, int col) { return copyText(row, col); });
     on(&editor_, &CaptureCellEditor::moveRequested, [this](capture::Direction direction) { move(direction); });
     on(&editor_, &CaptureCellEditor::undoRequested, [this] { undo(); });
     on(&editor_, &CaptureCellEditor::redoRequested, [this] { redo(); });
@@ -75,7 +82,7 @@ void CaptureGrid::paint(int row, int col, const capture::CellDisplay &display)
 void CaptureGrid::clear()
 {
     editor_.close();
-    history_.clear();
+    forgetChanges();
     NoOfPests = 0;
     PestIDs.clear();
     layOut();
@@ -135,7 +142,7 @@ void CaptureGrid::Fill_Capture()
 {
     const controls::BusyPointer busy;
     editor_.close();
-    history_.clear();
+    forgetChanges();
     controls::FlexGrid &grid = *ui_.grdPest;
     const controls::RedrawPause pause(grid);
     NoOfPests = objPestMON().No_of_Pests(session().CurrentPMTransID);
@@ -149,11 +156,22 @@ void CaptureGrid::Fill_Capture()
     writeHeadings(names);
     fillTotals();
     fillPoints();
+    grid.setEmptyText(emptyText());
     grid.setCell(capture::FirstPointRow, qMin(capture::FirstValueColumn, grid.Cols() - 1));
     grid.setTopRow(capture::FirstPointRow);
     if (NoOfPests > 0) {
         grid.setLeftCol(capture::FirstPestColumn);
     }
+}
+
+QString CaptureGrid::emptyText() const
+{
+    if (NoOfPests == 0) {
+        return QStringLiteral("The instruction has no pests. Close this tab, press Edit and select pests.");
+    }
+    const bool noPoints = ui_.grdPest->TextMatrix(capture::FirstPointRow, capture::PointColumn).isEmpty();
+    return noPoints ? QStringLiteral("The block has no monitoring points. Close this tab, press Edit and save the instruction.")
+                    : QString();
 }
 
 void CaptureGrid::fillTotals()
@@ -234,17 +252,14 @@ void CaptureGrid::keyDown(QKeyEvent *event)
     const bool empties = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool character = isCharacter(*event);
-    const bool undoes = event->matches(QKeySequence::Undo);
-    if (!toggles && !undoes && !isRedoKey(*event) && !(editable && (empties || enter || character))) {
+    if (!toggles && !(editable && (empties || enter || character))) {
         return;
     }
     event->accept();
     if (editor_.resume()) {
         return;
     }
-    if (undoes || isRedoKey(*event)) {
-        undoes ? undo() : redo();
-    } else if (toggles) {
+    if (toggles) {
         runOrReport(QStringLiteral("The cell could not be changed"), [&] { click(row, col); });
         // A toggle leaves the current cell in the point column; keys continue from the toggled cell.
         grid.setCell(row, col);
@@ -312,8 +327,13 @@ CaptureChange CaptureGrid::typedChange(int row, int col, const QString &typed) c
         return changeTo(row, col, total, total);
     }
     const capture::CellDisplay count = capture::typedPoint(typed);
-    const std::int16_t total = capture::runningTotal(numberIn(capture::TotalRow, col), OldValue, count.value);
+    const std::int16_t total = capture::runningTotal(totalBase(col), OldValue, count.value);
     return changeTo(row, col, count, capture::changedTotal(total));
+}
+
+std::int16_t CaptureGrid::totalBase(int col) const
+{
+    return unsavedTotals_.value(col, numberIn(capture::TotalRow, col));
 }
 
 bool CaptureGrid::store(int row, int col, const QString &typed)
@@ -347,7 +367,7 @@ void CaptureGrid::toggle(int row, int col)
         return;
     }
     const bool yes = colour == cellColour::White;
-    const std::int16_t total = numberIn(capture::TotalRow, col);
+    const std::int16_t total = totalBase(col);
     // A No at a total of 0 leaves the total alone.
     const bool counts = yes || total >= 1;
     const capture::CellDisplay newTotal =
@@ -366,6 +386,12 @@ bool CaptureGrid::perform(const CaptureChange &change, Totals totals)
         // The total is no longer the one that earlier changes led to.
         history_.clear();
     }
+    if (written.total) {
+        unsavedTotals_.remove(change.col);
+    } else if (written.cell) {
+        unsavedTotals_.insert(change.col, change.totalAfter.value);
+    }
+    updateActions();
     return written.cell;
 }
 
@@ -432,36 +458,48 @@ void CaptureGrid::showStored(const CaptureChange &change, const Written &written
     });
 }
 
+void CaptureGrid::forgetChanges()
+{
+    history_.clear();
+    unsavedTotals_.clear();
+    updateActions();
+}
+
+void CaptureGrid::updateActions()
+{
+    undoAction_->setEnabled(history_.undoable().has_value());
+    redoAction_->setEnabled(history_.redoable().has_value());
+}
+
 void CaptureGrid::undo()
 {
-    if (replay(history_.undoable() ? std::optional(history_.undoable()->reversed()) : std::nullopt,
-               QStringLiteral("Undone: %1 = %2"))) {
+    const auto last = history_.undoable();
+    if (last && !editor_.resume() && replay(last->reversed(), QStringLiteral("Undone: %1 = %2"))) {
         history_.undone();
     }
+    updateActions();
 }
 
 void CaptureGrid::redo()
 {
-    if (replay(history_.redoable(), QStringLiteral("Redone: %1 = %2"))) {
+    const auto next = history_.redoable();
+    if (next && !editor_.resume() && replay(*next, QStringLiteral("Redone: %1 = %2"))) {
         history_.redone();
     }
+    updateActions();
 }
 
-bool CaptureGrid::replay(const std::optional<CaptureChange> &change, const QString &report)
+bool CaptureGrid::replay(const CaptureChange &change, const QString &report)
 {
-    if (!change) {
-        return false;
-    }
-    ui_.grdPest->setCell(change->row, change->col);
-    ui_.grdPest->showCell(change->row, change->col);
-    const Written written = write(*change, Totals::Save);
+    ui_.grdPest->setCell(change.row, change.col);
+    ui_.grdPest->showCell(change.row, change.col);
+    const Written written = write(change, Totals::Save);
     if (!written.all()) {
         history_.clear();
         return false;
     }
-    const QString total =
-        change->row == capture::TotalRow ? QString() : QStringLiteral(", total %1").arg(change->totalAfter.value);
-    host().showStatus(report.arg(cellName(change->row, change->col), valueText(*change)) + total);
+    const QString total = change.row == capture::TotalRow ? QString() : QStringLiteral(", total %1").arg(change.totalAfter.value);
+    host().showStatus(report.arg(cellName(change.row, change.col), valueText(change)) + total);
     return true;
 }
 
@@ -504,6 +542,14 @@ QString CaptureGrid::describe(int row, int col) const
     const QString value =
         isAnswer ? (colour == cellColour::Red ? QStringLiteral("Yes") : QStringLiteral("No")) : grid.TextMatrix(row, col);
     return QStringLiteral("%1, %2, %3").arg(position, pest, value);
+}
+
+QString CaptureGrid::copyText(int row, int col) const
+{
+    const bool isAnswer =
+        row > capture::TotalRow && !records_.isCount() && keyIn(row, capture::pestColumn(col, NoOfPests)->pest) != 0;
+    return isAnswer ? (shown(row, col).value != 0 ? QStringLiteral("Yes") : QStringLiteral("No"))
+                    : ui_.grdPest->TextMatrix(row, col);
 }
 
 std::vector<QStringList> CaptureGrid::shownRows()

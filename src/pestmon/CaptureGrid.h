@@ -6,9 +6,12 @@
 #include "pestmon/CaptureRecords.h"
 #include "pestmon/PestMonPage.h"
 
+#include <QHash>
 #include <QStringList>
 
 #include <vector>
+
+class QAction;
 
 namespace pestmon
 {
@@ -42,6 +45,7 @@ private:
 
     void layOut();
     void writeHeadings(const std::vector<QString> &names);
+    QString emptyText() const;
     void fillTotals();
     void fillPoints();
     void fillPointCells(int row, int pest, const dao::Recordset &rows);
@@ -60,13 +64,18 @@ private:
     void cancelled(int row, int col);
     void undo();
     void redo();
-    bool replay(const std::optional<CaptureChange> &change, const QString &report);
+    void updateActions();
+    void forgetChanges();
+    /// Writes a change of the history; `report` gets the cell and the value.
+    bool replay(const CaptureChange &change, const QString &report);
 
     CaptureChange changeTo(int row, int col, const capture::CellDisplay &cell, const capture::CellDisplay &total) const;
     /// Error 6 for a number beyond 16 bits.
     CaptureChange typedChange(int row, int col, const QString &typed) const;
     /// Stores what was typed over a cell. False keeps the editor open: the number is too large, or a point was not stored.
     bool store(int row, int col, const QString &typed);
+    /// What a column's total is counted on from.
+    std::int16_t totalBase(int col) const;
     void toggle(int row, int col);
     /// Writes a change and remembers it for undo. False when its cell was not stored.
     bool perform(const CaptureChange &change, Totals totals = Totals::Save);
@@ -81,13 +90,18 @@ private:
     QString notSaved(int row, int col) const;
     QString valueText(const CaptureChange &change) const;
     QString describe(int row, int col) const;
+    QString copyText(int row, int col) const;
 
     int NoOfPests = 0;
     /// Of pest i at i - 1, in column order.
     std::vector<std::int32_t> PestIDs;
     CaptureRecords records_;
     CaptureHistory history_;
+    /// By column: totals that could not be stored with their point. The grid shows the stored ones, the next change saves these.
+    QHash<int, std::int16_t> unsavedTotals_;
     CaptureCellEditor editor_;
+    QAction *undoAction_ = nullptr;
+    QAction *redoAction_ = nullptr;
     /// The edited cell's share of its total.
     std::int16_t OldValue = 0;
 };

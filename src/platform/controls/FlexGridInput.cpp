@@ -3,8 +3,10 @@
 
 #include "platform/controls/FlexGridPrivate.h"
 
+#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QToolTip>
 
@@ -22,6 +24,7 @@ void FlexGridInput::mousePress(const QMouseEvent &event)
     pressed_ = cell && isSelectable(cell->first, cell->second) ? cell : std::nullopt;
     const auto pressed = pressed_;
     if (pressed) {
+        d_.state.anchor.reset();
         grid_.setCell(pressed->first, pressed->second);
     }
     if (event.button() == Qt::LeftButton) {
@@ -43,18 +46,57 @@ void FlexGridInput::doubleClick()
     }
 }
 
+void FlexGridInput::moveTo(int row, int col, bool extends)
+{
+    const auto anchor = extends ? d_.state.anchor.value_or(std::pair(grid_.Row(), grid_.Col())) : d_.state.anchor;
+    const bool moves = row != grid_.Row() || col != grid_.Col();
+    grid_.setCell(row, col);
+    grid_.showCell(row, col);
+    if (moves) {
+        d_.announceCurrent();
+        Q_EMIT grid_.cellMoved(row, col);
+    }
+    d_.state.anchor = extends ? anchor : std::nullopt;
+    d_.repaintLater();
+}
+
+bool FlexGridInput::copies(const QKeyEvent &event) const
+{
+    const bool all = event.key() == Qt::Key_C && event.modifiers() == (Qt::ControlModifier | Qt::ShiftModifier);
+    if (all || event.matches(QKeySequence::Copy)) {
+        grid_.copy(all ? FlexGrid::Copy::All : FlexGrid::Copy::Selection);
+        return true;
+    }
+    return false;
+}
+
+void FlexGridInput::contextMenu(const QContextMenuEvent &event)
+{
+    grid_.setFocus(Qt::MouseFocusReason);
+    QPoint position = event.globalPos();
+    if (event.reason() == QContextMenuEvent::Keyboard) {
+        position = grid_.viewport()->mapToGlobal(grid_.cellRect(grid_.Row(), grid_.Col()).center());
+    } else if (const auto cell = grid_.cellAt(event.pos()); cell && isSelectable(cell->first, cell->second)) {
+        moveTo(cell->first, cell->second, false);
+    }
+    QMenu menu(&grid_);
+    menu.addActions(grid_.actions());
+    menu.addSeparator();
+    menu.addAction(FlexGrid::tr("Copy\tCtrl+C"), &grid_, [this] { grid_.copy(FlexGrid::Copy::Selection); });
+    menu.addAction(FlexGrid::tr("Copy all with headings\tCtrl+Shift+C"), &grid_, [this] { grid_.copy(FlexGrid::Copy::All); });
+    menu.exec(position);
+}
+
 void FlexGridInput::keyPress(QKeyEvent &event)
 {
     d_.layOut();
     if (const auto target = keyTarget(event)) {
         event.accept();
-        const auto [row, col] = *target;
-        if (row != grid_.Row() || col != grid_.Col()) {
-            grid_.setCell(row, col);
-            grid_.showCell(row, col);
-            d_.announceCurrent();
-            Q_EMIT grid_.cellMovedByKey(row, col);
-        }
+        moveTo(target->first, target->second, event.modifiers() & Qt::ShiftModifier);
+        return;
+    }
+    if (copies(event)) {
+        event.accept();
         return;
     }
     event.ignore();
