@@ -4,6 +4,7 @@
 #include "common/ProgramLock.h"
 #include "platform/dao/CommitScope.h"
 #include "platform/dao/Workspace.h"
+#include "support/HostileJournal.h"
 #include "support/TemporaryFarm.h"
 
 #include <QCryptographicHash>
@@ -226,6 +227,29 @@ private Q_SLOTS:
         QCOMPARE(farmdata({"backup", farm.databasesPath()}).status, 0);
         farm.open();
         QCOMPARE(farm.count("tblPMData"), 3);
+    }
+
+    void aHostileFolderHarmsNoOtherFile()
+    {
+        TemporaryFarm farm;
+        QCOMPARE(farmdata({"backup", farm.databasesPath()}).status, 0);
+        const QString copy = QDir(farm.databasesPath() + "/Backups").entryList(QDir::Files).front();
+        farm.close();
+        QFile letter(farm.appPath() + "/letter.txt");
+        QVERIFY(letter.open(QIODevice::WriteOnly));
+        QVERIFY(addHostileJournal(farm.filePath(DatabaseFile::Pest), letter.fileName()));
+        const QByteArray before = fingerprint(farm.databasesPath());
+        for (const QStringList &call :
+             {QStringList{"check", farm.databasesPath()}, QStringList{"backup", farm.databasesPath()}}) {
+            const FarmdataRun run = farmdata(call);
+            QCOMPARE(run.status, 1);
+            QVERIFY2((run.output + run.errors).contains("names the file " + letter.fileName()), qPrintable(run.errors));
+            QCOMPARE(fingerprint(farm.databasesPath()), before);
+        }
+        // A restore moves the journal away with the replaced file.
+        QVERIFY2(farmdata({"restore", farm.databasesPath(), copy}).status == 0, "the copy is sound");
+        QVERIFY(!QFile::exists(farm.filePath(DatabaseFile::Pest) + "-journal"));
+        QVERIFY(letter.exists());
     }
 
     void damageInsideIsFoundAndACopyRestoresIt()
