@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Judges.h"
 
+#include "platform/jet/Check.h"
+
 #include <QDateTime>
 #include <QFile>
 #include <QJsonArray>
@@ -41,7 +43,7 @@ QString exportText(const Value &value)
         QString operator()(bool flag) const { return flag ? "1" : "0"; }
         QString operator()(std::int32_t number) const { return QString::number(number); }
         QString operator()(float number) const { return digits("%.8g", static_cast<double>(number)); }
-        QString operator()(double number) const { return digits("%.15g", number); }
+        QString operator()(double number) const { return digits("%.16g", number); }
         QString operator()(jet::Currency money) const
         {
             return QString::asprintf("%s%lld.%04lld", money.units < 0 ? "-" : "",
@@ -50,11 +52,15 @@ QString exportText(const Value &value)
         }
         QString operator()(jet::Date date) const
         {
+            if (date.days < 0) {
+                // What mdb-export makes of every date before its first.
+                return "1900-01-00 00:00:00";
+            }
             const auto seconds = static_cast<qint64>(std::llround(static_cast<double>(millisecondsOf(date)) / 1000.0));
             return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC).toString("yyyy-MM-dd HH:mm:ss");
         }
         QString operator()(const QString &text) const { return text.isEmpty() ? QString(Null) : text; }
-        QString operator()(const QByteArray &bytes) const { return bytes.isEmpty() ? QString(Null) : QString(bytes.toHex()); }
+        QString operator()(const QByteArray &bytes) const { return QString(bytes.toHex()); }
     };
     return std::visit(Text{}, value);
 }
@@ -192,6 +198,16 @@ QString disagreement(const QString &path)
         }
     }
     return differences;
+}
+
+QString faults(const QString &path)
+{
+    return jet::check(path, Password).faults.join('\n');
+}
+
+QString complaints(const QString &path)
+{
+    return faults(path) + disagreement(path);
 }
 
 } // namespace judges

@@ -28,5 +28,9 @@ QStringList likeMdbReader(const jet::Database &database, const QString &table);
 
 /// What the readers say differently, for every table of the file; empty when they agree.
 QString disagreement(const QString &path);
+/// What the page walker finds.
+QString faults(const QString &path);
+/// Both.
+QString complaints(const QString &path);
 
 } // namespace judges
