@@ -121,7 +121,7 @@ void fillList(benchmark::State &state)
     state.counters["rows"] = grid.Rows() - 2;
 }
 
-/// The floor is the same rule on plain numbers; "ours" is the whole of a click on the filter, its lists and the selection
+/// The baseline is the same rule on plain numbers; "ours" is the whole of a click on the filter, its lists and the selection
 /// included.
 void filterList(benchmark::State &state)
 {

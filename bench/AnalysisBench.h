@@ -3,5 +3,5 @@
 
 /// Rows of the analyses' list: filling it and filtering it at three sizes.
 void registerAnalysisBenchmarks();
-/// To be called while the application still stands, since each farm has its window.
+/// To be called before the application object ends, since each farm has its window.
 void closeAnalysisFarms();

@@ -17,8 +17,8 @@ struct BigProgram {
     std::unique_ptr<MDI_Monitoring> window;
 };
 
-/// On a farm of so many instructions, made on first use; the largest unless told.
+/// On a farm of so many instructions, made on first use; the largest unless output.
 BigProgram &programOf(int instructions);
 BigProgram &program();
-/// To be called while the application still stands; the farms are taken away with it.
+/// To be called before the application object ends; the farms are removed with it.
 void closeProgram();

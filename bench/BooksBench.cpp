@@ -95,8 +95,8 @@ std::pair<double, double> runOtherWriter(const QString &path, int tables)
     if (!process.waitForFinished(120000) || process.exitCode() != 0) {
         qFatal("the other writer failed; it needs python3-xlwt: %s", process.readAllStandardError().constData());
     }
-    const QList<QByteArray> told = process.readAllStandardOutput().simplified().split(' ');
-    return {told.first().toDouble(), told.last().toDouble()};
+    const QList<QByteArray> output = process.readAllStandardOutput().simplified().split(' ');
+    return {output.first().toDouble(), output.last().toDouble()};
 }
 
 /// Cells, looks, column fit and save of rows x 12 columns; the bar is a ratio of 0.1 and 300 MB.
@@ -132,10 +132,10 @@ void recordsSheet(benchmark::State &state)
             return time;
         });
     state.counters["peak_MB"] = peakMegabytes();
-    state.counters["floor_peak_MB"] = otherPeak;
+    state.counters["baseline_peak_MB"] = otherPeak;
 }
 
-/// The report as its screen runs it, with template, queries, progress and save; the floor is its queries alone in the engine.
+/// The report as its screen runs it, with template, queries, progress and save; the baseline is its queries alone in the engine.
 void wholeReport(benchmark::State &state)
 {
     const auto Blocks = static_cast<int>(state.range(0));

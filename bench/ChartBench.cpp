@@ -9,8 +9,8 @@
 #include <cmath>
 #include <vector>
 
-/// A chart from its table to the painted picture, and in the same run the floor: a painter that draws the same lines and markers
-/// and nothing else. The time shown is the chart's; "floor_ms" and "ratio" stand beside it.
+/// A chart from its table to the painted picture, and in the same run the baseline: a painter that draws the same lines and
+/// markers and nothing else. The time shown is the chart's; "baseline_ms" and "ratio" are the counters next to it.
 namespace
 {
 
@@ -49,12 +49,12 @@ void drawChart(chart::ChartType type, int points)
     benchmark::DoNotOptimize(view.picture(Size));
 }
 
-void drawMarker(QPainter &painter, const QPointF &place, int series, const std::vector<QPolygonF> &forms)
+void drawMarker(QPainter &painter, const QPointF &index, int series, const std::vector<QPolygonF> &forms)
 {
     if (series == 1) {
-        painter.drawEllipse(place, 3.33, 3.33);
+        painter.drawEllipse(index, 3.33, 3.33);
     } else {
-        painter.drawConvexPolygon(forms[static_cast<std::size_t>(series - 2)].translated(place));
+        painter.drawConvexPolygon(forms[static_cast<std::size_t>(series - 2)].translated(index));
     }
 }
 
@@ -68,19 +68,19 @@ void drawRaw(int points)
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     for (int series = 1; series <= Series; ++series) {
-        std::vector<QPointF> places;
+        std::vector<QPointF> positions;
         for (int point = 1; point <= points; ++point) {
-            places.emplace_back(60.0 + point * 1080.0 / points, 550.0 - valueAt(point, series) * 5.0);
+            positions.emplace_back(60.0 + point * 1080.0 / points, 550.0 - valueAt(point, series) * 5.0);
         }
         std::vector<QLineF> lines;
-        for (std::size_t point = 1; point < places.size(); ++point) {
-            lines.emplace_back(places[point - 1], places[point]);
+        for (std::size_t point = 1; point < positions.size(); ++point) {
+            lines.emplace_back(positions[point - 1], positions[point]);
         }
         painter.setPen(QPen(Qt::darkGreen, 1.33, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
         painter.setBrush(Qt::darkGreen);
         painter.drawLines(lines.data(), static_cast<int>(lines.size()));
-        for (const QPointF &place : places) {
-            drawMarker(painter, place, series, forms);
+        for (const QPointF &position : positions) {
+            drawMarker(painter, position, series, forms);
         }
     }
     painter.end();

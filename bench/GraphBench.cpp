@@ -34,13 +34,13 @@ GraphCriteria criteriaFor(GraphScope scope, GraphAxis axis)
 }
 
 /// What a draw reads, against the queries of its five series alone.
-void readSeries(benchmark::State &state, const GraphCriteria &criteria, const QString &floor, bool ofBlock)
+void readSeries(benchmark::State &state, const GraphCriteria &criteria, const QString &baseline, bool ofBlock)
 {
     BigProgram &program = programOf(static_cast<int>(state.range(0)));
     SessionContext &session = program.window->session();
     session.CurrentBlockID = FixedBlock;
     RawSqlite raw(program.farm.pestFile());
-    sqlite3_stmt *rows = raw.prepare(qPrintable(floor));
+    sqlite3_stmt *rows = raw.prepare(qPrintable(baseline));
     int touched = 0;
     compare(
         state, [&] { benchmark::DoNotOptimize(readGraphData(criteria, program.window->objPestMON(), session)); },

@@ -22,23 +22,23 @@ double median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-void compare(benchmark::State &state, const std::function<void()> &ours, const std::function<void()> &floor)
+void compare(benchmark::State &state, const std::function<void()> &ours, const std::function<void()> &baseline)
 {
-    compareTold(state, ours, [&floor] { return seconds(floor); });
+    compareTold(state, ours, [&baseline] { return seconds(baseline); });
 }
 
-void compareTold(benchmark::State &state, const std::function<void()> &ours, const std::function<double()> &floorSeconds)
+void compareTold(benchmark::State &state, const std::function<void()> &ours, const std::function<double()> &baselineSeconds)
 {
     std::vector<double> oursTimes;
-    std::vector<double> floorTimes;
+    std::vector<double> baselineTimes;
     for (auto _ : state) {
         oursTimes.push_back(seconds(ours));
-        floorTimes.push_back(floorSeconds());
+        baselineTimes.push_back(baselineSeconds());
         state.SetIterationTime(oursTimes.back());
     }
-    state.counters["floor_ms"] = median(floorTimes) * 1e3;
+    state.counters["baseline_ms"] = median(baselineTimes) * 1e3;
     state.counters["ours_ms"] = median(oursTimes) * 1e3;
-    state.counters["ratio"] = median(oursTimes) / median(floorTimes);
+    state.counters["ratio"] = median(oursTimes) / median(baselineTimes);
 }
 
 void registerRows(const std::vector<BenchRow> &rows)

@@ -11,7 +11,7 @@
 namespace
 {
 
-struct Look {
+struct CellStyle {
     double size;
     bool bold = false;
     std::uint8_t line = LXW_BORDER_NONE;
@@ -26,7 +26,7 @@ struct Heading {
     lxw_col_t first;
     lxw_col_t last;
     const char *text;
-    lxw_format *look;
+    lxw_format *style;
 };
 
 class RawSheets
@@ -73,19 +73,19 @@ public:
     }
 
 private:
-    lxw_format *add(const Look &look)
+    lxw_format *add(const CellStyle &style)
     {
         lxw_format *format = workbook_add_format(book_);
         format_set_font_name(format, "Calibri");
-        format_set_font_size(format, look.size);
-        if (look.bold) {
+        format_set_font_size(format, style.size);
+        if (style.bold) {
             format_set_bold(format);
         }
-        format_set_border(format, look.line);
-        format_set_align(format, look.across);
-        format_set_align(format, look.down);
-        format_set_rotation(format, look.turn);
-        if (look.wrap) {
+        format_set_border(format, style.line);
+        format_set_align(format, style.across);
+        format_set_align(format, style.down);
+        format_set_rotation(format, style.turn);
+        if (style.wrap) {
             format_set_text_wrap(format);
         }
         return format;
@@ -114,9 +114,9 @@ private:
         for (const Heading &heading : headings) {
             worksheet_set_row(sheet, heading.row, heading.row == 3 ? 75 : 18, nullptr);
             if (heading.first == heading.last) {
-                worksheet_write_string(sheet, heading.row, heading.first, heading.text, heading.look);
+                worksheet_write_string(sheet, heading.row, heading.first, heading.text, heading.style);
             } else {
-                worksheet_merge_range(sheet, heading.row, heading.first, heading.row, heading.last, heading.text, heading.look);
+                worksheet_merge_range(sheet, heading.row, heading.first, heading.row, heading.last, heading.text, heading.style);
             }
         }
     }

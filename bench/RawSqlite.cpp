@@ -10,7 +10,7 @@
 namespace
 {
 
-/// Stands in for the program's own collation, which nothing in a floor compares by.
+/// Stands in for the program's own collation, which nothing in a baseline compares by.
 int compareBytes(void *, int leftSize, const void *left, int rightSize, const void *right)
 {
     return sqlite3_strnicmp(static_cast<const char *>(left), static_cast<const char *>(right), std::min(leftSize, rightSize));
@@ -24,7 +24,7 @@ void provideCollation(void *, sqlite3 *database, int, const char *name)
 void require(int code, sqlite3 *database)
 {
     if (code != SQLITE_OK && code != SQLITE_ROW && code != SQLITE_DONE) {
-        std::fprintf(stderr, "raw floor: %s\n", sqlite3_errmsg(database));
+        std::fprintf(stderr, "raw baseline: %s\n", sqlite3_errmsg(database));
         std::exit(EXIT_FAILURE);
     }
 }
@@ -66,9 +66,9 @@ sqlite3_stmt *RawSqlite::prepare(const char *sql)
 
 int RawSqlite::step(sqlite3_stmt *statement, std::initializer_list<std::int64_t> values)
 {
-    int place = 0;
+    int index = 0;
     for (const std::int64_t value : values) {
-        require(sqlite3_bind_int64(statement, ++place, value), database_.get());
+        require(sqlite3_bind_int64(statement, ++index, value), database_.get());
     }
     int rows = 0;
     const int columns = sqlite3_column_count(statement);

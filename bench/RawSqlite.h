@@ -11,7 +11,8 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// The engine without the program: what a loop in C would do. Ends the process on any error, since a floor that failed is none.
+/// The engine without the program: what a loop in C would do. Ends the process on any error, since a baseline that failed is
+/// none.
 class RawSqlite
 {
 public:

@@ -12,7 +12,7 @@ import time
 import xlwt
 
 
-def look(size, bold, framed):
+def style(size, bold, framed):
     style = xlwt.XFStyle()
     style.font.name, style.font.height, style.font.bold = "Calibri", size * 20, bold
     if framed:
@@ -25,7 +25,7 @@ def main():
     start = time.perf_counter()
     book = xlwt.Workbook(encoding="utf-8")
     sheet = book.add_sheet("Sheet1")
-    title, small, bold, plain = look(10, True, False), look(8, True, False), look(8, True, True), look(8, False, True)
+    title, small, bold, plain = style(10, True, False), style(8, True, False), style(8, True, True), style(8, False, True)
     widest = [0] * (points + 3)
 
     def write(row, column, value, style):
@@ -37,7 +37,7 @@ def main():
     sheet.write_merge(1, 1, 3, 5, "Date :  01/01/2020", small)
     sheet.write_merge(1, 1, 6, 8, "31/12/2022", small)
     row = 3
-    sheet.write_merge(row, row, 0, points + 2, "Pest", look(10, True, True))
+    sheet.write_merge(row, row, 0, points + 2, "Pest", style(10, True, True))
     row += 1
     for table in range(tables):
         row += 1

@@ -10,6 +10,7 @@
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/ItemCombo.h"
 #include "platform/controls/Theme.h"
+#include "platform/dao/CommitScope.h"
 #include "platform/dao/Database.h"
 #include "shell/FarmApplication.h"
 
@@ -21,6 +22,9 @@
 #include <QRadioButton>
 
 #include <vector>
+
+using pestmon::Clear_Instruction;
+using pestmon::Save_Instruction;
 
 namespace
 {
@@ -58,7 +62,7 @@ void start(benchmark::State &state)
     const QList<QDateTime> written = writeTimes(farm);
     compare(
         state, [&] { runProcess(START_PROGRAM, {farm.folder()}); }, [&] { runProcess(EMPTY_PROGRAM, {}); });
-    state.counters["over_ms"] = state.counters["ours_ms"] - state.counters["floor_ms"];
+    state.counters["over_ms"] = state.counters["ours_ms"] - state.counters["baseline_ms"];
     if (writeTimes(farm) != written) {
         state.SkipWithError("a start with nothing new wrote to the databases");
     }
@@ -136,7 +140,7 @@ void leaveCell(benchmark::State &state)
             value = static_cast<std::int16_t>((value + 1) % 1000);
             std::int32_t pointKey = firstPoint;
             std::int32_t totalKey = firstTotal;
-            dao::WriteScope scope(*session.dbPest);
+            dao::CommitScope scope(*session.dbPest);
             store.Save_PestDataMax(totalKey, middle, 1, {.PMCountMax = value}, clsPestMONNew::Count);
             store.Save_PestData(pointKey, middle, 1, 1, {.PMCount = value}, clsPestMONNew::Count);
             scope.commit();
@@ -201,7 +205,7 @@ void chooseBlock(benchmark::State &state)
     }
     state.counters["queries_ms"] = median(queries) * 1e3;
     state.counters["own_ms"] = (median(whole) - median(queries)) * 1e3;
-    state.counters["ratio"] = median(queries) * 1e3 / state.counters["floor_ms"];
+    state.counters["ratio"] = median(queries) * 1e3 / state.counters["baseline_ms"];
 }
 
 void listInstructions(benchmark::State &state)
@@ -209,7 +213,7 @@ void listInstructions(benchmark::State &state)
     BigProgram &program = programOf(sizeOf(state));
     QMetaObject::invokeMethod(&program.find<QAbstractButton>("imSpray"), "click");
     auto &all = program.find<QRadioButton>("chkAll");
-    program.find<QDateEdit>("dtpDateFrom").setDate(QDate(2000, 1, 1));
+    program.find<controls::DatePicker>("dtpDateFrom").choose(QDate(2000, 1, 1));
     RawSqlite raw(program.farm.pestFile());
     sqlite3_stmt *list =
         raw.prepare("SELECT * FROM tblPMTrans WHERE PMTransDate >= 36526 AND PMTransDate <= 60000 ORDER BY PMTransDate");

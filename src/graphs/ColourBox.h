@@ -4,7 +4,7 @@
 #include <QAbstractButton>
 #include <QColor>
 
-/// A box filled with a colour, to be clicked for another one.
+/// A box filled with a colour; a click chooses another one.
 class ColourBox : public QAbstractButton
 {
     Q_OBJECT

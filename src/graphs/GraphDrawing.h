@@ -18,7 +18,7 @@ struct ChartKind {
 /// In the order of the list of chart types.
 const std::array<ChartKind, 12> &chartKinds();
 
-/// Puts the table on the chart with the default look of each series, the labels of points and series, and the axis titles. The
+/// Sets the table on the chart with the default style of each series, the labels of points and series, and the axis titles. The
 /// chart type stays.
 void drawGraph(chart::Chart &chGraph, const chart::DataTable &GraphData, const GraphCriteria &criteria, bool markers,
                bool labels);

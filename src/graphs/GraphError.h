@@ -4,7 +4,7 @@
 #include "platform/basic/RunTimeError.h"
 #include "platform/controls/Dialogs.h"
 
-/// How the graph screens tell an error: number, " - ", description.
+/// The text in which the graph screens report an error: number, " - ", description.
 inline void tellGraphError(controls::Dialogs &dialogs, const basic::RunTimeError &error)
 {
     dialogs.message(QStringLiteral("%1 - %2").arg(error.number()).arg(error.description()), {}, controls::BoxIcon::None);

@@ -67,10 +67,10 @@ void Fill_Graph_Blocks(GraphCombos combos, clsPestMONNew &objPestMON, const Sess
 
 void preselect(GraphCombos combos)
 {
-    for (int place = 0; place < static_cast<int>(combos.size()); ++place) {
-        controls::ItemCombo &combo = *combos[static_cast<std::size_t>(place)];
-        if (combo.ListCount() > place) {
-            combo.setListIndex(place);
+    for (int index = 0; index < static_cast<int>(combos.size()); ++index) {
+        controls::ItemCombo &combo = *combos[static_cast<std::size_t>(index)];
+        if (combo.ListCount() > index) {
+            combo.setListIndex(index);
         }
     }
 }

@@ -13,7 +13,7 @@ class ItemCombo;
 class clsPestMONNew;
 struct SessionContext;
 
-/// The period and order in which pests and blocks are looked for: order 0 none, 1 the largest sums first, 2 the smallest.
+/// The period and order of the lists of pests and blocks: order 0 by name, 1 the largest sums first, 2 the smallest first.
 struct GraphListPeriod {
     QDate from;
     QDate to;
@@ -22,12 +22,12 @@ struct GraphListPeriod {
 
 using GraphCombos = std::span<controls::ItemCombo *const>;
 
-/// Fill each of the lists with the pests seen in a block (0 for all), or with the blocks in which the session's pest was seen
+/// Fill each of the lists with the pests found in a block (0 for all), or with the blocks in which the session's pest was found
 /// (0 for any), of the session's method. One query serves all lists. Silent.
 void Fill_Graph_Pests(GraphCombos combos, clsPestMONNew &objPestMON, const SessionContext &session, std::int32_t block,
                       const GraphListPeriod &period);
 void Fill_Graph_Blocks(GraphCombos combos, clsPestMONNew &objPestMON, const SessionContext &session,
                        const GraphListPeriod &period);
 
-/// Chooses the first entry in the first list, the second in the second and so on, as far as there are entries.
+/// Selects the first entry in the first list, the second in the second and so on, as far as there are entries.
 void preselect(GraphCombos combos);

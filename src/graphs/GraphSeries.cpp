@@ -28,7 +28,7 @@ dao::Recordset openSeries(const GraphCriteria &criteria, clsPestMONNew &objPestM
         : objPestMON.New_Get_PestDataMaxYesNo_for_Period_Pest_Block(block, pest, from, to);
 }
 
-/// Where a record of the set says its point, and what it adds there.
+/// The point of a record and the value that it adds.
 class RecordReader
 {
 public:
@@ -38,9 +38,9 @@ public:
     {
         const bool points = criteria.axis == GraphAxis::Points;
         if (criteria.axis == GraphAxis::Week) {
-            place_ = rows.fieldIndex("PMTransWeek");
+            pointField_ = rows.fieldIndex("PMTransWeek");
         } else if (points) {
-            place_ = rows.fieldIndex("PMBPunt");
+            pointField_ = rows.fieldIndex("PMBPunt");
         }
         if (criteria.measure == GraphMeasure::Count) {
             amount_ = points ? rows.fieldIndex("PMCount") : rows.fieldIndex("PMCountMax");
@@ -67,20 +67,20 @@ private:
     {
         switch (criteria_.axis) {
         case GraphAxis::Week:
-            return rows_.longValue(place_);
+            return rows_.longValue(pointField_);
         case GraphAxis::Date:
             return basic::toLong32(std::floor(completed.days()) - firstDay_ + 1.0);
         case GraphAxis::Points:
             break;
         }
-        const int point = rows_.longValue(place_);
+        const int point = rows_.longValue(pointField_);
         return point == 0 ? 1 : point;
     }
 
     const GraphCriteria &criteria_;
     const dao::Recordset &rows_;
     int completed_;
-    int place_ = 0;
+    int pointField_ = 0;
     int amount_ = 0;
     double firstDay_;
 };
@@ -122,9 +122,9 @@ chart::DataTable readGraphData(const GraphCriteria &criteria, clsPestMONNew &obj
 {
     chart::DataTable GraphData(graphPointCount(criteria, objPestMON, session) + 1, criteria.SeriesCount);
     for (int series = 1; series <= criteria.SeriesCount; ++series) {
-        const auto place = static_cast<std::size_t>(series) - 1;
-        takeSeries(criteria, criteria.SeriesID[place], session);
-        if (criteria.SeriesName[place].isEmpty()) {
+        const auto index = static_cast<std::size_t>(series) - 1;
+        takeSeries(criteria, criteria.SeriesID[index], session);
+        if (criteria.SeriesName[index].isEmpty()) {
             continue;
         }
         dao::Recordset rows = openSeries(criteria, objPestMON, session);

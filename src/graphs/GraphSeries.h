@@ -12,13 +12,13 @@
 class clsPestMONNew;
 struct SessionContext;
 
-/// What is fixed and what the series are: a block and its pests, a pest and its blocks, or the pests of the whole farm.
+/// What is common to the series: a block with its pests, a pest with its blocks, or the whole farm with its pests.
 enum class GraphScope { PerBlock, PerPest, Farm };
 enum class GraphMeasure { Count, YesNo };
-/// What the points of the horizontal axis are.
+/// The meaning of the points on the horizontal axis.
 enum class GraphAxis { Week, Date, Points };
 
-/// Everything that one draw was asked for.
+/// The criteria of one draw.
 struct GraphCriteria {
     static constexpr int MaxSeries = 5;
 
@@ -29,15 +29,15 @@ struct GraphCriteria {
     QDate to;
     /// The block or pest that all series share; not used for the farm.
     std::int32_t fixedItem = 0;
-    /// Counted up to the last one that is chosen. A series left blank between two others has the key 0 and stays empty.
+    /// Up to the last selected one. A blank series between two others has the key 0 and stays empty.
     int SeriesCount = 0;
     std::array<std::int32_t, MaxSeries> SeriesID{};
     std::array<QString, MaxSeries> SeriesName{};
 };
 
-/// Points of the axis; the table has one row more.
+/// Number of points on the axis; the table has one more row.
 int graphPointCount(const GraphCriteria &criteria, clsPestMONNew &objPestMON, const SessionContext &session);
 
-/// Reads the records of each series and adds them up by point. Leaves block and pest of the last series in the session. A record
-/// that lies outside the points raises error 9.
+/// Reads the records of each series and sums them by point. Sets block and pest of the last series in the session. A record
+/// outside the points raises error 9.
 chart::DataTable readGraphData(const GraphCriteria &criteria, clsPestMONNew &objPestMON, SessionContext &session);

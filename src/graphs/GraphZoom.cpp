@@ -15,7 +15,7 @@ void GraphZoom::refit(Extent viewport)
 {
     base_ = viewport;
     size_ = viewport;
-    // The halves of all levels from 1 to the present one together.
+    // The sum of the halves of all levels from 1 to the current one.
     grow(ZoomLevel_ * (ZoomLevel_ + 1) / 2);
 }
 

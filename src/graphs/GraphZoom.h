@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-/// Size and place of the chart in its viewport, in twips. Zoom levels go from 0 to 5, and to -1 after a zoom out straight after a
-/// draw; at levels 1 to 5 the chart is 1.5, 2.5, 4, 6 and 8.5 times its base.
+/// Size and position of the chart in its viewport, in twips. Zoom levels go from 0 to 5, and to -1 after a zoom out directly
+/// after a draw; at levels 1 to 5 the chart is 1.5, 2.5, 4, 6 and 8.5 times its base.
 class GraphZoom
 {
 public:
@@ -17,11 +17,11 @@ public:
         std::int32_t height = 0;
     };
 
-    /// What an activation and a draw do: level 0, and the chart fills the viewport, which is its base.
+    /// On activation and draw: level 0, and the chart fills the viewport, which becomes its base.
     void restart(Extent viewport);
-    /// The viewport has another size: the chart is as large for it as it was for the old one. The level stays.
+    /// After a resize of the viewport: the chart keeps its size relative to it. The level stays.
     void refit(Extent viewport);
-    /// Both leave the lower edge in sight.
+    /// Both keep the lower edge visible.
     void zoomIn(Extent viewport);
     void zoomOut(Extent viewport);
     void scrollHorizontally(int value) { left_ = -ScrollStep * value; }

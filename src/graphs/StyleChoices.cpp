@@ -98,15 +98,15 @@ bool markerShowsFillColour(int listIndex)
 int twipsFromText(const QString &text)
 {
     constexpr int largest = std::numeric_limits<std::int16_t>::max();
-    const QString told = QStringLiteral("\"%1\" is not a width or size from 0 to %2.").arg(text, QString::number(largest));
+    const QString sentence = QStringLiteral("\"%1\" is not a width or size from 0 to %2.").arg(text, QString::number(largest));
     bool number = false;
     const double value = text.toDouble(&number);
     if (!number) {
-        throw basic::RunTimeError(basic::ErrorNumber::TypeMismatch, told);
+        throw basic::RunTimeError(basic::ErrorNumber::TypeMismatch, sentence);
     }
-    const int twips = basic::describing(basic::ErrorNumber::Overflow, told, [value] { return basic::toInteger16(value); });
+    const int twips = basic::describing(basic::ErrorNumber::Overflow, sentence, [value] { return basic::toInteger16(value); });
     if (twips < 0) {
-        throw basic::RunTimeError(basic::ErrorNumber::InvalidArgument, told);
+        throw basic::RunTimeError(basic::ErrorNumber::InvalidArgument, sentence);
     }
     return twips;
 }

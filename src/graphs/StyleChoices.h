@@ -8,11 +8,11 @@
 
 #include <optional>
 
-/// The choices of the style dialog. Of markers and lines the place in the list is the style's number.
+/// The choices of the style dialog. For markers and lines the list index is the style's number.
 QStringList markerStyleTexts();
 QStringList lineStyleTexts();
 
-/// Of a solid chart or a flat one; the place in the list stands for another number in each.
+/// Of a solid or a flat chart; the list index maps to different numbers.
 QStringList seriesTypeTexts(bool solid);
 std::optional<chart::SeriesType> seriesTypeAt(int index, bool solid);
 /// -1 for a type that the list does not have.

@@ -51,7 +51,7 @@ frmGraphEdit::frmGraphEdit(chart::Chart &chGraph, controls::Dialogs &dialogs, QW
 
 frmGraphEdit::~frmGraphEdit() = default;
 
-template <typename Body> bool frmGraphEdit::told(Body &&body)
+template <typename Body> bool frmGraphEdit::runOrReport(Body &&body)
 {
     try {
         body();
@@ -64,11 +64,11 @@ template <typename Body> bool frmGraphEdit::told(Body &&body)
 
 void frmGraphEdit::connectControls()
 {
-    // The page holds the keys of this dialog with those of its screen.
+    // The page lists the keys of this dialog with those of its screen.
     connect(new QShortcut(Qt::Key_F1, this), &QShortcut::activated, this,
             [this] { ShortcutsPage::openOver(this, QStringLiteral("frmPestMGraph")); });
     connect(ui_->cmb_0, &controls::ItemCombo::Click, this, [this] {
-        if (!told([this] { seriesClick(); })) {
+        if (!runOrReport([this] { seriesClick(); })) {
             ui_->cmb_0->setText(ui_->cmb_0->List(LastSeries_));
         }
     });
@@ -76,7 +76,7 @@ void frmGraphEdit::connectControls()
     for (ColourBox *box : {ui_->picColor_0, ui_->picColor_1, ui_->picColor_2}) {
         connect(box, &ColourBox::clicked, this, [this, box] { chooseColour(*box); });
     }
-    connect(ui_->cmdGSOK, &QPushButton::clicked, this, [this] { told([this] { okClick(); }); });
+    connect(ui_->cmdGSOK, &QPushButton::clicked, this, [this] { runOrReport([this] { okClick(); }); });
     connect(ui_->cmdGSCancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 

@@ -21,7 +21,7 @@ class Dialogs;
 }
 class ColourBox;
 
-/// Edits the look of each series of a chart while it is shown. What was written on going from one series to another stays when
+/// Edits the style of each series of a chart while it is shown. What was applied on changing the series stays when
 /// the dialog is cancelled.
 class frmGraphEdit : public QDialog
 {
@@ -36,14 +36,14 @@ private:
     void fill();
     void seriesClick();
     void showSeries(int column);
-    /// To the series whose settings the boxes hold. What stands before a faulty text is written.
+    /// Applies the boxes to their series. Boxes before an invalid one are applied.
     void apply();
     void writeTo(int column);
     void markerTypeClick();
     void chooseColour(ColourBox &box);
     void okClick();
     /// Runs `body`; an error becomes a message with number and description, and the dialog stays.
-    template <typename Body> bool told(Body &&body);
+    template <typename Body> bool runOrReport(Body &&body);
 
     chart::Chart &chGraph_;
     controls::Dialogs &dialogs_;

@@ -3,6 +3,9 @@
 
 #include "common/MonitoringConstants.h"
 #include "graphs/GraphDrawing.h"
+#include "graphs/GraphError.h"
+#include "graphs/GraphPane.h"
+#include "platform/controls/BusyPointer.h"
 #include "platform/controls/Theme.h"
 #include "screens/Period.h"
 #include "store/clsPestMONNew.h"
@@ -19,7 +22,7 @@ namespace
 constexpr std::int16_t LargestFirst = 1;
 constexpr std::int16_t SmallestFirst = 2;
 
-void keepPlaceWhenHidden(QWidget &widget)
+void retainSizeWhenHidden(QWidget &widget)
 {
     QSizePolicy policy = widget.sizePolicy();
     policy.setRetainSizeWhenHidden(true);
@@ -40,9 +43,7 @@ frmPestMGraph::frmPestMGraph(ScreenHost &host, QWidget *parent)
     setUpLists();
     setUpButtons();
     connectCriteria();
-    connectChart();
-    ui_->pic_0->installEventFilter(this);
-    ui_->chGraph->installEventFilter(this);
+    pane_ = std::make_unique<GraphPane>(*ui_, *this, host);
 }
 
 frmPestMGraph::~frmPestMGraph() = default;
@@ -64,13 +65,13 @@ void frmPestMGraph::setUpLists()
     }
     // The list begins with its first entry while the chart is a flat bar chart; silent, so the chart stays.
     ui_->cbo_6->setText(ui_->cbo_6->List(0));
-    for (std::size_t place = 0; place < cbo_.size(); ++place) {
-        keepPlaceWhenHidden(*cbo_[place]);
-        keepPlaceWhenHidden(*captions_[place]);
+    for (std::size_t index = 0; index < cbo_.size(); ++index) {
+        retainSizeWhenHidden(*cbo_[index]);
+        retainSizeWhenHidden(*captions_[index]);
     }
     for (QWidget *widget : std::initializer_list<QWidget *>{ui_->cmbBCount, ui_->Label2_1, ui_->chk_2, ui_->chk_3, ui_->OptW_2,
                                                             ui_->VScroll, ui_->HScroll, ui_->pic_1}) {
-        keepPlaceWhenHidden(*widget);
+        retainSizeWhenHidden(*widget);
     }
 }
 
@@ -83,7 +84,6 @@ void frmPestMGraph::setUpButtons()
     ui_->cmd_5->setIcon(Theme::icon(QStringLiteral("setup")));
     ui_->cmd_4->setIcon(Theme::icon(QStringLiteral("print")));
     ui_->cmd_1->setIcon(Theme::icon(QStringLiteral("close")));
-    showScrollBars(false);
 }
 
 void frmPestMGraph::connectCriteria()
@@ -102,7 +102,7 @@ void frmPestMGraph::connectCriteria()
     connect(ui_->cmbBCount, &ItemCombo::Click, this, [this] { guarded([this] { fixedItemClick(); }); });
     connect(ui_->dtpDateFrom, &controls::DatePicker::LostFocus, this, [this] {
         guarded([this] {
-            keepPeriodStart(session(), *ui_->dtpDateFrom);
+            storePeriodStart(session(), *ui_->dtpDateFrom);
             periodLeft();
         });
     });
@@ -113,14 +113,7 @@ void frmPestMGraph::connectCriteria()
 void frmPestMGraph::activateScreen()
 {
     showPeriod(host(), *ui_->dtpDateFrom, *ui_->dtpDateTo);
-    if (zoom_.level() > 0) {
-        ui_->cmd_3->setEnabled(false);
-    }
-    ui_->cmd_2->setEnabled(true);
-    zoom_.restart(viewport());
-    setScrollRanges();
-    placeChart();
-    showScrollBars(false);
+    pane_->activate();
     session().CurrentPMMethodID = CountMethod;
     session().GraphRankMode = 0;
     for (QCheckBox *box : {ui_->chk_2, ui_->chk_3}) {
@@ -189,11 +182,11 @@ void frmPestMGraph::fixedItemClick()
 
 void frmPestMGraph::offerSeries(const QString &caption)
 {
-    for (std::size_t place = 0; place < cbo_.size(); ++place) {
-        captions_[place]->setText(QStringLiteral("%1 %2").arg(caption, QString::number(place + 1)));
-        cbo_[place]->setAccessibleName(captions_[place]->text());
-        captions_[place]->show();
-        cbo_[place]->show();
+    for (std::size_t index = 0; index < cbo_.size(); ++index) {
+        captions_[index]->setText(QStringLiteral("%1 %2").arg(caption, QString::number(index + 1)));
+        cbo_[index]->setAccessibleName(captions_[index]->text());
+        captions_[index]->show();
+        cbo_[index]->show();
     }
     preselect(cbo_);
     ui_->chk_2->show();
@@ -202,9 +195,9 @@ void frmPestMGraph::offerSeries(const QString &caption)
 
 void frmPestMGraph::hideSeries()
 {
-    for (std::size_t place = 0; place < cbo_.size(); ++place) {
-        captions_[place]->hide();
-        cbo_[place]->hide();
+    for (std::size_t index = 0; index < cbo_.size(); ++index) {
+        captions_[index]->hide();
+        cbo_[index]->hide();
     }
     ui_->chk_2->hide();
     ui_->chk_3->hide();
@@ -216,6 +209,36 @@ void frmPestMGraph::offerPoints(bool offered)
         ui_->OptW_0->setChecked(true);
     }
     ui_->OptW_2->setVisible(offered);
+}
+
+void frmPestMGraph::drawClick()
+{
+    const bool noText = ui_->cmbBCount->Text().isEmpty();
+    if (noText && scope() != GraphScope::Farm) {
+        // Before the box: after it the window may not be active yet, and a date field would keep the focus.
+        ui_->cmbBCount->setFocus();
+        dialogs().message(scope() == GraphScope::PerBlock ? QStringLiteral("Select a block!") : QStringLiteral("Select a pest!"),
+                          QStringLiteral("Pest graph"), controls::BoxIcon::Information);
+        return;
+    }
+    Draw_Graph();
+    pane_->fitAfterDraw();
+}
+
+void frmPestMGraph::Draw_Graph()
+{
+    try {
+        const GraphCriteria wanted = criteria();
+        if (wanted.SeriesCount == 0) {
+            dialogs().message(QStringLiteral("No data to dispay"));
+            return;
+        }
+        // Hidden before a box reports an error.
+        const controls::BusyPointer busy;
+        pane_->draw(readGraphData(wanted, objPestMON(), session()), wanted);
+    } catch (const basic::RunTimeError &error) {
+        tellGraphError(dialogs(), error);
+    }
 }
 
 void frmPestMGraph::measureClick()
@@ -259,12 +282,12 @@ GraphCriteria frmPestMGraph::criteria() const
                                                           : GraphAxis::Points,
                          .from = ui_->dtpDateFrom->Value(),
                          .to = ui_->dtpDateTo->Value()};
-    for (std::size_t place = 0; place < cbo_.size(); ++place) {
-        const ItemCombo &combo = *cbo_[place];
+    for (std::size_t index = 0; index < cbo_.size(); ++index) {
+        const ItemCombo &combo = *cbo_[index];
         if (!combo.Text().isEmpty()) {
-            wanted.SeriesID[place] = combo.ItemData(combo.ListIndex());
-            wanted.SeriesName[place] = combo.Text();
-            wanted.SeriesCount = static_cast<int>(place) + 1;
+            wanted.SeriesID[index] = combo.ItemData(combo.ListIndex());
+            wanted.SeriesName[index] = combo.Text();
+            wanted.SeriesCount = static_cast<int>(index) + 1;
         }
     }
     if (wanted.SeriesCount > 0 && wanted.scope != GraphScope::Farm) {

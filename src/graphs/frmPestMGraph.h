@@ -3,8 +3,6 @@
 
 #include "graphs/GraphLists.h"
 #include "graphs/GraphSeries.h"
-#include "graphs/GraphZoom.h"
-#include "platform/chart/Chart.h"
 #include "screens/ChildScreen.h"
 
 #include <array>
@@ -14,12 +12,13 @@ namespace Ui
 {
 class frmPestMGraph;
 }
+class GraphPane;
 class QLabel;
 
 /// Charts the pest counts of completed monitoring: up to five pests or blocks by week, date or point.
 ///
-/// The criteria fill each other from top to bottom: scope, period, block or pest, order, series. A draw reads the numbers and
-/// puts them on the chart; type, markers, labels, zoom and styles then work on the chart alone.
+/// The criteria depend on each other from top to bottom: scope, period, block or pest, order, series. A draw reads the numbers
+/// and sets them on the chart; type, markers, labels, zoom and styles then change the chart alone.
 class frmPestMGraph : public ChildScreen
 {
     Q_OBJECT
@@ -30,15 +29,10 @@ public:
     void activateScreen() override;
     QString screenTitle() const override;
 
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 private:
-    /// frmPestMGraph.cpp: the criteria.
     void setUpLists();
     void setUpButtons();
     void connectCriteria();
-    void connectChart();
     GraphScope scope() const;
     GraphListPeriod period() const;
     void scopeClick(GraphScope scope);
@@ -46,34 +40,17 @@ private:
     void measureClick();
     void rankClick(bool smallest);
     void periodLeft();
-    /// Shows the five lists with "Pest 1" or "Block 1" and so on, chooses in them and offers the order.
+    /// Shows the five lists with "Pest 1" or "Block 1" and so on, selects in them and offers the order.
     void offerSeries(const QString &caption);
     void hideSeries();
     void offerPoints(bool offered);
     GraphCriteria criteria() const;
 
-    /// frmPestMGraph_Chart.cpp: the chart.
     void drawClick();
     void Draw_Graph();
-    void chartTypeClick();
-    void zoomIn();
-    void zoomOut();
-    void placeChart();
-    /// After the layout gave the viewport another size.
-    void refitChart();
-    void showScrollBars(bool shown);
-    void setScrollRanges();
-    GraphZoom::Extent viewport() const;
-    void pointSelected(int series, int point);
-    /// A point chosen by key may lie out of sight on a zoomed chart.
-    void showPoint(const chart::PointIndex &place);
-    void chartClick();
-    void printGraph();
-    void setUpStyles();
 
     std::unique_ptr<Ui::frmPestMGraph> ui_;
     std::array<controls::ItemCombo *, GraphCriteria::MaxSeries> cbo_{};
     std::array<QLabel *, GraphCriteria::MaxSeries> captions_{};
-    GraphZoom zoom_;
-    bool PointPicked_ = false;
+    std::unique_ptr<GraphPane> pane_;
 };

@@ -9,7 +9,7 @@
 
 #include <vector>
 
-/// How many cells a pest gets on a field sheet: three, "Cnt", "In" and "Out"; one; or two, "In" and "Out".
+/// Cells of a pest on a field sheet: three ("Cnt", "In", "Out"), one, or two ("In", "Out").
 enum class SheetLayout { CountInOut = 1, Single = 2, InOut = 3 };
 
 /// Scouts count, or note where a pest is absent.
@@ -22,7 +22,7 @@ struct SheetBlock {
     std::vector<int> points = {};
 };
 
-/// What all sheets of an instruction bear.
+/// The heading of all sheets of an instruction.
 struct FieldSheetData {
     QString farm = {};
     QDate completion = {};

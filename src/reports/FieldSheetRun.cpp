@@ -23,7 +23,7 @@ FieldSheetData readHeading(ScreenHost &host, const FieldSheetOrder &order)
             .layout = order.layout};
 }
 
-/// Starts a workbook with a single sheet, out of the user's sight.
+/// Adds a workbook with a single sheet, not visible yet.
 excel::Workbook startWorkbook(excel::Application &application)
 {
     excel::Workbook workbook = application.Workbooks().Add();
@@ -42,7 +42,7 @@ void saveWorkbook(ScreenHost &host, excel::Application &application, const QStri
     if (path) {
         host.showStatus(QStringLiteral("Field sheets saved as %1").arg(QDir::toNativeSeparators(*path)));
     } else {
-        // The box said why; this stays to be read after it.
+        // Stays readable after the box is closed.
         host.showFailure(
             QStringLiteral("The field sheets \"%1\" were not saved. Mend the cause and print them again.").arg(name));
     }
@@ -83,7 +83,7 @@ void printBlockSheets(ScreenHost &host, const FieldSheetOrder &order, const Shee
         const SheetBlock block = readSheetBlock(store, order.instruction, key);
         QString tested = block.name;
         const QString title = REPORT_SafeSheetName(workbook, tested);
-        // A name that the engine refuses leaves the sheet its default one; the heading bears the block's name.
+        // A sheet whose name is refused has the default name; the heading shows the block's name.
         basic::runOrIgnore([&] { sheet.setName(title); });
         Print_Block_Sheet(sheet, data, block, order.kind());
         setUpBlockSheet(application, sheet);

@@ -8,7 +8,7 @@
 
 class ScreenHost;
 
-/// What the editor tells of the instruction whose sheets are to be made.
+/// The instruction to print, from the editor.
 struct FieldSheetOrder {
     clsPestMONNew::Key instruction = 0;
     QString method = {};
@@ -22,7 +22,7 @@ struct FieldSheetOrder {
 /// Percent done, 0 to 100.
 using SheetProgress = std::function<void(double percent)>;
 
-/// A workbook with a sheet for each block, saved in Reports/Pest Monitor and handed over. Nothing happens without blocks.
+/// A workbook with a sheet for each block, saved in Reports/Pest Monitor and opened. Nothing happens without blocks.
 void printBlockSheets(ScreenHost &host, const FieldSheetOrder &order, const SheetProgress &progress);
 
 /// A workbook with all blocks on one sheet. Nothing happens without an instruction; an error is shown in a box.

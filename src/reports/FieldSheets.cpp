@@ -66,7 +66,7 @@ void setUpSheet(const excel::Application &application, const excel::Worksheet &s
                      QStringLiteral("Page #&P Of &N Pages"), excel::xlPortrait, QString());
     excel::PageSetup page = sheet.PageSetup();
     page.setLeftMargin(application.CentimetersToPoints(LeftMarginCentimetres));
-    // More pests than the paper is wide shrink the print; a column on a page of its own would be lost on the way.
+    // Many pests shrink the print: a column on a page of its own would get lost.
     page.setFitToPagesWide(1);
 }
 

@@ -4,7 +4,7 @@
 #include "reports/FieldSheetData.h"
 #include "reports/modReporting.h"
 
-/// The sheets that scouts carry into the orchard, written cell by cell; no screen needed. Rows count from 1.
+/// The field sheets of the scouts, written cell by cell. Rows count from 1.
 
 /// From `row` on; returns the last row of the heading.
 int Print_Block_Heading(const excel::Worksheet &sheet, const FieldSheetData &data, const SheetBlock &block, int row);

@@ -36,7 +36,7 @@ void writeFilledSheet(const excel::Application &application, const FilledSheet &
         {"D2", QStringLiteral("Date :  ") + basic::shortDate(sheet.completed)},
         {"G2", QStringLiteral("Week No. :  ") + sheet.week},
         {"J2", QStringLiteral("Person :  ") + sheet.person},
-        // The note has always stood under this caption.
+        // The note is under this caption, whatever it contains.
         {"A3", QStringLiteral("Block :  ") + sheet.note},
     };
     for (const auto &[cell, text] : headings) {

@@ -13,7 +13,7 @@ class Application;
 }
 class ScreenHost;
 
-/// What stands in the capture tab, as it is to be put on paper.
+/// The content of the capture tab for the filled sheet.
 struct FilledSheet {
     QString block = {};
     QDate completed = {};
@@ -27,5 +27,5 @@ struct FilledSheet {
 /// Writes the sheet into the open template. Columns beyond "AE" have no cells.
 void writeFilledSheet(const excel::Application &application, const FilledSheet &sheet);
 
-/// Fills the template, saves it in Reports/Pest Monitor Reports and hands it over.
+/// Fills the template, saves it in Reports/Pest Monitor Reports and opens it.
 void Print_Filled_Sheet(ScreenHost &host, const FilledSheet &sheet);

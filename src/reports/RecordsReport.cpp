@@ -37,7 +37,7 @@ std::vector<PestRecord> readRecords(dao::Recordset rows)
     return records;
 }
 
-/// The block and the pest in hand are known to the session, and the method as a mark of whether the table counts.
+/// Sets the current block and pest in the session, and the method, which says whether the table counts.
 RecordsSource sourceOf(clsPestMONNew &store, SessionContext &session, const RecordsOrder &order)
 {
     const auto from = basic::SerialDate::fromDate(order.from);
@@ -110,7 +110,7 @@ void printRecords(ScreenHost &host, const RecordsOrder &order)
 {
     TemplateReport report(host, QStringLiteral("Analysis.xls"));
     report.application().setVisible(true);
-    const LongWorkWithPicture work(host);
+    const LongWorkWithProgress work(host);
     RecordsSheet sheet(report.application());
     writeRecords(sheet, order, sourceOf(host.objPestMON(), host.session(), order), [&host](double percent) {
         Show_Progress(host, basic::toInteger16(percent), QStringLiteral("Pest monitor records"));

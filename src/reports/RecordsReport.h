@@ -30,7 +30,7 @@ struct RecordsOrder {
     std::vector<ReportChoice> blocks = {};
 };
 
-/// Where the report has its values from.
+/// The data source of the report.
 struct RecordsSource {
     /// Highest point captured for a pest; nothing without records.
     std::function<std::optional<int>(std::int32_t pest)> pointsOfPest = {};
@@ -42,5 +42,5 @@ struct RecordsSource {
 void writeRecords(RecordsSheet &sheet, const RecordsOrder &order, const RecordsSource &source,
                   const std::function<void(double percent)> &progress);
 
-/// Fills the template, saves it in Reports/Pest Monitor Reports and hands it over; the main window shows how far it is.
+/// Fills the template, saves it in Reports/Pest Monitor Reports and opens it; the main window shows the progress.
 void printRecords(ScreenHost &host, const RecordsOrder &order);

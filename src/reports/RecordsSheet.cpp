@@ -12,27 +12,27 @@ namespace
 constexpr int FirstRow = 4;
 constexpr double TitleSize = 10;
 constexpr double TextSize = 8;
-/// Places count from column B, which is 0; Z is the last one.
-constexpr int LastPlace = 'Z' - 'B';
-constexpr int DatePlace = -1;
-constexpr int NamePlace = 0;
-constexpr std::size_t SumPlaces = 30;
+/// Indexes count from column B, which is 0; Z is the last one.
+constexpr int MaxIndex = 'Z' - 'B';
+constexpr int DateIndex = -1;
+constexpr int NameIndex = 0;
+constexpr std::size_t MaxSums = 30;
 
-/// Columns of points that have room; a damaged file may tell of a point in the thousand millions.
+/// Number of point columns; a damaged file may hold a point number in the thousand millions.
 int shownPoints(int points)
 {
-    return std::min(points, LastPlace);
+    return std::min(points, MaxIndex);
 }
 
-std::optional<QChar> columnAt(int place)
+std::optional<QChar> columnAt(int index)
 {
-    if (place < 0 || place > LastPlace) {
+    if (index < 0 || index > MaxIndex) {
         return {};
     }
-    return QChar('B' + place);
+    return QChar('B' + index);
 }
 
-void lookLikeALine(excel::Range &cells)
+void styleLine(excel::Range &cells)
 {
     cells.Font().setSize(TextSize);
     cells.Font().setBold(false);
@@ -41,12 +41,12 @@ void lookLikeALine(excel::Range &cells)
 
 } // namespace
 
-/// Sums of a table: by place of the column, and of the line now written.
+/// Sums of a table, by index of the column, and of the current line.
 struct RecordsSheet::Totals {
-    std::array<double, SumPlaces + 1> acc{};
+    std::array<double, MaxSums + 1> acc{};
     double line = 0.0;
-    /// Of the column "Total"; a cell beyond it has no look of the line's.
-    int place = 0;
+    /// Of the column "Total"; cells beyond it are not part of the styled line.
+    int index = 0;
     bool hasCounts = false;
 };
 
@@ -57,41 +57,41 @@ excel::Range RecordsSheet::range(const QString &first, const QString &last) cons
     return sheet_.Range(first, last);
 }
 
-excel::Range RecordsSheet::lineUpTo(int place) const
+excel::Range RecordsSheet::lineUpTo(int index) const
 {
     const QString row = QString::number(row_);
-    return range(u'A' + row, *columnAt(std::clamp(place, 0, LastPlace)) + row);
+    return range(u'A' + row, *columnAt(std::clamp(index, 0, MaxIndex)) + row);
 }
 
-excel::Range RecordsSheet::cellAt(int place) const
+excel::Range RecordsSheet::cellAt(int index) const
 {
     constexpr int columnOfName = 2;
-    return sheet_.Cells(row_, columnOfName + place);
+    return sheet_.Cells(row_, columnOfName + index);
 }
 
-void RecordsSheet::write(const QString &first, const QString &last, const QString &text, CellLook look) const
+void RecordsSheet::write(const QString &first, const QString &last, const QString &text, TextStyle style) const
 {
     excel::Range cells = range(first, last);
     cells.setMergeCells(true);
     cells.setValue(text);
-    cells.Font().setSize(look.size);
-    cells.Font().setBold(look.bold);
-    if (look.framed) {
+    cells.Font().setSize(style.size);
+    cells.Font().setBold(style.bold);
+    if (style.framed) {
         cells.Borders().setLineStyle(excel::xlContinuous);
     }
 }
 
-void RecordsSheet::writePlace(int place, const QString &text, CellLook look) const
+void RecordsSheet::writeCell(int index, const QString &text, TextStyle style) const
 {
-    if (const auto column = columnAt(place)) {
+    if (const auto column = columnAt(index)) {
         const QString cell = *column + QString::number(row_);
-        write(cell, cell, text, look);
+        write(cell, cell, text, style);
     }
 }
 
 void RecordsSheet::writeHeading(const QString &farm, QDate from, QDate to)
 {
-    const CellLook small{TextSize, true, false};
+    const TextStyle small{TextSize, true, false};
     write(QStringLiteral("A1"), QStringLiteral("A1"), QStringLiteral("PEST MONITORING"), {TitleSize, true, false});
     write(QStringLiteral("A2"), QStringLiteral("C2"), QStringLiteral("Farm :  ") + farm, small);
     write(QStringLiteral("D2"), QStringLiteral("F2"), QStringLiteral("Date :  ") + basic::formatDate(from, u"dd/mm/yyyy"), small);
@@ -101,7 +101,7 @@ void RecordsSheet::writeHeading(const QString &farm, QDate from, QDate to)
 void RecordsSheet::beginGroup(const QString &caption, int points)
 {
     const QString row = QString::number(row_);
-    const QString last = *columnAt(std::clamp(shownPoints(points) + 1, 0, LastPlace)) + row;
+    const QString last = *columnAt(std::clamp(shownPoints(points) + 1, 0, MaxIndex)) + row;
     write(u'A' + row, last, caption, {TitleSize, true, true});
     range(u'A' + row, last).setHorizontalAlignment(excel::xlCenter);
     ++row_;
@@ -117,24 +117,24 @@ void RecordsSheet::fitColumns()
     sheet_.Columns(QStringLiteral("A:Z")).AutoFit();
 }
 
-void RecordsSheet::writeTable(const QString &nameHeading, const QString &name, int pointsTold,
+void RecordsSheet::writeTable(const QString &nameHeading, const QString &name, int pointCount,
                               const std::vector<PestRecord> &records)
 {
     if (records.empty()) {
         return;
     }
-    const int points = shownPoints(pointsTold);
+    const int points = shownPoints(pointCount);
     writeTableHeading(nameHeading, points);
     Totals totals;
-    totals.place = points + 1;
+    totals.index = points + 1;
     for (auto record = records.begin(); record != records.end();) {
         ++row_;
         const basic::SerialDate completed = record->completed;
-        // Size and weight of the whole line at once: it may be one of tens of thousands.
+        // The whole line at once: it may be one of tens of thousands.
         excel::Range line = lineUpTo(points + 1);
-        lookLikeALine(line);
-        cellAt(DatePlace).setValue(basic::formatDate(completed, u"yyyy/mm/dd"));
-        cellAt(NamePlace).setValue(name);
+        styleLine(line);
+        cellAt(DateIndex).setValue(basic::formatDate(completed, u"yyyy/mm/dd"));
+        cellAt(NameIndex).setValue(name);
         for (; record != records.end() && record->completed == completed; ++record) {
             writeRecord(*record, totals);
         }
@@ -153,15 +153,15 @@ void RecordsSheet::writeTable(const QString &nameHeading, const QString &name, i
 
 void RecordsSheet::writeTableHeading(const QString &nameHeading, int points)
 {
-    constexpr CellLook look{TextSize, true, true};
+    constexpr TextStyle style{TextSize, true, true};
     ++row_;
     const QString date = u'A' + QString::number(row_);
-    write(date, date, QStringLiteral("Date"), look);
-    writePlace(0, nameHeading, look);
+    write(date, date, QStringLiteral("Date"), style);
+    writeCell(0, nameHeading, style);
     for (int point = 1; point <= points; ++point) {
-        writePlace(point, QStringLiteral("Point %1").arg(point), look);
+        writeCell(point, QStringLiteral("Point %1").arg(point), style);
     }
-    writePlace(points + 1, QStringLiteral("Total"), look);
+    writeCell(points + 1, QStringLiteral("Total"), style);
 }
 
 void RecordsSheet::writeRecord(const PestRecord &record, Totals &totals) const
@@ -178,20 +178,20 @@ void RecordsSheet::writeRecord(const PestRecord &record, Totals &totals) const
     } else {
         cell.setValue(record.yes && !record.counts ? QStringLiteral("Yes") : QString());
     }
-    if (record.point > totals.place) {
-        lookLikeALine(cell);
+    if (record.point > totals.index) {
+        styleLine(cell);
     }
 }
 
-/// The line of totals, and a framed empty one under it.
+/// The line of totals, followed by an empty framed one.
 void RecordsSheet::writeTotals(int points, const Totals &totals)
 {
-    constexpr CellLook look{TextSize, true, true};
+    constexpr TextStyle style{TextSize, true, true};
     ++row_;
     lineUpTo(0).Borders().setLineStyle(excel::xlContinuous);
-    writePlace(0, QStringLiteral("Total"), look);
-    for (int place = 1; place <= std::min(points + 1, LastPlace); ++place) {
-        writePlace(place, basic::doubleText(totals.acc[static_cast<std::size_t>(place)]), look);
+    writeCell(0, QStringLiteral("Total"), style);
+    for (int index = 1; index <= std::min(points + 1, MaxIndex); ++index) {
+        writeCell(index, basic::doubleText(totals.acc[static_cast<std::size_t>(index)]), style);
     }
     ++row_;
     lineUpTo(points + 1).Borders().setLineStyle(excel::xlContinuous);

@@ -21,8 +21,8 @@ struct PestRecord {
     bool yes = false;
 };
 
-/// The sheet of the records report, written from top to bottom: a heading, and below it captions with the tables that belong to
-/// them. A column beyond Z has no cell, and what would stand there is left out of the totals; a range then ends at Z.
+/// The sheet of the records report, written from top to bottom: a heading, then captions with their tables. Columns beyond Z are
+/// not written and left out of the totals; a range then ends at Z.
 class RecordsSheet
 {
 public:
@@ -30,11 +30,11 @@ public:
     explicit RecordsSheet(const excel::Application &application);
 
     void writeHeading(const QString &farm, QDate from, QDate to);
-    /// A line over the tables to come, as wide as they are.
+    /// A line above the following tables, as wide as they are.
     void beginGroup(const QString &caption, int points);
-    /// A table with a line per date of completion, in the order of `records`; nothing without records. Totals stand under it as
+    /// A table with a line per date of completion, in the order of `records`; nothing without records. Totals follow as
     /// soon as one of the records is a count.
-    void writeTable(const QString &nameHeading, const QString &name, int pointsTold, const std::vector<PestRecord> &records);
+    void writeTable(const QString &nameHeading, const QString &name, int pointCount, const std::vector<PestRecord> &records);
     void endGroup();
     void fitColumns();
 
@@ -43,20 +43,20 @@ public:
 
 private:
     struct Totals;
-    struct CellLook {
+    struct TextStyle {
         double size;
         bool bold;
         bool framed;
     };
 
     excel::Range range(const QString &first, const QString &last) const;
-    excel::Range lineUpTo(int place) const;
-    void write(const QString &first, const QString &last, const QString &text, CellLook look) const;
-    /// Does nothing beyond Z.
-    void writePlace(int place, const QString &text, CellLook look) const;
+    excel::Range lineUpTo(int index) const;
+    void write(const QString &first, const QString &last, const QString &text, TextStyle style) const;
+    /// Does nothing beyond Z. Indexes count from column B.
+    void writeCell(int index, const QString &text, TextStyle style) const;
     void writeTableHeading(const QString &nameHeading, int points);
-    /// The cell of the line now written; `place` must not lie beyond Z.
-    excel::Range cellAt(int place) const;
+    /// A cell of the current line; `index` must not be beyond Z.
+    excel::Range cellAt(int index) const;
     void writeRecord(const PestRecord &record, Totals &totals) const;
     void writeTotals(int points, const Totals &totals);
 

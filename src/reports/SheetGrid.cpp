@@ -15,10 +15,10 @@ constexpr double LineHeight = 18;
 /// Points of a line of 8 point text, and bold letters of it that a column of width 5 holds.
 constexpr double TextLine = 11;
 constexpr int LettersAcross = 6;
-/// An alignment of the old engine that counts as left.
+/// An alignment number that counts as left.
 constexpr int PointAlignment = 2;
 
-/// Cells of one pest in a layout with several: where its name stands, and its sub-columns with their captions.
+/// Cells of one pest in a layout with several: its name, and its sub-columns with captions.
 struct PestGroup {
     QString first;
     QString last;
@@ -73,14 +73,14 @@ void writeTotalsLine(const excel::Worksheet &sheet, int row)
     Write_Cell(sheet, cell, cell, {.value = QStringLiteral("Tot"), .bold = true, .rowHeight = LineHeight});
 }
 
-/// Column A is narrow: a long name goes on as many lines as it takes.
+/// Column A is narrow: a long name is wrapped.
 double heightFor(const QString &name)
 {
     const auto lines = static_cast<double>((name.size() + LettersAcross - 1) / LettersAcross);
     return std::max(LineHeight, lines * TextLine);
 }
 
-/// A row per block and point from `row` on, then an empty line and the line of totals, whose row is returned.
+/// A row per block and point from `row` on, then an empty line and the totals; returns the row of the totals.
 int writeBlockRows(const excel::Worksheet &sheet, const std::vector<SheetBlock> &blocks, int row)
 {
     for (const SheetBlock &block : blocks) {
@@ -105,9 +105,9 @@ QString cellName(const QString &column, int row)
     return column + QString::number(row);
 }
 
-QString pestColumn(int pest, int places)
+QString pestColumn(int pest, int offset)
 {
-    return Column_Name(places + pest - 1, false);
+    return Column_Name(offset + pest - 1, false);
 }
 
 void writeBlockGrid(const excel::Worksheet &sheet, const FieldSheetData &data, const SheetBlock &block)
@@ -118,9 +118,9 @@ void writeBlockGrid(const excel::Worksheet &sheet, const FieldSheetData &data, c
     };
     cell(QStringLiteral("Pnt"), SheetGridRow, excel::xlGeneral);
     QString last = QStringLiteral("A");
-    int place = 0;
+    int step = 0;
     for (const QString &pest : data.pests) {
-        last = Column_Offset(QStringLiteral("a"), ++place);
+        last = Column_Offset(QStringLiteral("a"), ++step);
         const QString name = cellName(last, SheetGridRow);
         REPORT_FormatRange(sheet, name, name,
                            {.value = pest,

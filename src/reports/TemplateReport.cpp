@@ -18,9 +18,9 @@ excel::Application &sessionApplication(ScreenHost &host)
 
 TemplateReport::TemplateReport(ScreenHost &host, const QString &name) : host_(host)
 {
-    const QString told = host.session().AppPath + QStringLiteral("/Templates/") + name;
+    const QString path = host.session().AppPath + QStringLiteral("/Templates/") + name;
     try {
-        sessionApplication(host).Workbooks().Open(basic::findPath(told).value_or(told));
+        sessionApplication(host).Workbooks().Open(basic::findPath(path).value_or(path));
     } catch (const basic::RunTimeError &) {
         host_.excelApplication().reset();
         throw;

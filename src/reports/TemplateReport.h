@@ -7,8 +7,8 @@
 
 class ScreenHost;
 
-/// One report that fills a template with the session's spreadsheet application, which is made on first use and let go when the
-/// report ends, however it ends.
+/// A report that fills a template with the session's spreadsheet application, which is created on first use and released when
+/// the report ends, with an error or not.
 class TemplateReport
 {
 public:
@@ -27,5 +27,5 @@ private:
     ScreenHost &host_;
 };
 
-/// The session's spreadsheet application, made when there is none.
+/// The session's spreadsheet application, created when there is none.
 excel::Application &sessionApplication(ScreenHost &host);

@@ -25,7 +25,7 @@ Ui::frmRepPestInfo &setUp(Ui::frmRepPestInfo &ui, QWidget *screen)
     return ui;
 }
 
-/// Paints the mark of all rows, the empty last one too, and of them alone, and stays on the first.
+/// Marks all rows, including the empty last one, and selects the first.
 void setAll(controls::FlexGrid &grid, PickGrid &list, bool chosen)
 {
     const controls::RedrawPause pause(grid);
@@ -126,7 +126,7 @@ void frmRepPestInfo::pestTypeClick()
 
 void frmRepPestInfo::keepPeriodStart()
 {
-    ::keepPeriodStart(session(), *ui_->dtpDateFrom);
+    ::storePeriodStart(session(), *ui_->dtpDateFrom);
 }
 
 void frmRepPestInfo::print(RecordsNesting nesting)

@@ -12,7 +12,7 @@ namespace Ui
 class frmRepPestInfo;
 }
 
-/// Chooses pests, blocks and a period, and puts what was captured for them on a sheet: by pest or by block.
+/// Selects pests, blocks and a period for the records report, by pest or by block.
 class frmRepPestInfo : public ChildScreen
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ public:
     explicit frmRepPestInfo(ScreenHost &host, QWidget *parent = nullptr);
     ~frmRepPestInfo() override;
 
-    /// Nothing: the choice stays as it is while the window is left and entered again.
+    /// Does nothing: the selection stays when the window is left and entered again.
     void activateScreen() override {}
     QString screenTitle() const override;
 

@@ -14,7 +14,7 @@ frmRepPestMon::frmRepPestMon(ScreenHost &host, QWidget *parent)
 {
     ui_->setupUi(this);
     ui_->picFarm->setAttribute(Qt::WA_StyledBackground);
-    setPicture(*ui_->Image2, BannerPicture, QStringLiteral("field-sheets"));
+    setLabelIcon(*ui_->Image2, BannerIcon, QStringLiteral("field-sheets"));
     setIcons({{ui_->Command1, "close"}});
     ui_->filePre->setEmptyText(QStringLiteral("No field sheets have been stored yet."));
     on(ui_->filePre, &controls::FileList::Click, [this](const QString &file) { openSheet(file); });
@@ -51,10 +51,11 @@ void frmRepPestMon::openSheet(const QString &file)
         application.setVisible(true);
         host().showStatus(QStringLiteral("%1 opened").arg(file));
     } catch (const basic::RunTimeError &) {
-        const bool lies = QFileInfo::exists(path);
-        host().showFailure((lies ? QStringLiteral("The sheet lies at %1") : QStringLiteral("The sheet is no longer there: %1"))
-                               .arg(QDir::toNativeSeparators(path)));
-        if (!lies) {
+        const bool exists = QFileInfo::exists(path);
+        host().showFailure(
+            (exists ? QStringLiteral("The sheet is saved at %1") : QStringLiteral("The sheet no longer exists: %1"))
+                .arg(QDir::toNativeSeparators(path)));
+        if (!exists) {
             Refresh_List();
         }
         dialogs().message(QStringLiteral("Please make sure that Microsoft Excel is loaded on the workstation."));

@@ -5,14 +5,13 @@
 #include "common/modGeneral.h"
 #include "platform/basic/Clock.h"
 #include "platform/basic/Formats.h"
+#include "platform/basic/Permissions.h"
 #include "platform/basic/TextFiles.h"
 #include "platform/controls/Dialogs.h"
 #include "screens/ScreenHost.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFileInfo>
-#include <QThread>
 
 #include <array>
 
@@ -21,7 +20,7 @@ using basic::runOrIgnore;
 namespace
 {
 
-/// Sheet names are tested on so many characters, one fewer than the engine takes.
+/// The length to which sheet names are cut before the test, one less than the engine accepts.
 constexpr qsizetype TestedNameLength = 30;
 constexpr double GreyTint = -0.149998474074526;
 
@@ -152,7 +151,7 @@ void REPORT_PageSetup(const excel::Worksheet &sheet, const QString &titleRows, c
                       const QString &leftHeader, const QString &rightHeader, int orientation, const QString &centerHeader)
 {
     excel::PageSetup page = sheet.PageSetup();
-    // Each by itself: one that is refused leaves the others as told.
+    // Each by itself: a refused property does not prevent the others.
     runOrIgnore([&] { page.setPrintTitleRows(titleRows); });
     if (!titleColumns.isEmpty()) {
         runOrIgnore([&] { page.setPrintTitleColumns(sheet.Columns(titleColumns).Address()); });
@@ -192,11 +191,12 @@ void REPORT_HideExcel(excel::Application &application, bool hide)
 
 QString reportsFolder(const QString &appPath, const QString &folder)
 {
-    const QString told =
+    const QString folderPath =
         appPath + QStringLiteral("/Reports") + (folder.trimmed().isEmpty() ? QString() : QStringLiteral("/") + folder);
-    const QString path = basic::pathForWriting(told);
-    if (!QDir().mkpath(path)) {
-        throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess, QStringLiteral("The folder %1 cannot be made.").arg(path));
+    const QString path = basic::pathForWriting(folderPath);
+    if (!basic::makeFolder(path)) {
+        throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess,
+                                  QStringLiteral("The folder %1 cannot be created.").arg(path));
     }
     return path;
 }
@@ -215,19 +215,16 @@ QString checkedFileName(const QString &name)
 QString saveByMoment(const excel::Application &application, const QString &folder,
                      const std::function<QString(const QDateTime &now)> &nameAt, std::optional<int> fileFormat)
 {
-    // Longer than a second; a clock that stands still must not hold the program.
-    constexpr qint64 longestWait = 1200;
-    constexpr unsigned long step = 20;
-    const auto path = [&] { return folder + u'/' + checkedFileName(nameAt(basic::Clock::now())); };
-    QString told = path();
-    QElapsedTimer waited;
-    waited.start();
-    while (QFileInfo::exists(told) && waited.elapsed() < longestWait) {
-        QThread::msleep(step);
-        told = path();
+    // The number of reports in a row that can be named ahead of the clock.
+    constexpr int maxSeconds = 60;
+    const QDateTime now = basic::Clock::now();
+    const auto pathAfter = [&](int seconds) { return folder + u'/' + checkedFileName(nameAt(now.addSecs(seconds))); };
+    QString path = pathAfter(0);
+    for (int seconds = 1; QFileInfo::exists(path) && seconds <= maxSeconds; ++seconds) {
+        path = pathAfter(seconds);
     }
-    application.ActiveWorkbook().SaveAs(told, fileFormat);
-    return told;
+    application.ActiveWorkbook().SaveAs(path, fileFormat);
+    return path;
 }
 
 std::optional<QString> REPORT_SaveReport(ScreenHost &host, excel::Application &application, const QString &folder,

@@ -12,10 +12,10 @@
 
 class ScreenHost;
 
-/// Which way a text reads, by number.
+/// Text orientation, by number.
 enum class OrientationCode : int { Level = 0, Upwards = 3, Downwards = 4 };
 
-/// How a range of cells is to look and what stands in it. Sizes and heights are points.
+/// Content and format of a range of cells. Sizes and heights are points.
 struct RangeFormat {
     QString value = {};
     double size = 8;
@@ -31,7 +31,7 @@ struct RangeFormat {
     double rowHeight = 18;
     bool underline = false;
     int vAlign = excel::xlCenter;
-    /// Place in the list of REPORT_FontName; put right there when it is beyond the list.
+    /// Index for REPORT_FontName, which corrects one beyond its list.
     int fontIndex = 1;
     OrientationCode orientationCode = OrientationCode::Level;
 };
@@ -59,14 +59,14 @@ bool REPORT_AddSheet(const excel::Workbook &workbook);
 /// Deletes all sheets but the first; false on any error.
 bool REPORT_DeleteSheets(const excel::Workbook &workbook);
 
-/// The formatting helpers never report: an error ends the call where it stands.
+/// The formatting helpers report no errors: an error ends the call.
 void REPORT_ShadeRange(const excel::Worksheet &sheet, const QString &c1, const QString &c2);
 void REPORT_FormatRange(const excel::Worksheet &sheet, const QString &c1, const QString &c2, RangeFormat &format);
 inline void REPORT_FormatRange(const excel::Worksheet &sheet, const QString &c1, const QString &c2, RangeFormat &&format)
 {
     REPORT_FormatRange(sheet, c1, c2, format);
 }
-/// A border style knows 0, none, and 1, continuous; a selector above 10 does nothing.
+/// Border styles are 0, none, and 1, continuous; a selector above 10 does nothing.
 void REPORT_SetProperty(const excel::Worksheet &sheet, const QString &c1, const QString &c2, int selector, const QVariant &value);
 /// `titleColumns` as "A:A"; empty sets none.
 void REPORT_PageSetup(const excel::Worksheet &sheet, const QString &titleRows, const QString &titleColumns,
@@ -84,22 +84,22 @@ QString REPORT_SafeSheetName(const excel::Workbook &workbook, QString &name);
 void REPORT_HideExcel(excel::Application &application, bool hide);
 
 /// Saves the active workbook below Reports, in `folder` unless that is blank, as "name-2026_11_22 14_05_09", and gives the
-/// path back. An error, such as a name that no file may bear, is shown in a box; the workbook stays open.
+/// path back. An error, such as a name that is not allowed for files, is shown in a box; the workbook stays open.
 std::optional<QString> REPORT_SaveReport(ScreenHost &host, excel::Application &application, const QString &folder,
                                          const QString &name);
 
-/// Saves the active workbook in `folder`, an absolute path, under the name that `nameAt` makes of the present second, and gives
-/// the path back. Where a report of the same second bears that name already it waits for the next one, so that neither is lost.
+/// Saves the active workbook in `folder`, an absolute path, under the name that `nameAt` makes of the current second, and returns
+/// the path. Where a report of the same second has that name, the first free second after it gives the name.
 /// Error 1004 as of SaveAs and checkedFileName.
 QString saveByMoment(const excel::Application &application, const QString &folder,
                      const std::function<QString(const QDateTime &now)> &nameAt, std::optional<int> fileFormat = std::nullopt);
 
 /// A line for every match of the pattern, case ignored, or "Failed".
 void RegExp_Test(QString &result, const QString &pattern, const QString &text);
-/// Place of a column counted from 1; 0 when it is none.
+/// Number of a column counted from 1; 0 when it is none.
 int Column_Index(const QString &name);
 
-/// The folder below Reports, made with its parents; error 75 when it cannot be. An empty name means Reports itself.
+/// The folder below Reports, created with its parents; error 75 when that fails. An empty name means Reports itself.
 QString reportsFolder(const QString &appPath, const QString &folder);
-/// `name`, or error 1004 when it holds a character that file names must not hold on one of the systems.
+/// `name`, or error 1004 when it contains a character that one of the systems does not allow in file names.
 QString checkedFileName(const QString &name);

@@ -6,7 +6,7 @@
 
 #include <QDate>
 
-/// A farm with two blocks (3 points and 0) and pests 1 to 7, and makers of what was found.
+/// A farm with two blocks (3 points and 0) and pests 1 to 7, and helpers that add findings.
 class GraphFarm : public TemporaryFarm
 {
 public:

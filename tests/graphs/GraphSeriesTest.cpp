@@ -155,7 +155,7 @@ void GraphSeriesTest::scopesAndGaps()
     QCOMPARE(filled(read(farm, criteria(GraphScope::PerPest, 1, {2, 1}))), (Table{{{5, 1}, 20}, {{5, 2}, 1}}));
     QCOMPARE(farm.session.CurrentBlockID, 1);
     QCOMPARE(farm.session.CurrentCTargetID, 1);
-    // The series between stays empty, though it is counted.
+    // The series between stays empty but counts.
     const chart::DataTable table = read(farm, criteria(GraphScope::Farm, 0, {1, 0, 3}));
     QCOMPARE(table.columns(), 3);
     QCOMPARE(filled(table), (Table{{{5, 1}, 21}, {{5, 3}, 300}}));
@@ -200,7 +200,7 @@ void GraphSeriesTest::drawnOnTheChart()
     for (int row = 1; row <= 4; ++row) {
         labels.append(chGraph.rowLabelAt(row));
     }
-    // Months bear the names of the user's locale.
+    // Month names are those of the user's locale.
     const QString february = QLocale().monthName(2, QLocale::ShortFormat);
     const QString march = QLocale().monthName(3, QLocale::ShortFormat);
     QCOMPARE(labels.join(u'|'), QStringLiteral("27 %1|28 %1|01 %2|02 %2").arg(february, march));

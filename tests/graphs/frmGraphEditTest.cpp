@@ -133,7 +133,7 @@ void frmGraphEditTest::textThatIsNoNumber()
     dialogs_.expectMessage();
     choose("cmb_0", 1);
     QCOMPARE(dialogs_.takeLastText(), QStringLiteral("13 - \"wide\" is not a width or size from 0 to 32767."));
-    // What stands before the text is written; the boxes still belong to the first series.
+    // What is before the invalid text is applied; the boxes still belong to the first series.
     QCOMPARE(chart_->series(1).Pen.Style, chart::PenStyle::Dotted);
     QCOMPARE(chart_->series(1).Pen.Width, 20);
     QCOMPARE(find<ItemCombo>("cmb_0").ListIndex(), 0);

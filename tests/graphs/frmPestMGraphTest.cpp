@@ -35,6 +35,8 @@ private Q_SLOTS:
     void zoomAndScroll();
     void activationAndResizeWhileZoomed();
     void focusFramesTheGraph();
+    void linesByDateHaveMarkers();
+    void readOutNamesTheSeries();
     void printing();
 
 private:
@@ -138,7 +140,7 @@ void frmPestMGraphTest::leavingAPickerEmptiesTheBlock()
 void frmPestMGraphTest::drawAsksForWhatIsMissing()
 {
     auto &from = find<controls::DatePicker>("dtpDateFrom");
-    // Left while the window is surely in front.
+    // Left while the window is certainly active.
     std::size_t boxesWhenLeft = 1;
     connect(&from, &controls::DatePicker::LostFocus, this, [&] { boxesWhenLeft = host_->dialogs().shown().size(); });
     from.setFocus();
@@ -221,7 +223,7 @@ void frmPestMGraphTest::zoomAndScroll()
     QVERIFY(qAbs(chGraph().y()) <= 7);
     find<QScrollBar>("HScroll").setValue(30);
     QCOMPARE(chGraph().x(), -200);
-    // A draw goes back to the whole chart and lets the bars be.
+    // A draw goes back to the whole chart and leaves the scroll bars.
     click("cmd_0");
     QCOMPARE(chGraph().geometry(), QRect(QPoint(0, 0), unzoomed));
     QVERIFY(!vertical.isHidden());
@@ -291,6 +293,39 @@ void frmPestMGraphTest::namesAreWholeAndSpoken()
     QCOMPARE(combo("cbo1").accessibleName(), QStringLiteral("Block 2"));
 }
 
+void frmPestMGraphTest::linesByDateHaveMarkers()
+{
+    const auto shown = [this] { return chGraph().model().series(1).SeriesMarker.Show; };
+    combo("cmbBCount").setListIndex(0);
+    click("OptW_1");
+    click("cmd_0");
+    QVERIFY(!shown());
+    combo("cbo_6").setListIndex(combo("cbo_6").findText(QStringLiteral("2dLine")));
+    QVERIFY(shown() && find<QCheckBox>("chk_0").isChecked());
+    QVERIFY(!chGraph().model().unitRows().empty());
+    click("OptW_0");
+    QVERIFY(!find<QCheckBox>("chk_0").isChecked());
+    // The user's choice stays.
+    click("OptW_1");
+    click("chk_0");
+    click("cmd_0");
+    QVERIFY(!shown());
+}
+
+void frmPestMGraphTest::readOutNamesTheSeries()
+{
+    combo("cmbBCount").setListIndex(0);
+    click("cmd_0");
+    const chart::PointIndex point{3, 11};
+    QTest::mouseClick(&chGraph(), Qt::LeftButton, {}, chGraph().positionOf(point).value());
+    QCOMPARE(host_->status, chGraph().pointText(point));
+    QVERIFY2(host_->status.contains(QStringLiteral(", week ")), qPrintable(host_->status));
+    QCOMPARE(labels(), QStringLiteral("11|20"));
+    click("cmd_0");
+    QCOMPARE(host_->status, QString());
+    QCOMPARE(labels(), QStringLiteral("|"));
+}
+
 void frmPestMGraphTest::printing()
 {
     combo("cmbBCount").setListIndex(0);
@@ -309,7 +344,7 @@ void frmPestMGraphTest::printing()
     const QImage picture = QGuiApplication::clipboard()->image();
     QVERIFY(picture.width() > picture.height());
     QVERIFY(host_->failure.isEmpty());
-    // A place that cannot be written raises no box.
+    // A path that cannot be written raises no box.
     host_->dialogs().queuePrinter(farm_->appPath() + QStringLiteral("/no such folder/graph.pdf"));
     click("cmd_4");
     QVERIFY(!host_->failure.isEmpty());

@@ -27,9 +27,9 @@ private Q_SLOTS:
     void groupedLayouts_data();
     void groupedLayouts();
 
-    void aSheetPerBlockAndOneMore();
+    void aSheetPerBlock();
     void refusedSheetNamesKeepTheDefault();
-    void lastBlockWithASlashIsToldAndNotHandedOver();
+    void lastBlockWithASlashIsReportedAndNotOpened();
     void withoutBlocksOrInstructionNothingHappens();
     void farmSheetIsSaved();
 
@@ -115,16 +115,16 @@ void FieldSheetsTest::blockSheetIsAForm()
         {"A11", "number [2] Calibri 8 bold left center 0 thin/thin/thin/thin - General"},
         {"A14", "text [Tot] Calibri 8 bold general center 0 thin/thin/thin/thin - General"},
     };
-    for (const auto &[place, told] : cells) {
-        QCOMPARE(sheet.cell(QLatin1String(place)), QLatin1String(told));
+    for (const auto &[cell, value] : cells) {
+        QCOMPARE(sheet.cell(QLatin1String(cell)), QLatin1String(value));
     }
     const std::pair<const char *, const char *> values[] = {
         {"A3", "=Rivier's Oord"},   {"I3", "Block:"},          {"J3", "Blok A"}, {"A4", "Cultivars:"},
         {"A5", "Completion Date:"}, {"G5", "Date Completed:"}, {"J5", ""},       {"O5", "Anna"},
         {"A7", "Person"},           {"H7", "Signed"},          {"C9", "Pest 2"}, {"A13", ""},
     };
-    for (const auto &[place, told] : values) {
-        QCOMPARE(sheet.value(QLatin1String(place)), QLatin1String(told));
+    for (const auto &[cell, value] : values) {
+        QCOMPARE(sheet.value(QLatin1String(cell)), QLatin1String(value));
     }
     QVERIFY(sheet.cell(QStringLiteral("C14")).contains(QLatin1String("thin/thin/thin/thin")));
     QVERIFY(!sheet.cell(QStringLiteral("D14")).contains(QLatin1String("thin/thin")));
@@ -181,8 +181,8 @@ void FieldSheetsTest::farmSheetIsAForm()
         {"A12", QStringLiteral("B2")},
         {"A14", QStringLiteral("Tot")},
     };
-    for (const auto &[place, told] : values) {
-        QCOMPARE(sheet.value(QLatin1String(place)), told);
+    for (const auto &[cell, value] : values) {
+        QCOMPARE(sheet.value(QLatin1String(cell)), value);
     }
     QCOMPARE(sheet.cell(QStringLiteral("C9")),
              QStringLiteral("text [Pest 1] Calibri 8 bold general bottom wrap 90 thin/thin/thin/thin - General"));
@@ -249,7 +249,7 @@ QStringList FieldSheetsTest::print(const QStringList &blocks)
     return host_->launcher().opened;
 }
 
-void FieldSheetsTest::aSheetPerBlockAndOneMore()
+void FieldSheetsTest::aSheetPerBlock()
 {
     farm_->addPlanting(
         {.block = 1, .variety = farm_->addVariety(QStringLiteral("Fruit"), QStringLiteral("Apple"), QStringLiteral("Gala"))});
@@ -286,7 +286,7 @@ void FieldSheetsTest::refusedSheetNamesKeepTheDefault()
     QCOMPARE(ReadSheet(opened[0], 3).value(QStringLiteral("J3")), QString(40, u'n'));
 }
 
-void FieldSheetsTest::lastBlockWithASlashIsToldAndNotHandedOver()
+void FieldSheetsTest::lastBlockWithASlashIsReportedAndNotOpened()
 {
     host_->dialogs().expectMessage();
     QVERIFY(print({QStringLiteral("A"), QStringLiteral("A/B")}).isEmpty());
@@ -352,8 +352,8 @@ void FieldSheetsTest::filledSheet()
         {"AE6", QStringLiteral("31")},
         {"AF6", QString()},
     };
-    for (const auto &[place, told] : values) {
-        QCOMPARE(sheet.value(QLatin1String(place)), told);
+    for (const auto &[cell, value] : values) {
+        QCOMPARE(sheet.value(QLatin1String(cell)), value);
     }
     QVERIFY(sheet.cell(QStringLiteral("A5")).contains(QLatin1String(" 8 general bottom 0 thin/thin/thin/thin")));
     QVERIFY(sheet.cell(QStringLiteral("A2")).contains(QLatin1String(" 8 bold ")));

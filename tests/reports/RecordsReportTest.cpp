@@ -60,33 +60,33 @@ void RecordsReportTest::init()
 
 QString RecordsReportTest::line(int row) const
 {
-    QString told;
+    QString actual;
     QString blanks;
     for (char column = 'A'; column <= 'Z'; ++column) {
         const QString value = application_.Range(QChar(column) + QString::number(row)).value();
         if (!value.isEmpty()) {
-            told += blanks + value;
+            actual += blanks + value;
             blanks.clear();
         }
         blanks += u'|';
     }
-    return told;
+    return actual;
 }
 
 QStringList RecordsReportTest::lines(int first, int last) const
 {
-    QStringList told;
+    QStringList actual;
     for (int row = first; row <= last; ++row) {
-        told.append(line(row));
+        actual.append(line(row));
     }
-    return told;
+    return actual;
 }
 
 void RecordsReportTest::tables_data()
 {
     QTest::addColumn<int>("points");
     QTest::addColumn<std::vector<PestRecord>>("records");
-    QTest::addColumn<QStringList>("told");
+    QTest::addColumn<QStringList>("expected");
     const QString heading = QStringLiteral("Date|Block|Point 1|Point 2|Total");
     QTest::newRow("counts with totals") << 2 << std::vector{counted(May4, 1, 3), counted(May4, 2, 4), counted(May9, 2, 10)}
                                         << QStringList{heading, QStringLiteral("2026/05/04|B1|3|4|7"),
@@ -115,10 +115,10 @@ void RecordsReportTest::tables()
 {
     QFETCH(int, points);
     QFETCH(std::vector<PestRecord>, records);
-    QFETCH(QStringList, told);
+    QFETCH(QStringList, expected);
     RecordsSheet sheet(application_);
     sheet.writeTable(QStringLiteral("Block"), QStringLiteral("B1"), points, records);
-    QCOMPARE(lines(5, 4 + static_cast<int>(told.size())), told);
+    QCOMPARE(lines(5, 4 + static_cast<int>(expected.size())), expected);
 }
 
 void RecordsReportTest::nothingWithoutRecords()
@@ -151,7 +151,7 @@ void RecordsReportTest::headingAndGroup()
 void RecordsReportTest::nesting_data()
 {
     QTest::addColumn<bool>("byPest");
-    QTest::addColumn<QStringList>("told");
+    QTest::addColumn<QStringList>("expected");
     QTest::newRow("by pest") << true
                              << QStringList{QStringLiteral("Ants"),
                                             QString(),
@@ -174,7 +174,7 @@ void RecordsReportTest::nesting_data()
 void RecordsReportTest::nesting()
 {
     QFETCH(bool, byPest);
-    QFETCH(QStringList, told);
+    QFETCH(QStringList, expected);
     const RecordsOrder order{.nesting = byPest ? RecordsNesting::ByPest : RecordsNesting::ByBlock,
                              .farm = QStringLiteral("Rivier"),
                              .from = May4,
@@ -193,7 +193,7 @@ void RecordsReportTest::nesting()
                                    }};
     RecordsSheet sheet(application_);
     writeRecords(sheet, order, source, [this](double percent) { progress_.push_back(percent); });
-    QCOMPARE(lines(4, 3 + static_cast<int>(told.size())), told);
+    QCOMPARE(lines(4, 3 + static_cast<int>(expected.size())), expected);
     QCOMPARE(asked, (QStringList{QStringLiteral("1/1"), QStringLiteral("1/3")}));
     // A step for every row of the outer list, chosen or not.
     QCOMPARE(progress_.size(), byPest ? 3U : 2U);
@@ -216,18 +216,18 @@ void RecordsReportTest::readersSeeTheTable()
     sheet.fitColumns();
     const QString path = folder.filePath(QStringLiteral("records.xls"));
     application_.ActiveWorkbook().SaveAs(path);
-    const ReadSheet told(path);
-    QCOMPARE(told.fault(), QString());
+    const ReadSheet actual(path);
+    QCOMPARE(actual.fault(), QString());
     const char *framed = " 0 thin/thin/thin/thin - General";
     for (const char *cell : {"A5", "B5", "C5", "D5", "B7", "C7", "D7"}) {
-        const QString look = told.cell(QLatin1String(cell));
+        const QString look = actual.cell(QLatin1String(cell));
         QVERIFY2(look.contains(QLatin1String(" 8 bold ")) && look.endsWith(QLatin1String(framed)), qPrintable(look));
     }
-    QVERIFY(told.cell(QStringLiteral("A6")).startsWith(QLatin1String("text [2026/05/04] ")));
-    QVERIFY(told.cell(QStringLiteral("D6")).startsWith(QLatin1String("number [3] ")));
+    QVERIFY(actual.cell(QStringLiteral("A6")).startsWith(QLatin1String("text [2026/05/04] ")));
+    QVERIFY(actual.cell(QStringLiteral("D6")).startsWith(QLatin1String("number [3] ")));
     // The empty line under the totals.
-    QVERIFY(told.cell(QStringLiteral("D8")).endsWith(QLatin1String(framed)));
-    QVERIFY2(told.width(QStringLiteral("A")).toDouble() > told.width(QStringLiteral("D")).toDouble(),
+    QVERIFY(actual.cell(QStringLiteral("D8")).endsWith(QLatin1String(framed)));
+    QVERIFY2(actual.width(QStringLiteral("A")).toDouble() > actual.width(QStringLiteral("D")).toDouble(),
              "columns are as wide as their texts");
 }
 

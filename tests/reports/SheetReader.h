@@ -13,7 +13,7 @@ public:
     /// `number` counts from 1.
     explicit ReadSheet(const QString &path, int number = 1)
     {
-        for (const QString &line : toldByReader({path})) {
+        for (const QString &line : readBack({path})) {
             number -= line.startsWith(QLatin1String("sheet ")) ? 1 : 0;
             if (number == 0) {
                 lines_.append(line);
@@ -28,12 +28,12 @@ public:
     bool isOnTop() const { return !lines_.isEmpty() && lines_.front().endsWith(QLatin1String(" shown")); }
     qsizetype lineCount() const { return lines_.size(); }
     /// What follows "A9 " in its line; empty when the cell is neither filled nor formatted.
-    QString cell(const QString &place) const { return after(place + u' '); }
+    QString cell(const QString &reference) const { return after(reference + u' '); }
     /// The value alone.
-    QString value(const QString &place) const
+    QString value(const QString &reference) const
     {
-        const QString told = cell(place);
-        return told.section(u'[', 1).section(u']', 0, 0);
+        const QString actual = cell(reference);
+        return actual.section(u'[', 1).section(u']', 0, 0);
     }
     QString height(int row) const { return after(QStringLiteral("height %1 ").arg(row)); }
     QString width(const QString &column) const { return after(QStringLiteral("width %1 ").arg(column)); }

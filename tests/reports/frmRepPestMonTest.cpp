@@ -21,8 +21,8 @@ private Q_SLOTS:
     void listsTheFilesOfItsFolder();
     void opensOnceUnread_data();
     void opensOnceUnread();
-    void vanishedFileIsTold();
-    void withoutAProgramItIsTold();
+    void aMissingFileIsReported();
+    void aMissingProgramIsReported();
     void closes();
 
 private:
@@ -119,7 +119,7 @@ void frmRepPestMonTest::opensOnceUnread()
     QVERIFY(!host_->excelApplication());
 }
 
-void frmRepPestMonTest::vanishedFileIsTold()
+void frmRepPestMonTest::aMissingFileIsReported()
 {
     store(QStringLiteral("a.xlsx"));
     open();
@@ -128,11 +128,11 @@ void frmRepPestMonTest::vanishedFileIsTold()
     QTest::keyClick(files_, Qt::Key_Return);
     QCOMPARE(host_->dialogs().takeLastText(),
              QStringLiteral("Please make sure that Microsoft Excel is loaded on the workstation."));
-    QVERIFY2(host_->failure.startsWith(QStringLiteral("The sheet is no longer there: ")), qPrintable(host_->failure));
+    QVERIFY2(host_->failure.startsWith(QStringLiteral("The sheet no longer exists: ")), qPrintable(host_->failure));
     QCOMPARE(listed(), QStringList());
 }
 
-void frmRepPestMonTest::withoutAProgramItIsTold()
+void frmRepPestMonTest::aMissingProgramIsReported()
 {
     store(QStringLiteral("a.xlsx"));
     open();

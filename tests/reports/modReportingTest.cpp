@@ -20,7 +20,7 @@ private Q_SLOTS:
     void fontNames();
     void sheetNames_data();
     void sheetNames();
-    void sheetsComeAndGo();
+    void sheetsAreAddedAndDeleted();
     void formatStopsAtTheFirstFault();
     void properties_data();
     void properties();
@@ -28,9 +28,9 @@ private Q_SLOTS:
     void matchesAreListed();
     void saved_data();
     void saved();
-    void refusedNameIsTold_data();
-    void refusedNameIsTold();
-    void twoInOneSecondAreBothKept();
+    void aRefusedNameIsReported_data();
+    void aRefusedNameIsReported();
+    void twoInOneSecondAreBothSaved();
     void hiddenUntilShown();
 
 private:
@@ -88,7 +88,7 @@ void modReportingTest::sheetNames()
     QTEST(name, "left");
 }
 
-void modReportingTest::sheetsComeAndGo()
+void modReportingTest::sheetsAreAddedAndDeleted()
 {
     QVERIFY(REPORT_AddSheet(workbook_));
     QVERIFY(REPORT_AddSheet(workbook_));
@@ -116,7 +116,7 @@ void modReportingTest::properties_data()
 {
     QTest::addColumn<int>("selector");
     QTest::addColumn<QVariant>("value");
-    QTest::addColumn<QVariant>("told");
+    QTest::addColumn<QVariant>("expected");
     QTest::newRow("no line") << 0 << QVariant(0) << QVariant(excel::xlNone);
     QTest::newRow("line") << 0 << QVariant(1) << QVariant(excel::xlContinuous);
     QTest::newRow("unknown line") << 0 << QVariant(7) << QVariant(excel::xlNone);
@@ -141,18 +141,18 @@ void modReportingTest::properties()
     REPORT_SetProperty(sheet_, first, last, selector, value);
     REPORT_SetProperty(sheet_, first, last, 11, value);
     const excel::Range range = sheet_.Range(first, last);
-    const QVariant told[] = {range.Borders().LineStyle(),
-                             range.Font().Size(),
-                             range.HorizontalAlignment(),
-                             range.MergeCells(),
-                             range.WrapText(),
-                             range.Font().Bold(),
-                             range.Font().Underline(),
-                             range.RowHeight(),
-                             range.Borders().Weight(),
-                             range.VerticalAlignment(),
-                             QVariant(range.Font().Name())};
-    QTEST(told[selector], "told");
+    const QVariant actual[] = {range.Borders().LineStyle(),
+                               range.Font().Size(),
+                               range.HorizontalAlignment(),
+                               range.MergeCells(),
+                               range.WrapText(),
+                               range.Font().Bold(),
+                               range.Font().Underline(),
+                               range.RowHeight(),
+                               range.Borders().Weight(),
+                               range.VerticalAlignment(),
+                               QVariant(range.Font().Name())};
+    QTEST(actual[selector], "expected");
 }
 
 void modReportingTest::pageKeepsWhatIsTaken()
@@ -198,7 +198,7 @@ void modReportingTest::saved()
     QCOMPARE(ReadSheet(*file).name(), QStringLiteral("Sheet1"));
 }
 
-void modReportingTest::refusedNameIsTold_data()
+void modReportingTest::aRefusedNameIsReported_data()
 {
     QTest::addColumn<QString>("name");
     for (const QChar character : QStringLiteral("/\\:*?\"<>|")) {
@@ -207,28 +207,31 @@ void modReportingTest::refusedNameIsTold_data()
     QTest::addRow("too long") << QString(300, u'n');
 }
 
-void modReportingTest::refusedNameIsTold()
+void modReportingTest::aRefusedNameIsReported()
 {
     QFETCH(QString, name);
     TemporaryFarm farm;
     FakeScreenHost host(farm.session);
     host.dialogs().expectMessage();
     QVERIFY(!REPORT_SaveReport(host, application_, QStringLiteral("Pest Monitor"), name));
-    const QString told = host.dialogs().takeLastText();
-    QVERIFY2(told.startsWith(QLatin1String("Error in REPORT_SaveReport ")) && told.contains(name), qPrintable(told));
+    const QString actual = host.dialogs().takeLastText();
+    QVERIFY2(actual.startsWith(QLatin1String("Error in REPORT_SaveReport ")) && actual.contains(name), qPrintable(actual));
     QVERIFY(QDir(farm.appPath() + QStringLiteral("/Reports/Pest Monitor")).isEmpty());
     QCOMPARE(application_.Workbooks().Count(), 1);
 }
 
-void modReportingTest::twoInOneSecondAreBothKept()
+void modReportingTest::twoInOneSecondAreBothSaved()
 {
-    basic::Clock::stopAt({});
     TemporaryFarm farm;
     FakeScreenHost host(farm.session);
-    const auto first = REPORT_SaveReport(host, application_, QString(), QStringLiteral("Count"));
-    const auto second = REPORT_SaveReport(host, application_, QString(), QStringLiteral("Count"));
-    QVERIFY(first && second && *first != *second);
-    QCOMPARE(QDir(farm.appPath() + QStringLiteral("/Reports")).entryList(QDir::Files).size(), 2);
+    // The clock stands still, so waiting for the next second would not end.
+    QStringList names;
+    for (int report = 0; report < 3; ++report) {
+        names.append(REPORT_SaveReport(host, application_, QString(), QStringLiteral("Count")).value_or(QString()).right(24));
+    }
+    QCOMPARE(names,
+             (QStringList{QStringLiteral("2026_05_04 10_07_09.xlsx"), QStringLiteral("2026_05_04 10_07_10.xlsx"),
+                          QStringLiteral("2026_05_04 10_07_11.xlsx")}));
 }
 
 void modReportingTest::hiddenUntilShown()

@@ -2,6 +2,7 @@
 #include "platform/chart/Chart.h"
 
 #include "platform/basic/RunTimeError.h"
+#include "platform/chart/ValueScale.h"
 
 #include <algorithm>
 
@@ -24,7 +25,7 @@ constexpr TypePair TypePairs[] = {
     {ChartType::Pie2d, SeriesType::Pie2d},         {ChartType::XY2d, SeriesType::XY2d},
 };
 
-/// Forms and strokes that differ from series to series, since on a grey print the five colours style alike.
+/// Markers and pens that differ from series to series, since on a grey print the five colours look alike.
 struct SeriesForm {
     MarkerStyle marker;
     PenStyle pen;
@@ -58,7 +59,7 @@ int asCount(int count, int most)
     return count;
 }
 
-/// Labels are kept as far as they were set; past the end they are empty.
+/// The list is as long as the last label that was set; labels beyond it are empty.
 void setLabel(QStringList &labels, int number, const QString &label)
 {
     while (labels.size() < number) {
@@ -189,7 +190,27 @@ void Chart::setChartData(const DataTable &table)
     rowLabels_.clear();
     columnLabels_.clear();
     columnLabelCount_ = 0;
+    rowNoun_.clear();
+    unitRows_.clear();
     takeCounts();
+}
+
+QString Chart::tableText() const
+{
+    QStringList cells{AxisTitle(AxisId::X)};
+    for (int column = 1; column <= ColumnCount(); ++column) {
+        cells.append(columnLabelAt(column));
+    }
+    QString text = cells.join(u'\t') + u'\n';
+    for (int row = 1; row <= RowCount(); ++row) {
+        cells = {rowLabelAt(row)};
+        for (int column = 1; column <= ColumnCount(); ++column) {
+            const std::optional<double> value = table_.value(row, column);
+            cells.append(value ? valueText(*value) : QString());
+        }
+        text += cells.join(u'\t') + u'\n';
+    }
+    return text;
 }
 
 Series &Chart::series(int column)

@@ -45,7 +45,7 @@ struct SeriesMarker {
     bool Show = false;
 };
 
-/// One column of the table. Marker and label are those of every point of it; colours are asked of the chart.
+/// One column of the table. Marker and label are those of every point of it; colours are looked up in the chart.
 struct Series {
     chart::SeriesType SeriesType = chart::SeriesType::Bar2d;
     chart::Pen Pen;
@@ -55,15 +55,16 @@ struct Series {
     std::map<ColourRole, QColor> ownColours;
 };
 
-/// A chart without a widget: table, labels, style of each series, axes. Rows are points, columns are series; both count from 1.
+/// A chart without a widget: table, labels, style of each series, axes. Rows are points and columns are series, both counted
+/// from 1.
 ///
-/// Setters of the chart announce themselves; after a change through series() call Refresh(). Rows, columns and axes out of
+/// Setters of the chart emit changed(); after a change through series() call Refresh(). Rows, columns and axes out of
 /// range raise error 9.
 class Chart : public QObject
 {
     Q_OBJECT
 public:
-    /// Beyond this no column is taken: error 5, as with a negative count.
+    /// More columns raise error 5, as does a negative count.
     static constexpr int MaxColumns = 5;
 
     explicit Chart(QObject *parent = nullptr);
@@ -75,7 +76,7 @@ public:
 
     int RowCount() const { return table_.rows(); }
     int ColumnCount() const { return table_.columns(); }
-    /// More rows or columns come empty, fewer are cut. A new column bears the default style.
+    /// Added rows and columns are empty, surplus ones are dropped. A new column has the default style.
     void setRowCount(int count);
     void setColumnCount(int count);
     int ColumnLabelCount() const { return columnLabelCount_; }
@@ -95,21 +96,30 @@ public:
     /// Value at the current row and column.
     std::optional<double> Data() const { return table_.value(row_, column_); }
     void setData(std::optional<double> value);
-    /// Takes a whole table over. Counts become the table's, the column label count becomes 0 and all labels are emptied.
+    /// Replaces the whole table with its counts; the column label count becomes 0 and all labels become empty.
     void setChartData(const DataTable &table);
     const DataTable &ChartData() const { return table_; }
+    /// The noun before a row label in point texts, such as "week"; empty for none. setChartData() clears it, as the next.
+    const QString &rowNoun() const { return rowNoun_; }
+    void setRowNoun(const QString &noun) { rowNoun_ = noun; }
+    /// Rows, counted from 1, that begin a unit such as a month: a grid line each, and labels where not every row has space for
+    /// one.
+    const std::vector<int> &unitRows() const { return unitRows_; }
+    void setUnitRows(std::vector<int> rows) { unitRows_ = std::move(rows); }
+    /// The table with its labels as tab-separated lines, values as valueText(); empty cells stay empty.
+    QString tableText() const;
 
     /// The style of a column; call Refresh() after a change.
     Series &series(int column);
     const Series &series(int column) const;
     const std::vector<Series> &allSeries() const { return series_; }
     int SeriesCount() const { return static_cast<int>(series_.size()); }
-    /// Pen, marker, labels, styles and colours as on a new chart; the series types stay.
+    /// Restores pen, marker, labels, styles and colours of a new chart; the series types stay.
     void resetSeries(int column);
-    /// The colour of a part of a series, its own or the theme's.
+    /// The colour of a part of a series, its own or that of the plot colours.
     QColor seriesColour(int column, ColourRole role, const PlotColours &plotColours) const;
     QColor seriesColour(int column, ColourRole role) const { return seriesColour(column, role, plotColours_); }
-    /// A colour equal to the one that the theme gives stays the theme's, so that it still follows light, dark and paper.
+    /// A colour equal to the default is not stored, so that it still follows light, dark and paper.
     void setSeriesColour(int column, ColourRole role, const QColor &colour);
 
     QString AxisTitle(AxisId axis) const;
@@ -126,7 +136,7 @@ public:
     const PlotColours &plotColours() const { return plotColours_; }
     void setPlotColours(const PlotColours &plotColours);
 
-    /// While false nothing is announced; what was held back is announced when it becomes true.
+    /// While false changed() is held back; a pending one is emitted when it becomes true.
     void setRepaint(bool repaint);
     void Refresh();
 
@@ -140,7 +150,7 @@ private:
     };
 
     static Series defaultSeries(int column);
-    /// Labels, styles and the current place follow the table's size.
+    /// Adapts labels, styles and the current row and column to the size of the table.
     void takeCounts();
 
     ChartType chartType_ = ChartType::Bar2d;
@@ -148,6 +158,8 @@ private:
     QStringList rowLabels_;
     QStringList columnLabels_;
     int columnLabelCount_ = 0;
+    QString rowNoun_;
+    std::vector<int> unitRows_;
     int row_ = 1;
     int column_ = 1;
     std::vector<Series> series_;

@@ -11,7 +11,7 @@ namespace chart
 namespace
 {
 
-/// The name holds the current point, since that is what readers speak when it changes.
+/// The name contains the current point, since a changed name is what screen readers announce.
 class ChartAccessible : public QAccessibleWidget
 {
 public:

@@ -4,7 +4,7 @@
 namespace chart
 {
 
-/// Lets screen readers tell the current point of every chart; called again it does nothing.
+/// Lets screen readers read the current point of every chart. Calling it again has no effect.
 void installChartAccessibility();
 
 } // namespace chart

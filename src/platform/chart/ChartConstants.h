@@ -4,7 +4,7 @@
 namespace chart
 {
 
-/// How the whole chart is drawn. The numbers are those that records and habits know.
+/// How the whole chart is drawn. The numbers are those of the chart type list.
 enum class ChartType {
     Bar3d = 0,
     Bar2d = 1,

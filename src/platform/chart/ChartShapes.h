@@ -9,7 +9,7 @@
 namespace chart
 {
 
-/// The shapes of a chart from back to front: the broad ones first, of two areas the larger first, so that none hides another.
+/// The shapes of a chart from back to front: wide ones first, of two areas the larger first, so that none hides another.
 std::vector<std::unique_ptr<Shape>> shapesOf(const Chart &chart, const PlotColours &plotColours);
 
 } // namespace chart

@@ -8,7 +8,7 @@
 namespace chart
 {
 
-/// Values by row (point) and column (series), both counted from 1. A cell that was never touched is empty, not 0. A place outside
+/// Values by row (point) and column (series), both counted from 1. A cell that was never set is empty, not 0. An index outside
 /// raises error 9, a negative size error 5.
 class DataTable
 {
@@ -20,11 +20,11 @@ public:
     int columns() const { return columns_; }
     std::optional<double> value(int row, int column) const;
     void setValue(int row, int column, std::optional<double> value);
-    /// An empty cell becomes the amount.
+    /// An empty cell counts as 0.
     void add(int row, int column, double amount);
     /// Sum of a column; nothing when every cell of it is empty.
     std::optional<double> columnSum(int column) const;
-    /// New cells come empty; what lies beyond the new size is dropped.
+    /// New cells are empty; cells beyond the new size are dropped.
     void resize(int rows, int columns);
 
 private:

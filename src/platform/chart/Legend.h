@@ -9,7 +9,7 @@
 namespace chart
 {
 
-/// The names of the series with a sample of each, in a row that breaks where it is full.
+/// The names of the series with a sample of each, in rows as wide as the plot.
 class Legend
 {
 public:
@@ -17,7 +17,7 @@ public:
 
     /// Places the entries from `topLeft` on.
     void arrange(const QPointF &topLeft, double width);
-    /// What the entries cover; empty without any.
+    /// Bounding rectangle of the entries; empty without any.
     QRectF rectangle() const { return rectangle_; }
     QStringList texts() const;
     void paint(QPainter &painter) const;

@@ -42,7 +42,7 @@ void PieShape::arrange(const PlotFrame &frame, const DepthSlot &)
         whole += std::max(0.0, chart().ChartData().columnSum(column).value_or(0.0));
         widest = std::max(widest, metrics.horizontalAdvance(chart().columnLabelAt(column)));
     }
-    // A lonely slice has its name below, so that nothing stands beside it.
+    // The name of a single slice is below it.
     const auto slices = std::count_if(series().begin(), series().end(),
                                       [this](int column) { return chart().ChartData().columnSum(column).value_or(0.0) > 0.0; });
     widest = slices > 1 ? std::min(widest, frame.pie.width() * 0.3) : 0.0;
@@ -65,7 +65,7 @@ void PieShape::addSlices(double whole)
         if (sum <= 0.0) {
             continue;
         }
-        // From twelve o'clock, clockwise; angles of the toolkit run the other way round from three o'clock.
+        // From twelve o'clock, clockwise; QPainterPath counts angles counter-clockwise from three o'clock.
         const double start = 90.0 - turned / whole * 360.0;
         const double span = -sum / whole * 360.0;
         turned += sum;
@@ -85,7 +85,7 @@ void PieShape::addSlices(double whole)
     }
 }
 
-/// Names of one side from top to bottom, pushed apart where slices are narrow.
+/// Places the names of one side from top to bottom, pushed apart where slices are narrow.
 void PieShape::placeLabels(const PlotFrame &frame, bool right)
 {
     const QFontMetricsF metrics(font_);
@@ -103,7 +103,7 @@ void PieShape::placeLabels(const PlotFrame &frame, bool right)
     for (Slice *slice : side) {
         const QPointF tip = centre_ + slice->direction * (radius_ + LabelGap);
         const double lowest = frame.pie.bottom() - rest;
-        // Above a slice at the top, below one at the bottom, else beside it.
+        // Above a slice at the top, below one at the bottom, else to its side.
         const double wanted = tip.y() - height * (1.0 - slice->direction.y()) / 2.0;
         const double top = std::max(free, std::min(wanted, lowest));
         const double edge = right ? frame.pie.right() : frame.pie.left();
@@ -129,10 +129,10 @@ void PieShape::paint(QPainter &painter, const QRectF &) const
             painter.drawPath(slice.area);
         }
         const bool right = slice.direction.x() >= 0.0;
-        const QPointF beside(right ? slice.label.left() - 3.0 : slice.label.right() + 3.0, slice.label.center().y());
+        const QPointF labelEnd(right ? slice.label.left() - 3.0 : slice.label.right() + 3.0, slice.label.center().y());
         if (std::abs(slice.direction.y()) < 0.9) {
             painter.setPen(QPen(muted_, 1.0));
-            painter.drawLine(centre_ + slice.direction * (radius_ + 2.0), beside);
+            painter.drawLine(centre_ + slice.direction * (radius_ + 2.0), labelEnd);
         }
         const int side = slices_.size() == 1 ? Qt::AlignHCenter : right ? Qt::AlignLeft : Qt::AlignRight;
         const QString name = metrics.elidedText(slice.name, Qt::ElideRight, slice.label.width());

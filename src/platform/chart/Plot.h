@@ -12,18 +12,20 @@
 namespace chart
 {
 
-/// A chart laid out at one size in one theme. It reads the chart when it is made and when it is laid out.
+/// A chart laid out at one size in one set of colours. It reads the chart at construction and at each layout.
 class Plot
 {
 public:
-    Plot(const Chart &chart, const PlotColours &plotColours, const QFont &font, const QSize &size);
+    /// `legendWidth` is the width available for the legend, 0 for that of the plot.
+    Plot(const Chart &chart, const PlotColours &plotColours, const QFont &font, const QSize &size, int legendWidth = 0);
     Plot(const Plot &) = delete;
     Plot &operator=(const Plot &) = delete;
 
-    void layOut(const QSize &size);
+    void layOut(const QSize &size, int legendWidth = 0);
     QSize size() const { return size_; }
-    /// Paints at least the exposed part, in logical pixels from the painter's origin.
-    void paint(QPainter &painter, const QRectF &exposed) const;
+    /// Paints at least the exposed part, in logical pixels from the painter's origin. The legend is moved by `legendOffset`, to
+    /// stay visible where only a part of the plot is.
+    void paint(QPainter &painter, const QRectF &exposed, const QPointF &legendOffset = {}) const;
 
     std::optional<PointIndex> pointAt(const QPointF &position) const;
     const DrawnPoint *drawnPoint(const PointIndex &index) const;
@@ -50,7 +52,7 @@ private:
     bool isEmpty() const { return chart_.RowCount() == 0 || chart_.ColumnCount() == 0; }
     bool hasAxes() const;
     bool hasPie() const;
-    /// Places the frame by the size that it has so far, and what the frame's own size decides.
+    /// One layout pass, from the frame size of the previous pass.
     void layOutFrame(int pieWidth);
     /// Sets the range of the frame.
     std::vector<AxisTick> scaleValues(double height);
@@ -60,11 +62,12 @@ private:
     std::pair<std::vector<AxisTick>, QFont> rowLabels(double rowWidth) const;
     QString rowText(int row) const;
     QPointF depthAt(const QSize &size) const;
-    /// Places the legend; returns where what is below may begin.
+    /// Places the legend and returns the y position below it.
     int headHeight(double left);
     void arrangeShapes();
     void placeValueLabels();
-    void paintHead(QPainter &painter) const;
+    void paintHead(QPainter &painter, const QPointF &legendOffset) const;
+    std::vector<AxisTick> unitLabels() const;
     void paintValueLabels(QPainter &painter, const QRectF &exposed) const;
 
     const Chart &chart_;
@@ -73,6 +76,7 @@ private:
     QFont tickFont_;
     QFont headFont_;
     QSize size_;
+    int legendWidth_ = 0;
     PlotFrame frame_;
     Legend legend_;
     PlotAxes axes_;

@@ -10,7 +10,7 @@
 namespace chart
 {
 
-/// Where a chart of a given size puts its values. All lengths are logical pixels.
+/// Position of the values in a chart of one size. All lengths are logical pixels.
 struct PlotFrame {
     /// The rectangle of the values; of a solid chart its front plane.
     QRectF front;
@@ -39,12 +39,12 @@ struct DepthSlot {
 struct DrawnPoint {
     PointIndex index;
     double value = 0.0;
-    /// Where marker, label and ring belong.
+    /// Centre of marker and selection ring; the label is above it.
     QPointF anchor;
-    /// What of the drawing belongs to this point; null when it is the anchor alone.
+    /// The part of the drawing that belongs to this point; null when it is the anchor alone.
     QRectF body;
     /// Points of other series may be inside the body: it counts only where there is no such point.
-    bool broad = false;
+    bool yields = false;
 };
 
 } // namespace chart

@@ -85,7 +85,7 @@ void RunShape::paint(QPainter &painter, const QRectF &exposed) const
     }
     SeriesStyle edge = style(column_);
     if (solid) {
-        // The style of the line has to stand out from the ribbon behind it.
+        // The line has to stand out from the ribbon behind it.
         edge.pen = mixed(edge.pen, Qt::black, 0.5);
     }
     for (const QPolygonF &run : runs_) {
@@ -129,19 +129,19 @@ void RunShape::paintRibbon(QPainter &painter, const QPolygonF &run, const QRectF
         if (std::max(from.x(), to.x()) + thickness_.x() < exposed.left() || std::min(from.x(), to.x()) > exposed.right()) {
             continue;
         }
-        // Light falls from above; what leans to the right lies in shade.
+        // Light falls from above left: surfaces that descend to the right are darker.
         const bool level = std::abs(to.y() - from.y()) < 0.5;
         const QColor area = level ? mixed(each.fill, Qt::white, 0.35)
             : to.y() < from.y()   ? mixed(each.fill, Qt::white, 0.2)
                                   : mixed(each.fill, Qt::black, 0.25);
-        // The thin edge closes the seam to the next area.
+        // The thin edge closes the gap to the next surface.
         painter.setPen(QPen(area, 0.7));
         painter.setBrush(area);
         painter.drawConvexPolygon(QPolygonF({from, to, to + thickness_, from + thickness_}));
     }
 }
 
-/// A point between two gaps has no line to lie on.
+/// A point between two gaps has no line, so it is drawn as a dot.
 void RunShape::paintIsolated(QPainter &painter) const
 {
     const SeriesStyle &each = style(column_);

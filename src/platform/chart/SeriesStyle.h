@@ -28,23 +28,24 @@ struct SeriesStyle {
     double markerPenWidth = 0.0;
     bool showLabels = false;
     Hatch hatch = Hatch::None;
+    bool forPaper = false;
 };
 
 /// `marker` is None where markers are not shown.
 SeriesStyle styleOf(const Chart &chart, int column, const PlotColours &plotColours);
 
-/// Part of `other` in a colour, 0 to 1.
+/// Mixes two colours; `part` is the share of `other`, 0 to 1.
 QColor mixed(const QColor &colour, const QColor &other, double part);
 
-/// A line through all corners in the style's pen, drawn piece by piece: a stroked path of thousands of corners would be far
-/// slower. Pieces outside the exposed columns are left out.
+/// A line through all corners in the style's pen, drawn segment by segment: a stroked path of thousands of corners would be far
+/// slower. Segments outside `exposed` are left out.
 void drawRun(QPainter &painter, const SeriesStyle &style, const QPolygonF &run, const QRectF &exposed);
 void drawMarkers(QPainter &painter, const SeriesStyle &style, const std::vector<QPointF> &positions);
 
-/// The hatch of a rectangle, in step with that of every other.
-void addHatch(std::vector<QLineF> &lines, Hatch hatch, const QRectF &area);
+/// The hatch of a rectangle, aligned with that of every other.
+void addHatch(std::vector<QLineF> &lines, const SeriesStyle &style, const QRectF &area);
 void drawHatch(QPainter &painter, const SeriesStyle &style, const std::vector<QLineF> &lines);
-/// A filled area of any form with the style's hatch.
+/// Fills an area of any form, with the style's hatch.
 void fillArea(QPainter &painter, const SeriesStyle &style, const QPainterPath &area);
 
 } // namespace chart

@@ -23,7 +23,7 @@ double distanceTo(const DrawnPoint &point, const QPointF &position)
     if (point.body.isNull()) {
         return toAnchor;
     }
-    return std::min(toAnchor, distanceTo(point.body, position) + (point.broad ? Shape::Reach : 0.0));
+    return std::min(toAnchor, distanceTo(point.body, position) + (point.yields ? Shape::Reach : 0.0));
 }
 
 } // namespace

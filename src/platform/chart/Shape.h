@@ -12,11 +12,11 @@
 namespace chart
 {
 
-/// What belongs together in a drawing: all bars, all slices, or the line, area or steps of one series.
+/// A unit of drawing: all bars, all slices, or the line, area or steps of one series.
 class Shape
 {
 public:
-    /// Near enough to a point to mean it, in logical pixels.
+    /// Greatest distance at which a click selects a point, in logical pixels.
     static constexpr double Reach = 7.0;
 
     struct Hit {
@@ -28,10 +28,10 @@ public:
     virtual ~Shape() = default;
 
     virtual void arrange(const PlotFrame &frame, const DepthSlot &slot) = 0;
-    /// Paints at least what of the shape lies in the exposed part.
+    /// Paints at least the part of the shape within `exposed`.
     virtual void paint(QPainter &painter, const QRectF &exposed) const = 0;
     virtual std::optional<Hit> hitAt(const QPointF &position) const;
-    /// The form that shows a point to be the chosen one.
+    /// Outline that marks a point as selected.
     virtual QPainterPath ringOf(const DrawnPoint &point) const;
 
     const std::vector<DrawnPoint> &points() const { return points_; }
@@ -52,7 +52,7 @@ private:
 
 enum class ShapeKind { Area, Bar, Step, Line, Pie };
 
-/// The kind that draws a type of series, flat or solid.
+/// The kind of shape for a series type, flat or solid.
 ShapeKind shapeKindOf(SeriesType type);
 
 } // namespace chart

@@ -12,12 +12,12 @@ namespace chart
 namespace
 {
 
-/// The smallest step that people count in and that is not below `least`.
+/// The smallest step of 1, 2 or 5 times a power of ten that is not below `least`.
 double roundStep(double least)
 {
     const double ten = std::pow(10.0, std::floor(std::log10(least)));
     for (const double part : {1.0, 2.0, 5.0}) {
-        // A hair below is the same number.
+        // Equal but for rounding errors.
         if (part * ten >= least * (1.0 - 1e-9)) {
             return part * ten;
         }
@@ -31,11 +31,11 @@ bool clear(const std::vector<double> &widths, double spacing, double gap, int on
     return std::abs(other - one) * spacing >= (width(one) + width(other)) / 2.0 + gap;
 }
 
-/// Rows are known by their number, so that the steps fall on round ones. Nothing when two of them touch.
+/// Labels at multiples of `step`, counted from row 1; empty when two of them would touch.
 std::vector<int> everyStep(const std::vector<double> &widths, double spacing, double gap, int step)
 {
     const int count = static_cast<int>(widths.size());
-    std::vector<int> kept{0};
+    std::vector<int> shown{0};
     for (int number = step; number <= count; number += step) {
         const int label = number - 1;
         if (label == 0 || label == count - 1) {
@@ -44,21 +44,21 @@ std::vector<int> everyStep(const std::vector<double> &widths, double spacing, do
         const bool nearFirst = !clear(widths, spacing, gap, 0, label);
         const bool nearLast = !clear(widths, spacing, gap, label, count - 1);
         if (nearFirst || nearLast) {
-            // Steps of one stand for all labels or for none.
+            // A step of 1 shows all labels or none.
             if (step == 1) {
                 return {};
             }
             continue;
         }
-        if (kept.size() > 1 && !clear(widths, spacing, gap, kept.back(), label)) {
+        if (shown.size() > 1 && !clear(widths, spacing, gap, shown.back(), label)) {
             return {};
         }
-        kept.push_back(label);
+        shown.push_back(label);
     }
     if (count > 1 && clear(widths, spacing, gap, 0, count - 1)) {
-        kept.push_back(count - 1);
+        shown.push_back(count - 1);
     }
-    return kept;
+    return shown;
 }
 
 } // namespace
@@ -97,9 +97,9 @@ std::vector<int> labelsThatFit(const std::vector<double> &widths, double spacing
     const int count = static_cast<int>(widths.size());
     for (int ten = 1; ten <= count; ten *= 10) {
         for (const int part : {1, 2, 5}) {
-            std::vector<int> kept = everyStep(widths, spacing, gap, part * ten);
-            if (!kept.empty()) {
-                return kept;
+            std::vector<int> shown = everyStep(widths, spacing, gap, part * ten);
+            if (!shown.empty()) {
+                return shown;
             }
         }
     }

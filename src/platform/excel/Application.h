@@ -7,8 +7,8 @@
 
 #include <optional>
 
-/// A spreadsheet engine inside the process under the spreadsheet program's own object names. A property `X` of the engine is
-/// `X()` to read and `setX()` to set. Handles are light and copied freely; the workbook lives as long as one of them.
+/// An in-process spreadsheet engine with the object names of spreadsheet automation. A property `X` of the engine is
+/// read by `X()` and set by `setX()`. Handles are cheap to copy; a workbook lives as long as one of them.
 namespace excel
 {
 namespace model
@@ -23,7 +23,7 @@ public:
     explicit Worksheets(std::shared_ptr<model::Book> book);
 
     int Count() const;
-    /// A sheet behind `after`, under the first free name "Sheet1", "Sheet2" ..., and active.
+    /// Adds a sheet after `after` with the first free name "Sheet1", "Sheet2" ... and makes it active.
     Worksheet Add(const Worksheet &after);
     /// Error 9 outside 1 to Count.
     Worksheet Item(int index) const;
@@ -32,7 +32,7 @@ private:
     std::shared_ptr<model::Book> book_;
 };
 
-/// A workbook: a light handle; error 91 on one that holds nothing.
+/// Handle to a workbook; an empty one raises error 91.
 class Workbook
 {
 public:
@@ -45,13 +45,13 @@ public:
     Worksheet Sheets(int index) const { return Worksheets(index); }
     Worksheet ActiveSheet() const;
 
-    /// Writes the file beside its place and renames it, so that no half file is ever left; nothing changes when it fails.
+    /// Writes a temporary file in the same folder and renames it; when that fails the old file stays as it was.
     /// `fileFormat` is xlOpenXMLWorkbook or xlExcel8; without it an opened workbook keeps its own format and a new one takes
     /// that of the ending. Error 1004, naming the file: a folder that is missing or refuses, a target that is a folder or
     /// read-only, an existing file while DisplayAlerts is on, a sheet beyond the limits of .xls.
-    /// UiDriver the file over to the launcher when the application is visible.
+    /// Hands the file over to the launcher when the application is visible.
     void SaveAs(const QString &fileName, std::optional<int> fileFormat = std::nullopt);
-    /// Where it was opened from or last saved; empty before.
+    /// The path it was opened from or last saved to; empty for a new workbook.
     QString FullName() const;
 
     bool isNothing() const { return !book_; }
@@ -69,13 +69,13 @@ class Workbooks
 public:
     explicit Workbooks(std::shared_ptr<model::Session> session);
 
-    /// A workbook with one sheet "Sheet1"; it becomes active.
+    /// Adds a workbook with one sheet "Sheet1" and makes it active.
     Workbook Add();
-    /// Reads a .xls to be filled; it becomes active. What it holds beyond cells and formats (pictures, notes, formulas,
-    /// validations) is kept and written back. Error 1004, naming the file, when it is missing, damaged, protected by a password
+    /// Opens a .xls and makes it active. Content beyond cells and formats (images, notes, formulas,
+    /// validations) is preserved. Error 1004, naming the file, when it is missing, damaged, protected by a password
     /// or of another format.
     Workbook Open(const QString &path);
-    /// UiDriver a finished file over to the desktop's spreadsheet program, unread. Error 1004 when it is missing, 429 when no
+    /// Hands a finished file over to the desktop's spreadsheet program, unread. Error 1004 when it is missing, 429 when no
     /// program takes it.
     void OpenStored(const QString &path);
     int Count() const;
@@ -84,12 +84,12 @@ private:
     std::shared_ptr<model::Session> session_;
 };
 
-/// A session of the engine. Each finished workbook is handed over to the launcher once: when it is both saved by SaveAs and the
-/// application visible, whichever comes last. Letting the application go leaves what was handed over with the user.
+/// A session of the engine. Each finished workbook is passed to the launcher once: when it is both saved by SaveAs and the
+/// application visible, whichever comes last. It stays open for the user when the application ends.
 class Application
 {
 public:
-    /// `launcher` must outlive the session; without one nothing is handed over and OpenStored finds no program.
+    /// `launcher` must outlive the session; without one no workbook is opened and OpenStored finds no program.
     explicit Application(Launcher *launcher = nullptr);
 
     excel::Workbooks Workbooks() const;
@@ -102,13 +102,13 @@ public:
     excel::Columns Columns(const QString &columns) const;
     double CentimetersToPoints(double centimetres) const;
 
-    /// False at first.
+    /// False by default.
     bool Visible() const;
     void setVisible(bool visible);
-    /// Kept as told; there is no screen to update.
+    /// Stored without effect; there is no screen to update.
     bool ScreenUpdating() const;
     void setScreenUpdating(bool updating);
-    /// True at first. Off: SaveAs replaces an existing file.
+    /// True by default. When false, SaveAs replaces an existing file.
     bool DisplayAlerts() const;
     void setDisplayAlerts(bool alerts);
 

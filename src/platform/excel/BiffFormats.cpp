@@ -20,7 +20,7 @@ constexpr std::size_t FirstOwnNumberFormat = 164;
 constexpr int BoldWeight = 700;
 constexpr int PlainWeight = 400;
 
-/// The number formats that have a number without being told.
+/// The number formats with a fixed number.
 struct BuiltIn {
     std::size_t number;
     const char16_t *format;
@@ -54,14 +54,14 @@ constexpr std::array<BuiltIn, 26> BuiltIns{{
     {49, u"@"},
 }};
 
-/// Where a trait lies in a format record: byte, lowest bit, count of bits.
-struct Place {
+/// Position of a trait in a format record: byte, lowest bit, count of bits.
+struct BitField {
     Trait trait;
     qsizetype byte;
     int bit;
     int bits;
 };
-constexpr std::array<Place, 8> Places{{
+constexpr std::array<BitField, 8> BitFields{{
     {Trait::Horizontal, 6, 0, 3},
     {Trait::Wrap, 6, 3, 1},
     {Trait::Vertical, 6, 4, 3},
@@ -77,7 +77,7 @@ int bitsAt(const QByteArray &body, qsizetype byte, int bit, int bits)
     return (static_cast<unsigned char>(body[byte]) >> bit) & ((1 << bits) - 1);
 }
 
-/// Sets a number of at most 7 bits that may reach over into the next byte.
+/// Sets a number of at most 7 bits that may extend into the next byte.
 void setBits(QByteArray &body, qsizetype byte, int bit, int bits, unsigned value)
 {
     const unsigned mask = ((1U << bits) - 1U) << bit;
@@ -91,7 +91,7 @@ void setBits(QByteArray &body, qsizetype byte, int bit, int bits, unsigned value
     }
 }
 
-/// Where the colour of each edge's line lies.
+/// Position of the line colour of each edge.
 struct EdgeColour {
     Trait edge;
     qsizetype byte;
@@ -118,15 +118,15 @@ bool hasSame(const Style &one, const Style &other, std::initializer_list<Trait> 
     return std::all_of(traits.begin(), traits.end(), [&](Trait trait) { return one[trait] == other[trait]; });
 }
 
-/// A font record's number skips 4 by an old custom.
-std::size_t fontPlace(std::size_t number)
+/// Font numbers skip 4.
+std::size_t fontIndex(std::size_t number)
 {
     return number > 4 ? number - 1 : number;
 }
 
-std::uint16_t fontNumber(std::size_t place)
+std::uint16_t fontNumber(std::size_t index)
 {
-    return static_cast<std::uint16_t>(place >= 4 ? place + 1 : place);
+    return static_cast<std::uint16_t>(index >= 4 ? index + 1 : index);
 }
 } // namespace
 
@@ -140,76 +140,78 @@ std::vector<std::int32_t> standardPalette()
             0x003300, 0x333300, 0x993300, 0x993366, 0x333399, 0x333333};
 }
 
-FormatReader::FormatReader(const model::KeptBook &kept, model::StyleTable &styles) : kept_(kept), styles_(styles)
+FormatReader::FormatReader(const BookPassthrough &passthrough, model::StyleTable &styles)
+    : passthrough_(passthrough), styles_(styles)
 {
     for (const BuiltIn &builtIn : BuiltIns) {
         numberFormats_[builtIn.number] = QString::fromUtf16(builtIn.format);
     }
-    for (const QByteArray &body : kept.numberFormats) {
+    for (const QByteArray &body : passthrough.numberFormats) {
         Reader reader(body);
         const std::size_t number = reader.u16();
         numberFormats_[number] = takeText(reader);
     }
 }
 
-std::int32_t FormatReader::colour(std::uint32_t index) const
+std::int32_t FormatReader::colour(std::uint32_t number) const
 {
-    const auto place = static_cast<std::size_t>(index) - static_cast<std::size_t>(FirstPaletteColour);
-    return index >= static_cast<std::uint32_t>(FirstPaletteColour) && place < kept_.palette.size() ? kept_.palette[place] : -1;
+    const auto index = static_cast<std::size_t>(number) - static_cast<std::size_t>(FirstPaletteColour);
+    return number >= static_cast<std::uint32_t>(FirstPaletteColour) && index < passthrough_.palette.size()
+        ? passthrough_.palette[index]
+        : -1;
 }
 
 void FormatReader::readFont(Style &style, std::size_t font) const
 {
-    const std::size_t place = fontPlace(font);
-    if (place >= kept_.fonts.size()) {
+    const std::size_t index = fontIndex(font);
+    if (index >= passthrough_.fonts.size()) {
         return;
     }
-    Reader reader(kept_.fonts[place]);
+    Reader reader(passthrough_.fonts[index]);
     style[Trait::FontSize] = static_cast<std::int32_t>(reader.u16());
     style[Trait::Bold] = reader.skip(4).u16() > (BoldWeight + PlainWeight) / 2 ? 1 : 0;
     style[Trait::Underline] = static_cast<std::int32_t>(reader.skip(2).u8());
     reader.skip(3);
-    style[Trait::FontName] = styles_.fontNames.place(takeShortText(reader));
+    style[Trait::FontName] = styles_.fontNames.indexOf(takeShortText(reader));
 }
 
 Style FormatReader::style(std::size_t format) const
 {
     Style style;
     style[Trait::BaseFormat] = static_cast<std::int32_t>(format);
-    const QByteArray &body = kept_.formats[format];
+    const QByteArray &body = passthrough_.formats[format];
     readFont(style, u16At(body, 0));
-    const auto told = numberFormats_.find(u16At(body, 2));
+    const auto found = numberFormats_.find(u16At(body, 2));
     style[Trait::NumberFormat] =
-        styles_.numberFormats.place(told == numberFormats_.end() ? QStringLiteral("General") : told->second);
-    for (const Place &place : Places) {
-        style[place.trait] = bitsAt(body, place.byte, place.bit, place.bits);
+        styles_.numberFormats.indexOf(found == numberFormats_.end() ? QStringLiteral("General") : found->second);
+    for (const BitField &field : BitFields) {
+        style[field.trait] = bitsAt(body, field.byte, field.bit, field.bits);
     }
     style[Trait::Rotation] = degrees(static_cast<unsigned char>(body[7]));
     style[Trait::FillColour] = colour(u16At(body, 18) & 0x7FU);
     return style;
 }
 
-FormatWriter::FormatWriter(const model::Book &book, const model::KeptBook &kept)
-    : book_(book), styles_(book.styles), records_(kept)
+FormatWriter::FormatWriter(const model::Book &book, const BookPassthrough &passthrough)
+    : book_(book), styles_(book.styles), records_(passthrough)
 {
-    for (std::size_t place = 0; place < records_.fonts.size(); ++place) {
-        fontPlaces_.try_emplace(records_.fonts[place], fontNumber(place));
+    for (std::size_t index = 0; index < records_.fonts.size(); ++index) {
+        fontNumbers_.try_emplace(records_.fonts[index], fontNumber(index));
     }
     findUsedColours();
-    const FormatReader bases(kept, styles_);
+    const FormatReader bases(passthrough, styles_);
     const std::size_t readFormats = records_.formats.size();
     formats_.reserve(book.styles.size());
-    for (std::size_t place = 0; place < book.styles.size(); ++place) {
-        formats_.push_back(addFormat(book.styles.at(static_cast<std::uint32_t>(place)), bases));
+    for (std::size_t index = 0; index < book.styles.size(); ++index) {
+        formats_.push_back(addFormat(book.styles.at(static_cast<std::uint32_t>(index)), bases));
     }
     const auto tellLimit = [](const QString &what, std::size_t count, std::size_t most) {
-        throw ExcelError(
-            QStringLiteral("it has %1 different %2; %3 are the most that a .xls holds.").arg(count).arg(what).arg(most));
+        throw ExcelError(QStringLiteral("it has %1 different %2; a .xls is limited to %3.").arg(count).arg(what).arg(most));
     };
     if (records_.formats.size() > std::max(MaxFormats, readFormats)) {
         tellLimit(QStringLiteral("cell formats"), records_.formats.size(), MaxFormats);
     }
-    if (records_.fonts.size() > std::max(MaxFonts, kept.fonts.size())) {
+    if (records_.fonts.size() > std::max(MaxFonts, passthrough.fonts.size())) {
         tellLimit(QStringLiteral("fonts"), records_.fonts.size(), MaxFonts);
     }
 }
@@ -247,8 +249,8 @@ std::uint16_t FormatWriter::addFormat(const Style &style, const FormatReader &ba
     if (style[Trait::NumberFormat] != before[Trait::NumberFormat]) {
         setU16(body, 2, numberFormatOf(styles_.numberFormats.at(style[Trait::NumberFormat])));
     }
-    for (const Place &place : Places) {
-        setBits(body, place.byte, place.bit, place.bits, static_cast<unsigned>(style[place.trait]));
+    for (const BitField &field : BitFields) {
+        setBits(body, field.byte, field.bit, field.bits, static_cast<unsigned>(style[field.trait]));
     }
     if (style[Trait::Rotation] != before[Trait::Rotation]) {
         body[7] = static_cast<char>(codeOfDegrees(style[Trait::Rotation]));
@@ -262,9 +264,9 @@ std::uint16_t FormatWriter::addFormat(const Style &style, const FormatReader &ba
         const std::int32_t shade = style.shade();
         setBits(body, 18, 0, 7, shade < 0 ? AutomaticColour : colourOf(shade));
     }
-    // All six groups of this format count, none is taken from the parent.
+    // All six groups of attributes are the format's own, none is inherited.
     body[9] = static_cast<char>(body[9] | 0xFC);
-    const auto [entry, isNew] = formatPlaces_.try_emplace(body, static_cast<std::uint16_t>(records_.formats.size()));
+    const auto [entry, isNew] = formatNumbers_.try_emplace(body, static_cast<std::uint16_t>(records_.formats.size()));
     if (isNew) {
         records_.formats.push_back(body);
     }
@@ -276,14 +278,14 @@ std::uint16_t FormatWriter::fontOf(const Style &style, const Style &base, std::s
     if (hasSame(style, base, {Trait::FontName, Trait::FontSize, Trait::Bold, Trait::Underline})) {
         return static_cast<std::uint16_t>(baseFont);
     }
-    const std::size_t place = std::min(fontPlace(baseFont), records_.fonts.size() - 1);
-    QByteArray head = records_.fonts[place].first(14);
+    const std::size_t index = std::min(fontIndex(baseFont), records_.fonts.size() - 1);
+    QByteArray head = records_.fonts[index].first(14);
     setU16(head, 0, static_cast<std::uint16_t>(style[Trait::FontSize]));
     if (style[Trait::Bold] != base[Trait::Bold]) {
         setU16(head, 6, style[Trait::Bold] != 0 ? BoldWeight : PlainWeight);
     }
     head[10] = static_cast<char>(style[Trait::Underline]);
-    // Older readers take bold and underline from the options.
+    // Some readers take bold and underline from the options.
     setBits(head, 2, 0, 1, static_cast<unsigned>(style[Trait::Bold]));
     setBits(head, 2, 2, 1, style[Trait::Underline] != 0 ? 1 : 0);
     if (style[Trait::FontName] != base[Trait::FontName]) {
@@ -293,7 +295,7 @@ std::uint16_t FormatWriter::fontOf(const Style &style, const Style &base, std::s
     }
     Bytes font(head);
     putShortText(font, book_.styles.fontNames.at(style[Trait::FontName]));
-    const auto [entry, isNew] = fontPlaces_.try_emplace(font.bytes(), fontNumber(records_.fonts.size()));
+    const auto [entry, isNew] = fontNumbers_.try_emplace(font.bytes(), fontNumber(records_.fonts.size()));
     if (isNew) {
         records_.fonts.push_back(font.bytes());
     }
@@ -326,28 +328,28 @@ std::uint16_t FormatWriter::numberFormatOf(const QString &format)
 std::uint16_t FormatWriter::colourOf(std::int32_t colour)
 {
     const auto begin = records_.palette.begin();
-    const auto place = [&](auto found) {
+    const auto colourNumber = [&](auto found) {
         const auto number = static_cast<std::size_t>(found - begin + FirstPaletteColour);
         usedColours_[number] = true;
         return static_cast<std::uint16_t>(number);
     };
     const auto found = std::find(begin, records_.palette.end(), colour);
     if (found != records_.palette.end()) {
-        return place(found);
+        return colourNumber(found);
     }
     for (std::size_t number = records_.palette.size(); number-- > 0;) {
         if (!usedColours_[number + FirstPaletteColour]) {
             records_.palette[number] = colour;
             paletteChanged_ = true;
-            return place(begin + static_cast<std::ptrdiff_t>(number));
+            return colourNumber(begin + static_cast<std::ptrdiff_t>(number));
         }
     }
     const auto distance = [&](std::int32_t other) {
         return std::abs((other >> 16) - (colour >> 16)) + std::abs(((other >> 8) & 0xFF) - ((colour >> 8) & 0xFF))
             + std::abs((other & 0xFF) - (colour & 0xFF));
     };
-    return place(std::min_element(begin, records_.palette.end(),
-                                  [&](std::int32_t one, std::int32_t other) { return distance(one) < distance(other); }));
+    return colourNumber(std::min_element(begin, records_.palette.end(),
+                                         [&](std::int32_t one, std::int32_t other) { return distance(one) < distance(other); }));
 }
 
 void FormatWriter::putFonts(Bytes &stream) const

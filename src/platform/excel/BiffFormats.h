@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/excel/BiffPassthrough.h"
 #include "platform/excel/BiffRecords.h"
 
 #include <map>
@@ -8,12 +9,12 @@
 namespace excel::biff
 {
 
-/// Reads looks out of the format records of a file.
+/// Reads styles from the format records of a file.
 class FormatReader
 {
 public:
-    /// Both stay with the caller; names of fonts and number formats go into `styles`.
-    FormatReader(const model::KeptBook &kept, model::StyleTable &styles);
+    /// Both must outlive the reader; names of fonts and number formats are added to `styles`.
+    FormatReader(const BookPassthrough &passthrough, model::StyleTable &styles);
 
     model::Style style(std::size_t format) const;
 
@@ -21,17 +22,17 @@ private:
     void readFont(model::Style &style, std::size_t font) const;
     std::int32_t colour(std::uint32_t index) const;
 
-    const model::KeptBook &kept_;
+    const BookPassthrough &passthrough_;
     model::StyleTable &styles_;
     std::map<std::size_t, QString> numberFormats_;
 };
 
-/// Turns looks into format records: those of the file that was read stay as and where they are, new ones follow them.
-/// ExcelError beyond 4,000 formats or 512 fonts.
+/// Turns styles into format records: those of the file that was read stay in place, new ones are appended.
+/// ExcelError above 4,000 formats or 512 fonts.
 class FormatWriter
 {
 public:
-    explicit FormatWriter(const model::Book &book, const model::KeptBook &kept);
+    explicit FormatWriter(const model::Book &book, const BookPassthrough &passthrough);
 
     /// Number of the format record for a style of the book.
     std::uint16_t format(std::uint32_t style) { return formats_[style]; }
@@ -49,17 +50,17 @@ private:
     void findUsedColours();
 
     const model::Book &book_;
-    /// A copy of the styles, since reading a base may meet names that no cell uses.
+    /// A copy of the styles, since reading a base may add names that no cell uses.
     model::StyleTable styles_;
-    model::KeptBook records_;
+    BookPassthrough records_;
     std::vector<std::uint16_t> formats_;
-    std::map<QByteArray, std::uint16_t> formatPlaces_;
-    std::map<QByteArray, std::uint16_t> fontPlaces_;
+    std::map<QByteArray, std::uint16_t> formatNumbers_;
+    std::map<QByteArray, std::uint16_t> fontNumbers_;
     std::array<bool, 64> usedColours_{};
     bool paletteChanged_ = false;
 };
 
-/// The colours 8 to 63 of a file that tells none.
+/// The colours 8 to 63 of a file without a palette.
 std::vector<std::int32_t> standardPalette();
 
 } // namespace excel::biff

@@ -8,8 +8,6 @@
 namespace excel::biff
 {
 
-using model::Record;
-
 namespace
 {
 /// A record and its body in new files, in hexadecimal digits.
@@ -18,7 +16,7 @@ struct Fixed {
     const char *body;
 };
 
-/// In the order of the format. Those without a body are told by the model or stand here for the order alone.
+/// In the order of the format. Those without a body are written from the model or define the order only.
 constexpr std::array<Fixed, 35> BookOrder{{
     {BeginOfStream, "00060500BB0DCC074100000006000000"},
     {0x0E1, "B004"},
@@ -97,25 +95,25 @@ template <std::size_t size> std::size_t rankOf(const std::array<Fixed, size> &or
 }
 
 template <std::size_t size>
-void complete(std::vector<Record> &records, const std::array<Fixed, size> &order, bool (*isTold)(std::uint16_t))
+void complete(std::vector<BiffRecord> &records, const std::array<Fixed, size> &order, bool (*isModelled)(std::uint16_t))
 {
     for (std::size_t rank = 0; rank < order.size(); ++rank) {
         const std::uint16_t id = order[rank].id;
-        const auto has = [id](const Record &record) { return record.id == id; };
-        if (!isTold(id) || std::any_of(records.begin(), records.end(), has)) {
+        const auto has = [id](const BiffRecord &record) { return record.id == id; };
+        if (!isModelled(id) || std::any_of(records.begin(), records.end(), has)) {
             continue;
         }
-        const auto later = std::find_if(records.begin(), records.end(), [&](const Record &record) {
+        const auto later = std::find_if(records.begin(), records.end(), [&](const BiffRecord &record) {
             const std::size_t other = rankOf(order, record.id);
             return other > rank && other < order.size();
         });
-        records.insert(later, Record{id, {}});
+        records.insert(later, BiffRecord{id, {}});
     }
 }
 
-template <std::size_t size> std::vector<Record> fixedRecords(const std::array<Fixed, size> &order)
+template <std::size_t size> std::vector<BiffRecord> fixedRecords(const std::array<Fixed, size> &order)
 {
-    std::vector<Record> records;
+    std::vector<BiffRecord> records;
     for (const Fixed &fixed : order) {
         if (fixed.body) {
             records.push_back({fixed.id, QByteArray::fromHex(fixed.body)});
@@ -124,17 +122,17 @@ template <std::size_t size> std::vector<Record> fixedRecords(const std::array<Fi
     return records;
 }
 
-model::KeptBook makeStandardBook()
+BookPassthrough makeStandardBook()
 {
     constexpr std::size_t equalFonts = 4;
-    model::KeptBook book;
+    BookPassthrough book;
     book.globals = fixedRecords(BookOrder);
     completeBook(book.globals);
     Bytes standardFont;
     standardFont.u16(220).u16(0).u16(0x7FFF).u16(400).u16(0).u8(0).u8(2).u8(0).u8(0);
     putShortText(standardFont, QStringLiteral("Calibri"));
     book.fonts.assign(equalFonts, standardFont.bytes());
-    // Fifteen formats for named styles, of which the first alone is in use, then that of cells never touched.
+    // Fifteen formats for named styles, of which only the first is used, then that of empty cells.
     book.formats.push_back(QByteArray::fromHex("00000000F5FF20000000"
                                                "0000000000000000C020"));
     for (int number = 1; number < StandardFormat; ++number) {
@@ -150,40 +148,40 @@ model::KeptBook makeStandardBook()
 }
 } // namespace
 
-bool isToldByBook(std::uint16_t id)
+bool isModelledByBook(std::uint16_t id)
 {
-    constexpr std::array<std::uint16_t, 9> told{SheetNumbers, FontRecord,  NumberFormat, ExtendedFormat, Palette,
-                                                BoundSheet,   ExternSheet, NewNames,     SharedTexts};
-    return std::find(told.begin(), told.end(), id) != told.end();
+    constexpr std::array<std::uint16_t, 9> modelled{SheetNumbers, FontRecord,  NumberFormat, ExtendedFormat, Palette,
+                                                    BoundSheet,   ExternSheet, NewNames,     SharedTexts};
+    return std::find(modelled.begin(), modelled.end(), id) != modelled.end();
 }
 
-bool isToldBySheet(std::uint16_t id)
+bool isModelledBySheet(std::uint16_t id)
 {
-    constexpr std::array<std::uint16_t, 11> told{Header, Footer,     LeftMargin, RightMargin, TopMargin,  BottomMargin,
-                                                 Setup,  ColumnInfo, Dimensions, RowRecord,   MergedCells};
-    return std::find(told.begin(), told.end(), id) != told.end();
+    constexpr std::array<std::uint16_t, 11> modelled{Header, Footer,     LeftMargin, RightMargin, TopMargin,  BottomMargin,
+                                                     Setup,  ColumnInfo, Dimensions, RowRecord,   MergedCells};
+    return std::find(modelled.begin(), modelled.end(), id) != modelled.end();
 }
 
-void completeBook(std::vector<Record> &records)
+void completeBook(std::vector<BiffRecord> &records)
 {
-    complete(records, BookOrder, isToldByBook);
+    complete(records, BookOrder, isModelledByBook);
 }
 
-void completeSheet(std::vector<Record> &records)
+void completeSheet(std::vector<BiffRecord> &records)
 {
-    complete(records, SheetOrder, isToldBySheet);
+    complete(records, SheetOrder, isModelledBySheet);
 }
 
-const model::KeptBook &standardBook()
+const BookPassthrough &standardBook()
 {
-    static const model::KeptBook book = makeStandardBook();
+    static const BookPassthrough book = makeStandardBook();
     return book;
 }
 
-const std::vector<Record> &standardSheet()
+const std::vector<BiffRecord> &standardSheet()
 {
-    static const std::vector<Record> records = [] {
-        std::vector<Record> made = fixedRecords(SheetOrder);
+    static const std::vector<BiffRecord> records = [] {
+        std::vector<BiffRecord> made = fixedRecords(SheetOrder);
         completeSheet(made);
         return made;
     }();

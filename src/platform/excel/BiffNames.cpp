@@ -9,11 +9,10 @@ namespace excel::biff
 {
 
 using model::Page;
-using model::Record;
 
 namespace
 {
-/// Parts of an expression.
+/// Tokens of an expression.
 constexpr std::size_t AreaOfSheet = 0x3B;
 constexpr std::size_t MemoryFunction = 0x29;
 constexpr std::size_t UnionOfAreas = 0x10;
@@ -26,7 +25,7 @@ constexpr qsizetype ReferenceLength = 6;
 constexpr std::size_t LastRow = RowsOfXls - 1;
 constexpr std::size_t LastColumn = ColumnsOfXls - 1;
 
-/// A name record taken apart.
+/// A parsed name record.
 struct Name {
     std::size_t options = 0;
     std::size_t sheet = 0;
@@ -63,7 +62,7 @@ QByteArray nameBody(const Name &name)
     return body.bytes();
 }
 
-/// The areas of an expression; nothing when it holds more than areas.
+/// The areas of an expression; nothing when it holds anything else.
 std::optional<std::vector<Area>> areasOf(const QByteArray &expression)
 {
     std::vector<Area> areas;
@@ -106,12 +105,12 @@ bool isOwnBook(const QByteArray &body)
 
 void readTitleNames(model::Book &book)
 {
-    for (const Record &record : book.kept->globals) {
+    for (const BiffRecord &record : book.passthrough->globals) {
         if (record.id != DefinedName || record.body.isEmpty()) {
             continue;
         }
         const Name name = parseName(record.body);
-        book.kept->countsOnSheetPlaces = book.kept->countsOnSheetPlaces || name.sheet != 0;
+        book.sheetOrderIsFixed = book.sheetOrderIsFixed || name.sheet != 0;
         const std::optional<std::vector<Area>> areas = areasOf(name.expression);
         if (!name.isTitles() || name.sheet > book.sheets.size() || !areas) {
             continue;
@@ -124,15 +123,15 @@ void readTitleNames(model::Book &book)
                 page.titleColumns = model::Span{area.left, area.right};
             }
         }
-        book.sheets[name.sheet - 1]->pageAsRead = page;
+        book.sheets[name.sheet - 1]->passthrough->pageAsRead = page;
     }
 }
 
-NameWriter::NameWriter(const model::Book &book, const model::KeptBook &kept)
+NameWriter::NameWriter(const model::Book &book, const BookPassthrough &passthrough)
     : book_(book), referenceOfSheet_(book.sheets.size(), 0), nameStands_(book.sheets.size(), false)
 {
     std::size_t books = 0;
-    for (const Record &record : kept.globals) {
+    for (const BiffRecord &record : passthrough.globals) {
         if (record.id == SupplyBook) {
             if (ownBookIsNew_ && isOwnBook(record.body)) {
                 ownBook_ = books;
@@ -140,8 +139,8 @@ NameWriter::NameWriter(const model::Book &book, const model::KeptBook &kept)
             }
             ++books;
         } else if (record.id == ExternSheet && record.body.size() >= 2) {
-            const qsizetype told = u16At(record.body, 0) * ReferenceLength;
-            references_ = record.body.mid(2, std::min(told, record.body.size() - 2));
+            const qsizetype length = u16At(record.body, 0) * ReferenceLength;
+            references_ = record.body.mid(2, std::min(length, record.body.size() - 2));
         } else if (record.id == DefinedName && !record.body.isEmpty()) {
             const Name name = parseName(record.body);
             if (name.isTitles() && name.sheet <= nameStands_.size()) {
@@ -162,8 +161,8 @@ NameWriter::NameWriter(const model::Book &book, const model::KeptBook &kept)
 
 bool NameWriter::changed(std::size_t sheet) const
 {
-    const model::Sheet &told = *book_.sheets[sheet];
-    return !sameTitles(told.page, told.pageAsRead.value_or(Page{}));
+    const model::Sheet &titled = *book_.sheets[sheet];
+    return !sameTitles(titled.page, titled.passthrough ? titled.passthrough->pageAsRead.value_or(Page{}) : Page{});
 }
 
 std::size_t NameWriter::referenceTo(std::size_t sheet)
@@ -181,11 +180,11 @@ std::size_t NameWriter::referenceTo(std::size_t sheet)
 
 void NameWriter::putSupplyBook(Bytes &stream, const QByteArray &body) const
 {
-    QByteArray told = body;
+    QByteArray updated = body;
     if (isOwnBook(body)) {
-        setU16(told, 0, static_cast<std::uint16_t>(book_.sheets.size()));
+        setU16(updated, 0, static_cast<std::uint16_t>(book_.sheets.size()));
     }
-    stream.record(SupplyBook, told);
+    stream.record(SupplyBook, updated);
 }
 
 void NameWriter::putReferences(Bytes &stream) const
@@ -242,7 +241,7 @@ void NameWriter::putName(Bytes &stream, const QByteArray &body) const
         stream.record(DefinedName, titleName(name.sheet - 1));
         return;
     }
-    // Formulas refer to names by number, so a name that is gone leaves a hidden one in its place.
+    // Formulas refer to names by number, so a removed name is replaced by a hidden one.
     name.options = HiddenName;
     name.text = QStringLiteral("former_titles");
     stream.record(DefinedName, nameBody(name));

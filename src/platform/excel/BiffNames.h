@@ -1,21 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/excel/BiffPassthrough.h"
 #include "platform/excel/BiffRecords.h"
 
 namespace excel::biff
 {
 
-/// Reads the print titles out of the kept names into the pages of the sheets.
+/// Reads the print titles from the name records into the pages of the sheets.
 void readTitleNames(model::Book &book);
 
-/// Writes the names and references of a workbook: those that were read as they are, print titles as the pages have them now.
+/// Writes the names and references of a workbook: those of the file unchanged, print titles from the pages.
 class NameWriter
 {
 public:
-    NameWriter(const model::Book &book, const model::KeptBook &kept);
+    NameWriter(const model::Book &book, const BookPassthrough &passthrough);
 
-    /// What has to stand at the place of these records; `body` is the record as it was read.
+    /// Writes in place of these records; `body` is the record as it was read.
     void putSupplyBook(Bytes &stream, const QByteArray &body) const;
     void putReferences(Bytes &stream) const;
     void putName(Bytes &stream, const QByteArray &body) const;

@@ -17,7 +17,6 @@ namespace excel
 
 using namespace biff;
 using model::Book;
-using model::Record;
 
 namespace
 {
@@ -26,18 +25,18 @@ namespace
     throw ExcelError(reason);
 }
 
-/// The records from a begin to its end.
-std::vector<Record> recordsFrom(const QByteArray &stream, std::size_t offset, qsizetype &budget)
+/// The records up to the end of their substream.
+std::vector<BiffRecord> recordsFrom(const QByteArray &stream, std::size_t offset, qsizetype &budget)
 {
     if (offset >= static_cast<std::size_t>(stream.size())) {
-        refuse(QStringLiteral("it is damaged: a sheet lies behind its end."));
+        refuse(QStringLiteral("it is damaged: a sheet begins after its end."));
     }
     Reader reader(QByteArrayView(stream).sliced(static_cast<qsizetype>(offset)));
     const qsizetype start = reader.left();
-    std::vector<Record> records;
+    std::vector<BiffRecord> records;
     int depth = 0;
     do {
-        Record record;
+        BiffRecord record;
         record.id = static_cast<std::uint16_t>(reader.u16());
         const auto length = static_cast<qsizetype>(reader.u16());
         record.body = reader.raw(length).toByteArray();
@@ -49,7 +48,7 @@ std::vector<Record> recordsFrom(const QByteArray &stream, std::size_t offset, qs
     } while (depth > 0);
     budget -= start - reader.left();
     if (budget < 0) {
-        refuse(QStringLiteral("it is damaged: its sheets lie over each other."));
+        refuse(QStringLiteral("it is damaged: its sheets overlap."));
     }
     return records;
 }
@@ -61,14 +60,14 @@ public:
 
     void read()
     {
-        const std::vector<Record> records = recordsFrom(stream_, 0, budget_);
+        const std::vector<BiffRecord> records = recordsFrom(stream_, 0, budget_);
         checkKind(records.front());
         for (std::size_t at = 0; at < records.size(); ++at) {
             takeGlobal(records, at);
         }
-        completeBook(book_.kept->globals);
-        if (book_.kept->palette.empty()) {
-            book_.kept->palette = standardPalette();
+        completeBook(book_.passthrough->globals);
+        if (book_.passthrough->palette.empty()) {
+            book_.passthrough->palette = standardPalette();
         }
         readFormats();
         readTexts();
@@ -83,42 +82,46 @@ public:
     }
 
 private:
-    static void checkKind(const Record &begin)
+    static void checkKind(const BiffRecord &begin)
     {
         constexpr std::uint16_t kindOfBook = 5;
         if (u16At(begin.body, 0) != Version8) {
-            refuse(QStringLiteral("it was written by a spreadsheet program that is too old; save it as .xls of 97 to 2003."));
+            refuse(QStringLiteral("its format is too old; save it as .xls of 97 to 2003."));
         }
         if (u16At(begin.body, 2) != kindOfBook) {
-            refuse(QStringLiteral("it is no workbook."));
+            refuse(QStringLiteral("it is not a workbook."));
         }
     }
 
     void hold(std::uint16_t id)
     {
         if (held_.insert(id).second) {
-            book_.kept->globals.push_back({id, {}});
+            book_.passthrough->globals.push_back({id, {}});
         }
     }
 
-    using Records = std::vector<Record>;
-    /// Takes what a record tells, and gives it its place among the kept ones.
-    struct Told {
+    using Records = std::vector<BiffRecord>;
+    /// Reads a record into the model and adds its placeholder.
+    struct Handler {
         std::uint16_t id;
         void (*take)(BookReader &reader, const Records &records, std::size_t at);
     };
 
-    static const Told *toldBy(std::uint16_t id)
+    static const Handler *handlerFor(std::uint16_t id)
     {
         using Self = BookReader;
-        using Kept = model::KeptBook;
-        static constexpr std::array<Told, 10> all{{
+        static constexpr std::array<Handler, 10> all{{
             {FilePass, [](Self &, const Records &, std::size_t) { refuse(QStringLiteral("it is protected by a password.")); }},
-            {FontRecord, [](Self &self, const Records &records, std::size_t at) { self.collect(&Kept::fonts, records[at], 16); }},
+            {FontRecord,
+             [](Self &self, const Records &records, std::size_t at) { self.collect(&BookPassthrough::fonts, records[at], 16); }},
             {NumberFormat,
-             [](Self &self, const Records &records, std::size_t at) { self.collect(&Kept::numberFormats, records[at], 5); }},
+             [](Self &self, const Records &records, std::size_t at) {
+                 self.collect(&BookPassthrough::numberFormats, records[at], 5);
+             }},
             {ExtendedFormat,
-             [](Self &self, const Records &records, std::size_t at) { self.collect(&Kept::formats, records[at], 20); }},
+             [](Self &self, const Records &records, std::size_t at) {
+                 self.collect(&BookPassthrough::formats, records[at], 20);
+             }},
             {BoundSheet, [](Self &self, const Records &records, std::size_t at) { self.takeBoundSheet(records[at].body); }},
             {Palette, [](Self &self, const Records &records, std::size_t at) { self.takePalette(records[at].body); }},
             {SheetNumbers, [](Self &self, const Records &, std::size_t) { self.hold(SheetNumbers); }},
@@ -126,35 +129,35 @@ private:
             {SharedTexts, [](Self &self, const Records &records, std::size_t at) { self.takeTexts(records, at); }},
             {ExternSheet, [](Self &self, const Records &records, std::size_t at) { self.takeReferences(records, at); }},
         }};
-        const auto found = std::find_if(all.begin(), all.end(), [id](const Told &told) { return told.id == id; });
+        const auto found = std::find_if(all.begin(), all.end(), [id](const Handler &handler) { return handler.id == id; });
         return found == all.end() ? nullptr : &*found;
     }
 
     void takeGlobal(const Records &records, std::size_t at)
     {
-        const Record &record = records[at];
-        if (record.id == Continuation && lastWasTold_) {
-            // It was read with the record that it goes on from.
+        const BiffRecord &record = records[at];
+        if (record.id == Continuation && lastWasModelled_) {
+            // It was read with the record that it continues.
             return;
         }
-        const Told *told = toldBy(record.id);
-        lastWasTold_ = told != nullptr;
-        if (told != nullptr) {
-            told->take(*this, records, at);
+        const Handler *handler = handlerFor(record.id);
+        lastWasModelled_ = handler != nullptr;
+        if (handler != nullptr) {
+            handler->take(*this, records, at);
             return;
         }
         if (record.id == Window1) {
             activeSheet_ = u16At(record.body, 10);
             Reader(record.body).skip(18);
         }
-        book_.kept->globals.push_back(record);
+        book_.passthrough->globals.push_back(record);
     }
 
-    /// Each record of the list is at least so long.
-    void collect(std::vector<QByteArray> model::KeptBook::*list, const Record &record, qsizetype least)
+    /// Records shorter than `least` are damage.
+    void collect(std::vector<QByteArray> BookPassthrough::*list, const BiffRecord &record, qsizetype least)
     {
         Reader(record.body).skip(least);
-        ((*book_.kept).*list).push_back(record.body);
+        ((*book_.passthrough).*list).push_back(record.body);
         hold(record.id);
     }
 
@@ -173,8 +176,8 @@ private:
         for (std::size_t next = at + 1; next < records.size() && records[next].id == Continuation; ++next) {
             body += records[next].body;
         }
-        book_.kept->countsOnSheetPlaces = true;
-        book_.kept->globals.push_back({ExternSheet, body});
+        book_.sheetOrderIsFixed = true;
+        book_.passthrough->globals.push_back({ExternSheet, body});
     }
 
     void takeBoundSheet(const QByteArray &body)
@@ -183,7 +186,8 @@ private:
         offsets_.push_back(reader.u32());
         model::Sheet &sheet = *book_.sheets.emplace_back(std::make_unique<model::Sheet>());
         sheet.book = &book_;
-        sheet.kind = static_cast<std::uint16_t>(reader.u16());
+        sheet.passthrough = std::make_shared<SheetPassthrough>();
+        sheet.passthrough->kind = static_cast<std::uint16_t>(reader.u16());
         sheet.name = takeShortText(reader);
         hold(BoundSheet);
     }
@@ -191,8 +195,8 @@ private:
     void takePalette(const QByteArray &body)
     {
         Reader reader(body);
-        auto &colours = book_.kept->palette;
-        // Of several palettes the last one counts.
+        auto &colours = book_.passthrough->palette;
+        // The last of several palettes applies.
         colours.clear();
         for (std::size_t rest = std::min<std::size_t>(reader.u16(), 56); rest > 0; --rest) {
             const std::size_t red = reader.u8();
@@ -205,15 +209,15 @@ private:
 
     void readFormats()
     {
-        const model::KeptBook &kept = *book_.kept;
-        if (kept.formats.empty() || kept.fonts.empty()) {
-            refuse(QStringLiteral("it is damaged: it tells no formats."));
+        const BookPassthrough &passthrough = *book_.passthrough;
+        if (passthrough.formats.empty() || passthrough.fonts.empty()) {
+            refuse(QStringLiteral("it is damaged: it has no formats."));
         }
-        const FormatReader reader(kept, book_.styles);
-        const std::size_t standard = std::min<std::size_t>(StandardFormat, kept.formats.size() - 1);
+        const FormatReader reader(passthrough, book_.styles);
+        const std::size_t standard = std::min<std::size_t>(StandardFormat, passthrough.formats.size() - 1);
         book_.styles.setStandard(reader.style(standard));
-        for (std::size_t format = 0; format < kept.formats.size(); ++format) {
-            shared_.styles.push_back(book_.styles.place(reader.style(format)));
+        for (std::size_t format = 0; format < passthrough.formats.size(); ++format) {
+            shared_.styles.push_back(book_.styles.indexOf(reader.style(format)));
         }
     }
 
@@ -224,18 +228,19 @@ private:
         }
         for (model::Text &text : takeSharedTexts(textParts_)) {
             const bool plain = text.runs.isEmpty() && text.reading.isEmpty();
-            shared_.texts.push_back(plain ? book_.texts.place(text.text) : book_.texts.add(std::move(text)));
+            shared_.texts.push_back(plain ? book_.texts.indexOf(text.text) : book_.texts.add(std::move(text)));
         }
     }
 
     void readSheetAt(std::size_t offset, model::Sheet &sheet)
     {
-        std::vector<Record> records = recordsFrom(stream_, offset, budget_);
-        sheet.hasCells = (sheet.kind >> 8) == 0 && u16At(records.front().body, 2) == KindOfWorksheet;
+        std::vector<BiffRecord> records = recordsFrom(stream_, offset, budget_);
+        sheet.hasCells = (sheet.passthrough->kind >> 8) == 0 && u16At(records.front().body, 2) == KindOfWorksheet;
         if (sheet.hasCells) {
             biff::readSheet(records, shared_, sheet);
         } else {
-            sheet.kept = std::move(records);
+            sheet.passthrough->records = std::move(records);
+            sheet.holdsXlsContent = true;
         }
     }
 
@@ -245,10 +250,10 @@ private:
     std::vector<std::size_t> offsets_;
     std::vector<QByteArray> textParts_;
     SharedParts shared_;
-    /// Told records that have their place in the kept ones.
+    /// Modelled records that have their placeholder.
     std::set<std::uint16_t> held_;
     std::size_t activeSheet_ = 0;
-    bool lastWasTold_ = false;
+    bool lastWasModelled_ = false;
 };
 
 void checkContainer(const QByteArray &bytes)
@@ -257,10 +262,10 @@ void checkContainer(const QByteArray &bytes)
         refuse(QStringLiteral("it is empty."));
     }
     if (bytes.startsWith("PK\x03\x04")) {
-        refuse(QStringLiteral("it is a workbook of another format (.xlsx), whatever its name."));
+        refuse(QStringLiteral("it is a workbook of another format (.xlsx) in spite of its name."));
     }
     if (!isCompound(bytes)) {
-        refuse(QStringLiteral("it is no .xls workbook."));
+        refuse(QStringLiteral("it is not a .xls workbook."));
     }
 }
 } // namespace
@@ -269,11 +274,11 @@ std::shared_ptr<Book> bookFromXls(const QByteArray &bytes)
 {
     checkContainer(bytes);
     auto book = std::make_shared<Book>();
-    book->kept.emplace();
+    book->passthrough = std::make_shared<BookPassthrough>();
     book->format = xlExcel8;
     book->rowLimit = RowsOfXls;
     book->columnLimit = ColumnsOfXls;
-    auto &container = book->kept->container;
+    auto &container = book->passthrough->container;
     container = readCompound(bytes);
     const auto holds = [&](QLatin1String name) {
         return std::any_of(container.begin(), container.end(), [&](const CompoundEntry &entry) { return isStream(entry, name); });
@@ -284,7 +289,7 @@ std::shared_ptr<Book> bookFromXls(const QByteArray &bytes)
         refuse(holds(QLatin1String("EncryptedPackage")) ? QStringLiteral("it is protected by a password.")
                    : holds(QLatin1String("Book")) ? QStringLiteral("it was written by a spreadsheet program that is too old; "
                                                                    "save it as .xls of 97 to 2003.")
-                                                  : QStringLiteral("it holds no workbook."));
+                                                  : QStringLiteral("it does not contain a workbook."));
     }
     const QByteArray stream = std::exchange(found->bytes, QByteArray());
     BookReader(*book, stream).read();

@@ -6,10 +6,10 @@
 namespace excel
 {
 
-/// Reads a .xls to be filled. ExcelError, naming the file, for anything that is no sound .xls of the last generation.
+/// Reads a .xls. ExcelError, naming the file, for anything but an undamaged .xls of version 8.
 std::shared_ptr<model::Book> readXls(const QString &path);
 
-/// The same from bytes; the error then begins with the reason.
+/// The same from bytes; the message of the error then begins with the reason.
 std::shared_ptr<model::Book> bookFromXls(const QByteArray &bytes);
 
 } // namespace excel

@@ -13,7 +13,7 @@ namespace
 constexpr std::size_t WideLetters = 1;
 constexpr std::size_t WithReading = 4;
 constexpr std::size_t WithRuns = 8;
-/// Bytes that a run of another font takes.
+/// Bytes of a font run.
 constexpr qsizetype RunLength = 4;
 
 bool isWide(const QString &text)
@@ -28,7 +28,7 @@ void putLetters(Bytes &bytes, QStringView text, bool wide)
     }
 }
 
-/// A body that goes on in a new record when it is full.
+/// A body that continues in a new record when it is full.
 class ContinuedBody
 {
 public:
@@ -36,20 +36,20 @@ public:
     ~ContinuedBody() { finish(); }
     Q_DISABLE_COPY_MOVE(ContinuedBody)
 
-    qsizetype room() const { return MaxBody - (stream_.size() - start_); }
+    qsizetype freeBytes() const { return MaxBody - (stream_.size() - start_); }
     void next()
     {
         finish();
         begin(Continuation);
     }
-    /// Bytes that may be parted anywhere.
+    /// Bytes that may be split anywhere.
     void putRaw(QByteArrayView bytes, qsizetype unit)
     {
         while (!bytes.isEmpty()) {
-            if (room() < unit) {
+            if (freeBytes() < unit) {
                 next();
             }
-            const qsizetype length = std::min(bytes.size(), room() / unit * unit);
+            const qsizetype length = std::min(bytes.size(), freeBytes() / unit * unit);
             stream_.raw(bytes.first(length));
             bytes = bytes.sliced(length);
         }
@@ -82,18 +82,18 @@ void putSharedText(ContinuedBody &body, const model::Text &text)
         head.u32(static_cast<std::size_t>(text.reading.size()));
     }
     const qsizetype unit = wide ? 2 : 1;
-    // The head and the first letter stand together.
-    if (body.room() < head.size() + 2 * unit) {
+    // The header and the first letter must not be split.
+    if (body.freeBytes() < head.size() + 2 * unit) {
         body.next();
     }
     body.stream().raw(head.bytes());
     for (QStringView rest(text.text); !rest.isEmpty();) {
-        if (body.room() < 2 * unit) {
+        if (body.freeBytes() < 2 * unit) {
             body.next();
             body.stream().u8(wide ? WideLetters : 0U);
         }
-        qsizetype count = std::min(rest.size(), body.room() / unit);
-        // Readers take each part by itself, so both halves of a letter stay together.
+        qsizetype count = std::min(rest.size(), body.freeBytes() / unit);
+        // Readers decode each part separately, so a surrogate pair must not be split.
         count -= count > 1 && count < rest.size() && rest[count].isLowSurrogate() ? 1 : 0;
         putLetters(body.stream(), rest.first(count), wide);
         rest = rest.sliced(count);

@@ -67,7 +67,7 @@ enum Id : std::uint16_t {
     NumberFormat = 0x41E,
     SharedFormula = 0x4BC,
     BeginOfStream = 0x809,
-    /// Not of the format: the place where names that are new are written.
+    /// Not part of the format: marks where new names are written.
     NewNames = 0xFFFF,
 };
 
@@ -80,14 +80,14 @@ inline constexpr int ColumnsOfXls = 256;
 inline constexpr QLatin1String StreamOfBook("Workbook");
 inline constexpr qsizetype MaxBody = 8224;
 inline constexpr std::uint16_t Version8 = 0x0600;
-/// The format of a cell never touched, in the files that this program makes.
+/// The format of an empty cell, in the files that this program makes.
 inline constexpr std::int32_t StandardFormat = 15;
 inline constexpr std::uint16_t KindOfWorksheet = 0x10;
-/// Colours 0 to 7 are fixed; the palette tells those behind them. 64 is the automatic one.
+/// Colours 0 to 7 are fixed, the palette begins after them, 64 is the automatic one.
 inline constexpr std::int32_t FirstPaletteColour = 8;
 inline constexpr std::uint32_t AutomaticColour = 64;
 
-/// Puts numbers into a body or a stream. Its own buffer, since a stream takes millions of numbers of a few bytes each.
+/// Appends numbers to a body or a stream. It has a buffer of its own, since a stream takes millions of small numbers.
 class Bytes
 {
 public:
@@ -97,7 +97,7 @@ public:
     template <typename Number> Bytes &put(Number value)
     {
         const Number stored = qToLittleEndian(value);
-        std::memcpy(room(sizeof stored), &stored, sizeof stored);
+        std::memcpy(grow(sizeof stored), &stored, sizeof stored);
         return *this;
     }
     Bytes &u8(std::size_t value) { return put(static_cast<std::uint8_t>(value)); }
@@ -106,22 +106,22 @@ public:
     Bytes &real(double value) { return put(std::bit_cast<std::uint64_t>(value)); }
     Bytes &raw(QByteArrayView more)
     {
-        std::copy(more.begin(), more.end(), room(static_cast<std::size_t>(more.size())));
+        std::copy(more.begin(), more.end(), grow(static_cast<std::size_t>(more.size())));
         return *this;
     }
-    /// Puts the head of a record whose body follows.
+    /// Appends the header of a record whose body follows.
     Bytes &head(std::uint16_t id, std::size_t length) { return u16(id).u16(length); }
     Bytes &record(std::uint16_t id, const QByteArray &body) { return head(id, static_cast<std::size_t>(body.size())).raw(body); }
-    /// Writes over a number that was put before.
+    /// Overwrites a number.
     template <typename Number> void patch(qsizetype at, Number value) { qToLittleEndian(value, buffer_.data() + at); }
 
     qsizetype size() const { return static_cast<qsizetype>(used_); }
-    /// A copy of what was put.
+    /// A copy of the bytes.
     QByteArray bytes() const { return {buffer_.data(), size()}; }
 
 private:
-    /// Where so many more bytes go.
-    char *room(std::size_t length)
+    /// Grows by `length` bytes and returns their start.
+    char *grow(std::size_t length)
     {
         if (buffer_.size() - used_ < length) {
             buffer_.resize(2 * buffer_.size() + length);
@@ -134,7 +134,7 @@ private:
     std::size_t used_ = 0;
 };
 
-/// Takes numbers out of a body; ExcelError when the body ends too early.
+/// Reads numbers from a body; ExcelError when the body ends too early.
 class Reader
 {
 public:
@@ -168,19 +168,19 @@ private:
     qsizetype at_ = 0;
 };
 
-/// The number at a place of a body, which must be that long.
+/// The number at an offset of a body, which must be long enough.
 std::uint16_t u16At(const QByteArray &body, qsizetype at);
 void setU16(QByteArray &body, qsizetype at, std::uint16_t value);
 
 /// The characters of a text whose length and kind are known: one byte each, or two.
 QString takeLetters(Reader &reader, qsizetype count, bool wide);
-/// A text behind a length of one or of two bytes.
+/// A text after a length of one or two bytes.
 QString takeShortText(Reader &reader);
 QString takeText(Reader &reader);
 void putShortText(Bytes &bytes, const QString &text);
 void putText(Bytes &bytes, const QString &text);
 
-/// Joins the shared texts on, split into continuations; `uses` counts the cells that show one of them.
+/// Appends the shared texts, split into continuations; `uses` counts the cells that show one of them.
 void putSharedTexts(Bytes &stream, const std::vector<const model::Text *> &texts, std::size_t uses);
 /// Reads the shared texts from their record and its continuations.
 std::vector<model::Text> takeSharedTexts(const std::vector<QByteArray> &parts);

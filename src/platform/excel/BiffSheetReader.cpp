@@ -14,7 +14,6 @@ namespace excel::biff
 
 using model::Cell;
 using model::Content;
-using model::Record;
 
 namespace
 {
@@ -31,56 +30,64 @@ bool belongsToFormula(std::uint16_t id)
     return id == FormulaText || id == Array || id == DataTable || id == SharedFormula || id == Continuation;
 }
 
+/// Drawing, object, note, validation, conditional format.
+bool isXlsOnly(const BiffRecord &record)
+{
+    constexpr std::array<std::uint16_t, 5> ids{0xEC, 0x5D, 0x1C, 0x1B2, 0x1B0};
+    return std::find(ids.begin(), ids.end(), record.id) != ids.end();
+}
+
 class SheetReader
 {
 public:
-    SheetReader(SharedParts &shared, model::Sheet &sheet) : shared_(shared), sheet_(sheet) {}
+    SheetReader(SharedParts &shared, model::Sheet &sheet) : shared_(shared), sheet_(sheet), passthrough_(*sheet.passthrough) {}
 
-    void read(const std::vector<Record> &records)
+    void read(const std::vector<BiffRecord> &records)
     {
         int depth = 0;
-        for (const Record &record : records) {
+        for (const BiffRecord &record : records) {
             depth += record.id == BeginOfStream ? 1 : 0;
             if (depth > 1 || !take(record)) {
-                sheet_.kept.push_back(record);
+                passthrough_.records.push_back(record);
                 formulaGoesOn_ = false;
             }
             depth -= record.id == EndOfStream ? 1 : 0;
         }
-        completeSheet(sheet_.kept);
+        completeSheet(passthrough_.records);
         if (!fitsPages_) {
             sheet_.page.pagesWide = 0;
         }
-        sheet_.pageAsRead = sheet_.page;
+        passthrough_.pageAsRead = sheet_.page;
+        sheet_.holdsXlsContent = !passthrough_.cells.empty() || std::any_of(records.begin(), records.end(), isXlsOnly);
     }
 
 private:
-    /// False for a record that goes back as it is.
-    bool take(const Record &record)
+    /// False for a record that is passed through.
+    bool take(const BiffRecord &record)
     {
         if (formulaGoesOn_ && belongsToFormula(record.id)) {
-            sheet_.keptCells.back().push_back(record);
+            passthrough_.cells.back().push_back(record);
             return true;
         }
-        if (record.id == Continuation && lastWasTold_) {
+        if (record.id == Continuation && lastWasModelled_) {
             return true;
         }
         formulaGoesOn_ = record.id == Formula;
-        lastWasTold_ = record.id == IndexOfRows || record.id == RowIndex || readCells(record) || readTold(record);
-        if (!lastWasTold_) {
+        lastWasModelled_ = record.id == IndexOfRows || record.id == RowIndex || readCells(record) || readModelled(record);
+        if (!lastWasModelled_) {
             readSettings(record);
         }
-        return lastWasTold_;
+        return lastWasModelled_;
     }
 
     void hold(std::uint16_t id, const QByteArray &body)
     {
         if (held_.insert(id).second) {
-            sheet_.kept.push_back({id, body});
+            passthrough_.records.push_back({id, body});
         }
     }
 
-    bool readCells(const Record &record)
+    bool readCells(const BiffRecord &record)
     {
         switch (record.id) {
         case RowRecord:
@@ -98,7 +105,7 @@ private:
         case Formula:
         case BoolError:
         case RichString:
-            readKept(record);
+            readPassthrough(record);
             break;
         default:
             return false;
@@ -124,7 +131,7 @@ private:
     Cell &cell(std::size_t rowNumber, std::size_t column, std::size_t format)
     {
         if (column >= ColumnsOfXls) {
-            throw ExcelError(QStringLiteral("it is damaged: a cell lies outside its sheet."));
+            throw ExcelError(QStringLiteral("it is damaged: a cell is outside its sheet."));
         }
         row(rowNumber);
         Cell &result = sheet_.cell(static_cast<int>(rowNumber), static_cast<int>(column));
@@ -139,10 +146,10 @@ private:
         cell.number = value;
     }
 
-    static void putText(Cell &cell, std::uint32_t place)
+    static void putText(Cell &cell, std::uint32_t index)
     {
         cell.content = Content::Text;
-        cell.place = place;
+        cell.index = index;
     }
 
     void readRow(const QByteArray &body)
@@ -163,7 +170,7 @@ private:
         }
     }
 
-    void readValues(const Record &record)
+    void readValues(const BiffRecord &record)
     {
         Reader reader(record.body);
         const std::size_t rowNumber = reader.u16();
@@ -184,7 +191,7 @@ private:
         } else if (record.id == Rk) {
             putNumber(target, numberOfRk(reader.u32()));
         } else if (record.id == Label) {
-            putText(target, sheet_.book->texts.place(takeText(reader)));
+            putText(target, sheet_.book->texts.indexOf(takeText(reader)));
         } else if (record.id == LabelShared) {
             const std::size_t text = reader.u32();
             if (text >= shared_.texts.size()) {
@@ -194,20 +201,20 @@ private:
         }
     }
 
-    void readKept(const Record &record)
+    void readPassthrough(const BiffRecord &record)
     {
         Reader reader(record.body);
         const std::size_t rowNumber = reader.u16();
         const std::size_t column = reader.u16();
         Cell &target = cell(rowNumber, column, reader.u16());
-        target.content = Content::Kept;
-        target.place = static_cast<std::uint32_t>(sheet_.keptCells.size());
-        sheet_.keptCells.push_back({record});
+        target.content = Content::Passthrough;
+        target.index = static_cast<std::uint32_t>(passthrough_.cells.size());
+        passthrough_.cells.push_back({record});
     }
 
-    bool readTold(const Record &record)
+    bool readModelled(const BiffRecord &record)
     {
-        if (!isToldBySheet(record.id)) {
+        if (!isModelledBySheet(record.id)) {
             return false;
         }
         hold(record.id, record.body);
@@ -283,43 +290,44 @@ private:
             const Area area{top, left, bottom, right};
             if (bottom < top || right < left || right >= ColumnsOfXls
                 || static_cast<std::size_t>(area.rows()) > shared_.mergedRowsLeft) {
-                throw ExcelError(QStringLiteral("it is damaged: its merged cells make no sense."));
+                throw ExcelError(QStringLiteral("it is damaged: its merged cells are invalid."));
             }
             shared_.mergedRowsLeft -= static_cast<std::size_t>(area.rows());
-            for (int place = top; place <= bottom; ++place) {
-                row(static_cast<std::size_t>(place)).merges.push_back(area);
+            for (int number = top; number <= bottom; ++number) {
+                row(static_cast<std::size_t>(number)).merges.push_back(area);
             }
         }
     }
 
-    /// Records that are kept and tell something besides.
-    void readSettings(const Record &record)
+    /// Records that are passed through and also set something in the model.
+    void readSettings(const BiffRecord &record)
     {
         constexpr std::size_t fitToPages = 0x100;
         if (record.id == SheetOptions) {
             fitsPages_ = (u16At(record.body, 0) & fitToPages) != 0;
         } else if (record.id == DefaultRowHeight) {
             sheet_.standardHeight = u16At(record.body, 2) & 0x7FFF;
-        } else if (record.id == DefaultColumnWidth && !standardWidthTold_) {
+        } else if (record.id == DefaultColumnWidth && !standardWidthRead_) {
             sheet_.standardWidth = u16At(record.body, 0);
         } else if (record.id == StandardWidth) {
-            standardWidthTold_ = true;
+            standardWidthRead_ = true;
             sheet_.standardWidth = std::round(u16At(record.body, 0) / 2.56) / 100;
         }
     }
 
     SharedParts &shared_;
     model::Sheet &sheet_;
-    /// Told records that have their place in the kept ones.
+    SheetPassthrough &passthrough_;
+    /// Modelled records that have their placeholder.
     std::set<std::uint16_t> held_;
     bool formulaGoesOn_ = false;
-    bool lastWasTold_ = false;
+    bool lastWasModelled_ = false;
     bool fitsPages_ = false;
-    bool standardWidthTold_ = false;
+    bool standardWidthRead_ = false;
 };
 } // namespace
 
-void readSheet(const std::vector<Record> &records, SharedParts &shared, model::Sheet &sheet)
+void readSheet(const std::vector<BiffRecord> &records, SharedParts &shared, model::Sheet &sheet)
 {
     SheetReader(shared, sheet).read(records);
 }

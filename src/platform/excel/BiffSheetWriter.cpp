@@ -14,20 +14,26 @@ namespace excel::biff
 using model::Cell;
 using model::Content;
 using model::Page;
-using model::Record;
 
 namespace
 {
-/// Rows stand in blocks of so many: first what tells the rows, then their cells.
+/// Rows are written in blocks of this size: first the row records, then their cells.
 constexpr std::size_t RowsOfBlock = 32;
 constexpr std::size_t AreasOfRecord = 1027;
 constexpr std::size_t TokenOfShared = 1;
+
+const SheetPassthrough &newSheet()
+{
+    static const SheetPassthrough sheet{standardSheet(), {}, {}, 0};
+    return sheet;
+}
 
 class SheetWriter
 {
 public:
     SheetWriter(Bytes &stream, const model::Sheet &sheet, bool isActive, FormatWriter &formats, const TextNumbers &texts)
-        : stream_(stream), sheet_(sheet), isActive_(isActive), formats_(formats), texts_(texts)
+        : stream_(stream), sheet_(sheet), passthrough_(sheet.passthrough ? *sheet.passthrough : newSheet()), isActive_(isActive),
+          formats_(formats), texts_(texts)
     {
         findLeftShared();
     }
@@ -35,11 +41,11 @@ public:
     void put()
     {
         int depth = 0;
-        for (const Record &record : sheet_.kept.empty() ? standardSheet() : sheet_.kept) {
+        for (const BiffRecord &record : passthrough_.records) {
             depth += record.id == BeginOfStream ? 1 : 0;
             if (depth == 1 && record.id == Window2) {
                 putWindow(record.body);
-            } else if (depth > 1 || !sheet_.hasCells || !putTold(record)) {
+            } else if (depth > 1 || !sheet_.hasCells || !putModelled(record)) {
                 stream_.record(record.id, record.body);
             }
             depth -= record.id == EndOfStream ? 1 : 0;
@@ -47,7 +53,7 @@ public:
     }
 
 private:
-    bool putTold(const Record &record)
+    bool putModelled(const BiffRecord &record)
     {
         switch (record.id) {
         case Header:
@@ -85,13 +91,13 @@ private:
         }
     }
 
-    /// Whether the page still has what was read, so that its record goes back as it was.
+    /// Whether the page is unchanged in this part, so that its record is written back.
     template <typename Part> bool isAsRead(Part part) const
     {
-        return sheet_.pageAsRead && std::equal_to<>()((*sheet_.pageAsRead).*part, sheet_.page.*part);
+        return passthrough_.pageAsRead && std::equal_to<>()((*passthrough_.pageAsRead).*part, sheet_.page.*part);
     }
 
-    void putHeader(const Record &record, const std::array<QString, 3> &parts, std::array<QString, 3> Page::*part)
+    void putHeader(const BiffRecord &record, const std::array<QString, 3> &parts, std::array<QString, 3> Page::*part)
     {
         if (isAsRead(part)) {
             stream_.record(record.id, record.body);
@@ -104,13 +110,13 @@ private:
         stream_.record(record.id, body.bytes());
     }
 
-    void putMargin(const Record &record)
+    void putMargin(const BiffRecord &record)
     {
         const auto side = static_cast<std::size_t>(record.id - LeftMargin);
         const double margin = sheet_.page.margins[side];
-        // Asked as whole numbers: the margin is either untouched or another one.
-        const bool asRead = sheet_.pageAsRead
-            && std::bit_cast<std::uint64_t>(sheet_.pageAsRead->margins[side]) == std::bit_cast<std::uint64_t>(margin);
+        // Compared bit by bit: the margin is either unchanged or new.
+        const bool asRead = passthrough_.pageAsRead
+            && std::bit_cast<std::uint64_t>(passthrough_.pageAsRead->margins[side]) == std::bit_cast<std::uint64_t>(margin);
         if (!asRead) {
             stream_.record(record.id, Bytes().real(margin).bytes());
         } else if (!record.body.isEmpty()) {
@@ -186,7 +192,7 @@ private:
         stream_.u16(0).u16(used ? static_cast<std::size_t>(used->right + 1) : 0).u16(0);
     }
 
-    static bool isTold(const model::Row &row)
+    static bool isModelled(const model::Row &row)
     {
         return !row.cells.empty() || row.height != model::Unset || row.fittedHeight != model::Unset || row.style != model::Unset
             || row.options != 0;
@@ -198,7 +204,7 @@ private:
         for (std::size_t block = 0; block < count; block += RowsOfBlock) {
             const std::size_t end = std::min(block + RowsOfBlock, count);
             for (std::size_t number = block; number < end; ++number) {
-                if (isTold(sheet_.rows[number])) {
+                if (isModelled(sheet_.rows[number])) {
                     putRow(number, sheet_.rows[number]);
                 }
             }
@@ -245,18 +251,18 @@ private:
             if (cell->content == Content::Number) {
                 stream_.head(Number, 14).u16(rowNumber).u16(cell->column).u16(format).real(cell->number);
             } else if (cell->content == Content::Text) {
-                stream_.head(LabelShared, 10).u16(rowNumber).u16(cell->column).u16(format).u32(texts_.number(cell->place));
+                stream_.head(LabelShared, 10).u16(rowNumber).u16(cell->column).u16(format).u32(texts_.number(cell->index));
             } else {
-                putKept(sheet_.keptCells[cell->place], format);
+                putPassthrough(passthrough_.cells[cell->index], format);
             }
             ++cell;
         }
     }
 
-    using CellPlace = std::vector<Cell>::const_iterator;
-    CellPlace putBlanks(std::size_t rowNumber, CellPlace cell, CellPlace end)
+    using CellIterator = std::vector<Cell>::const_iterator;
+    CellIterator putBlanks(std::size_t rowNumber, CellIterator cell, CellIterator end)
     {
-        CellPlace behind = cell + 1;
+        CellIterator behind = cell + 1;
         while (behind != end && behind->content == Content::Blank && behind->column == (behind - 1)->column + 1) {
             ++behind;
         }
@@ -266,14 +272,14 @@ private:
             return behind;
         }
         stream_.head(MultipleBlank, 6 + 2 * count).u16(rowNumber).u16(cell->column);
-        for (CellPlace each = cell; each != behind; ++each) {
+        for (CellIterator each = cell; each != behind; ++each) {
             stream_.u16(formats_.format(each->style));
         }
         stream_.u16((behind - 1)->column);
         return behind;
     }
 
-    /// The form of a whole number in 4 bytes; nothing for a cell without one, and for a negative zero, which has no such form.
+    /// The 4-byte form of a whole number; nothing for other cells and for a negative zero, which has no such form.
     static std::optional<std::uint32_t> shortNumber(const Cell &cell)
     {
         constexpr double mostOfShort = (1 << 29) - 1;
@@ -288,9 +294,9 @@ private:
         return (static_cast<std::uint32_t>(whole) << 2) | isWhole;
     }
 
-    CellPlace putShortNumbers(std::size_t rowNumber, CellPlace cell, CellPlace end)
+    CellIterator putShortNumbers(std::size_t rowNumber, CellIterator cell, CellIterator end)
     {
-        CellPlace behind = cell + 1;
+        CellIterator behind = cell + 1;
         while (behind != end && behind->column == (behind - 1)->column + 1 && shortNumber(*behind)) {
             ++behind;
         }
@@ -305,10 +311,10 @@ private:
         return behind;
     }
 
-    void putKept(const std::vector<Record> &records, std::uint16_t format)
+    void putPassthrough(const std::vector<BiffRecord> &records, std::uint16_t format)
     {
         bool isFirst = true;
-        for (const Record &record : records) {
+        for (const BiffRecord &record : records) {
             QByteArray body = record.body;
             if (isFirst) {
                 setU16(body, 4, format);
@@ -321,32 +327,32 @@ private:
         }
     }
 
-    /// The expression that several formulas share stands behind the first of them. Where that one was written over, the next
-    /// takes it along.
+    /// A shared expression follows the first formula that uses it. Where that cell was overwritten, the next
+    /// formula is followed by it.
     struct LeftShared {
         QByteArray row;
         QByteArray column;
-        Record record;
+        BiffRecord record;
         bool put = false;
     };
 
     void findLeftShared()
     {
-        if (sheet_.keptCells.empty()) {
+        if (passthrough_.cells.empty()) {
             return;
         }
-        std::vector<bool> shown(sheet_.keptCells.size(), false);
+        std::vector<bool> shown(passthrough_.cells.size(), false);
         for (const model::Row &row : sheet_.rows) {
             for (const Cell &cell : row.cells) {
-                if (cell.content == Content::Kept) {
-                    shown[cell.place] = true;
+                if (cell.content == Content::Passthrough) {
+                    shown[cell.index] = true;
                 }
             }
         }
-        for (std::size_t place = 0; place < shown.size(); ++place) {
-            for (const Record &record : sheet_.keptCells[place]) {
-                if (!shown[place] && record.id == SharedFormula) {
-                    const QByteArray &owner = sheet_.keptCells[place].front().body;
+        for (std::size_t index = 0; index < shown.size(); ++index) {
+            for (const BiffRecord &record : passthrough_.cells[index]) {
+                if (!shown[index] && record.id == SharedFormula) {
+                    const QByteArray &owner = passthrough_.cells[index].front().body;
                     leftShared_.push_back({owner.first(2), owner.mid(2, 2), record});
                 }
             }
@@ -355,7 +361,7 @@ private:
 
     void putLeftShared(const QByteArray &formulaBody)
     {
-        // A formula's expression begins behind 22 bytes; one that is shared names the cell of its owner there.
+        // A formula's expression begins after 22 bytes; a shared one names the cell of its owner there.
         constexpr qsizetype expression = 22;
         if (leftShared_.empty() || formulaBody.size() < expression + 5 || formulaBody[expression] != char{TokenOfShared}) {
             return;
@@ -384,6 +390,7 @@ private:
 
     Bytes &stream_;
     const model::Sheet &sheet_;
+    const SheetPassthrough &passthrough_;
     bool isActive_;
     FormatWriter &formats_;
     const TextNumbers &texts_;
@@ -401,10 +408,10 @@ TextNumbers::TextNumbers(const model::Book &book) : numbers_(book.texts.size(), 
                     continue;
                 }
                 ++uses_;
-                if (!known[cell.place]) {
-                    known[cell.place] = true;
-                    numbers_[cell.place] = static_cast<std::uint32_t>(texts_.size());
-                    texts_.push_back(&book.texts.at(cell.place));
+                if (!known[cell.index]) {
+                    known[cell.index] = true;
+                    numbers_[cell.index] = static_cast<std::uint32_t>(texts_.size());
+                    texts_.push_back(&book.texts.at(cell.index));
                 }
             }
         }

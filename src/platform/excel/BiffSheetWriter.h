@@ -6,13 +6,13 @@
 namespace excel::biff
 {
 
-/// Gives each text that a cell shows its number in the file, in the order of the cells.
+/// Numbers the texts that cells show, in the order of the cells.
 class TextNumbers
 {
 public:
     explicit TextNumbers(const model::Book &book);
 
-    std::uint32_t number(std::uint32_t place) const { return numbers_[place]; }
+    std::uint32_t number(std::uint32_t index) const { return numbers_[index]; }
     const std::vector<const model::Text *> &texts() const { return texts_; }
     std::size_t uses() const { return uses_; }
 
@@ -22,7 +22,7 @@ private:
     std::size_t uses_ = 0;
 };
 
-/// Joins a sheet on to the stream, from its begin to its end.
+/// Appends the records of a sheet to the stream.
 void putSheet(Bytes &stream, const model::Sheet &sheet, bool isActive, FormatWriter &formats, const TextNumbers &texts);
 
 } // namespace excel::biff

@@ -14,7 +14,6 @@ namespace excel
 
 using namespace biff;
 using model::Book;
-using model::Record;
 using model::Sheet;
 
 namespace
@@ -52,24 +51,25 @@ class BookWriter
 {
 public:
     explicit BookWriter(const Book &book)
-        : book_(book), kept_(book.kept ? *book.kept : standardBook()), formats_(book, kept_), texts_(book), names_(book, kept_)
+        : book_(book), passthrough_(book.passthrough ? *book.passthrough : standardBook()), formats_(book, passthrough_),
+          texts_(book), names_(book, passthrough_)
     {
     }
 
     QByteArray stream()
     {
-        for (const Record &record : kept_.globals) {
-            if (!putTold(record)) {
+        for (const BiffRecord &record : passthrough_.globals) {
+            if (!putModelled(record)) {
                 stream_.record(record.id, record.body);
             }
         }
         for (std::size_t number = 0; number < book_.sheets.size(); ++number) {
-            // The list of sheets tells where each begins.
+            // The list of sheets holds the offset of each.
             const auto start = static_cast<std::uint32_t>(stream_.size());
-            stream_.patch(startPlaces_[number], start);
+            stream_.patch(startOffsets_[number], start);
             putSheet(stream_, *book_.sheets[number], number == book_.activeSheet, formats_, texts_);
         }
-        // A shorter stream would lie in the container's place for small ones, where some programs do not look.
+        // A shorter stream would be stored among the container's small streams, which some programs do not read.
         if (stream_.size() < ShortestStream) {
             stream_.raw(QByteArray(ShortestStream - stream_.size(), '\0'));
         }
@@ -77,16 +77,16 @@ public:
     }
 
 private:
-    struct Told {
+    struct Handler {
         std::uint16_t id;
         void (*put)(BookWriter &writer, const QByteArray &asRead);
     };
 
-    /// Writes a record that the model tells; false for one that goes back as it is.
-    bool putTold(const Record &record)
+    /// Writes a modelled record; false for one that is passed through.
+    bool putModelled(const BiffRecord &record)
     {
         using Self = BookWriter;
-        static constexpr std::array<Told, 12> all{{
+        static constexpr std::array<Handler, 12> all{{
             {FontRecord, [](Self &self, const QByteArray &) { self.formats_.putFonts(self.stream_); }},
             {NumberFormat, [](Self &self, const QByteArray &) { self.formats_.putNumberFormats(self.stream_); }},
             {ExtendedFormat, [](Self &self, const QByteArray &) { self.formats_.putFormats(self.stream_); }},
@@ -101,7 +101,7 @@ private:
             {SharedTexts,
              [](Self &self, const QByteArray &) { putSharedTexts(self.stream_, self.texts_.texts(), self.texts_.uses()); }},
         }};
-        const auto found = std::find_if(all.begin(), all.end(), [&](const Told &told) { return told.id == record.id; });
+        const auto found = std::find_if(all.begin(), all.end(), [&](const Handler &handler) { return handler.id == record.id; });
         if (found == all.end()) {
             return false;
         }
@@ -121,9 +121,9 @@ private:
     {
         for (const auto &sheet : book_.sheets) {
             Bytes body;
-            body.u32(0).u16(sheet->kind);
+            body.u32(0).u16(sheet->passthrough ? sheet->passthrough->kind : 0);
             putShortText(body, sheet->name);
-            startPlaces_.push_back(stream_.size() + 4);
+            startOffsets_.push_back(stream_.size() + 4);
             stream_.record(BoundSheet, body.bytes());
         }
     }
@@ -141,19 +141,19 @@ private:
     }
 
     const Book &book_;
-    const model::KeptBook &kept_;
+    const BookPassthrough &passthrough_;
     FormatWriter formats_;
     TextNumbers texts_;
     NameWriter names_;
     Bytes stream_;
-    std::vector<qsizetype> startPlaces_;
+    std::vector<qsizetype> startOffsets_;
 };
 } // namespace
 
 QByteArray xlsBytes(const Book &book)
 {
     checkLimits(book);
-    std::vector<CompoundEntry> container = (book.kept ? *book.kept : standardBook()).container;
+    std::vector<CompoundEntry> container = (book.passthrough ? *book.passthrough : standardBook()).container;
     const auto own = std::find_if(container.begin(), container.end(),
                                   [](const CompoundEntry &entry) { return isStream(entry, StreamOfBook); });
     own->bytes = BookWriter(book).stream();

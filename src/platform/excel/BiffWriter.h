@@ -6,7 +6,7 @@
 namespace excel
 {
 
-/// The workbook as the bytes of a .xls. ExcelError when a limit of the format stands against it.
+/// The workbook as the bytes of a .xls. ExcelError above a limit of the format.
 QByteArray xlsBytes(const model::Book &book);
 
 } // namespace excel

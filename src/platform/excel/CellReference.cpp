@@ -11,7 +11,7 @@ namespace excel
 
 namespace
 {
-/// Seven digits hold the last row and three letters the last column of any sheet, so no count can overflow.
+/// Seven digits and three letters hold the last row and column of any sheet, so no number can overflow.
 constexpr int MaxDigits = 7;
 constexpr int MaxLetters = 3;
 
@@ -55,7 +55,7 @@ std::optional<int> readDigits(QStringView text, qsizetype &at)
     throw ExcelError(QStringLiteral("\"%1\" is no %2.").arg(text, kind));
 }
 
-/// Two ends told with a colon or one told alone.
+/// Two ends separated by a colon, or a single one.
 template <typename Read> Area parseSpan(QStringView text, const QString &kind, Read read)
 {
     const qsizetype colon = text.indexOf(u':');
@@ -105,15 +105,6 @@ Area parseRows(QStringView text)
     Area area = parseSpan(text, QStringLiteral("range of rows"), readDigits);
     area.left = area.right = 0;
     return area;
-}
-
-QString columnLetters(int column)
-{
-    QString letters;
-    for (int rest = column; rest >= 0; rest = rest / 26 - 1) {
-        letters.prepend(QChar(u'A' + rest % 26));
-    }
-    return letters;
 }
 
 } // namespace excel

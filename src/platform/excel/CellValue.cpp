@@ -22,17 +22,22 @@ std::optional<double> plainNumber(const QString &text)
     const qsizetype start = text.startsWith(u'-') || text.startsWith(u'+') ? 1 : 0;
     int digits = 0;
     int points = 0;
+    // Digits from the first to the last that is not zero; zeros outside them cost no precision.
+    int significant = 0;
+    int sinceFirst = 0;
     for (qsizetype at = start; at < text.size(); ++at) {
         const char16_t letter = text[at].unicode();
         if (letter >= u'0' && letter <= u'9') {
             ++digits;
+            sinceFirst += sinceFirst > 0 || letter != u'0' ? 1 : 0;
+            significant = letter == u'0' ? significant : sinceFirst;
         } else if (letter == u'.' && points == 0) {
             ++points;
         } else {
             return std::nullopt;
         }
     }
-    if (digits == 0 || digits > MaxDigits) {
+    if (digits == 0 || significant > MaxDigits) {
         return std::nullopt;
     }
     return QLocale::c().toDouble(QStringView(text).mid(text.startsWith(u'+') ? 1 : 0));
@@ -46,7 +51,7 @@ bool isTextFormat(const model::StyleTable &styles, std::uint32_t style)
 QString textOf(const model::Book &book, const model::Cell &cell)
 {
     if (cell.content == Content::Text) {
-        return book.texts.at(cell.place).text;
+        return book.texts.at(cell.index).text;
     }
     return cell.content == Content::Number ? QString::number(cell.number, 'g', QLocale::FloatingPointShortest) : QString();
 }
@@ -58,7 +63,7 @@ QString shownText(const model::Book &book, const model::Cell &cell)
     }
     const QString format = book.styles.numberFormats.at(book.styles.at(cell.style)[Trait::NumberFormat]).section(u';', 0, 0);
     if (format == u"General" || format == u"@" || !format.contains(u'0')) {
-        // Whole numbers are most of a report, and much quicker as such.
+        // Most numbers of a report are whole, and converting those is much faster.
         if (std::abs(cell.number) < 1e11 && cell.number == std::trunc(cell.number)) {
             return QString::number(static_cast<qlonglong>(cell.number));
         }

@@ -20,7 +20,7 @@ namespace
 /// Pixels left and right of a cell's text and of the line between two cells.
 constexpr int CellMargin = 5;
 constexpr double WidestCharacters = 255;
-/// A machine without the font shows a wider one; so much more room keeps the text whole there.
+/// Extra width for machines that show a wider font instead.
 constexpr double RoomForOtherFonts = 1.1;
 
 FontMetrics metricsOf(const model::Book &book, const Style &style)
@@ -33,7 +33,7 @@ int digitOf(const model::Book &book)
     return metricsOf(book, book.styles.at(0)).digitWidth();
 }
 
-/// How a style's texts are measured.
+/// Font measurements of a style.
 struct Measure {
     Measure(const model::Book &book, const Style &style)
         : metrics(metricsOf(book, style)), digit(metrics.width(u"0")), isPlain(style[Trait::Rotation] == 0),
@@ -58,7 +58,7 @@ double lineWidth(const FontMetrics &metrics, QStringView text)
     return std::max(widest, metrics.width(text));
 }
 
-/// Pixels of one text, its rotation worked in.
+/// Pixels of one text, with its rotation.
 double textWidth(const Measure &measure, const Style &style, QStringView text)
 {
     const double widest = lineWidth(measure.metrics, text);
@@ -109,26 +109,26 @@ private:
         const Measure &measure = measureOf(cell.style, style);
         double &widest = widest_[static_cast<std::size_t>(cell.column - first)];
         if (cell.content == Content::Text) {
-            widest = std::max(widest, textWidth(measure, style, book_.texts.at(cell.place).text));
+            widest = std::max(widest, textWidth(measure, style, book_.texts.at(cell.index).text));
         } else if (!measure.isGeneral || !isShownShorter(measure, cell.number, widest)) {
             widest = std::max(widest, textWidth(measure, style, shownText(book_, cell)));
         }
     }
 
-    const Measure &measureOf(std::uint32_t place, const Style &style)
+    const Measure &measureOf(std::uint32_t index, const Style &style)
     {
-        if (place >= measures_.size()) {
+        if (index >= measures_.size()) {
             measures_.resize(book_.styles.size());
         }
-        std::optional<Measure> &measure = measures_[place];
+        std::optional<Measure> &measure = measures_[index];
         if (!measure) {
             measure.emplace(book_, style);
         }
         return *measure;
     }
 
-    /// Whether a whole number of few digits is sure to be no wider than what was met before, without making its text: most of
-    /// a report are such.
+    /// Whether a short whole number is certainly no wider than the widest text so far, without formatting it: most of
+    /// a report are such numbers.
     static bool isShownShorter(const Measure &measure, double number, double widest)
     {
         if (!measure.isPlain || !(number >= 0 && number < 1000) || number != std::trunc(number)) {
@@ -179,7 +179,7 @@ std::optional<int> heightForFonts(const model::Sheet &sheet, const model::Row &r
     if (largest == standard) {
         return std::nullopt;
     }
-    // A line takes the font's size and about a quarter more, in whole pixels of 15 twips.
+    // A line is the font size plus about a quarter, in whole pixels of 15 twips.
     const int needed = static_cast<int>(std::ceil(largest * 1.28 / 15)) * 15;
     return needed > sheet.standardHeight ? std::optional(needed) : std::nullopt;
 }

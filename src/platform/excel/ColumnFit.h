@@ -13,7 +13,7 @@ void fitColumns(model::Sheet &sheet, int first, int last);
 int fileWidth(const model::Book &book, double characters);
 double characterWidth(const model::Book &book, int fileWidth);
 
-/// Twips that a row needs for the largest font of its cells; nothing when the standard height is enough.
+/// Height in twips for the largest font of a row's cells; nothing when the standard height is enough.
 std::optional<int> heightForFonts(const model::Sheet &sheet, const model::Row &row);
 
 } // namespace excel

@@ -29,7 +29,7 @@ constexpr qsizetype ClassIdLength = 16;
     throw ExcelError(QStringLiteral("its container is damaged."));
 }
 
-/// The library speaks of damage on the error stream; the caller hears of it by an error, so the user's terminal need not.
+/// Suppresses what the library prints to stderr about damage; the caller gets an error instead.
 class QuietLibrary
 {
 public:
@@ -57,7 +57,7 @@ private:
 class ContainerReader
 {
 public:
-    /// No entries of a sound container share bytes, so all of them together have no more than the file of this size.
+    /// Entries of an undamaged container share no bytes, so together they are no larger than the file.
     explicit ContainerReader(qsizetype fileSize) : bytesLeft_(fileSize) {}
 
     void readStorage(GsfInfile *storage, const QStringList &path);
@@ -182,7 +182,7 @@ QByteArray writeCompound(const std::vector<CompoundEntry> &entries)
         written = gsf_output_close(GSF_OUTPUT(*storage)) && written;
     }
     if (!written) {
-        throw ExcelError(QStringLiteral("its container could not be put together."));
+        throw ExcelError(QStringLiteral("its container could not be written."));
     }
     return {reinterpret_cast<const char *>(gsf_output_memory_get_bytes(GSF_OUTPUT_MEMORY(memory.get()))),
             static_cast<qsizetype>(gsf_output_size(memory.get()))};

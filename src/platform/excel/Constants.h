@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-/// The numbers that the spreadsheet engine's properties take and give.
+/// The numbers of the spreadsheet engine's properties.
 namespace excel
 {
 
@@ -35,7 +35,7 @@ inline constexpr int xlPaperA4 = 9;
 inline constexpr int xlOpenXMLWorkbook = 51;
 inline constexpr int xlExcel8 = 56;
 
-/// Limits that both formats share; a .xls has 65,536 rows, 256 columns and 4,000 kinds of format besides.
+/// Limits of both formats; a .xls is also limited to 65,536 rows, 256 columns and 4,000 formats.
 inline constexpr int MaxSheetNameLength = 31;
 inline constexpr int MaxTextLength = 32767;
 

@@ -6,12 +6,12 @@
 namespace excel
 {
 
-/// What the engine refuses: number 1004 and a sentence that names the file, the sheet or the value.
+/// An operation that the engine refuses: number 1004 and a sentence that names the file, the sheet or the value.
 class ExcelError : public basic::RunTimeError
 {
 public:
     static constexpr int Refused = 1004;
-    /// No spreadsheet program took a file.
+    /// No spreadsheet program opens the file.
     static constexpr int NoProgram = 429;
 
     explicit ExcelError(const QString &description) : RunTimeError(Refused, description) {}

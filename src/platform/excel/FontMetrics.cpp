@@ -38,7 +38,7 @@ constexpr std::array<int, 95> FixedWidths = [] {
     return widths;
 }();
 
-/// Which table measures a family, and by how much its letters are wider, plain and bold.
+/// The table for a family, and the factors of its plain and bold widths.
 struct Family {
     const char16_t *name;
     const std::array<int, 95> *plain;
@@ -82,7 +82,7 @@ double FontMetrics::letterWidth(char32_t letter) const
     if (letter < U' ' || QChar::category(letter) == QChar::Mark_NonSpacing) {
         return 0;
     }
-    // An accent makes no letter wider.
+    // An accent does not make a letter wider.
     const QString parts = QChar::decomposition(letter);
     if (!parts.isEmpty() && parts[0] >= u' ' && parts[0] <= u'~') {
         return (*widths_)[static_cast<std::size_t>(parts[0].unicode() - u' ')];

@@ -8,8 +8,8 @@
 namespace excel
 {
 
-/// The advance widths of a font, from a table of this program: no machine's own fonts take part, so that a column comes out
-/// equally wide everywhere. A family that the table lacks is measured as the common sans serif.
+/// The advance widths of a font, from a table of this program instead of the installed fonts, so that a column is
+/// equally wide everywhere. A family that the table lacks is measured as a common sans serif font.
 class FontMetrics
 {
 public:
@@ -17,13 +17,13 @@ public:
 
     /// Pixels at 96 to the inch.
     double width(QStringView text) const;
-    /// Pixels of the widest digit, whole; the unit of column widths.
+    /// Whole pixels of the widest digit; the unit of column widths.
     int digitWidth() const;
 
 private:
     double letterWidth(char32_t letter) const;
 
-    /// Thousandths of the font size, from the blank to "~".
+    /// Thousandths of the font size, from the space to "~".
     const std::array<int, 95> *widths_;
     double scale_;
 };

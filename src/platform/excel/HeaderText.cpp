@@ -34,7 +34,7 @@ std::array<QString, 3> splitHeader(const QString &header)
             ++at;
         } else {
             parts[part] += header[at];
-            // "&&" is one sign and opens no code.
+            // "&&" is a literal ampersand, not a code.
             if (isCode) {
                 parts[part] += header[++at];
             }

@@ -8,10 +8,10 @@
 namespace excel
 {
 
-/// The three parts of a header as the file formats keep them: each behind its own code, left, centre, right.
+/// The three parts of a header as the file formats store them: left, centre and right, each after its code.
 QString joinedHeader(const std::array<QString, 3> &parts);
 
-/// And back; a text before any code stands in the centre.
+/// The reverse; text before any code belongs to the centre.
 std::array<QString, 3> splitHeader(const QString &header);
 
 } // namespace excel

@@ -6,16 +6,16 @@
 namespace excel
 {
 
-/// The way to the desktop's spreadsheet program. The engine knows no desktop; whoever makes an `Application` brings one.
+/// Opens files in the desktop's spreadsheet program. The creator of an `Application` provides one.
 class Launcher
 {
 public:
     virtual ~Launcher() = default;
 
-    /// UiDriver the file over; false when no program takes it.
+    /// Opens the file; false when no program does.
     virtual bool open(const QString &path) = 0;
 
-    /// Tells the user where a finished workbook lies, because `open` found no program for it.
+    /// Reports where a finished workbook was saved, when `open` found no program for it.
     virtual void tellWhere(const QString &path) = 0;
 };
 

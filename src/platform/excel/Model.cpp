@@ -17,15 +17,15 @@ bool standsBefore(const Cell &cell, int column)
 }
 } // namespace
 
-std::uint32_t TextTable::place(const QString &text)
+std::uint32_t TextTable::indexOf(const QString &text)
 {
-    const auto found = places_.constFind(text);
-    if (found != places_.constEnd()) {
+    const auto found = indexes_.constFind(text);
+    if (found != indexes_.constEnd()) {
         return *found;
     }
-    const std::uint32_t place = add({text, {}, {}});
-    places_.insert(text, place);
-    return place;
+    const std::uint32_t index = add({text, {}, {}});
+    indexes_.insert(text, index);
+    return index;
 }
 
 std::uint32_t TextTable::add(Text text)
@@ -36,22 +36,22 @@ std::uint32_t TextTable::add(Text text)
 
 Row &Sheet::row(int number)
 {
-    const auto place = static_cast<std::size_t>(number);
-    if (place >= rows.size()) {
-        rows.resize(place + 1);
+    const auto index = static_cast<std::size_t>(number);
+    if (index >= rows.size()) {
+        rows.resize(index + 1);
     }
-    return rows[place];
+    return rows[index];
 }
 
 const Row *Sheet::rowIfAny(int number) const
 {
-    const auto place = static_cast<std::size_t>(number);
-    return number >= 0 && place < rows.size() ? &rows[place] : nullptr;
+    const auto index = static_cast<std::size_t>(number);
+    return number >= 0 && index < rows.size() ? &rows[index] : nullptr;
 }
 
-std::size_t Sheet::placeInRow(const std::vector<Cell> &cells, int column)
+std::size_t Sheet::indexInRow(const std::vector<Cell> &cells, int column)
 {
-    // Sheets are written from left to right: most cells are looked for where they are the last, or behind it.
+    // Sheets are written from left to right: most look-ups are for the last cell or the one after it.
     if (cells.empty() || cells.back().column < column) {
         return cells.size();
     }
@@ -64,7 +64,7 @@ const Cell *Sheet::cellIfAny(int rowNumber, int column) const
     if (!found) {
         return nullptr;
     }
-    const std::size_t at = placeInRow(found->cells, column);
+    const std::size_t at = indexInRow(found->cells, column);
     return at < found->cells.size() && found->cells[at].column == column ? &found->cells[at] : nullptr;
 }
 
@@ -73,19 +73,19 @@ Cell *Sheet::cellIfAny(int rowNumber, int column)
     return const_cast<Cell *>(std::as_const(*this).cellIfAny(rowNumber, column));
 }
 
-void Sheet::insertCell(int rowNumber, int column, std::size_t place)
+void Sheet::insertCell(int rowNumber, int column, std::size_t index)
 {
     Cell added;
     added.style = styleAt(rowNumber, column);
     added.column = static_cast<std::uint16_t>(column);
     std::vector<Cell> &cells = row(rowNumber).cells;
-    cells.insert(cells.begin() + static_cast<std::ptrdiff_t>(place), added);
+    cells.insert(cells.begin() + static_cast<std::ptrdiff_t>(index), added);
 }
 
 Cell &Sheet::cell(int rowNumber, int column)
 {
     std::vector<Cell> &cells = row(rowNumber).cells;
-    const std::size_t at = placeInRow(cells, column);
+    const std::size_t at = indexInRow(cells, column);
     if (at == cells.size() || cells[at].column != column) {
         insertCell(rowNumber, column, at);
     }
@@ -193,24 +193,24 @@ std::size_t Book::positionOf(const Sheet &wanted) const
 
 void Book::checkName(const Sheet &owner, const QString &name) const
 {
-    const QString told = QStringLiteral("The sheet name \"%1\" is not allowed: ").arg(name);
+    const QString refusal = QStringLiteral("The sheet name \"%1\" is not allowed: ").arg(name);
     if (name.isEmpty()) {
         throw ExcelError(QStringLiteral("A sheet name cannot be empty."));
     }
     if (name.size() > MaxSheetNameLength) {
-        throw ExcelError(told
-                         + QStringLiteral("it has %1 characters, %2 are the most.").arg(name.size()).arg(MaxSheetNameLength));
+        throw ExcelError(refusal
+                         + QStringLiteral("it has %1 characters; the limit is %2.").arg(name.size()).arg(MaxSheetNameLength));
     }
     const auto forbidden = [](QChar letter) { return letter < u' ' || QStringView(u":\\/?*[]").contains(letter); };
     if (std::any_of(name.begin(), name.end(), forbidden)) {
-        throw ExcelError(told + QStringLiteral("it holds one of : \\ / ? * [ ]."));
+        throw ExcelError(refusal + QStringLiteral("it contains one of : \\ / ? * [ ]."));
     }
     if (name.startsWith(u'\'') || name.endsWith(u'\'')) {
-        throw ExcelError(told + QStringLiteral("it begins or ends with an apostrophe."));
+        throw ExcelError(refusal + QStringLiteral("it begins or ends with an apostrophe."));
     }
     for (const auto &sheet : sheets) {
         if (sheet.get() != &owner && sheet->name.compare(name, Qt::CaseInsensitive) == 0) {
-            throw ExcelError(told + QStringLiteral("another sheet has it."));
+            throw ExcelError(refusal + QStringLiteral("another sheet has it."));
         }
     }
 }
@@ -220,7 +220,7 @@ void deleteSheet(Book &book, Sheet &sheet)
     if (book.sheets.size() == 1) {
         throw ExcelError(QStringLiteral("The only sheet of a workbook cannot be deleted."));
     }
-    if (book.kept && book.kept->countsOnSheetPlaces) {
+    if (book.sheetOrderIsFixed) {
         throw ExcelError(
             QStringLiteral("The sheet \"%1\" cannot be deleted: formulas or names of %2 refer to sheets by their place.")
                 .arg(sheet.name, book.path));

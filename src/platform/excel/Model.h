@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/excel/CompoundFile.h"
 #include "platform/excel/Launcher.h"
 #include "platform/excel/Range.h"
 #include "platform/excel/StyleTable.h"
@@ -13,7 +12,13 @@
 #include <optional>
 #include <vector>
 
-/// What the handles show: one cell model that every format is written from. Rows, columns and sheets count from 0 here.
+namespace excel
+{
+struct BookPassthrough;
+struct SheetPassthrough;
+} // namespace excel
+
+/// The cell model behind the handles, from which every format is written. Rows, columns and sheets count from 0 here.
 namespace excel::model
 {
 
@@ -21,8 +26,8 @@ enum class Content : std::uint8_t {
     Blank,
     Number,
     Text,
-    /// A formula, truth or error value of a file that was read; its records are kept as they are.
-    Kept,
+    /// A formula, Boolean or error value of a file that was read, whose records are written back unchanged.
+    Passthrough,
 };
 
 struct Cell {
@@ -31,25 +36,25 @@ struct Cell {
     Content content = Content::Blank;
     union {
         double number;
-        /// Place in `Book::texts` or, of a kept cell, in `Sheet::keptCells`.
-        std::uint32_t place;
+        /// Into `Book::texts` or, of a passthrough cell, into `SheetPassthrough::cells`.
+        std::uint32_t index;
     };
     Cell() : number(0) {}
 };
 
-/// Heights and widths nobody set.
+/// A height or width that was not set.
 inline constexpr int Unset = -1;
 
 struct Row {
-    /// In the order of their columns; a cell that is missing looks as its row or column does.
+    /// In the order of their columns; a missing cell has the style of its row or column.
     std::vector<Cell> cells;
     /// Every merged area that touches this row.
     std::vector<Area> merges;
     /// Twips.
     int height = Unset;
-    /// Style of the row's untouched cells, when the file read has one.
+    /// Style of the row's empty cells, where the file has one.
     std::int64_t style = Unset;
-    /// Of a file that was read: the height in twips that fitted the row's text, and its options.
+    /// From the file: the fitted height in twips, and the options of the row record.
     int fittedHeight = Unset;
     std::uint16_t options = 0;
 };
@@ -58,41 +63,35 @@ struct Column {
     /// 256ths of a character.
     int width = Unset;
     std::int64_t style = Unset;
-    /// As the file formats have them: bit 0 hidden, bit 1 width set by hand.
+    /// As in both file formats: bit 0 hidden, bit 1 custom width.
     std::uint16_t options = 0;
 
-    void setWidth(int told)
+    void setWidth(int newWidth)
     {
-        width = told;
+        width = newWidth;
         options = static_cast<std::uint16_t>((options & ~1) | 2);
     }
 };
 
-/// A text with what a file read told of it besides: runs of other fonts, readings.
+/// A text with its font runs and phonetic reading, as read from a file.
 struct Text {
     QString text;
     QByteArray runs;
     QByteArray reading;
 };
 
-/// Every different text once.
+/// The distinct texts of a workbook.
 class TextTable
 {
 public:
-    std::uint32_t place(const QString &text);
+    std::uint32_t indexOf(const QString &text);
     std::uint32_t add(Text text);
-    const Text &at(std::uint32_t place) const { return texts_[place]; }
+    const Text &at(std::uint32_t index) const { return texts_[index]; }
     std::size_t size() const { return texts_.size(); }
 
 private:
     std::vector<Text> texts_;
-    QHash<QString, std::uint32_t> places_;
-};
-
-/// One record of a .xls stream.
-struct Record {
-    std::uint16_t id = 0;
-    QByteArray body;
+    QHash<QString, std::uint32_t> indexes_;
 };
 
 /// First and last row or column that is printed again on each page.
@@ -122,31 +121,28 @@ struct Sheet {
     std::vector<Row> rows;
     std::map<int, Column> columns;
     Page page;
-    /// Characters; what a column has whose width nobody set.
+    /// Width of a column without one of its own, in characters.
     double standardWidth = 8.43;
     /// Twips.
     int standardHeight = 300;
-    /// Of a sheet that was read: all its records, those that the model tells as empty place holders; and how its page was.
-    std::vector<Record> kept;
-    std::optional<Page> pageAsRead;
-    /// The records of each kept cell; a formula with its text or shared expression behind it.
-    std::vector<std::vector<Record>> keptCells;
-    /// Visibility and kind of sheet, as the file's list of sheets has them.
-    std::uint16_t kind = 0;
-    /// False for the chart and macro sheets of a file that was read: they go back as they are.
+    /// Empty in a new workbook.
+    std::shared_ptr<SheetPassthrough> passthrough;
+    /// Drawings, notes or formulas, which only a .xls preserves.
+    bool holdsXlsContent = false;
+    /// False for the chart and macro sheets of a file that was read, which are written back unchanged.
     bool hasCells = true;
 
     Row &row(int number);
     const Row *rowIfAny(int number) const;
     const Cell *cellIfAny(int row, int column) const;
     Cell *cellIfAny(int row, int column);
-    /// The cell, made when it was absent; its style is then that of its row or column.
+    /// The cell, created if missing with the style of its row or column.
     Cell &cell(int row, int column);
-    /// Calls `action` with each cell of the area, its row's number and its own; a cell that was absent is made. Cells must not be
-    /// made or taken away by it.
+    /// Calls `action` with each cell of the area, its row and its column; missing cells are created. `action` must not add or
+    /// remove cells.
     template <typename Action> void forEachCell(const Area &area, Action action);
     std::uint32_t styleAt(int row, int column) const;
-    /// Merged area that holds the cell.
+    /// The merged area that contains the cell.
     std::optional<Area> mergeAt(int row, int column) const;
     void merge(const Area &area);
     void part(const Area &area);
@@ -155,9 +151,9 @@ struct Sheet {
     std::vector<Area> merges() const;
 
 private:
-    /// Where a column's cell stands among the cells of a row, or would stand.
-    static std::size_t placeInRow(const std::vector<Cell> &cells, int column);
-    void insertCell(int row, int column, std::size_t place);
+    /// Index of a column's cell among the cells of a row, or where it would be inserted.
+    static std::size_t indexInRow(const std::vector<Cell> &cells, int column);
+    void insertCell(int row, int column, std::size_t index);
 };
 
 template <typename Action> void Sheet::forEachCell(const Area &area, Action action)
@@ -165,7 +161,7 @@ template <typename Action> void Sheet::forEachCell(const Area &area, Action acti
     for (int number = area.top; number <= area.bottom; ++number) {
         std::vector<Cell> &cells = row(number).cells;
         cells.reserve(static_cast<std::size_t>(area.columns()));
-        std::size_t at = placeInRow(cells, area.left);
+        std::size_t at = indexInRow(cells, area.left);
         for (int column = area.left; column <= area.right; ++column, ++at) {
             if (at == cells.size() || cells[at].column != column) {
                 insertCell(number, column, at);
@@ -175,27 +171,11 @@ template <typename Action> void Sheet::forEachCell(const Area &area, Action acti
     }
 }
 
-/// What a .xls that was read holds beyond the model; a new workbook has none.
-struct KeptBook {
-    /// The records of the whole workbook, those that the model tells as empty place holders.
-    std::vector<Record> globals;
-    /// Bodies of the records that tell fonts, number formats and formats; references into them stay as they are.
-    std::vector<QByteArray> fonts;
-    std::vector<QByteArray> numberFormats;
-    std::vector<QByteArray> formats;
-    /// 0xRRGGBB of the colours 8 to 63.
-    std::vector<std::int32_t> palette;
-    /// The whole container; the workbook's own stream is empty here.
-    std::vector<CompoundEntry> container;
-    /// Whether references between sheets or names stand in the file, so that no sheet may leave its place.
-    bool countsOnSheetPlaces = false;
-};
-
 struct Book {
     StyleTable styles;
     TextTable texts;
     std::vector<std::unique_ptr<Sheet>> sheets;
-    /// Deleted sheets stay, so that a handle to one finds out.
+    /// Retained so that a handle to a deleted sheet raises an error.
     std::vector<std::unique_ptr<Sheet>> deletedSheets;
     std::size_t activeSheet = 0;
     QString path;
@@ -204,7 +184,10 @@ struct Book {
     bool handedOver = false;
     int rowLimit = 1048576;
     int columnLimit = 16384;
-    std::optional<KeptBook> kept;
+    /// Empty in a new workbook.
+    std::shared_ptr<BookPassthrough> passthrough;
+    /// Formulas or names of the file refer to sheets by position, so no sheet can be removed.
+    bool sheetOrderIsFixed = false;
 
     Sheet &addSheet(std::size_t position);
     std::size_t positionOf(const Sheet &sheet) const;
@@ -212,8 +195,7 @@ struct Book {
     void checkName(const Sheet &sheet, const QString &name) const;
 };
 
-/// Takes a sheet out of its workbook. ExcelError for the only one, and where names or references of the file that was read still
-/// count on its place.
+/// Removes a sheet from its workbook. ExcelError for the only sheet, and where sheetOrderIsFixed.
 void deleteSheet(Book &book, Sheet &sheet);
 
 struct Session {
@@ -224,7 +206,7 @@ struct Session {
     std::vector<std::shared_ptr<Book>> books;
     std::shared_ptr<Book> active;
 
-    /// UiDriver over what is both visible and saved and was not handed over yet.
+    /// Opens the workbooks that are both visible and saved and were not opened yet.
     void handOver();
 };
 

@@ -24,7 +24,7 @@ using model::Trait;
 
 namespace
 {
-/// A number of the engine and the one that the file formats use for it.
+/// A number of the engine and the corresponding one of the file formats.
 using Codes = std::pair<int, int>;
 constexpr std::array<Codes, 8> HorizontalCodes{
     {{xlGeneral, 0}, {xlLeft, 1}, {2, 1}, {xlCenter, 2}, {xlRight, 3}, {5, 4}, {xlJustify, 5}, {7, 6}}};
@@ -64,7 +64,7 @@ double checked(double value, double least, double most, const char *property)
     return value;
 }
 
-/// A single range of more cells than this is a mistake, and would take the machine's memory.
+/// A range of more cells than this is a mistake and would exhaust the memory.
 constexpr qint64 MaxCells = 20'000'000;
 
 template <typename Action> void forEachCell(Sheet &sheet, const Area &area, Action action)
@@ -75,7 +75,7 @@ template <typename Action> void forEachCell(Sheet &sheet, const Area &area, Acti
     sheet.forEachCell(area, action);
 }
 
-/// Whether a cell is one that a merge has joined to another.
+/// Whether a cell is covered by the first cell of a merged area.
 bool isJoinedToOther(const Sheet &sheet, int row, int column)
 {
     if (sheet.rows[static_cast<std::size_t>(row)].merges.empty()) {
@@ -88,7 +88,7 @@ bool isJoinedToOther(const Sheet &sheet, int row, int column)
 template <typename Change> void changeStyles(Sheet &sheet, const Area &area, Change change, std::int32_t value)
 {
     StyleTable &styles = sheet.book->styles;
-    // Cells beside each other mostly look alike, so the change found last is the next one too.
+    // Neighbouring cells mostly share a style, so the last result is tried first.
     std::optional<std::pair<std::uint32_t, std::uint32_t>> last;
     forEachCell(sheet, area, [&](Cell &cell, int, int) {
         if (!last || last->first != cell.style) {
@@ -98,7 +98,7 @@ template <typename Change> void changeStyles(Sheet &sheet, const Area &area, Cha
     });
 }
 
-/// Of an area the first cell tells.
+/// The style of the first cell.
 const Style &styleOf(const Sheet &sheet, const Area &area)
 {
     return sheet.book->styles.at(sheet.styleAt(area.top, area.left));
@@ -121,7 +121,7 @@ Range::Range(std::shared_ptr<Book> book, Sheet *sheet, const Area &area) : book_
 Sheet &Range::sheet() const
 {
     if (!sheet_) {
-        throw basic::RunTimeError(basic::ErrorNumber::ObjectNotSet, QStringLiteral("This range holds nothing."));
+        throw basic::RunTimeError(basic::ErrorNumber::ObjectNotSet, QStringLiteral("This range is not set."));
     }
     if (sheet_->deleted) {
         throw ExcelError(QStringLiteral("The sheet \"%1\" was deleted.").arg(sheet_->name));
@@ -133,13 +133,13 @@ void Range::setValue(const QString &value)
 {
     Sheet &target = sheet();
     if (value.size() > MaxTextLength) {
-        throw ExcelError(QStringLiteral("A cell holds at most %1 characters; this text has %2: \"%3...\"")
+        throw ExcelError(QStringLiteral("A cell is limited to %1 characters; this text has %2: \"%3...\"")
                              .arg(MaxTextLength)
                              .arg(value.size())
                              .arg(value.left(40)));
     }
     const std::optional<double> number = plainNumber(value);
-    std::optional<std::uint32_t> place;
+    std::optional<std::uint32_t> index;
     forEachCell(target, area_, [&](Cell &cell, int row, int column) {
         if (isJoinedToOther(target, row, column)) {
             return;
@@ -149,9 +149,9 @@ void Range::setValue(const QString &value)
         } else if (number && !isTextFormat(target.book->styles, cell.style)) {
             putNumber(cell, *number);
         } else {
-            place = place ? place : target.book->texts.place(value);
+            index = index ? index : target.book->texts.indexOf(value);
             cell.content = Content::Text;
-            cell.place = *place;
+            cell.index = *index;
         }
     });
 }
@@ -189,7 +189,7 @@ void Range::setMergeCells(bool merged)
         return;
     }
     if (qint64{area_.rows()} * area_.columns() > MaxCells) {
-        throw ExcelError(QStringLiteral("So large a range cannot be merged."));
+        throw ExcelError(QStringLiteral("The range is too large to be merged."));
     }
     target.merge(area_);
 }
@@ -261,7 +261,7 @@ void Range::setNumberFormat(const QString &format)
     if (format.isEmpty() || format.size() > 255) {
         refuse("NumberFormat", QStringLiteral("\"%1\"").arg(format.left(40)));
     }
-    changeStyles(target, area_, Trait::NumberFormat, book_->styles.numberFormats.place(format));
+    changeStyles(target, area_, Trait::NumberFormat, book_->styles.numberFormats.indexOf(format));
 }
 
 QString Range::NumberFormat() const
@@ -286,15 +286,15 @@ Interior Range::Interior() const
 
 namespace
 {
-/// A cell beside the range whose own line lies on the shared edge takes the line over, so that the last one set shows.
+/// A neighbour with a line on the shared edge takes over the new line, so that the last setting shows.
 void followEdges(Sheet &sheet, const Area &area)
 {
     StyleTable &styles = sheet.book->styles;
     const auto follow = [&](int row, int column, Trait edge, int insideRow, int insideColumn, Trait inside) {
-        Cell *beside = sheet.cellIfAny(row, column);
-        if (beside && styles.at(beside->style)[edge] != model::NoLine) {
+        Cell *neighbour = sheet.cellIfAny(row, column);
+        if (neighbour && styles.at(neighbour->style)[edge] != model::NoLine) {
             const std::int32_t line = styles.at(sheet.styleAt(insideRow, insideColumn))[inside];
-            beside->style = styles.changed(beside->style, edge, line);
+            neighbour->style = styles.changed(neighbour->style, edge, line);
         }
     };
     for (int row = area.top; row <= area.bottom; ++row) {
@@ -314,7 +314,7 @@ void Font::setName(const QString &name)
     if (name.isEmpty() || name.size() > 31) {
         refuse("Font.Name", QStringLiteral("\"%1\"").arg(name.left(40)));
     }
-    changeStyles(target, range_.area_, Trait::FontName, range_.book_->styles.fontNames.place(name));
+    changeStyles(target, range_.area_, Trait::FontName, range_.book_->styles.fontNames.indexOf(name));
 }
 
 QString Font::Name() const

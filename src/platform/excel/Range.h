@@ -19,7 +19,7 @@ struct Book;
 struct Sheet;
 } // namespace model
 
-/// Cells by place, both ends included, counted from 0.
+/// A rectangle of cells, both ends included, counted from 0.
 struct Area {
     int top = 0;
     int left = 0;
@@ -36,18 +36,18 @@ struct Area {
     bool operator==(const Area &) const = default;
 };
 
-/// A rectangle of cells: a light handle, copied freely, that keeps its workbook alive. A property `X` of the engine is read by
-/// `X()` and set by `setX()`; it may be set again and again on ranges that overlap, the last wins. Reading answers for the
-/// top left cell. A value that the engine refuses raises ExcelError and leaves the cells as they were; error 91 on a handle
-/// that holds nothing, 1004 when its sheet was deleted.
+/// Handle to a rectangle of cells, cheap to copy, that keeps its workbook alive. A property `X` of the engine is read by
+/// `X()` and set by `setX()`; on overlapping ranges the last setting wins. Reading returns the value of the
+/// top left cell. A value that the engine refuses raises ExcelError and leaves the cells as they were; an empty handle raises
+/// error 91, one whose sheet was deleted 1004.
 class Range
 {
 public:
     Range() = default;
     Range(std::shared_ptr<model::Book> book, model::Sheet *sheet, const Area &area);
 
-    /// Sets every cell of the range; in a merged range only the top left cell takes it. A text that is wholly a plain decimal
-    /// number of at most 15 digits becomes a number; no text becomes a date or a formula. An empty text empties the cell.
+    /// Sets every cell of the range; in a merged range only the top left cell. A text that is a plain decimal
+    /// number of at most 15 digits becomes a number; no text becomes a date or a formula. An empty text clears the cell.
     /// Error 1004 above 32,767 characters.
     void setValue(const QString &value);
     void setValue(double value);
@@ -55,8 +55,8 @@ public:
     QString value() const;
     bool isNumber() const;
 
-    /// True joins the range into one cell and keeps the value of its first cell alone; false parts all that it touches. One
-    /// cell by itself has nothing to join.
+    /// True merges the range into one cell with the value of its first cell; false splits every merged area that it touches. A
+    /// single cell cannot be merged.
     void setMergeCells(bool merged);
     bool MergeCells() const;
     void setWrapText(bool wrap);
@@ -100,7 +100,7 @@ class Font
 public:
     explicit Font(Range range) : range_(std::move(range)) {}
 
-    /// Of a font family, 1 to 31 characters; the machine need not have it.
+    /// Name of a font family, 1 to 31 characters; it need not be installed.
     void setName(const QString &name);
     QString Name() const;
     /// Points, 1 to 409.
@@ -116,16 +116,16 @@ private:
     Range range_;
 };
 
-/// All four edges of every cell in the range. An edge shared with a cell outside follows when that cell has a line there.
+/// All four edges of every cell in the range. An edge shared with a cell outside is set there too when that cell has a line.
 class Borders
 {
 public:
     explicit Borders(Range range) : range_(std::move(range)) {}
 
-    /// xlContinuous or xlNone. A line that is new is thin.
+    /// xlContinuous or xlNone. A new line is thin.
     void setLineStyle(int style);
     int LineStyle() const;
-    /// xlHairline, xlThin, xlMedium, xlThick; draws the line where there was none.
+    /// xlHairline, xlThin, xlMedium, xlThick; adds the line where there is none.
     void setWeight(int weight);
     int Weight() const;
 
@@ -133,7 +133,7 @@ private:
     Range range_;
 };
 
-/// The shading of a range's cells. Theme colours are kept as the plain colour that they give.
+/// The shading of a range's cells. Theme colours are stored as the resulting plain colour.
 class Interior
 {
 public:
@@ -148,7 +148,7 @@ public:
     void setThemeColor(int colour);
     /// -1 (black) to 1 (white); 0 leaves the theme colour as it is.
     void setTintAndShade(double tint);
-    /// Taken and without effect under a solid fill.
+    /// Accepted, without effect under a solid fill.
     void setPatternTintAndShade(double tint);
     /// 0xRRGGBB of the fill; -1 without one.
     int Color() const;

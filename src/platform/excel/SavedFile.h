@@ -6,8 +6,8 @@
 namespace excel
 {
 
-/// Writes the workbook beside its place and renames it. ExcelError, naming the file, when anything refuses; what stood there
-/// before is then untouched.
+/// Writes the workbook to a temporary file in the same folder and renames it. ExcelError, naming the file, on any failure; a file
+/// there is then unchanged.
 void saveBook(const model::Book &book, const QString &path, int format);
 
 } // namespace excel

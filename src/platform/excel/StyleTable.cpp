@@ -11,7 +11,7 @@ namespace
 {
 constexpr std::array Edges{Trait::LeftLine, Trait::RightLine, Trait::TopLine, Trait::BottomLine};
 
-/// The standard theme, in the engine's own order: 1 is the paper, 2 the text.
+/// The standard theme in the engine's order: 1 background, 2 text.
 constexpr std::array<std::int32_t, 10> ThemeColours{0xFFFFFF, 0x000000, 0xEEECE1, 0x1F497D, 0x4F81BD,
                                                     0xC0504D, 0x9BBB59, 0x8064A2, 0x4BACC6, 0xF79646};
 
@@ -76,41 +76,41 @@ std::size_t StyleTable::StepHash::operator()(const Step &step) const
     return hash ^ (hash >> 31);
 }
 
-std::int32_t NameList::place(const QString &name)
+std::int32_t NameList::indexOf(const QString &name)
 {
-    const auto found = places_.constFind(name);
-    if (found != places_.constEnd()) {
+    const auto found = indexes_.constFind(name);
+    if (found != indexes_.constEnd()) {
         return *found;
     }
-    const auto place = static_cast<std::int32_t>(names_.size());
+    const auto index = static_cast<std::int32_t>(names_.size());
     names_.push_back(name);
-    places_.insert(name, place);
-    return place;
+    indexes_.insert(name, index);
+    return index;
 }
 
 StyleTable::StyleTable()
 {
     Style standard;
     standard[Trait::BaseFormat] = 15;
-    standard[Trait::FontName] = fontNames.place(QStringLiteral("Calibri"));
+    standard[Trait::FontName] = fontNames.indexOf(QStringLiteral("Calibri"));
     standard[Trait::FontSize] = 11 * 20;
     standard[Trait::Vertical] = 2;
-    standard[Trait::NumberFormat] = numberFormats.place(QStringLiteral("General"));
+    standard[Trait::NumberFormat] = numberFormats.indexOf(QStringLiteral("General"));
     standard[Trait::FillColour] = -1;
-    place(standard);
+    indexOf(standard);
 }
 
 void StyleTable::setStandard(const Style &style)
 {
     styles_.clear();
-    places_.clear();
+    indexes_.clear();
     steps_.clear();
-    place(style);
+    indexOf(style);
 }
 
-std::uint32_t StyleTable::place(const Style &style)
+std::uint32_t StyleTable::indexOf(const Style &style)
 {
-    const auto [entry, isNew] = places_.try_emplace(style, static_cast<std::uint32_t>(styles_.size()));
+    const auto [entry, isNew] = indexes_.try_emplace(style, static_cast<std::uint32_t>(styles_.size()));
     if (isNew) {
         styles_.push_back(style);
     }
@@ -136,7 +136,7 @@ std::uint32_t StyleTable::changedBy(std::uint32_t from, std::size_t change, std:
     }
     Style style = at(from);
     apply(style, change, value);
-    const std::uint32_t result = place(style);
+    const std::uint32_t result = indexOf(style);
     steps_.emplace(step, result);
     return result;
 }

@@ -12,11 +12,11 @@
 namespace excel::model
 {
 
-/// What a cell looks like is a row of whole numbers, so that one function changes any of them.
+/// The properties of a cell style, all whole numbers, so that one function can change any of them.
 enum class Trait : std::size_t {
-    /// Index of the format record in the file that it was read from; what no other trait tells comes from there.
+    /// Index of the format record in the source file, for the properties that no other trait covers.
     BaseFormat,
-    /// Place in `StyleTable::fontNames`.
+    /// Index into `StyleTable::fontNames`.
     FontName,
     /// Twentieths of a point.
     FontSize,
@@ -28,15 +28,15 @@ enum class Trait : std::size_t {
     /// 0 top, 1 centre, 2 bottom, 3 justify.
     Vertical,
     Wrap,
-    /// Degrees from -90 to 90; 255 for letters below each other.
+    /// Degrees from -90 to 90; 255 for stacked letters.
     Rotation,
-    /// Place in `StyleTable::numberFormats`.
+    /// Index into `StyleTable::numberFormats`.
     NumberFormat,
     LeftLine,
     RightLine,
     TopLine,
     BottomLine,
-    /// 0 none, 1 solid; a file read may hold others.
+    /// 0 none, 1 solid; files may hold others.
     Pattern,
     /// 0xRRGGBB, -1 automatic; in force while no theme colour is set.
     FillColour,
@@ -47,7 +47,7 @@ enum class Trait : std::size_t {
     Count
 };
 
-/// Lines of an edge as the file formats number them.
+/// Line styles of an edge, as numbered by the file formats.
 enum LineCode : std::int32_t { NoLine = 0, ThinLine = 1, MediumLine = 2, ThickLine = 5, HairLine = 7 };
 
 struct Style {
@@ -56,7 +56,7 @@ struct Style {
     std::int32_t operator[](Trait trait) const { return values[static_cast<std::size_t>(trait)]; }
     std::int32_t &operator[](Trait trait) { return values[static_cast<std::size_t>(trait)]; }
     bool operator==(const Style &) const = default;
-    /// 0xRRGGBB of the fill, theme and tint worked in; -1 without one.
+    /// 0xRRGGBB of the fill, with theme and tint applied; -1 without one.
     std::int32_t shade() const;
 };
 
@@ -64,43 +64,43 @@ struct StyleHash {
     std::size_t operator()(const Style &style) const;
 };
 
-/// One change of a style: a trait and its value, or one of the two that treat all four edges together.
+/// Changes that set all four edges at once.
 enum class EdgeChange : std::size_t { LineStyle = static_cast<std::size_t>(Trait::Count), Weight };
 
-/// A list of different texts, each found by its place.
+/// A list of distinct names.
 class NameList
 {
 public:
-    std::int32_t place(const QString &name);
-    const QString &at(std::int32_t place) const { return names_[static_cast<std::size_t>(place)]; }
+    std::int32_t indexOf(const QString &name);
+    const QString &at(std::int32_t index) const { return names_[static_cast<std::size_t>(index)]; }
     std::size_t size() const { return names_.size(); }
 
 private:
     std::vector<QString> names_;
-    QHash<QString, std::int32_t> places_;
+    QHash<QString, std::int32_t> indexes_;
 };
 
-/// Every different look once. Style 0 is that of a cell never touched.
+/// The distinct styles of a workbook. Style 0 is that of an empty cell.
 class StyleTable
 {
 public:
     StyleTable();
 
-    std::uint32_t place(const Style &style);
-    const Style &at(std::uint32_t place) const { return styles_[place]; }
+    std::uint32_t indexOf(const Style &style);
+    const Style &at(std::uint32_t index) const { return styles_[index]; }
     std::size_t size() const { return styles_.size(); }
-    /// Style 0 of a workbook that was read.
+    /// Replaces style 0, for a workbook that was read.
     void setStandard(const Style &style);
 
-    /// The place of the style that results; remembered, since the same few changes come again for each cell.
-    std::uint32_t changed(std::uint32_t place, Trait trait, std::int32_t value);
-    std::uint32_t changed(std::uint32_t place, EdgeChange change, std::int32_t value);
+    /// Index of the resulting style. Results are cached, since the same few changes repeat for each cell.
+    std::uint32_t changed(std::uint32_t index, Trait trait, std::int32_t value);
+    std::uint32_t changed(std::uint32_t index, EdgeChange change, std::int32_t value);
 
     NameList fontNames;
     NameList numberFormats;
 
 private:
-    std::uint32_t changedBy(std::uint32_t place, std::size_t change, std::int32_t value);
+    std::uint32_t changedBy(std::uint32_t index, std::size_t change, std::int32_t value);
 
     struct Step {
         std::uint32_t from;
@@ -112,7 +112,7 @@ private:
         std::size_t operator()(const Step &step) const;
     };
     std::vector<Style> styles_;
-    std::unordered_map<Style, std::uint32_t, StyleHash> places_;
+    std::unordered_map<Style, std::uint32_t, StyleHash> indexes_;
     std::unordered_map<Step, std::uint32_t, StepHash> steps_;
 };
 

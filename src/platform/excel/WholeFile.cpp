@@ -16,7 +16,7 @@ QByteArray wholeFile(const QString &path)
     }
     QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError || bytes.size() < file.size()) {
-        throw ExcelError(QStringLiteral("not all of it could be read: %1").arg(file.errorString()));
+        throw ExcelError(QStringLiteral("it could not be read completely: %1").arg(file.errorString()));
     }
     return bytes;
 }

@@ -7,7 +7,7 @@
 namespace excel
 {
 
-/// All bytes of a file; ExcelError with the reason alone when not every one of them can be read.
+/// All bytes of a file; ExcelError with the reason when they cannot be read completely.
 QByteArray wholeFile(const QString &path);
 
 } // namespace excel

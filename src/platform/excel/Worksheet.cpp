@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/excel/Worksheet.h"
 
+#include "platform/basic/ColumnLetters.h"
 #include "platform/excel/CellReference.h"
 #include "platform/excel/ColumnFit.h"
 #include "platform/excel/ExcelError.h"
@@ -20,7 +21,7 @@ namespace
 Sheet &present(Sheet *sheet)
 {
     if (!sheet) {
-        throw basic::RunTimeError(basic::ErrorNumber::ObjectNotSet, QStringLiteral("This sheet holds nothing."));
+        throw basic::RunTimeError(basic::ErrorNumber::ObjectNotSet, QStringLiteral("This sheet is not set."));
     }
     if (sheet->deleted) {
         throw ExcelError(QStringLiteral("The sheet \"%1\" was deleted.").arg(sheet->name));
@@ -28,14 +29,14 @@ Sheet &present(Sheet *sheet)
     return *sheet;
 }
 
-void checkInside(const Sheet &sheet, const Area &area, const QString &told)
+void checkInside(const Sheet &sheet, const Area &area, const QString &reference)
 {
     if (!sheet.hasCells) {
         throw ExcelError(QStringLiteral("The sheet \"%1\" has no cells.").arg(sheet.name));
     }
     if (area.bottom >= sheet.book->rowLimit || area.right >= sheet.book->columnLimit) {
         throw ExcelError(QStringLiteral("\"%1\" lies outside the sheet \"%2\", which has %3 rows and %4 columns.")
-                             .arg(told, sheet.name)
+                             .arg(reference, sheet.name)
                              .arg(sheet.book->rowLimit)
                              .arg(sheet.book->columnLimit));
     }
@@ -46,12 +47,12 @@ double points(double inches)
     return inches * 72;
 }
 
-/// A margin in inches; 49 is what the file formats hold at most.
-double inches(double told)
+/// A margin in inches; 49 is the maximum of the file formats.
+double inches(double points)
 {
-    const double result = told / 72;
+    const double result = points / 72;
     if (!(result >= 0 && result < 49)) {
-        throw ExcelError(QStringLiteral("A margin cannot be %1 points.").arg(told));
+        throw ExcelError(QStringLiteral("A margin cannot be %1 points.").arg(points));
     }
     return result;
 }
@@ -62,10 +63,10 @@ void setPart(std::array<QString, 3> &parts, std::size_t part, const QString &tex
     for (std::size_t other = 0; other < parts.size(); ++other) {
         length += other == part ? 0 : parts[other].size();
     }
-    // Each part that is told takes two characters for its own code.
+    // Each part that is set takes two characters for its code.
     constexpr qsizetype most = 255 - 3 * 2;
     if (length > most) {
-        throw ExcelError(QStringLiteral("The %1 is too long: %2 characters, %3 are the most.").arg(what).arg(length).arg(most));
+        throw ExcelError(QStringLiteral("The %1 is too long: %2 characters; the limit is %3.").arg(what).arg(length).arg(most));
     }
     parts[part] = text;
 }
@@ -98,13 +99,13 @@ double Columns::ColumnWidth() const
 {
     const Sheet &sheet = present(sheet_);
     const auto found = sheet.columns.find(first_);
-    const bool told = found != sheet.columns.end() && found->second.width != model::Unset;
-    return told ? characterWidth(*book_, found->second.width) : sheet.standardWidth;
+    const bool isSet = found != sheet.columns.end() && found->second.width != model::Unset;
+    return isSet ? characterWidth(*book_, found->second.width) : sheet.standardWidth;
 }
 
 QString Columns::Address() const
 {
-    return QStringLiteral("$%1:$%2").arg(columnLetters(first_), columnLetters(last_));
+    return QStringLiteral("$%1:$%2").arg(basic::columnLetters(first_), basic::columnLetters(last_));
 }
 
 PageSetup::PageSetup(std::shared_ptr<Book> book, Sheet *sheet) : book_(std::move(book)), sheet_(sheet) {}
@@ -127,8 +128,8 @@ void PageSetup::setPrintTitleRows(const QString &rows)
 
 QString PageSetup::PrintTitleRows() const
 {
-    const auto &told = sheet().page.titleRows;
-    return told ? QStringLiteral("$%1:$%2").arg(told->first + 1).arg(told->last + 1) : QString();
+    const auto &titles = sheet().page.titleRows;
+    return titles ? QStringLiteral("$%1:$%2").arg(titles->first + 1).arg(titles->last + 1) : QString();
 }
 
 void PageSetup::setPrintTitleColumns(const QString &columns)
@@ -144,8 +145,9 @@ void PageSetup::setPrintTitleColumns(const QString &columns)
 
 QString PageSetup::PrintTitleColumns() const
 {
-    const auto &told = sheet().page.titleColumns;
-    return told ? QStringLiteral("$%1:$%2").arg(columnLetters(told->first), columnLetters(told->last)) : QString();
+    const auto &titles = sheet().page.titleColumns;
+    return titles ? QStringLiteral("$%1:$%2").arg(basic::columnLetters(titles->first), basic::columnLetters(titles->last))
+                  : QString();
 }
 
 void PageSetup::setLeftHeader(const QString &text)
@@ -234,9 +236,9 @@ int PageSetup::PaperSize() const
     return sheet().page.paper;
 }
 
-void PageSetup::setLeftMargin(double told)
+void PageSetup::setLeftMargin(double points)
 {
-    sheet().page.margins[0] = inches(told);
+    sheet().page.margins[0] = inches(points);
 }
 
 double PageSetup::LeftMargin() const
@@ -244,9 +246,9 @@ double PageSetup::LeftMargin() const
     return points(sheet().page.margins[0]);
 }
 
-void PageSetup::setRightMargin(double told)
+void PageSetup::setRightMargin(double points)
 {
-    sheet().page.margins[1] = inches(told);
+    sheet().page.margins[1] = inches(points);
 }
 
 double PageSetup::RightMargin() const
@@ -254,9 +256,9 @@ double PageSetup::RightMargin() const
     return points(sheet().page.margins[1]);
 }
 
-void PageSetup::setTopMargin(double told)
+void PageSetup::setTopMargin(double points)
 {
-    sheet().page.margins[2] = inches(told);
+    sheet().page.margins[2] = inches(points);
 }
 
 double PageSetup::TopMargin() const
@@ -264,9 +266,9 @@ double PageSetup::TopMargin() const
     return points(sheet().page.margins[2]);
 }
 
-void PageSetup::setBottomMargin(double told)
+void PageSetup::setBottomMargin(double points)
 {
-    sheet().page.margins[3] = inches(told);
+    sheet().page.margins[3] = inches(points);
 }
 
 double PageSetup::BottomMargin() const
@@ -340,7 +342,7 @@ Range Worksheet::Cells(int row, int column) const
     }
     const Sheet &target = sheet();
     if (!target.hasCells || row > target.book->rowLimit || column > target.book->columnLimit) {
-        checkInside(target, area, columnLetters(area.left) + QString::number(row));
+        checkInside(target, area, basic::columnLetters(area.left) + QString::number(row));
     }
     return {book_, sheet_, area};
 }

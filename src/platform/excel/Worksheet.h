@@ -7,14 +7,14 @@ namespace excel
 {
 class Worksheets;
 
-/// Whole columns, told as "A:O", "a:a" or "C".
+/// Whole columns, given as "A:O", "a:a" or "C".
 class Columns
 {
 public:
     Columns(std::shared_ptr<model::Book> book, model::Sheet *sheet, int first, int last);
 
-    /// Widths from the widest text of each column, by the font table of the program: the same on every machine. Merged and
-    /// wrapped cells do not count, a column without text keeps its width.
+    /// Widths from the widest text of each column, by the program's font table: the same on every machine. Merged and
+    /// wrapped cells do not count; a column without text stays as wide as it is.
     void AutoFit();
     /// Characters of the standard font, 0 to 255.
     void setColumnWidth(double characters);
@@ -29,16 +29,16 @@ private:
     int last_;
 };
 
-/// How a sheet is printed. The paper is A4 unless told otherwise; margins are points.
+/// Print settings of a sheet. The default paper is A4; margins are points.
 class PageSetup
 {
 public:
     PageSetup(std::shared_ptr<model::Book> book, model::Sheet *sheet);
 
-    /// "$1:$7"; empty takes the title away.
+    /// "$1:$7"; empty removes the title rows.
     void setPrintTitleRows(const QString &rows);
     QString PrintTitleRows() const;
-    /// "$A:$A" or "A:A"; empty takes the title away.
+    /// "$A:$A" or "A:A"; empty removes the title columns.
     void setPrintTitleColumns(const QString &columns);
     QString PrintTitleColumns() const;
 
@@ -72,7 +72,7 @@ public:
     void setBottomMargin(double points);
     double BottomMargin() const;
 
-    /// Shrinks the print to so many pages wide, as many down as it takes; 0 prints at full size.
+    /// Shrinks the print to this number of pages across, with any number down; 0 prints at full size.
     void setFitToPagesWide(int pages);
     int FitToPagesWide() const;
 
@@ -83,7 +83,7 @@ private:
     model::Sheet *sheet_;
 };
 
-/// One sheet: a light handle. Error 91 on a handle that holds nothing, 1004 when the sheet was deleted.
+/// Handle to a sheet. An empty handle raises error 91, one whose sheet was deleted 1004.
 class Worksheet
 {
 public:
@@ -91,18 +91,18 @@ public:
     Worksheet(std::shared_ptr<model::Book> book, model::Sheet *sheet);
 
     QString Name() const;
-    /// Error 1004, the name staying as it was: empty, over 31 characters, one of : \ / ? * [ ], an apostrophe at either end, or
-    /// a name that another sheet has, letter case disregarded.
+    /// Error 1004, and the name stays, for a name that is empty, has over 31 characters, one of : \ / ? * [ ], an apostrophe at
+    /// either end, or equals that of another sheet regardless of case.
     void setName(const QString &name);
-    /// Makes it the sheet on top.
+    /// Makes it the active sheet.
     void Activate();
-    /// Error 1004 for the only sheet of a workbook. Never asks.
+    /// Without confirmation. Error 1004 for the only sheet of a workbook.
     void Delete();
 
-    /// First and last cell, "A9" or "a9"; a single cell is told once or twice. Error 1004 for a cell outside the sheet.
+    /// First and last cell, "A9" or "a9"; a single cell is given once or twice. Error 1004 for a cell outside the sheet.
     excel::Range Range(const QString &first, const QString &last) const;
     excel::Range Range(const QString &cell) const;
-    /// The cell of a row and a column, both from 1; for loops over many cells quicker than its name.
+    /// The cell of a row and a column, both from 1; faster in loops than by name.
     excel::Range Cells(int row, int column) const;
     excel::Columns Columns(const QString &columns) const;
     excel::PageSetup PageSetup() const;

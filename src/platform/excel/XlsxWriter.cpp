@@ -28,7 +28,7 @@ using model::Trait;
 
 namespace
 {
-/// The library prints numbers with the C locale's decimal sign; this keeps it a point for as long as a save takes.
+/// The library formats numbers by the C locale; this sets a decimal point for the duration of a save.
 class PointDecimals
 {
 public:
@@ -89,12 +89,12 @@ public:
 private:
     void writeColumns(const Sheet &sheet, lxw_worksheet *to) const
     {
-        for (const auto &[column, told] : sheet.columns) {
-            if (told.width != model::Unset) {
-                const auto place = static_cast<lxw_col_t>(column);
+        for (const auto &[column, settings] : sheet.columns) {
+            if (settings.width != model::Unset) {
+                const auto index = static_cast<lxw_col_t>(column);
                 lxw_row_col_options options{};
-                options.hidden = told.width == 0;
-                check(worksheet_set_column_opt(to, place, place, characterWidth(book_, told.width), nullptr, &options));
+                options.hidden = settings.width == 0;
+                check(worksheet_set_column_opt(to, index, index, characterWidth(book_, settings.width), nullptr, &options));
             }
         }
     }
@@ -112,15 +112,15 @@ private:
     {
         for (std::size_t number = 0; number < sheet.rows.size(); ++number) {
             const model::Row &row = sheet.rows[number];
-            const auto place = static_cast<lxw_row_t>(number);
+            const auto index = static_cast<lxw_row_t>(number);
             const std::optional<int> height = row.height != model::Unset ? row.height : heightForFonts(sheet, row);
             if (height) {
                 lxw_row_col_options options{};
                 options.hidden = *height == 0;
-                check(worksheet_set_row_opt(to, place, *height / 20.0, nullptr, &options));
+                check(worksheet_set_row_opt(to, index, *height / 20.0, nullptr, &options));
             }
             for (const Cell &cell : row.cells) {
-                writeCell(cell, place, to);
+                writeCell(cell, index, to);
             }
         }
     }
@@ -131,7 +131,7 @@ private:
         if (cell.content == Content::Number) {
             check(worksheet_write_number(to, row, cell.column, cell.number, look));
         } else if (cell.content == Content::Text) {
-            check(worksheet_write_string(to, row, cell.column, storedText(book_.texts.at(cell.place).text).constData(), look));
+            check(worksheet_write_string(to, row, cell.column, storedText(book_.texts.at(cell.index).text).constData(), look));
         } else {
             check(worksheet_write_blank(to, row, cell.column, look));
         }
@@ -191,7 +191,7 @@ private:
         if (style[Trait::Wrap] != 0) {
             format_set_text_wrap(format);
         }
-        // The library's own number for letters below each other.
+        // The library's number for stacked letters.
         format_set_rotation(format, static_cast<std::int16_t>(style[Trait::Rotation] == 255 ? 270 : style[Trait::Rotation]));
         format_set_num_format(format, book_.styles.numberFormats.at(style[Trait::NumberFormat]).toUtf8().constData());
         format_set_left(format, static_cast<std::uint8_t>(style[Trait::LeftLine]));
@@ -212,15 +212,10 @@ private:
 
 void refuseLosses(const Book &book)
 {
-    // Drawing, object, note, validation, conditional format.
-    constexpr std::array<std::uint16_t, 5> lost{0xEC, 0x5D, 0x1C, 0x1B2, 0x1B0};
     for (const auto &sheet : book.sheets) {
-        const bool holdsMore = std::any_of(sheet->kept.begin(), sheet->kept.end(), [&](const model::Record &record) {
-            return std::find(lost.begin(), lost.end(), record.id) != lost.end();
-        });
-        if (holdsMore || !sheet->keptCells.empty() || (book.kept && sheet->kept.empty())) {
+        if (sheet->holdsXlsContent || (book.passthrough && !sheet->passthrough)) {
             throw ExcelError(
-                QStringLiteral("the sheet \"%1\" holds formulas, notes or pictures that only a .xls keeps.").arg(sheet->name));
+                QStringLiteral("the sheet \"%1\" holds formulas, notes or images that only a .xls can hold.").arg(sheet->name));
         }
     }
 }
@@ -232,7 +227,7 @@ QByteArray xlsxBytes(const Book &book)
     const PointDecimals pointDecimals;
     const QTemporaryDir folder;
     if (!folder.isValid()) {
-        throw ExcelError(QStringLiteral("there is no room for temporary files: %1").arg(folder.errorString()));
+        throw ExcelError(QStringLiteral("there is no space for temporary files: %1").arg(folder.errorString()));
     }
     const QString path = folder.filePath(QStringLiteral("book.xlsx"));
     QByteArray folderName = QFile::encodeName(folder.path());

@@ -6,8 +6,8 @@
 namespace excel
 {
 
-/// The workbook as the bytes of a .xlsx. ExcelError when a limit of the format stands against it, or when it was opened with
-/// formulas, notes or pictures, which only a .xls keeps.
+/// The workbook as the bytes of a .xlsx. ExcelError above a limit of the format, or when it was opened with
+/// formulas, notes or images, which only a .xls can hold.
 QByteArray xlsxBytes(const model::Book &book);
 
 } // namespace excel

@@ -9,26 +9,26 @@
 
 using namespace chart;
 
-/// The model without a widget: places, counts, resets, colours, announcements.
+/// The model without a widget: indexes, counts, resets, colours, signals.
 class ChartTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void placesOutsideAreRefused_data();
-    void placesOutsideAreRefused();
+    void indexesOutsideAreRefused_data();
+    void indexesOutsideAreRefused();
     void countsCutAndGrow();
-    void aTableResetsLabelsButNoLooks();
-    void anUntouchedCellIsNoZero();
+    void aTableResetsLabelsNotStyles();
+    void anUnsetCellIsNotZero();
     void theTypeGoesToEverySeries();
-    void aResetKeepsTheTypeAlone();
-    void ownColoursStayThemeColoursFollow();
-    void nothingIsToldWithoutRepaint();
+    void aResetKeepsTheType();
+    void defaultColoursFollowOwnColoursStay();
+    void nothingIsEmittedWithoutRepaint();
 };
 
 using Change = std::function<void(Chart &)>;
 Q_DECLARE_METATYPE(Change)
 
-void ChartTest::placesOutsideAreRefused_data()
+void ChartTest::indexesOutsideAreRefused_data()
 {
     QTest::addColumn<Change>("change");
     QTest::addColumn<int>("error");
@@ -46,7 +46,7 @@ void ChartTest::placesOutsideAreRefused_data()
     row("cell below the table", 9, [](Chart &) { DataTable(2, 2).add(3, 1, 1.0); });
 }
 
-void ChartTest::placesOutsideAreRefused()
+void ChartTest::indexesOutsideAreRefused()
 {
     QFETCH(Change, change);
     QFETCH(int, error);
@@ -85,7 +85,7 @@ void ChartTest::countsCutAndGrow()
     QCOMPARE(model.series(2).SeriesType, SeriesType::Step2d);
 }
 
-void ChartTest::aTableResetsLabelsButNoLooks()
+void ChartTest::aTableResetsLabelsNotStyles()
 {
     Chart model;
     fillChart(model, ChartType::Bar2d, {{1, 2}, {3, 4}});
@@ -100,7 +100,7 @@ void ChartTest::aTableResetsLabelsButNoLooks()
     QCOMPARE(model.series(1).Pen.Width, 45);
 }
 
-void ChartTest::anUntouchedCellIsNoZero()
+void ChartTest::anUnsetCellIsNotZero()
 {
     DataTable table(2, 2);
     table.add(1, 1, 0.0);
@@ -129,7 +129,7 @@ void ChartTest::theTypeGoesToEverySeries()
     }
 }
 
-void ChartTest::aResetKeepsTheTypeAlone()
+void ChartTest::aResetKeepsTheType()
 {
     Chart model;
     fillChart(model, ChartType::Combination2d, {{1}, {2}});
@@ -151,7 +151,7 @@ void ChartTest::aResetKeepsTheTypeAlone()
     QVERIFY(model.series(1).Marker.Style != changed.Marker.Style);
 }
 
-void ChartTest::ownColoursStayThemeColoursFollow()
+void ChartTest::defaultColoursFollowOwnColoursStay()
 {
     Chart model;
     fillChart(model, ChartType::Bar2d, {{1}, {2}});
@@ -165,16 +165,16 @@ void ChartTest::ownColoursStayThemeColoursFollow()
     QCOMPARE(model.seriesColour(2, ColourRole::Brush, PlotColours::light()), QColor(0xC2, 0x64, 0x0F));
 }
 
-void ChartTest::nothingIsToldWithoutRepaint()
+void ChartTest::nothingIsEmittedWithoutRepaint()
 {
     Chart model;
-    QSignalSpy told(&model, &Chart::changed);
+    QSignalSpy changes(&model, &Chart::changed);
     model.setRepaint(false);
     fillChart(model, ChartType::Line2d, {{1, 2}});
     model.Refresh();
-    QCOMPARE(told.count(), 0);
+    QCOMPARE(changes.count(), 0);
     model.setRepaint(true);
-    QCOMPARE(told.count(), 1);
+    QCOMPARE(changes.count(), 1);
 }
 
 QTEST_GUILESS_MAIN(ChartTest)

@@ -18,15 +18,16 @@ private Q_SLOTS:
     void everyPointIsFoundWhereItIsDrawn();
     void anEmptyCellHasNoPoint_data() { addTypes(); }
     void anEmptyCellHasNoPoint();
-    void axesAndLegendTellTheTable();
+    void axesAndLegendShowTheTable();
     void xyCountsItsRows();
+    void unitRowsAreLabelledWhereNotAllFit();
     void withoutNumbersNoAxisTexts();
     void valueLabelsNeverCover_data() { addTypes(); }
     void valueLabelsNeverCover();
     void slicesAreSums();
-    void aMixedChartDrawsEachAsItsOwn();
+    void aMixedChartDrawsEachSeriesByItsType();
     void longNamesBreakTheLegend();
-    void oneRowStandsInTheMiddle();
+    void oneRowIsCentred();
 
 private:
     static void addTypes();
@@ -88,7 +89,7 @@ void PlotTest::anEmptyCellHasNoPoint()
     QVERIFY(type == ChartType::Pie2d || plot.drawnPoint({1, 3}));
 }
 
-void PlotTest::axesAndLegendTellTheTable()
+void PlotTest::axesAndLegendShowTheTable()
 {
     Chart model;
     fillChart(model, ChartType::Line2d, {wave(53, 1), wave(53, 2)});
@@ -115,6 +116,22 @@ void PlotTest::xyCountsItsRows()
     QCOMPARE(texts(plotOf(model).rowTicks()), QStringList({"1", "2", "3"}));
     model.setChartType(ChartType::Line2d);
     QCOMPARE(texts(plotOf(model).rowTicks()), QStringList({"1", "15 Mar", "3"}));
+}
+
+void PlotTest::unitRowsAreLabelledWhereNotAllFit()
+{
+    Chart model;
+    fillChart(model, ChartType::Line2d, {wave(365, 0)});
+    std::vector<int> months;
+    for (int row = 15; row <= 365; row += 30) {
+        months.push_back(row);
+    }
+    model.setUnitRows(months);
+    const Plot plot = plotOf(model);
+    QVERIFY(plot.rowTicks().size() > 3);
+    for (std::size_t tick = 0; tick < plot.rowTicks().size(); ++tick) {
+        QVERIFY(std::find(months.begin(), months.end(), static_cast<int>(plot.rowTicks()[tick].position)) != months.end());
+    }
 }
 
 void PlotTest::withoutNumbersNoAxisTexts()
@@ -154,7 +171,7 @@ void PlotTest::valueLabelsNeverCover()
         const auto isUnder = [&rectangle = labels[one].rectangle](const QPointF &marker) { return rectangle.contains(marker); };
         QVERIFY(std::none_of(markers.begin(), markers.end(), isUnder));
     }
-    // The highest is never the one left out.
+    // The label of the highest value is never left out.
     QVERIFY(type == ChartType::Pie2d || labels.front().text == QStringLiteral("22"));
 }
 
@@ -175,7 +192,7 @@ void PlotTest::slicesAreSums()
     QVERIFY((plotOf(model).pointAt(centre) == PointIndex{2, 1}));
 }
 
-void PlotTest::aMixedChartDrawsEachAsItsOwn()
+void PlotTest::aMixedChartDrawsEachSeriesByItsType()
 {
     Chart model;
     fillChart(model, ChartType::Combination2d, {{10, 20}, {10, 20}, {10, 20}, {10, 20}, {10, 20}});
@@ -207,7 +224,7 @@ void PlotTest::longNamesBreakTheLegend()
     }
 }
 
-void PlotTest::oneRowStandsInTheMiddle()
+void PlotTest::oneRowIsCentred()
 {
     for (const NamedType &each : ChartTypes) {
         Chart model;

@@ -74,14 +74,14 @@ void ValueScaleTest::labelsNeverTouch()
     QFETCH(double, width);
     QFETCH(double, spacing);
     QFETCH(int, least);
-    const std::vector<int> kept = labelsThatFit(std::vector<double>(static_cast<std::size_t>(rows), width), spacing, 3.0);
-    QVERIFY2(static_cast<int>(kept.size()) >= least, qPrintable(QString::number(kept.size())));
-    for (std::size_t label = 1; label < kept.size(); ++label) {
-        QVERIFY((kept[label] - kept[label - 1]) * spacing >= width + 3.0);
+    const std::vector<int> shown = labelsThatFit(std::vector<double>(static_cast<std::size_t>(rows), width), spacing, 3.0);
+    QVERIFY2(static_cast<int>(shown.size()) >= least, qPrintable(QString::number(shown.size())));
+    for (std::size_t label = 1; label < shown.size(); ++label) {
+        QVERIFY((shown[label] - shown[label - 1]) * spacing >= width + 3.0);
     }
     if (least > 1) {
-        QCOMPARE(kept.front(), 0);
-        QCOMPARE(kept.back(), rows - 1);
+        QCOMPARE(shown.front(), 0);
+        QCOMPARE(shown.back(), rows - 1);
     }
 }
 

@@ -34,7 +34,7 @@ QStringList PageSetupTest::understood(const QString &name) const
         return {QStringLiteral("no conversion: ") + program.errorString()
                 + QString::fromLocal8Bit(program.readAllStandardError())};
     }
-    return toldByReader({QStringLiteral("--page"), folder_.filePath(QStringLiteral("converted/") + name + u'x')});
+    return readBack({QStringLiteral("--page"), folder_.filePath(QStringLiteral("converted/") + name + u'x')});
 }
 
 void PageSetupTest::pageIsUnderstood()

@@ -11,7 +11,7 @@
 #include <functional>
 
 /// What an independent reader says of a workbook; the test fails when there is no reader or it refuses the file.
-inline QStringList toldByReader(const QStringList &arguments)
+inline QStringList readBack(const QStringList &arguments)
 {
     QProcess reader;
     reader.start(QStringLiteral(READER_PYTHON), QStringList{QStringLiteral(READER_SCRIPT)} + arguments);
@@ -22,12 +22,12 @@ inline QStringList toldByReader(const QStringList &arguments)
 }
 
 /// Compares line by line, so that a failure shows the line.
-inline void compareLines(const QStringList &told, const QStringList &expected)
+inline void compareLines(const QStringList &actual, const QStringList &expected)
 {
-    for (qsizetype at = 0; at < std::min(told.size(), expected.size()); ++at) {
-        QCOMPARE(told[at], expected[at]);
+    for (qsizetype at = 0; at < std::min(actual.size(), expected.size()); ++at) {
+        QCOMPARE(actual[at], expected[at]);
     }
-    QCOMPARE(told.join(u'\n'), expected.join(u'\n'));
+    QCOMPARE(actual.join(u'\n'), expected.join(u'\n'));
 }
 
 /// Number and description of the error that an action raises; 0 without one.

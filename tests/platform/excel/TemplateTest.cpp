@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/excel/Application.h"
+#include "platform/excel/BiffPassthrough.h"
 #include "platform/excel/BiffReader.h"
 #include "platform/excel/BiffRecords.h"
 #include "platform/excel/BiffWriter.h"
@@ -72,9 +73,9 @@ class TemplateTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void untouchedComesBackAsItWas();
+    void anUnchangedTemplateIsWrittenBackAsIs();
     void filledKeepsTheRest();
-    void cellsTakeTheLookOfTheTemplate();
+    void cellsTakeTheStyleOfTheTemplate();
     void onlyXlsKeepsEverything();
     void ofTwoPalettesTheLastCounts();
     void foreignFiles_data();
@@ -83,16 +84,16 @@ private Q_SLOTS:
     void damage();
 };
 
-void TemplateTest::untouchedComesBackAsItWas()
+void TemplateTest::anUnchangedTemplateIsWrittenBackAsIs()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath("same.xls");
     Application application;
     application.Workbooks().Open(TemplatePath).SaveAs(path);
-    const QStringList records = toldByReader({"--records", TemplatePath});
+    const QStringList records = readBack({"--records", TemplatePath});
     QVERIFY(records.size() > 50);
-    compareLines(toldByReader({"--records", path}), records);
-    compareLines(toldByReader({path}), toldByReader({TemplatePath}));
+    compareLines(readBack({"--records", path}), records);
+    compareLines(readBack({path}), readBack({TemplatePath}));
 }
 
 void TemplateTest::filledKeepsTheRest()
@@ -109,24 +110,24 @@ void TemplateTest::filledKeepsTheRest()
     application.ActiveSheet().PageSetup().setPrintTitleRows("$1:$3");
     book.Worksheets().Add(book.Worksheets(2)).Range("A1").setValue("added");
     book.SaveAs(path);
-    const QStringList told = toldByReader({path});
-    QVERIFY(!told.filter("B5 text [seven]").isEmpty());
-    QVERIFY(!told.filter("A2 text [Block :  7]").isEmpty());
-    QVERIFY(!told.filter("A1 text [Orchard form] ").first().contains("reader failed"));
-    QCOMPARE(told.filter("titles"), QStringList{"titles Form!$A$1:$IV$3"});
-    QVERIFY(told.contains("sheet Sheet3 shown"));
+    const QStringList actual = readBack({path});
+    QVERIFY(!actual.filter("B5 text [seven]").isEmpty());
+    QVERIFY(!actual.filter("A2 text [Block :  7]").isEmpty());
+    QVERIFY(!actual.filter("A1 text [Orchard form] ").first().contains("reader failed"));
+    QCOMPARE(actual.filter("titles"), QStringList{"titles Form!$A$1:$IV$3"});
+    QVERIFY(actual.contains("sheet Sheet3 shown"));
     // The sum, the other formulas and the reference from the second sheet still give their values.
-    QVERIFY(!told.filter("A3 number [10]").isEmpty());
-    QVERIFY(!told.filter("B6 number [4]").isEmpty());
+    QVERIFY(!actual.filter("A3 number [10]").isEmpty());
+    QVERIFY(!actual.filter("B6 number [4]").isEmpty());
     const auto kept = [](const QStringList &records) {
         return records.filter(QRegularExpression("^(00EB|00EC|005D|001C|01B6|01B2|01BE|0031) "));
     };
-    const QStringList before = kept(toldByReader({"--records", TemplatePath}));
+    const QStringList before = kept(readBack({"--records", TemplatePath}));
     QVERIFY(before.filter("00EC").size() >= 2 && before.filter("01BE").size() == 1 && before.filter("001C").size() == 1);
-    compareLines(kept(toldByReader({"--records", path})), before);
+    compareLines(kept(readBack({"--records", path})), before);
 }
 
-void TemplateTest::cellsTakeTheLookOfTheTemplate()
+void TemplateTest::cellsTakeTheStyleOfTheTemplate()
 {
     Application application;
     application.Workbooks().Open(TemplatePath);
@@ -155,15 +156,15 @@ void TemplateTest::onlyXlsKeepsEverything()
 void TemplateTest::ofTwoPalettesTheLastCounts()
 {
     const auto twice = bookFromXls(templateBytes());
-    auto &records = twice->kept->globals;
+    auto &records = twice->passthrough->globals;
     const auto first =
         std::find_if(records.begin(), records.end(), [](const auto &record) { return record.id == biff::Palette; });
     QVERIFY(first != records.end());
-    const model::Record second = *first;
+    const BiffRecord second = *first;
     records.insert(first, second);
-    twice->kept->palette.front() = 0x123456;
+    twice->passthrough->palette.front() = 0x123456;
     const auto book = bookFromXls(xlsBytes(*twice));
-    QCOMPARE(book->kept->palette, twice->kept->palette);
+    QCOMPARE(book->passthrough->palette, twice->passthrough->palette);
     // More colours than there is room for: each takes the place of an unused one, the last ones the place of the nearest.
     for (int column = 0; column < 100; ++column) {
         Interior interior = Range(book, book->sheets.front().get(), {0, column, 0, column}).Interior();
@@ -171,7 +172,7 @@ void TemplateTest::ofTwoPalettesTheLastCounts()
         interior.setThemeColor(1);
         interior.setTintAndShade(column / -100.0);
     }
-    QCOMPARE(bookFromXls(xlsBytes(*book))->kept->palette.size(), std::size_t{56});
+    QCOMPARE(bookFromXls(xlsBytes(*book))->passthrough->palette.size(), std::size_t{56});
 }
 
 void TemplateTest::foreignFiles_data()
@@ -179,7 +180,7 @@ void TemplateTest::foreignFiles_data()
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("reason");
     QTest::newRow("empty") << QByteArray("") << "empty";
-    QTest::newRow("text") << QByteArray("Farm;Block\n1;2\n") << "no .xls";
+    QTest::newRow("text") << QByteArray("Farm;Block\n1;2\n") << "not a .xls";
     QTest::newRow("xlsx renamed") << QByteArray("PK\x03\x04 and more") << "another format";
     QTest::newRow("first half") << templateBytes().left(templateBytes().size() / 2) << "damaged";
     QTest::newRow("container without a table") << templateBytes().left(512) << "damaged";
@@ -188,7 +189,7 @@ void TemplateTest::foreignFiles_data()
     QTest::newRow("password") << exchanged("42000200b004", "2f000200b004") << "password";
     QTest::newRow("no workbook inside") << templateBytes().replace(QByteArray("W\0o\0r\0k\0b\0", 10),
                                                                    QByteArray("W\0a\0l\0k\0b\0", 10))
-                                        << "no workbook";
+                                        << "does not contain a workbook";
     QTest::newRow("streams over each other") << overlappingStreams() << "damaged";
     QTest::newRow("thousands of streams") << tooManyStreams() << "damaged";
 }
@@ -213,7 +214,7 @@ void TemplateTest::aFileThatCannotBeReadThrough()
     const QString path = QStringLiteral("/proc/self/mem");
     const auto [number, description] = errorOf([&] { readXls(path); });
     QCOMPARE(number, 1004);
-    QVERIFY2(description.contains(path) && description.contains("not all of it"), qPrintable(description));
+    QVERIFY2(description.contains(path) && description.contains("could not be read completely"), qPrintable(description));
 }
 
 // Whatever bytes are hit, opening ends in a workbook that can be saved or in a clear error.

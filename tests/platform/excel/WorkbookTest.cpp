@@ -21,11 +21,11 @@ public:
         opened.append(path);
         return hasProgram;
     }
-    void tellWhere(const QString &path) override { told.append(path); }
+    void tellWhere(const QString &path) override { actual.append(path); }
 
     bool hasProgram = true;
     QStringList opened;
-    QStringList told;
+    QStringList actual;
 };
 
 /// A sheet with the marks of a field sheet, each property set more than once or on ranges that overlap.
@@ -84,8 +84,8 @@ private Q_SLOTS:
     void longTexts_data();
     void longTexts();
     void numbersOfAllForms();
-    void manyFormatsAreTold();
-    void limitsOfXlsAreTold();
+    void tooManyFormatsAreReported();
+    void limitsOfXlsAreReported();
     void columnFit();
     void mergeKeepsOneValue();
     void sheetNames();
@@ -116,7 +116,7 @@ void WorkbookTest::readersSeeWhatWasSet()
     last.PageSetup().setPrintTitleRows("$2:$2");
     book.Worksheets(1).Activate();
     book.SaveAs(path);
-    const QStringList told = toldByReader({path});
+    const QStringList actual = readBack({path});
     const auto title = [](const QString &cell, const QString &content, bool bold) {
         return cell + content + " Calibri 15" + (bold ? " bold" : "") + " center bottom 0 -/-/-/- D9D9D9 General";
     };
@@ -155,7 +155,7 @@ void WorkbookTest::readersSeeWhatWasSet()
                  << "head [None] [None] [None]"
                  << "head [None] [None] [None]";
     }
-    compareLines(told, expected);
+    compareLines(actual, expected);
 }
 
 // Which texts become numbers, as the readers of both formats see them.
@@ -182,7 +182,7 @@ void WorkbookTest::values()
     for (const auto &[name, format] : {std::pair{"values.xls", xlExcel8}, std::pair{"values.xlsx", xlOpenXMLWorkbook}}) {
         const QString path = folder.filePath(QLatin1String(name));
         book.SaveAs(path, format);
-        compareLines(toldByReader({path}).first(expected.size()), expected);
+        compareLines(readBack({path}).first(expected.size()), expected);
     }
 }
 
@@ -208,10 +208,10 @@ void WorkbookTest::longTexts()
         book.Worksheets(1).Range(QStringLiteral("A%1").arg(row)).setValue(texts.last());
     }
     book.SaveAs(path);
-    const QStringList told = toldByReader({path});
-    QCOMPARE(told.size(), texts.size() + 1);
+    const QStringList actual = readBack({path});
+    QCOMPARE(actual.size(), texts.size() + 1);
     for (qsizetype row = 0; row < texts.size(); ++row) {
-        QVERIFY(told[row + 1].contains(u'[' + texts[row] + u']'));
+        QVERIFY(actual[row + 1].contains(u'[' + texts[row] + u']'));
     }
 }
 
@@ -231,21 +231,21 @@ void WorkbookTest::numbersOfAllForms()
     sheet.Range("Z1").setValue(9.0);
     book.SaveAs(path);
     const Worksheet read = Application().Workbooks().Open(path).Worksheets(1);
-    const QStringList told = toldByReader({path}).filter(" number ");
-    QCOMPARE(static_cast<std::size_t>(told.size()), numbers.size() + 1);
+    const QStringList actual = readBack({path}).filter(" number ");
+    QCOMPARE(static_cast<std::size_t>(actual.size()), numbers.size() + 1);
     for (std::size_t at = 0; at < numbers.size(); ++at) {
-        const QString shown = told[static_cast<qsizetype>(at)].section(u'[', 1).section(u']', 0, 0);
+        const QString shown = actual[static_cast<qsizetype>(at)].section(u'[', 1).section(u']', 0, 0);
         QCOMPARE(shown.toDouble(), QString::number(numbers[at], 'g', 15).toDouble());
         QCOMPARE(read.Cells(1, static_cast<int>(at + 1)).value().toDouble(), numbers[at]);
     }
-    QVERIFY(told.last().startsWith("Z1 number [9]"));
+    QVERIFY(actual.last().startsWith("Z1 number [9]"));
     for (const auto &[row, column] : {std::pair(0, 1), std::pair(1, 0), std::pair(1, 16385)}) {
         const auto outside = [&, place = std::pair(row, column)] { sheet.Cells(place.first, place.second); };
         QCOMPARE(errorOf(outside).first, 1004);
     }
 }
 
-void WorkbookTest::manyFormatsAreTold()
+void WorkbookTest::tooManyFormatsAreReported()
 {
     const QTemporaryDir folder;
     Application application;
@@ -264,7 +264,7 @@ void WorkbookTest::manyFormatsAreTold()
     book.SaveAs(folder.filePath("many.xlsx"), xlOpenXMLWorkbook);
 }
 
-void WorkbookTest::limitsOfXlsAreTold()
+void WorkbookTest::limitsOfXlsAreReported()
 {
     const QTemporaryDir folder;
     for (const char *beyond : {"A65537", "IW1"}) {
@@ -380,7 +380,7 @@ void WorkbookTest::savesThatFail()
     QCOMPARE(QFileInfo(existing).size(), 8);
     application.setDisplayAlerts(false);
     book.SaveAs(existing);
-    QVERIFY(toldByReader({existing}).contains("sheet Sheet1 shown"));
+    QVERIFY(readBack({existing}).contains("sheet Sheet1 shown"));
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"existing.xls"});
 }
 
@@ -404,10 +404,10 @@ void WorkbookTest::handOver()
     application.setVisible(true);
     application.setVisible(true);
     QCOMPARE(launcher.opened, (QStringList{first, second}));
-    QCOMPARE(launcher.told, QStringList{second});
+    QCOMPARE(launcher.actual, QStringList{second});
     QCOMPARE(errorOf([&] { application.Workbooks().OpenStored(first); }).first, 429);
     QCOMPARE(errorOf([&] { application.Workbooks().OpenStored(folder.filePath("none.xlsx")); }).first, 1004);
-    QCOMPARE(launcher.told.size(), 1);
+    QCOMPARE(launcher.actual.size(), 1);
 }
 
 void WorkbookTest::deletedSheets()
