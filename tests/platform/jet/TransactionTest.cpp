@@ -209,6 +209,7 @@ private Q_SLOTS:
         const int column = static_cast<int>(database_->definition("tblWorker").page) * bytes::PageSize + 63 + 12;
         QCOMPARE(file[column], char(ColumnType::Long));
         file[column] = char(ColumnType::Text);
+        bytes::setNumber<quint16>(file, 0, 0xE02, 0x0155);
         judges::write(path_, file);
         database_->refresh();
         change([&](Transaction &transaction) {
