@@ -298,7 +298,7 @@ private Q_SLOTS:
                    [](QByteArray &bytes) {
                        qToLittleEndian<quint32>(282, bytes.data() + definitionPage(bytes, 281) * PageSize + 16);
                    }),
-            "281 rows can be read from the table tblPMData, but its definition counts 282");
+            "table tblPMData, 281 rows can be read, but its definition counts 282");
         row(
             "databases in the target",
             [](const Fixtures &fixtures) {

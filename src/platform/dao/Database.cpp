@@ -4,7 +4,6 @@
 #include "platform/dao/CommitScope.h"
 #include "platform/dao/Conversion.h"
 #include "platform/dao/Engine.h"
-#include "platform/dao/Maintenance.h"
 #include "platform/dao/RecordsetState.h"
 
 #include <algorithm>
@@ -19,6 +18,16 @@ Database::~Database() = default;
 const QString &Database::Name() const
 {
     return state_->engine->path();
+}
+
+bool Database::isReadOnly() const
+{
+    return state_->engine->storage().isReadOnly();
+}
+
+bool Database::isMirrored() const
+{
+    return state_->engine->storage().isMirror();
 }
 
 Recordset Database::OpenRecordset(const QString &sql, RecordsetType type)
@@ -53,6 +62,8 @@ void Database::Append(const TableDef &definition)
     }
     CommitScope scope(*this);
     try {
+        engine.prepareWrite();
+        engine.storage().createTable(definition);
         for (const QByteArray &sql : Catalog::createStatements(definition)) {
             Statement statement(engine.connection(), sql);
             engine.write(statement);
@@ -78,18 +89,20 @@ void Database::Append(const QString &table, const Field &field)
             basic::ErrorNumber::InvalidArgument,
             QStringLiteral("An autonumber cannot be added to the table %1, which is in the file already.").arg(table));
     }
+    CommitScope scope(*this);
+    engine.prepareWrite();
+    engine.storage().addField(definition, field);
     Statement statement(engine.connection(),
                         "ALTER TABLE " + quoteName(definition.Name()) + " ADD COLUMN " + Catalog::columnDeclaration(field));
     engine.write(statement);
     engine.forgetSchema();
+    scope.commit();
 }
 
 void Database::Append(const QString &table, const Index &index)
 {
     Engine &engine = *state_->engine;
-    Statement statement(engine.connection(), Catalog::indexStatement(tableDef(table), index));
-    engine.write(statement);
-    engine.forgetSchema();
+    engine.changeIndexes(Catalog::indexStatement(tableDef(table), index));
 }
 
 void Database::removeIndex(const QString &table, const QString &index)
@@ -104,9 +117,7 @@ void Database::removeIndex(const QString &table, const QString &index)
         throw DataError(DataErrorNumber::ItemNotFound,
                         QStringLiteral("There is no index %1 of %2 (item not found).").arg(index, definition.Name()));
     }
-    Statement statement(engine.connection(), "DROP INDEX " + Catalog::storedIndexName(definition, *found));
-    engine.write(statement);
-    engine.forgetSchema();
+    engine.changeIndexes("DROP INDEX " + Catalog::storedIndexName(definition, *found));
 }
 
 TableDef Database::tableDef(const QString &name) const
@@ -129,17 +140,17 @@ TableDef Database::tableDef(const QString &name) const
 
 void Database::backupTo(const QString &path) const
 {
-    copyFile(*state_->engine, path);
+    state_->engine->storage().copyTo(path, state_->engine->isInTransaction());
 }
 
 QStringList Database::checkIntegrity(const std::function<void(int percent)> &progress) const
 {
-    return dao::checkIntegrity(*state_->engine, progress);
+    return state_->engine->storage().checkIntegrity(progress);
 }
 
 QStringList Database::checkPages() const
 {
-    return dao::checkPages(*state_->engine);
+    return state_->engine->storage().checkPages();
 }
 
 QStringList Database::tableNames() const

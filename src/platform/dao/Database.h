@@ -37,6 +37,9 @@ public:
 
     /// Full path of the file.
     const QString &Name() const;
+    bool isReadOnly() const;
+    /// Whether the file is read through a mirror, which has only the indexes of the file.
+    bool isMirrored() const;
 
     Recordset OpenRecordset(const QString &sql, RecordsetType type = RecordsetType::Snapshot);
     /// Runs an UPDATE, INSERT or DELETE statement; returns the number of rows that it touched.
@@ -49,7 +52,8 @@ public:
     /// Adds a field to a table in the file; existing rows hold null in it, a Boolean False. 3191 when the table has one of that
     /// name.
     void Append(const QString &table, const Field &field);
-    /// Builds an index over the rows of a table in the file; its name is that of tableDef's indexes.
+    /// Builds an index over the rows of a table in the file; its name is that of tableDef's indexes. Of a Jet file only the
+    /// mirror has it.
     void Append(const QString &table, const Index &index);
     /// 3265 when the table has no index of that name, or when it is the key.
     void removeIndex(const QString &table, const QString &index);

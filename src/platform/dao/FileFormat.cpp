@@ -74,10 +74,6 @@ void checkHeader(const Connection &connection)
     if (size == 0) {
         failDamaged(path, QStringLiteral("it is empty"));
     }
-    const QByteArrayView kind = QByteArrayView(header).sliced(4, 15);
-    if (kind == "Standard Jet DB" || kind == "Standard ACE DB") {
-        failFormat(path, QStringLiteral("is a Jet file; import it with \"farmdata import\"."));
-    }
     if (!header.startsWith(QByteArrayView("SQLite format 3\0", 16))) {
         failFormat(path, QStringLiteral("is not a database of this program."));
     }

@@ -6,14 +6,16 @@
 
 #include <functional>
 
-/// Copying and checking an open file; Database documents the operations.
+/// Copying and checking an open SQLite file; Storage documents the operations.
 namespace dao
 {
 
-class Engine;
+class Connection;
 
-void copyFile(Engine &engine, const QString &path);
-QStringList checkIntegrity(Engine &engine, const std::function<void(int percent)> &progress);
-QStringList checkPages(Engine &engine);
+/// Copies an open SQLite file, or the bytes of any file. Error 75, naming the copy, when it exists or cannot be written.
+void copyFile(const Connection &from, const QString &path);
+void copyBytes(const QString &from, const QString &path);
+QStringList checkIntegrity(Connection &connection, const std::function<void(int percent)> &progress);
+QStringList checkPages(Connection &connection);
 
 } // namespace dao

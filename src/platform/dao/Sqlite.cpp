@@ -93,7 +93,7 @@ void guardAgainstFile(sqlite3 *handle)
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     for (const auto &[limit, value] : {std::pair{SQLITE_LIMIT_ATTACHED, 0}, std::pair{SQLITE_LIMIT_TRIGGER_DEPTH, 0},
                                        std::pair{SQLITE_LIMIT_LENGTH, 1'000'000}, std::pair{SQLITE_LIMIT_SQL_LENGTH, 100'000},
-                                       std::pair{SQLITE_LIMIT_COLUMN, 200}, std::pair{SQLITE_LIMIT_COMPOUND_SELECT, 3},
+                                       std::pair{SQLITE_LIMIT_COLUMN, 300}, std::pair{SQLITE_LIMIT_COMPOUND_SELECT, 3},
                                        std::pair{SQLITE_LIMIT_EXPR_DEPTH, 100}, std::pair{SQLITE_LIMIT_FUNCTION_ARG, 8},
                                        std::pair{SQLITE_LIMIT_VDBE_OP, 250'000}}) {
         sqlite3_limit(handle, limit, value);
@@ -108,16 +108,27 @@ void Connection::Closer::operator()(sqlite3 *handle) const
     sqlite3_close_v2(handle);
 }
 
-Connection::Connection(const QString &path, Mode mode) : path_(path)
+Connection::Connection(const QString &path, Mode mode)
+    : Connection((refuseForeignJournal(path), path), path.toUtf8().constData(),
+                 mode == Mode::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE, confinedVfs())
+{
+}
+
+Connection Connection::inMemory(const QString &path)
+{
+    Connection connection(path, ":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY, nullptr);
+    connection.execute("PRAGMA journal_mode=MEMORY; PRAGMA temp_store=MEMORY");
+    return connection;
+}
+
+Connection::Connection(const QString &path, const char *file, int flags, const char *vfs) : path_(path)
 {
     // Counting its memory costs SQLite a lock at every allocation. It refuses once another part of the process has started it,
     // which does no harm.
     static const int withoutCounting = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
     Q_UNUSED(withoutCounting);
-    refuseForeignJournal(path);
     sqlite3 *handle = nullptr;
-    const int flags = mode == Mode::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
-    const int code = sqlite3_open_v2(path.toUtf8().constData(), &handle, flags | SQLITE_OPEN_NOMUTEX, confinedVfs());
+    const int code = sqlite3_open_v2(file, &handle, flags | SQLITE_OPEN_NOMUTEX, vfs);
     handle_.reset(handle);
     if (code != SQLITE_OK) {
         fail(code);

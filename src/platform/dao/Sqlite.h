@@ -24,6 +24,8 @@ public:
     enum class Mode { ReadWrite, ReadOnly };
     /// Opens an existing file and sets up this program's collation, functions and waiting time; reads nothing of it yet.
     Connection(const QString &path, Mode mode);
+    /// An empty private database in memory; `path` is the name in error messages.
+    static Connection inMemory(const QString &path);
 
     sqlite3 *get() const { return handle_.get(); }
     const QString &path() const { return path_; }
@@ -40,6 +42,8 @@ public:
     [[noreturn]] void fail(int code) const;
 
 private:
+    Connection(const QString &path, const char *file, int flags, const char *vfs);
+
     struct Closer {
         void operator()(sqlite3 *handle) const;
     };
