@@ -42,6 +42,7 @@ public:
     void addField(const TableDef &, const Field &) override {}
 
     void copyTo(const QString &path, bool isInTransaction) override;
+    std::unique_ptr<FileCopy> startCopy(const QString &copy) override { return FileCopy::ofBytes(path(), copy); }
     QStringList checkIntegrity(const Progress &progress) override;
     QStringList checkPages() override;
 
