@@ -8,6 +8,8 @@
 #include "platform/dao/Workspace.h"
 #include "platform/jet/Check.h"
 #include "platform/jet/DatabaseMaker.h"
+#include "platform/jet/LockFile.h"
+#include "platform/jet/PageCommit.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -79,8 +81,7 @@ std::unique_ptr<JetStorage> JetStorage::create(const QString &path, const QStrin
 
 QStringList JetStorage::companionFiles(const QString &path)
 {
-    const QFileInfo info(path);
-    return {info.path() + u'/' + info.completeBaseName() + QLatin1String(".ldb")};
+    return {jet::LockFile::pathFor(path), jet::rollbackPath(path)};
 }
 
 void JetStorage::load()
