@@ -15,7 +15,12 @@
 namespace
 {
 
+// The sanitizers make everything ten times slower.
+#ifdef __SANITIZE_ADDRESS__
+constexpr int FilesPerFixture = 150;
+#else
 constexpr int FilesPerFixture = 1500;
+#endif
 constexpr qint64 SlowestFile = 2000;
 
 /// Some bytes changed: most of them near the beginning of a page, where the numbers are that everything else hangs on.

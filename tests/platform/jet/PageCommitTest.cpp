@@ -66,8 +66,12 @@ private:
             if (part == 0) {
                 transaction.update("tblPMTrans", *transaction.findByKey("tblPMTrans", {5}), {{5, 33}});
             } else if (part == 1) {
-                for (int i = 0; i < 4000; ++i) {
-                    transaction.insert("tblPMData", {jet::Null{}, i % 9, i, i % 5, 1});
+                // Few rows on many pages.
+                std::vector<jet::Value> row(10);
+                row[6] = QString(255, QChar(0x6F22));
+                for (int i = 0; i < 400; ++i) {
+                    row[1] = i;
+                    transaction.insert("tblPMTrans", row);
                 }
                 for (int key = 1; key < 250; key += 2) {
                     transaction.remove("tblPMData", *transaction.findByKey("tblPMData", {key}));
