@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "menu/MenuEntries.h"
 #include "platform/controls/Dialogs.h"
-#include "platform/controls/Theme.h"
+#include "shell/DesktopColours.h"
 #include "shell/FarmApplication.h"
 #include "shell/MDI_Monitoring.h"
 #include "shell/ProgramFolder.h"
@@ -56,6 +56,6 @@ int main(int argc, char **argv)
     ::umask(S_IRWXG | S_IRWXO);
 #endif
     FarmApplication application(argc, argv);
-    controls::Theme::apply(application);
+    const DesktopColours colours(application);
     return run(application);
 }
