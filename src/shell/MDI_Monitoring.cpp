@@ -8,6 +8,7 @@
 #include "platform/controls/DatePicker.h"
 #include "platform/controls/Dialogs.h"
 #include "platform/controls/Theme.h"
+#include "platform/dao/Workspace.h"
 #include "screens/ChildScreen.h"
 #include "screens/Icons.h"
 #include "screens/ListFillers.h"
@@ -53,10 +54,12 @@ MDI_Monitoring::MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry
     connect(ui_->picPro, &MenuPanel::entryClicked, this, [this](const MenuEntry &entry) { guarded([&] { openEntry(entry); }); });
     connect(ui_->picPro, &MenuPanel::closeClicked, this, &MDI_Monitoring::endProcess);
     connect(qApp, &QGuiApplication::applicationStateChanged, this, &MDI_Monitoring::windowEntered);
+    dao::Workspace::setNoticeHandler([this](const QString &sentence) { showFailure(sentence); });
 }
 
 MDI_Monitoring::~MDI_Monitoring()
 {
+    dao::Workspace::setNoticeHandler({});
     // Screens use the session until they are destroyed, and members are destroyed before children.
     qDeleteAll(findChildren<ChildScreen *>());
 }

@@ -168,6 +168,11 @@ const Stamp &Database::stamp() const
     return state_->stamp;
 }
 
+void Database::releasePages()
+{
+    state_->pager.releasePages();
+}
+
 bool Database::isSettled() const
 {
     return stampOf(path()) == state_->stamp && CommitBytes::writers(state_->pager.page(0)).empty();

@@ -64,6 +64,8 @@ public:
     /// When the file has changed since, drops all that was read of it and opens it again. Returns whether it has.
     bool refresh();
 
+    /// Gives back the memory of the pages that were read; they are read again when they are asked for.
+    void releasePages();
     /// Whether what was read is of one piece: the file has not changed since, and nobody was writing it.
     bool isSettled() const;
 

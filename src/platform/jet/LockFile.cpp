@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/jet/LockFile.h"
 
+#include "platform/basic/Permissions.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/RangeLock.h"
 
@@ -51,7 +52,7 @@ LockFile::LockFile(const QString &databasePath) : databasePath_(databasePath), f
         }
         if (isNew) {
             // Whoever may use the database must be able to lock it.
-            file_.setPermissions(QFile::permissions(databasePath_));
+            basic::copyPermissions(databasePath_, file_.fileName());
         }
         if (!takeSlot()) {
             file_.close();

@@ -52,6 +52,9 @@ public:
     /// The same, and a Fault unless the page begins with that type.
     Bytes page(std::uint32_t number, std::uint8_t type) const;
 
+    /// Forgets what was read, unless something is changed. What `page` has returned is gone.
+    void releasePages();
+
     /// The bytes of a page that is to be changed.
     unsigned char *edit(std::uint32_t number);
     /// A page of zeros behind the last one.
