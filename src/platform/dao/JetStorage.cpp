@@ -92,6 +92,13 @@ void JetStorage::loadFirst()
         return;
     }
     load();
+    QElapsedTimer waited;
+    waited.start();
+    while (jet::stampOf(path()) != file_->stamp() && waited.elapsed() < RetryMilliseconds) {
+        // Another program has written it meanwhile.
+        translated([this] { file_->refresh(); });
+        load();
+    }
     file_->releasePages();
     if (cache && unreadable_.empty() && file_->isSettled()) {
         cache->save(mirror_);

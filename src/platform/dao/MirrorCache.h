@@ -11,8 +11,8 @@ namespace dao
 
 class Connection;
 
-/// The mirror of a large Jet file between two runs: a file in the user's own cache folder that nobody else can read. It is found
-/// by what the Jet file holds, so a file that has changed in any byte has none.
+/// The mirror of a large Jet file between two runs: a file in the user's own cache folder that no other user can read. It is
+/// found by what the Jet file holds, so a file that has changed in any byte has none.
 class MirrorCache
 {
 public:
@@ -22,7 +22,7 @@ public:
     /// For the file as it is now; nothing for a small file, or where there is no folder for it.
     static std::optional<MirrorCache> of(const QString &jetFile);
 
-    /// Fills an empty mirror; false when nothing is stored, or nothing sound.
+    /// Fills an empty mirror; false when nothing is stored, or nothing valid.
     bool load(Connection &mirror) const;
     /// Replaces what is stored for this file. Failures are ignored: the mirror is then made anew the next time.
     void save(const Connection &mirror) const;

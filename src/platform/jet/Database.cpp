@@ -82,7 +82,7 @@ void undoUnfinished(const QString &path, LockFile *lock)
     }
     const auto own = lock ? nullptr : std::make_unique<LockFile>(path);
     if (hasRollback(path)) {
-        const auto others = (lock ? *lock : *own).keepOthersOut();
+        const auto others = (lock ? *lock : *own).lockOthers();
         rollBack(path);
     }
 }

@@ -15,7 +15,7 @@
 namespace jet
 {
 
-/// A cheap look at a file, to learn whether somebody has changed it: every engine that writes counts up its commit bytes on the
+/// A cheap look at a file, to learn whether it has changed: every program that writes counts up its commit bytes on the
 /// first page. Clocks of file systems are coarse: two changes within 20 ms may leave one time.
 struct Stamp {
     qint64 size = -1;

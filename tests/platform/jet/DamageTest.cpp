@@ -78,14 +78,14 @@ private Q_SLOTS:
     void damageIsAnErrorOrAValue()
     {
         QFETCH(QString, name);
-        const QByteArray sound = judges::fixture(name);
+        const QByteArray valid = judges::fixture(name);
         const QTemporaryDir folder(memoryFolder());
         const QString path = folder.filePath("Farm.mdb");
         std::mt19937 random(20240229);
         int refused = 0;
         int seen = 0;
         for (int i = 0; i < FilesPerFixture; ++i) {
-            judges::write(path, damaged(sound, random));
+            judges::write(path, damaged(valid, random));
             QElapsedTimer timer;
             timer.start();
             refused += faultsOf(path) > 0 ? 1 : 0;
