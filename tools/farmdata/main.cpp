@@ -9,6 +9,7 @@
 
 #include "common/FarmLock.h"
 #include "platform/basic/RunTimeError.h"
+#include "store/BackupFolder.h"
 #include "store/Backups.h"
 
 #include <QCoreApplication>
@@ -77,8 +78,13 @@ bool check(const QStringList &arguments)
 bool backup(const QStringList &arguments)
 {
     const QString folder = folderOf(arguments[0]);
-    printLine(QStringLiteral("Copied to %1.").arg(store::backUpNow(folder)));
-    for (const store::Backup &one : store::listBackups(folder)) {
+    QString copy;
+    {
+        Progress progress(QStringLiteral("Copying"), 100);
+        copy = store::backUpNow(folder, [&](int percent) { progress.show(percent); });
+    }
+    printLine(QStringLiteral("Copied to %1.").arg(copy));
+    for (const store::Backup &one : store::BackupFolder(folder).copies()) {
         printLine(QStringLiteral("  %1  %2").arg(one.day.toString(Qt::ISODate), one.path));
     }
     return true;

@@ -82,7 +82,7 @@ std::unique_ptr<JetStorage> JetStorage::create(const QString &path, const QStrin
 
 QStringList JetStorage::companionFiles(const QString &path)
 {
-    return {jet::LockFile::pathFor(path), jet::rollbackPath(path)};
+    return {jet::rollbackPath(path), jet::LockFile::pathFor(path)};
 }
 
 void JetStorage::loadFirst()
