@@ -82,7 +82,7 @@ void undoUnfinished(const QString &path, LockFile *lock)
     }
     const auto own = lock ? nullptr : std::make_unique<LockFile>(path);
     if (hasRollback(path)) {
-        const auto others = (lock ? *lock : *own).keepOthersOut();
+        const auto others = (lock ? *lock : *own).lockOthers();
         rollBack(path);
     }
 }
@@ -166,6 +166,11 @@ std::optional<std::vector<Value>> Database::readRow(const QString &table, RowPos
 const Stamp &Database::stamp() const
 {
     return state_->stamp;
+}
+
+void Database::releasePages()
+{
+    state_->pager.releasePages();
 }
 
 bool Database::isSettled() const

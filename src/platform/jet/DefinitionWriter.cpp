@@ -168,7 +168,7 @@ void writeDefinition(PageAllocator &allocator, std::uint32_t firstPage, const QB
         const bool isKnown = pager.page(page).byteAt(0) == PageType::Definition;
         std::uint32_t next = isKnown ? pager.page(page).longAt(NextPageOffset) : 0;
         if (next == 0 && begin < bytes.size()) {
-            next = allocator.take();
+            next = allocator.allocate();
         }
         unsigned char *const out = pager.edit(page);
         std::fill_n(out, PageSize, std::uint8_t{0});
@@ -209,7 +209,7 @@ QByteArray withBooleanColumn(const QByteArray &bytes, const TableDefinition &tab
 
 std::uint32_t makeMaps(PageAllocator &allocator, const std::vector<std::uint32_t> &pages)
 {
-    const std::uint32_t number = allocator.take();
+    const std::uint32_t number = allocator.allocate();
     DataPageEditor::format(allocator.pager(), number, 0);
     DataPageEditor editor(allocator.pager(), number, 0);
     for (const std::uint32_t page : pages) {

@@ -82,7 +82,7 @@ IndexTree::Node &IndexTree::changed(std::uint32_t page)
 
 std::uint32_t IndexTree::makePage(bool isLeaf)
 {
-    const std::uint32_t page = allocator_.take();
+    const std::uint32_t page = allocator_.allocate();
     addToMap(allocator_, ownedMap_, page);
     Node made;
     made.isLeaf = isLeaf;
@@ -305,7 +305,7 @@ void IndexTree::removeEmpty(const Path &path)
         }
         nodes_.erase(page);
         removeFromMap(allocator_, ownedMap_, page);
-        allocator_.giveBack(page);
+        allocator_.release(page);
     }
     if (node(path[level].page).childCount() == 0) {
         changed(path[level].page).isLeaf = true;

@@ -14,8 +14,8 @@ namespace jet
 namespace
 {
 
-/// A page that has left the map of pages with room comes back once it has this many bytes free.
-constexpr std::size_t RoomAgain = 512;
+/// A page that has left the map of pages with free space comes back once it has this many bytes free.
+constexpr std::size_t FreeAgain = 512;
 
 } // namespace
 
@@ -35,7 +35,7 @@ RowPosition RowSpace::add(Bytes row, std::uint16_t flags)
         removeFromMap(allocator_, freeMap_, freePages_.back());
         freePages_.pop_back();
     }
-    const std::uint32_t page = allocator_.take();
+    const std::uint32_t page = allocator_.allocate();
     DataPageEditor::format(allocator_.pager(), page, owner_);
     addToMap(allocator_, ownedMap_, page);
     addToMap(allocator_, freeMap_, page);
@@ -81,7 +81,7 @@ bool RowSpace::set(RowPosition position, Bytes row, std::uint16_t flags)
     }
     editor.set(position.slot, row, flags);
     const bool isListed = std::find(freePages_.begin(), freePages_.end(), position.page) != freePages_.end();
-    if (!isListed && editor.page().unusedBytes() >= RoomAgain) {
+    if (!isListed && editor.page().unusedBytes() >= FreeAgain) {
         addToMap(allocator_, freeMap_, position.page);
         // Before the page that is being filled.
         freePages_.insert(freePages_.begin(), position.page);

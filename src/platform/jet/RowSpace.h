@@ -24,7 +24,7 @@ public:
 
     /// A row at a new position.
     RowPosition add(Bytes row, std::uint16_t flags);
-    /// Changes the row at a position; false when its page has no room for it.
+    /// Changes the row at a position; false when its page is too full for it.
     bool set(RowPosition position, Bytes row, std::uint16_t flags);
     void remove(RowPosition position);
 
@@ -37,7 +37,7 @@ private:
     RowPosition ownedMap_;
     RowPosition freeMap_;
     std::function<bool()> mayReuseSlots_;
-    /// Pages with room by the map, the one to fill last.
+    /// Pages with free space by the map, the one to fill last.
     std::vector<std::uint32_t> freePages_;
 };
 

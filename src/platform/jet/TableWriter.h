@@ -30,7 +30,8 @@ struct Inserted {
 class TableWriter
 {
 public:
-    /// Error 3027 for a table that cannot be kept true, naming why. `isCatalogue` lets the names of the catalogue be indexed.
+    /// Error 3027 for a table that cannot be kept consistent, naming why. `isCatalogue` lets the names of the catalogue be
+    /// indexed.
     TableWriter(PageAllocator &allocator, TableDefinition &table, bool isCatalogue);
     TableWriter(const TableWriter &) = delete;
     TableWriter &operator=(const TableWriter &) = delete;
@@ -47,10 +48,10 @@ public:
     void flush();
 
 private:
-    /// Where a row is: its position, and the place that it has moved to.
+    /// Where a row is: its position, and its new location if it has moved.
     struct Location {
         RowPosition position;
-        std::optional<RowPosition> home;
+        std::optional<RowPosition> movedTo;
         Bytes bytes;
     };
 

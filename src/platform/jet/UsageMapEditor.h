@@ -22,8 +22,8 @@ public:
 
     Pager &pager() { return pager_; }
     /// A page of zeros, taken out of the map of free pages.
-    std::uint32_t take();
-    void giveBack(std::uint32_t page);
+    std::uint32_t allocate();
+    void release(std::uint32_t page);
     /// Whether the slots of deleted rows of a table may be used again, by the page of its definition; nothing before that is
     /// known.
     std::optional<bool> &reusableSlots(std::uint32_t definitionPage) { return reusableSlots_[definitionPage]; }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-/// Stands between the program under test and the calls by which it writes: counts them, and at the one that is asked for ends the
+/// Sits between the program under test and the calls by which it writes: counts them, and at the one that is asked for ends the
 /// process or lets the call fail.
 namespace failingDisk
 {

@@ -141,7 +141,7 @@ private Q_SLOTS:
         // They have ended without leaving: their entries are there, their locks are not.
         QVERIFY(entries().contains("KANTOOR"));
         insert(*database);
-        // While it is written nobody comes in.
+        // During a write no other user gets a slot.
         Transaction transaction(*database);
         QVERIFY(!OtherUser(lockPath_, 0, "A").isPresent());
         QVERIFY(!OtherUser(lockPath_, 200, "B").isPresent());
@@ -183,7 +183,7 @@ private Q_SLOTS:
     void aNewcomerWaitsForTheOneWhoWrites()
     {
         LockFile writer(path_);
-        auto others = writer.keepOthersOut();
+        auto others = writer.lockOthers();
         const pid_t child = fork();
         if (child == 0) {
             // Takes its slot as soon as it may.
@@ -202,7 +202,7 @@ private Q_SLOTS:
         const pid_t child = fork();
         if (child == 0) {
             LockFile lock(path_);
-            const auto others = lock.keepOthersOut();
+            const auto others = lock.lockOthers();
             kill(getpid(), SIGKILL);
         }
         waitpid(child, nullptr, 0);

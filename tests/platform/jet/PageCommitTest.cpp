@@ -158,7 +158,7 @@ private Q_SLOTS:
             bool isComplete = false;
             const int committed = inChild(call, failure, isComplete);
             undone += jet::hasRollback(path_) ? 1 : 0;
-            // Whoever opens it next, and be it for reading.
+            // The next opening undoes it, also one for reading.
             const auto database = Database::open(path_, judges::Password, call % 2 == 0 ? Access::ReadOnly : Access::ReadWrite);
             const QByteArray found = read(path_);
             QVERIFY2(found == states_[committed] || found == states_[std::min(committed + 1, 3)],

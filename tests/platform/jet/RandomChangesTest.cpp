@@ -31,7 +31,7 @@ using Model = std::map<RowPosition, std::vector<Value>>;
 
 } // namespace
 
-/// Thousands of operations drawn by lot, next to a model in memory; now and then the page walker and the other readers judge.
+/// Thousands of operations chosen at random, next to a model in memory; now and then the page walker and the other readers judge.
 class RandomChangesTest : public QObject
 {
     Q_OBJECT

@@ -386,7 +386,7 @@ private Q_SLOTS:
             QCOMPARE(std::get<QString>(all[i][1]), QString(sizes[i] / 2, QChar(0x3B1)));
             QCOMPARE(std::get<QByteArray>(all[i][2]).size(), sizes[i]);
         }
-        // Replaced and deleted values make room for new ones.
+        // Replaced and deleted values free space for new ones.
         const auto refill = [&] {
             change([&](Transaction &transaction) {
                 for (const int size : sizes) {
@@ -507,7 +507,7 @@ private Q_SLOTS:
         QVERIFY(errorOf(ErrorNumber::ChangedMeanwhile, [&] { Transaction transaction(*database_); }).contains(path_));
         QVERIFY(database_->refresh());
         change([](Transaction &transaction) { transaction.insert("tblPMTempPest", {Null{}, 1}); });
-        // A pair of commit bytes that says "writing", and nobody there: somebody was stopped.
+        // A pair of commit bytes that says "writing", without a user: a program was stopped while writing.
         database_.reset();
         bytes::setNumber<quint16>(other, 0, 0xE04, 0);
         judges::write(path_, other);
@@ -539,8 +539,8 @@ private Q_SLOTS:
                 transaction.insert("tblDeep", rowOf(i));
             }
         });
-        const auto sound = [&] { QCOMPARE(judges::faults(path_), QString()); };
-        sound();
+        const auto isValid = [&] { QCOMPARE(judges::faults(path_), QString()); };
+        isValid();
         for (int part = 0; part < 4; ++part) {
             change([&](Transaction &transaction) {
                 for (int i = part; i < Count; i += 4) {
@@ -549,7 +549,7 @@ private Q_SLOTS:
                     QVERIFY(transaction.remove("tblDeep", *transaction.findByKey("tblDeep", key)));
                 }
             });
-            sound();
+            isValid();
         }
         for (const jet::IndexDefinition &index : database_->definition("tblDeep").indexes) {
             QCOMPARE(index.distinctKeys, 0U);
