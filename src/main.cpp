@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "common/ProgramLock.h"
 #include "menu/MenuEntries.h"
 #include "platform/controls/Dialogs.h"
 #include "shell/DesktopColours.h"
@@ -7,10 +8,6 @@
 #include "shell/ProgramFolder.h"
 
 #include <QPointer>
-
-#ifdef Q_OS_UNIX
-#include <sys/stat.h>
-#endif
 
 namespace
 {
@@ -22,6 +19,12 @@ int run(FarmApplication &application)
     controls::MessageBoxes boxes;
     try {
         const ProgramFolders folders = ProgramFolders::ofThisProgram();
+        // Before the folder is chosen: the databases of the running copy may have been moved meanwhile.
+        const auto lock = tryProgramLock(folders.program);
+        if (!lock) {
+            boxes.message(MDI_Monitoring::alreadyOpenText(), {}, controls::BoxIcon::Critical);
+            return Failed;
+        }
         const QString folder = programFolder(folders);
         if (!holdsDatabases(folder)) {
             makeProgramFolder(folder, folders.templates);
@@ -51,10 +54,6 @@ int run(FarmApplication &application)
 
 int main(int argc, char **argv)
 {
-#ifdef Q_OS_UNIX
-    // New files are private to the user; sharing a farm's files requires explicit permissions.
-    ::umask(S_IRWXG | S_IRWXO);
-#endif
     FarmApplication application(argc, argv);
     const DesktopColours colours(application);
     return run(application);

@@ -79,6 +79,9 @@ QString Read_FindSDate(SessionContext &session)
 
 void Write_FindSDate(const SessionContext &session)
 {
+    if (!session.ViewOnlyReason.isEmpty()) {
+        return;
+    }
     basic::writeLine(basic::pathForWriting(session.AppPath + QLatin1String(PeriodStartFile)), session.CurrentSDate);
 }
 

@@ -19,6 +19,7 @@ void Read_FindYearID(SessionContext &session);
 /// Fills CurrentSDate; empty when there is no file. A file that gives no date counts as missing: the returned sentence then says
 /// so, otherwise it is empty.
 QString Read_FindSDate(SessionContext &session);
+/// Writes nothing when the farm is only shown.
 void Write_FindSDate(const SessionContext &session);
 /// Hands the farm's name back to the suite.
 void Write_FindFarm(const SessionContext &session);

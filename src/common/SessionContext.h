@@ -18,6 +18,8 @@ struct SessionContext {
     QString DatabasePath;
     QString MainDBFile;
     QString PestDBFile;
+    /// Why the farm is only shown: another program has it open. Empty in ordinary work; otherwise every write is refused with it.
+    QString ViewOnlyReason;
     dao::DatabaseHandle dbMain;
     dao::DatabaseHandle dbPest;
     dao::DatabaseHandle dbSpray;

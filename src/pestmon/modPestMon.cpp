@@ -192,12 +192,21 @@ Status Repeat_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
 {
     dao::CommitScope scope(*session.dbPest);
     Key successor = 0;
-    const Status status = inOrder(
-        [&] { return Clear_Instruction(objPestMON); }, [&] { return Load_Selection(objPestMON, session.CurrentPMTransID); },
-        [&] { return addTransaction(session, objPestMON, successor); }, [&] { return Store_Selection(objPestMON, successor); },
-        [&] { return addZeroRows(objPestMON, successor); });
-    scope.commit();
-    return status;
+    const auto write = [&] {
+        return inOrder(
+            [&] { return Clear_Instruction(objPestMON); }, [&] { return Load_Selection(objPestMON, session.CurrentPMTransID); },
+            [&] { return addTransaction(session, objPestMON, successor); },
+            [&] { return Store_Selection(objPestMON, successor); }, [&] { return addZeroRows(objPestMON, successor); });
+    };
+    // An incomplete successor would stay, and each further save would add another.
+    try {
+        const Status status = write();
+        status == Done ? scope.commit() : scope.rollback();
+        return status;
+    } catch (const basic::RunTimeError &) {
+        scope.rollback();
+        throw;
+    }
 }
 
 } // namespace pestmon

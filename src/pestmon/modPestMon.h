@@ -27,7 +27,7 @@ clsPestMONNew::Status Create_PMDataMax(clsPestMONNew &objPestMON, clsPestMONNew:
 /// table. CurrentPMTransID gets the key of a new one. One write scope. RepeatDone is True while rows are added, False at the end.
 clsPestMONNew::Status Save_Instruction(SessionContext &session, clsPestMONNew &objPestMON);
 
-/// Issues the successor of the current instruction: same values, blocks and pests, new zero rows. One write scope.
+/// Issues the successor of the current instruction: same values, blocks and pests, new zero rows. Completely or not at all.
 /// CurrentPMTransID does not change.
 clsPestMONNew::Status Repeat_Instruction(SessionContext &session, clsPestMONNew &objPestMON);
 

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/MDI_Monitoring.h"
 
+#include "common/FarmLock.h"
 #include "common/HandOffFiles.h"
-#include "common/ProgramLock.h"
+#include "platform/basic/Permissions.h"
 #include "platform/basic/TextFiles.h"
 #include "platform/controls/DatePicker.h"
 #include "platform/controls/Dialogs.h"
 #include "platform/controls/Theme.h"
+#include "platform/dao/Workspace.h"
 #include "screens/ChildScreen.h"
 #include "screens/Icons.h"
 #include "screens/ListFillers.h"
@@ -23,7 +25,9 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
+#include <QLabel>
 #include <QShortcut>
+#include <QTimer>
 
 using basic::runOrIgnore;
 using basic::RunTimeError;
@@ -36,7 +40,8 @@ constexpr int BarIcon = 20;
 } // namespace
 
 MDI_Monitoring::MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry> entries, QWidget *parent)
-    : QMainWindow(parent), ui_(std::make_unique<Ui::MDI_Monitoring>()), dialogs_(dialogs), objPestMON_(session_), desktop_(*this)
+    : QMainWindow(parent), ui_(std::make_unique<Ui::MDI_Monitoring>()), dialogs_(dialogs), objPestMON_(session_),
+      dailyBackup_(session_), desktop_(*this)
 {
     ui_->setupUi(this);
     // In the status line, where showing and hiding it moves nothing.
@@ -51,10 +56,12 @@ MDI_Monitoring::MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry
     connect(ui_->picPro, &MenuPanel::entryClicked, this, [this](const MenuEntry &entry) { guarded([&] { openEntry(entry); }); });
     connect(ui_->picPro, &MenuPanel::closeClicked, this, &MDI_Monitoring::endProcess);
     connect(qApp, &QGuiApplication::applicationStateChanged, this, &MDI_Monitoring::windowEntered);
+    dao::Workspace::setNoticeHandler([this](const QString &sentence) { showFailure(sentence); });
 }
 
 MDI_Monitoring::~MDI_Monitoring()
 {
+    dao::Workspace::setNoticeHandler({});
     // Screens use the session until they are destroyed, and members are destroyed before children.
     qDeleteAll(findChildren<ChildScreen *>());
 }
@@ -103,26 +110,20 @@ void MDI_Monitoring::showKeys()
 
 MDI_Monitoring::Load MDI_Monitoring::load(const QString &appPath)
 {
-    lock_ = ProgramLock::tryLock(appPath);
-    if (!lock_) {
-        dialogs_.message(QStringLiteral("The Pest Monitoring Module is already open!"), {}, controls::BoxIcon::Critical);
-        return Load::OtherCopyRuns;
-    }
     session_.DatabasePath = appPath + QStringLiteral("/Databases/");
     session_.AppPath = appPath;
+    if (!lockFarm()) {
+        return Load::OtherCopyRuns;
+    }
     openMenu();
     Read_FindFarm(session_);
     Read_FindFarmID(session_);
     Read_FindYear(session_);
     Read_FindYearID(session_);
     Connect_Databases();
-    if (const QString failure = backUp(); !failure.isEmpty()) {
-        noteStartFailure(failure);
+    if (session_.ViewOnlyReason.isEmpty()) {
+        bringUpToDate();
     }
-    backUpEachDay();
-    upgrade();
-    Update_TempBlock();
-    store::Recalc_PMTransWeek(session_);
     session_.MenuRestore = true;
     openMenu();
     if (ui_->cmbFarm->ListCount() > 0) {
@@ -130,6 +131,58 @@ MDI_Monitoring::Load MDI_Monitoring::load(const QString &appPath)
     }
     ui_->picPro->focusPicture(QStringLiteral("imSpray"));
     return Load::Done;
+}
+
+QString MDI_Monitoring::alreadyOpenText()
+{
+    return QStringLiteral("The Pest Monitoring Module is already open!");
+}
+
+bool MDI_Monitoring::lockFarm()
+{
+    const auto folder = basic::findPath(session_.DatabasePath);
+    if (!folder) {
+        return true;
+    }
+    try {
+        FarmLock::Attempt attempt = FarmLock::tryLock(*folder);
+        lock_ = std::move(attempt.lock);
+        if (lock_) {
+            store::removeRestoreLeftovers(*folder);
+            lock_->setLostHandler([this] {
+                QMetaObject::invokeMethod(
+                    this, [this] { showOnly(tr("Another program has taken the farm over, so nothing more is written.")); },
+                    Qt::QueuedConnection);
+            });
+            return true;
+        }
+        if (attempt.holder->isThisComputer) {
+            dialogs_.message(alreadyOpenText(), {}, controls::BoxIcon::Critical);
+            return false;
+        }
+        const QString holder = attempt.holder->text();
+        const QString text = tr("The farm is open elsewhere: %1. Only one program at a time can change it.\n\n"
+                                "Do you want to view it without changing anything?");
+        if (dialogs_.question(text.arg(holder), {}, controls::Answer::Yes) == controls::Answer::No) {
+            return false;
+        }
+        showOnly(tr("The farm is open elsewhere (%1), so this program only shows it.").arg(holder));
+    } catch (const RunTimeError &error) {
+        showOnly(tr("%1 Without this lock the program only shows the farm.").arg(error.description()));
+    }
+    return true;
+}
+
+void MDI_Monitoring::showOnly(const QString &reason)
+{
+    session_.ViewOnlyReason = reason;
+    noteStartFailure(reason);
+    if (findChild<QLabel *>(QStringLiteral("lblViewOnly")) == nullptr) {
+        auto *mark = new QLabel(tr("View only"), ui_->statusLine);
+        mark->setObjectName(QStringLiteral("lblViewOnly"));
+        mark->setToolTip(reason);
+        ui_->statusLine->addPermanentWidget(mark);
+    }
 }
 
 /// An error ends it without a box; the status line names what could not be opened.
@@ -160,17 +213,6 @@ void MDI_Monitoring::resetStatus()
     }
 }
 
-/// A failed copy must not keep the office from working.
-QString MDI_Monitoring::backUp()
-{
-    try {
-        store::backupForToday(session_);
-    } catch (const RunTimeError &error) {
-        return tr("Today's copy of the pest database was not made: %1").arg(error.description());
-    }
-    return {};
-}
-
 /// Only printing needs them, so a failure is reported and nothing more.
 void MDI_Monitoring::makeTemplates(const QString &installed)
 {
@@ -181,16 +223,34 @@ void MDI_Monitoring::makeTemplates(const QString &installed)
     }
 }
 
-/// A program left open overnight makes the next day's copy before its first change.
+/// In the background, after the window is shown, and again before the first write of each further day. A failed copy must not
+/// keep the office from working.
 void MDI_Monitoring::backUpEachDay()
 {
-    objPestMON_.setBeforeFirstWriteOfDay([this] {
-        if (const QString failure = backUp(); !failure.isEmpty()) {
-            // After the status of the write itself.
-            QMetaObject::invokeMethod(
-                this, [this, failure] { showFailure(failure); }, Qt::QueuedConnection);
+    objPestMON_.setBeforeFirstWriteOfDay([this] { dailyBackup_.startForToday(); });
+    auto *progress = new QLabel(ui_->statusLine);
+    progress->setObjectName(QStringLiteral("lblBackup"));
+    ui_->statusLine->addPermanentWidget(progress);
+    progress->hide();
+    connect(&dailyBackup_, &store::DailyBackup::progressed, progress, [progress](int percent) {
+        progress->setText(tr("Copying the pest database: %1 %").arg(percent));
+        progress->show();
+    });
+    connect(&dailyBackup_, &store::DailyBackup::finished, this, [this, progress](const QString &failure) {
+        progress->hide();
+        if (!failure.isEmpty()) {
+            noteStartFailure(tr("Today's copy of the pest database was not made: %1").arg(failure));
         }
     });
+    QTimer::singleShot(0, this, [this] { dailyBackup_.startForToday(); });
+}
+
+void MDI_Monitoring::bringUpToDate()
+{
+    backUpEachDay();
+    upgrade();
+    Update_TempBlock();
+    store::Recalc_PMTransWeek(session_);
 }
 
 void MDI_Monitoring::upgrade()
@@ -237,7 +297,7 @@ void MDI_Monitoring::openEntry(const MenuEntry &entry)
 void MDI_Monitoring::makeReportsFolder()
 {
     const QString folder = basic::pathForWriting(session_.AppPath + QStringLiteral("/Reports/Pest Monitor Reports"));
-    static_cast<void>(QDir().mkpath(folder));
+    static_cast<void>(basic::makeFolder(folder));
 }
 
 void MDI_Monitoring::showScreen(ChildScreen *screen)

@@ -5,6 +5,7 @@
 #include "screens/ScreenHost.h"
 #include "shell/DesktopLauncher.h"
 #include "shell/MenuEntry.h"
+#include "store/DailyBackup.h"
 #include "store/clsPestMONNew.h"
 
 #include <QMainWindow>
@@ -18,7 +19,7 @@ namespace Ui
 class MDI_Monitoring;
 }
 class ChildScreen;
-class ProgramLock;
+class FarmLock;
 
 /// The main window. Its load is the whole start of the program; after it the menu opens one screen at a time.
 class MDI_Monitoring : public QMainWindow, public ScreenHost
@@ -26,6 +27,8 @@ class MDI_Monitoring : public QMainWindow, public ScreenHost
     Q_OBJECT
 public:
     enum class Load { Done, OtherCopyRuns };
+    /// What a second copy on the same computer shows.
+    static QString alreadyOpenText();
 
     /// Boxes of the start and of the screens go to `dialogs`.
     MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry> entries, QWidget *parent = nullptr);
@@ -73,12 +76,14 @@ private:
     void setUpKeys();
     void showKeys();
     void noteStartFailure(const QString &text);
+    /// Takes the farm's lock. False when the start has to end; with a holder on another computer the user may view the farm.
+    bool lockFarm();
+    void showOnly(const QString &reason);
     /// A message does not outlive its screen; failures of the start are shown again.
     void resetStatus();
     void Connect_Databases();
-    /// Makes today's copy of the pest database. The reason when there is none, else empty.
-    QString backUp();
     void backUpEachDay();
+    void bringUpToDate();
     void upgrade();
     void openEntry(const MenuEntry &entry);
     void makeReportsFolder();
@@ -98,7 +103,8 @@ private:
     controls::Dialogs &dialogs_;
     SessionContext session_;
     clsPestMONNew objPestMON_;
-    std::unique_ptr<ProgramLock> lock_;
+    store::DailyBackup dailyBackup_;
+    std::unique_ptr<FarmLock> lock_;
     DesktopLauncher desktop_;
     excel::Launcher *launcher_ = &desktop_;
     std::optional<excel::Application> excelApplication_;

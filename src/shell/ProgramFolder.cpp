@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/ProgramFolder.h"
 
+#include "platform/basic/Permissions.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/basic/TextFiles.h"
 
@@ -24,7 +25,7 @@ void copyTemplate(const QString &from, const QString &to)
         throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("The template %1 could not be made.").arg(to));
     }
     // The installed file may be read-only; the office may change its copy.
-    QFile::setPermissions(to, QFile::permissions(to) | QFile::WriteOwner);
+    basic::followFolder(to);
 }
 
 } // namespace
@@ -46,7 +47,7 @@ QString programFolder(const ProgramFolders &folders)
 void makeProgramFolder(const QString &folder, const QString &templates)
 {
     const QString own = basic::pathForWriting(folder + QStringLiteral("/Templates"));
-    if (!QDir().mkpath(own)) {
+    if (!basic::makeFolder(own)) {
         throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("The folder %1 could not be made.").arg(own));
     }
     const QStringList names = QDir(templates).entryList({QStringLiteral("*.xls")}, QDir::Files);

@@ -9,6 +9,10 @@ namespace store
 Status StoreAccess::write(const std::function<void(dao::Database &)> &body)
 {
     lastError_.reset();
+    if (!session_.ViewOnlyReason.isEmpty()) {
+        lastError_.emplace(static_cast<int>(dao::DataErrorNumber::ReadOnly), session_.ViewOnlyReason);
+        return Failed;
+    }
     if (const QDate today = basic::Clock::today(); today != lastWriteDay_) {
         lastWriteDay_ = today;
         if (beforeFirstWriteOfDay_) {

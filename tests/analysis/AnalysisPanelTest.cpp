@@ -16,6 +16,8 @@ private Q_SLOTS:
     void everyBoxIsStoredInItsField();
     void editPreservesUnchangedValues_data() { kinds(); }
     void editPreservesUnchangedValues();
+    void depthOfAnySizeIsSavedUnchanged_data();
+    void depthOfAnySizeIsSavedUnchanged();
     void withoutBlockThePanelStaysOpen();
     void closeAsksAboutUnsavedInput_data();
     void closeAsksAboutUnsavedInput();
@@ -141,6 +143,40 @@ void AnalysisPanelTest::editPreservesUnchangedValues()
     QCOMPARE(grid().TextMatrix(1, DateCol), before);
     QCOMPARE(grid().TextMatrix(1, BlockCol), QStringLiteral("Rand"));
     QCOMPARE(grid().Rows(), 3);
+}
+
+void AnalysisPanelTest::depthOfAnySizeIsSavedUnchanged_data()
+{
+    QTest::addColumn<float>("value");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("boxed");
+    QTest::newRow("small") << 0.00005F << "0.00005"
+                           << "0.00";
+    QTest::newRow("large") << 2.5e10F << "25000000000"
+                           << "25000000000.00";
+    QTest::newRow("nine digits") << 33.333332F << "33.333332"
+                                 << "33.33";
+    QTest::newRow("negative") << -0.00025F << "-0.00025"
+                              << "0.00";
+}
+
+void AnalysisPanelTest::depthOfAnySizeIsSavedUnchanged()
+{
+    QFETCH(float, value);
+    QFETCH(QString, shown);
+    QFETCH(QString, boxed);
+    farm_->addAnalysis(*analysisKind(u"Basic"), farm_->kloof, QDate(2026, 5, 1), value);
+    open(u"Basic");
+    QCOMPARE(grid().TextMatrix(1, PartOrDepthCol), shown);
+    QCOMPARE(grid().TextMatrix(1, FirstValueCol), shown);
+    click("cmdEdit");
+    QCOMPARE(box("txtDepth").text(), shown);
+    QCOMPARE(box("txtN").text(), boxed);
+    click("Command3");
+    const dao::Recordset saved = farm_->session.dbPest->OpenRecordset("Select SBDepth, SBpHSuur from tblSoilBasic");
+    QCOMPARE(static_cast<float>(saved.number(0)), value);
+    // The other values are rounded to what their boxes show.
+    QCOMPARE(static_cast<float>(saved.number(1)), boxed.toFloat());
 }
 
 void AnalysisPanelTest::withoutBlockThePanelStaysOpen()

@@ -13,6 +13,7 @@ class AnalysisSheetTest : public AnalysisScreen
 private Q_SLOTS:
     void sheetOfAKind_data();
     void sheetOfAKind();
+    void numbersOfAnySizeAreNumbers();
     void hiddenRowsLeaveNoGaps();
     void emptyListGivesTheHeadings();
     void withoutTemplateTheScreenStaysOpen();
@@ -75,6 +76,8 @@ void AnalysisSheetTest::sheetOfAKind()
     QCOMPARE(sheet.value("A1"), title);
     QCOMPARE(sheet.value("A3"), QStringLiteral("Rivier's Oord"));
     QCOMPARE(sheet.value("A4") + sheet.value("B4"), QStringLiteral("Period:01/01/2026 to 23/11/2026"));
+    QVERIFY2(sheet.cell("A1").contains(QLatin1String("bold")), qPrintable(sheet.cell("A1")));
+    QVERIFY2(sheet.all(QStringLiteral("titles")).contains(QLatin1String("$6")), qPrintable(sheet.all(QStringLiteral("titles"))));
     QCOMPARE(line(sheet, 6), headings);
     QCOMPARE(line(sheet, 7), first);
     QVERIFY2(sheet.cell("D6").contains(QLatin1String("bold")) && !sheet.cell("D7").contains(QLatin1String("bold")),
@@ -85,6 +88,23 @@ void AnalysisSheetTest::sheetOfAKind()
                  + QStringLiteral("  10-00-00.xls"));
     QCOMPARE(file.dir().dirName(), QStringLiteral("Pest Monitor Reports"));
     QVERIFY(host_->status.contains(file.fileName()));
+}
+
+void AnalysisSheetTest::numbersOfAnySizeAreNumbers()
+{
+    makeTemplate(farm_->appPath(), QStringLiteral("Analysis.xls"));
+    const std::array values{0.00005F, 0.5F, 2.5e10F, 1e20F, 1.5e-20F};
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        farm_->addAnalysis(*analysisKind(u"Leaf"), farm_->kloof, QDate(2026, 5, 2).addDays(static_cast<int>(i)), values[i]);
+    }
+    open(u"Leaf");
+    const ReadSheet sheet = print();
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const QString cell = sheet.cell(QStringLiteral("E%1").arg(7 + i));
+        const double number = sheet.value(QStringLiteral("E%1").arg(7 + i)).toDouble();
+        QVERIFY2(cell.startsWith(QLatin1String("number")), qPrintable(cell));
+        QCOMPARE(static_cast<float>(number), values[i]);
+    }
 }
 
 void AnalysisSheetTest::hiddenRowsLeaveNoGaps()

@@ -44,7 +44,8 @@ private Q_SLOTS:
     void editorPassesTheFocusOn();
     void completionIssuesOneSuccessor();
     void uncompletedSaveAlsoRepeats();
-    void failedRepeatIsIssuedByTheNextSave();
+    void failedRepeatLeavesNothingAndIsIssuedByTheNextSave_data();
+    void failedRepeatLeavesNothingAndIsIssuedByTheNextSave();
     void completedRowOpensForCapture();
     void completionDateStaysWhenReopened();
 };
@@ -638,20 +639,43 @@ void CapturePageTest::uncompletedSaveAlsoRepeats()
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 3);
 }
 
-void CapturePageTest::failedRepeatIsIssuedByTheNextSave()
+void CapturePageTest::failedRepeatLeavesNothingAndIsIssuedByTheNextSave_data()
 {
-    const int key = issue(QStringLiteral("Count"), {1}, {1});
-    capture(key, QStringLiteral("Blok A"));
+    QTest::addColumn<QString>("refused");
+    QTest::newRow("the instruction") << QStringLiteral("tblPMTrans (PMTransDate)");
+    QTest::newRow("its blocks") << QStringLiteral("tblPMBlockTrans (BlockID)");
+    QTest::newRow("its pests") << QStringLiteral("tblPMTarTrans (CTargetID)");
+    QTest::newRow("its total rows") << QStringLiteral("tblPMDataMax (BlockID, CTargetID)");
+}
+
+void CapturePageTest::failedRepeatLeavesNothingAndIsIssuedByTheNextSave()
+{
+    QFETCH(QString, refused);
+    const QStringList tables{"tblPMTrans", "tblPMBlockTrans", "tblPMTarTrans", "tblPMData", "tblPMDataMax"};
+    const auto counts = [&] {
+        QList<int> all;
+        for (const QString &table : tables) {
+            all.append(farm_->count(table));
+        }
+        return all;
+    };
+    const int key = issue(QStringLiteral("Count"), {2}, {1});
+    farm_->session.dbPest->Execute(QStringLiteral("Delete from tblPMDataMax where PMDataMaxID > 1"));
+    capture(key, QStringLiteral("Blok B"));
+    const QList<int> before = counts();
     const QString file = farm_->session.PestDBFile;
-    QVERIFY(changeFile(file, "CREATE UNIQUE INDEX refused ON tblPMTrans (PMTransDate)"));
-    click("cmdSaveTrans");
-    QVERIFY(host_->failure.startsWith(QStringLiteral("The repeated instruction could not be issued")));
-    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 1);
+    QVERIFY(changeFile(file, qPrintable(QStringLiteral("CREATE UNIQUE INDEX refused ON ") + refused)));
+    for (int save = 0; save < 2; ++save) {
+        click("cmdSaveTrans");
+        QVERIFY(host_->failure.startsWith(QStringLiteral("The repeated instruction could not be issued")));
+        QCOMPARE(counts(), before);
+    }
     QVERIFY(changeFile(file, "DROP INDEX refused"));
     for (int save = 0; save < 2; ++save) {
         click("cmdSaveTrans");
-        QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 2);
+        QCOMPARE(farm_->count(QStringLiteral("tblPMTrans")), 2);
     }
+    QCOMPARE(farm_->count(QStringLiteral("tblPMData")), 2 * before[3]);
     QCOMPARE(farm_->session.CurrentPMTransID, key);
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "common/ProgramLock.h"
+#include "common/FarmLock.h"
 #include "fakes/QueuedDialogs.h"
 #include "platform/basic/Clock.h"
 #include "platform/basic/TextFiles.h"
@@ -7,10 +7,12 @@
 #include "platform/dao/CommitScope.h"
 #include "platform/dao/Workspace.h"
 #include "shell/MDI_Monitoring.h"
-#include "store/Backups.h"
+#include "store/BackupFolder.h"
 #include "support/TemporaryFarm.h"
 
+#include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 using store::DatabaseFile;
@@ -25,14 +27,19 @@ private Q_SLOTS:
     void withoutActiveFarmTheKeyStaysAsRead();
     void lettersInAKeyEndTheStart();
     void otherCopyIsRefusedFirst();
+    void anotherComputerMayViewTheFarm();
+    void aDeclinedViewOpensNothing();
+    void theLockOfADeadComputerIsTakenOver();
     void unopenedFilesEndTheStart_data();
     void unopenedFilesEndTheStart();
     void withoutTheSprayFileTheListIsEmpty();
     void bringsThePestFileUpToDate();
-    void copyIsMadeBeforeTheFirstWrite();
-    void copyIsMadeBeforeTheFirstWriteOfTheNextDay();
+    void copyIsMadeOnceTheWindowIsOpen();
+    void copyIsMadeWithTheFirstWriteOfTheNextDay();
     void failedCopyIsReportedAndNotFatal();
     void missingTemplatesAreNotFatal();
+    void jetFilesAreUsedAsTheyAre();
+    void theMasterFilesAreNeverWritten();
 
 private:
     struct Start {
@@ -41,8 +48,11 @@ private:
         std::optional<MDI_Monitoring::Load> load;
         std::optional<basic::RunTimeError> error;
 
-        explicit Start(const QString &appPath)
+        explicit Start(const QString &appPath, std::optional<controls::Answer> answer = {})
         {
+            if (answer) {
+                dialogs.queueAnswer(*answer);
+            }
             try {
                 load = window.load(appPath);
             } catch (const basic::RunTimeError &raised) {
@@ -52,6 +62,21 @@ private:
         const SessionContext &session() { return window.session(); }
         const controls::ItemCombo &farms() const { return *window.findChild<controls::ItemCombo *>(QStringLiteral("cmbFarm")); }
     };
+    static std::vector<store::Backup> copiesOf(const TemporaryFarm &farm)
+    {
+        return store::BackupFolder(farm.databasesPath()).copies();
+    }
+    static void leaveLock(const TemporaryFarm &farm, int secondsAgo);
+    /// All files of a folder, by name and content.
+    static QByteArray contentsOf(const QString &folder)
+    {
+        QByteArray all;
+        for (const QFileInfo &info : QDir(folder).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name)) {
+            QFile file(info.filePath());
+            all += info.fileName().toUtf8() + (file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray());
+        }
+        return all;
+    }
     static void handOff(const TemporaryFarm &farm, const QString &file, const QString &line)
     {
         basic::writeLine(farm.appPath() + u'/' + file, line);
@@ -126,14 +151,83 @@ void StartUpTest::otherCopyIsRefusedFirst()
     TemporaryFarm farm;
     farm.close();
     handOff(farm, QStringLiteral("FindfarmID.txt"), QStringLiteral("three"));
-    const auto other = ProgramLock::tryLock(farm.appPath());
-    QVERIFY(other != nullptr);
+    const FarmLock::Attempt other = FarmLock::tryLock(farm.databasesPath());
+    QVERIFY(other.lock != nullptr);
     Start start(farm.appPath());
     QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::OtherCopyRuns));
     QCOMPARE(start.dialogs.shown().size(), std::size_t(1));
     QCOMPARE(start.dialogs.shown().front().text, QStringLiteral("The Pest Monitoring Module is already open!"));
     QCOMPARE(start.dialogs.shown().front().icon, controls::BoxIcon::Critical);
     QVERIFY(!start.session().dbMain.isSet());
+}
+
+/// What the program on another computer has written, so many seconds ago.
+void StartUpTest::leaveLock(const TemporaryFarm &farm, int secondsAgo)
+{
+    QFile file(farm.databasesPath() + QStringLiteral("/PestMon.lock"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("computer=OFFICE-2\nuser=anna\nprocess=77\nsince=2026-05-01T08:00:00\nmachine=OFFICE-2/0123\n");
+    QVERIFY(file.flush()
+            && file.setFileTime(QDateTime::currentDateTime().addSecs(-secondsAgo), QFileDevice::FileModificationTime));
+}
+
+void StartUpTest::anotherComputerMayViewTheFarm()
+{
+    TemporaryFarm farm;
+    farm.addFarm(QStringLiteral("Riverbend"));
+    farm.addPlanting({.block = farm.addBlock({})});
+    farm.addInstruction({.completed = QDate(2026, 1, 8)});
+    farm.session.dbPest->Execute(QStringLiteral("UPDATE tblPMTrans SET PMTransWeek = 40"));
+    farm.close();
+    leaveLock(farm, 20);
+    const QByteArray before = contentsOf(farm.databasesPath());
+    Start start(farm.appPath(), controls::Answer::Yes);
+    QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::Done));
+    QVERIFY2(start.dialogs.shown().front().text.contains(QStringLiteral("anna on OFFICE-2 since 2026/05/01 08:00")),
+             qPrintable(start.dialogs.shown().front().text));
+    QCOMPARE(start.session().CurrentFarm, QStringLiteral("Riverbend"));
+    QVERIFY(start.window.statusText().contains(QStringLiteral("OFFICE-2")));
+    QVERIFY(start.window.findChild<QWidget *>(QStringLiteral("lblViewOnly")));
+    auto &store = start.window.objPestMON();
+    QCOMPARE(store.Get_PMTrans(1).longValue("PMTransWeek"), 40);
+    for (const auto status : {store.New_Add_Pest_for_Instruction(1), store.Delete_PestMonTrans(1)}) {
+        QCOMPARE(status, clsPestMONNew::Failed);
+        QCOMPARE(store.lastError()->number(), static_cast<int>(dao::DataErrorNumber::ReadOnly));
+        QVERIFY(store.lastError()->description().contains(QStringLiteral("only shows")));
+    }
+    // Not by any other way either.
+    QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, start.session().dbPest->Execute(QStringLiteral("DELETE FROM tblPMTrans")));
+    QCOMPARE(contentsOf(farm.databasesPath()), before);
+}
+
+void StartUpTest::aDeclinedViewOpensNothing()
+{
+    TemporaryFarm farm;
+    farm.close();
+    leaveLock(farm, 20);
+    Start start(farm.appPath(), controls::Answer::No);
+    QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::OtherCopyRuns));
+    QVERIFY(!start.session().dbMain.isSet());
+}
+
+void StartUpTest::theLockOfADeadComputerIsTakenOver()
+{
+    TemporaryFarm farm;
+    farm.close();
+    leaveLock(farm, 1000);
+    {
+        Start start(farm.appPath());
+        QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::Done));
+        QVERIFY(start.dialogs.shown().empty());
+        QCOMPARE(start.window.objPestMON().New_Add_Pest_for_Instruction(1), clsPestMONNew::Done);
+        // A second program on this computer is refused, also by another path to the folder.
+        const QString link = farm.appPath() + QStringLiteral("/link");
+        QVERIFY(QDir(farm.appPath()).mkdir("link") && QFile::link(farm.databasesPath(), link + "/Databases"));
+        Start second(link);
+        QCOMPARE(second.load, std::optional(MDI_Monitoring::Load::OtherCopyRuns));
+        QCOMPARE(second.dialogs.shown().front().text, MDI_Monitoring::alreadyOpenText());
+    }
+    QCOMPARE(QFileInfo(farm.databasesPath() + "/PestMon.lock").size(), 0);
 }
 
 void StartUpTest::unopenedFilesEndTheStart_data()
@@ -200,45 +294,38 @@ void StartUpTest::bringsThePestFileUpToDate()
              QStringList{QStringLiteral("1a|Block 1")});
 }
 
-void StartUpTest::copyIsMadeBeforeTheFirstWrite()
+void StartUpTest::copyIsMadeOnceTheWindowIsOpen()
 {
     TemporaryFarm farm;
-    const int block = farm.addBlock({});
-    farm.addPlanting({.block = block});
     farm.close();
     {
         Start start(farm.appPath());
         QVERIFY(start.load);
+        QVERIFY2(copiesOf(farm).empty(), "the start does not wait for the copy");
+        QTRY_COMPARE(copiesOf(farm).size(), std::size_t(1));
+        QTRY_VERIFY(!start.window.findChild<QWidget *>(QStringLiteral("lblBackup"))->isVisibleTo(&start.window));
         QCOMPARE(start.window.statusText(), QString());
     }
-    const auto copies = store::listBackups(farm.databasesPath());
-    QCOMPARE(copies.size(), std::size_t(1));
-    const auto copy = dao::Workspace::OpenDatabase(copies.front().path, false, true, store::connectText());
-    QCOMPARE(copy->OpenRecordset(QStringLiteral("Select * from tblTempBlockPlant")).RecordCount(), 0);
 }
 
-void StartUpTest::copyIsMadeBeforeTheFirstWriteOfTheNextDay()
+void StartUpTest::copyIsMadeWithTheFirstWriteOfTheNextDay()
 {
     TemporaryFarm farm;
     farm.close();
     const QDateTime evening(QDate(2026, 5, 4), QTime(23, 50));
     basic::Clock::stopAt(evening);
     Start start(farm.appPath());
+    QTRY_COMPARE(copiesOf(farm).size(), std::size_t(1));
+    QTRY_VERIFY(!start.window.findChild<QWidget *>(QStringLiteral("lblBackup"))->isVisibleTo(&start.window));
     basic::Clock::stopAt(evening.addSecs(3600));
     auto &store = start.window.objPestMON();
     store.Get_Farms();
-    QCOMPARE(store::listBackups(farm.databasesPath()).size(), std::size_t(1));
-    {
-        dao::CommitScope scope(*start.session().dbPest);
-        QCOMPARE(store.New_Add_Pest_for_Instruction(7), clsPestMONNew::Done);
-        QCOMPARE(store.New_Add_Pest_for_Instruction(8), clsPestMONNew::Done);
-    }
-    const auto copies = store::listBackups(farm.databasesPath());
+    QTest::qWait(50);
+    QCOMPARE(copiesOf(farm).size(), std::size_t(1));
+    QCOMPARE(store.New_Add_Pest_for_Instruction(7), clsPestMONNew::Done);
+    QTRY_COMPARE(copiesOf(farm).size(), std::size_t(2));
+    QCOMPARE(copiesOf(farm).front().day, QDate(2026, 5, 5));
     basic::Clock::stopAt({});
-    QCOMPARE(copies.size(), std::size_t(2));
-    QCOMPARE(copies.front().day, QDate(2026, 5, 5));
-    const auto copy = dao::Workspace::OpenDatabase(copies.front().path, false, true, store::connectText());
-    QCOMPARE(copy->OpenRecordset(QStringLiteral("Select * from tblPMTPest")).RecordCount(), 0);
 }
 
 void StartUpTest::missingTemplatesAreNotFatal()
@@ -260,8 +347,58 @@ void StartUpTest::failedCopyIsReportedAndNotFatal()
     QVERIFY(QFile::remove(farm.filePath(DatabaseFile::Spray)));
     Start start(farm.appPath());
     QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::Done));
-    QVERIFY2(start.window.statusText().contains(QStringLiteral("Backups")), qPrintable(start.window.statusText()));
+    QTRY_VERIFY2(start.window.statusText().contains(QStringLiteral("Backups")), qPrintable(start.window.statusText()));
     QVERIFY2(start.window.statusText().contains(store::fileName(DatabaseFile::Spray)), "the earlier failure is still reported");
+}
+
+/// A folder with the three files of a suite, as they are.
+class JetFolder
+{
+public:
+    JetFolder()
+    {
+        QDir(appPath()).mkdir(QStringLiteral("Databases"));
+        for (const DatabaseFile file : store::AllDatabaseFiles) {
+            QFile::copy(QStringLiteral(JET_FIXTURES "/") + store::fileName(file), path(file));
+        }
+    }
+    QString appPath() const { return folder_.path(); }
+    QString path(DatabaseFile file) const { return folder_.filePath(QStringLiteral("Databases/") + store::fileName(file)); }
+    QByteArray bytes(DatabaseFile file) const
+    {
+        QFile opened(path(file));
+        return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray();
+    }
+
+private:
+    QTemporaryDir folder_;
+};
+
+void StartUpTest::jetFilesAreUsedAsTheyAre()
+{
+    const JetFolder folder;
+    {
+        const Start start(folder.appPath());
+        QVERIFY2(start.load == MDI_Monitoring::Load::Done, start.error ? qPrintable(start.error->description()) : "");
+    }
+    // The upgrades of the first start are in the file.
+    const auto pest = dao::Workspace::OpenDatabase(folder.path(DatabaseFile::Pest), false, true, store::connectText());
+    QVERIFY(pest->tableNames().contains(QStringLiteral("tblTempBlockPlant"), Qt::CaseInsensitive));
+    QVERIFY(pest->tableDef(QStringLiteral("tblPMTrans")).findField(u"PMRepeat") != nullptr);
+    QVERIFY(!pest->OpenRecordset(QStringLiteral("Select * from tblTempBlockPlant")).Eof());
+    QCOMPARE(pest->checkIntegrity(), QStringList());
+}
+
+void StartUpTest::theMasterFilesAreNeverWritten()
+{
+    const JetFolder folder;
+    const QByteArray main = folder.bytes(DatabaseFile::Main);
+    const QByteArray spray = folder.bytes(DatabaseFile::Spray);
+    for (int start = 0; start < 10; ++start) {
+        QVERIFY(Start(folder.appPath()).load == MDI_Monitoring::Load::Done);
+    }
+    QVERIFY(folder.bytes(DatabaseFile::Main) == main);
+    QVERIFY(folder.bytes(DatabaseFile::Spray) == spray);
 }
 
 QTEST_MAIN(StartUpTest)

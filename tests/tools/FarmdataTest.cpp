@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FarmdataProcess.h"
 
-#include "common/ProgramLock.h"
+#include "common/FarmLock.h"
 #include "platform/dao/CommitScope.h"
 #include "platform/dao/Workspace.h"
 #include "support/HostileJournal.h"
@@ -92,6 +92,7 @@ private Q_SLOTS:
         for (const DatabaseFile file : store::AllDatabaseFiles) {
             const auto database =
                 dao::Workspace::OpenDatabase(databases + '/' + store::fileName(file), false, true, store::connectText());
+            // A private folder has private files.
             QCOMPARE(QFile::permissions(database->Name())
                          & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
                      QFile::Permissions());
@@ -233,7 +234,7 @@ private Q_SLOTS:
     {
         TemporaryFarm farm;
         QCOMPARE(farmdata({"backup", farm.databasesPath()}).status, 0);
-        const QString copy = QDir(farm.databasesPath() + "/Backups").entryList(QDir::Files).front();
+        const QString copy = QDir(farm.databasesPath() + "/Backups").entryList({"*.mdb"}, QDir::Files).front();
         farm.close();
         QFile letter(farm.appPath() + "/letter.txt");
         QVERIFY(letter.open(QIODevice::WriteOnly));
@@ -260,7 +261,7 @@ private Q_SLOTS:
         farm.close();
         QCOMPARE(farmdata({"backup", farm.databasesPath()}).status, 0);
         const QString folder = farm.databasesPath() + "/Backups/";
-        const QString copy = QDir(folder).entryList(QDir::Files).front();
+        const QString copy = QDir(folder).entryList({"*.mdb"}, QDir::Files).front();
         // The length and the header stay as they are; what is lost belongs to the rows or their indexes.
         const auto damage = [](const QString &path) {
             QFile file(path);
@@ -295,16 +296,17 @@ private Q_SLOTS:
         QVERIFY2(run.status == 0, qPrintable(run.errors));
         farm.addInstruction({});
         farm.close();
-        const QStringList copies = QDir(farm.databasesPath() + "/Backups").entryList(QDir::Files);
+        const QStringList copies = QDir(farm.databasesPath() + "/Backups").entryList({"*.mdb"}, QDir::Files);
         QCOMPARE(copies.size(), 1);
-        const QByteArray before = fingerprint(farm.databasesPath());
+        QByteArray before;
         {
-            const auto running = ProgramLock::tryLock(farm.appPath());
-            QVERIFY(running);
+            const FarmLock::Attempt running = FarmLock::tryLock(farm.databasesPath());
+            QVERIFY(running.lock);
             run = farmdata({"restore", farm.databasesPath(), copies.front()});
             QCOMPARE(run.status, 1);
-            QVERIFY(run.errors.contains("is running"));
+            QVERIFY2(run.errors.contains(QSysInfo::machineHostName() + " since"), qPrintable(run.errors));
         }
+        before = fingerprint(farm.databasesPath());
         run = farmdata({"restore", farm.databasesPath(), farm.filePath(DatabaseFile::Main)});
         QCOMPARE(run.status, 1);
         QVERIFY(run.errors.contains("is not a copy of PestMon.mdb"));

@@ -110,24 +110,9 @@ QString fixedText(Decimal number, int decimals)
     return QString::fromStdString(number.negative && !isZero ? "-" + text : text);
 }
 
-QString plainText(const Decimal &number, int largestExponent)
+QString plainText(const Decimal &number)
 {
-    const auto count = static_cast<int>(number.digits.size());
-    if (count == 0) {
-        return QStringLiteral("0");
-    }
-    if (number.exponent > -4 && number.exponent <= largestExponent) {
-        return fixedText(number, std::max(count - number.exponent, 0));
-    }
-    std::string text = number.negative ? "-" : "";
-    text += number.digits.front();
-    if (count > 1) {
-        text += '.';
-        text += number.digits.substr(1);
-    }
-    const int power = number.exponent - 1;
-    return QString::fromStdString(text)
-        + QStringLiteral("E%1%2").arg(power < 0 ? '-' : '+').arg(std::abs(power), 2, 10, QLatin1Char('0'));
+    return fixedText(number, std::max(static_cast<int>(number.digits.size()) - number.exponent, 0));
 }
 
 QString digitsOf(int value, int width)
@@ -249,12 +234,17 @@ QString formatFixedSingle(float value, int decimals)
 
 QString singleText(float value)
 {
-    return std::isfinite(value) ? plainText(decimalOf(value), 9) : QString::number(static_cast<double>(value));
+    if (!std::isfinite(value)) {
+        return QString::number(static_cast<double>(value));
+    }
+    std::array<char, 40> buffer;
+    const auto end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::scientific).ptr;
+    return plainText(fromScientific(std::string_view(buffer.data(), static_cast<std::size_t>(end - buffer.data()))));
 }
 
 QString doubleText(double value)
 {
-    return std::isfinite(value) ? plainText(decimalOf(value), 15) : QString::number(value);
+    return std::isfinite(value) ? plainText(decimalOf(value)) : QString::number(value);
 }
 
 QString booleanText(bool value)

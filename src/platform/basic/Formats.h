@@ -30,10 +30,10 @@ QString formatFixed(double value, int decimals);
 /// The same for a 32-bit float, rounded from its seven digits: 2.675 gives 2.68.
 QString formatFixedSingle(float value, int decimals);
 
-/// Shortest decimal text of a 32-bit float, at most 7 digits: 1.1, never 1.10000002384186. Powers of ten beyond its digits are
-/// written as 1E+12.
+/// Shortest decimal text that reads back as the same 32-bit float: 1.1, never 1.10000002384186. Without an exponent, so that
+/// Val() reads it whole.
 QString singleText(float value);
-/// Shortest decimal text of a double, at most 15 digits, point whatever the locale.
+/// Decimal text of a double, at most 15 digits without an exponent, point whatever the locale.
 QString doubleText(double value);
 
 /// "True" or "False", as a Boolean joined to a text.

@@ -2,6 +2,7 @@
 #include "platform/basic/TextFiles.h"
 
 #include "platform/basic/Numbers.h"
+#include "platform/basic/Permissions.h"
 #include "platform/basic/RunTimeError.h"
 
 #include <QDir>
@@ -154,10 +155,14 @@ std::int32_t readFirstLong(const QString &path)
 void writeLine(const QString &path, const QString &line)
 {
     QSaveFile file(pathForWriting(path));
+    const bool isNew = !QFileInfo::exists(file.fileName());
     const QByteArray bytes = line.toUtf8() + '\n';
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
         throw RunTimeError(ErrorNumber::PathFileAccess,
                            QStringLiteral("The file %1 cannot be written: %2").arg(file.fileName(), file.errorString()));
+    }
+    if (isNew) {
+        followFolder(file.fileName());
     }
 }
 

@@ -63,7 +63,7 @@ QSize PictureButton::sizeHint() const
 
 QSize PictureButton::minimumSizeHint() const
 {
-    constexpr int padding = 32;
+    constexpr int padding = 40;
     return sizeHint() - QSize(padding, padding);
 }
 

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/dao/JetStorage.h"
 
-#include "platform/basic/DiskSync.h"
+#include "platform/basic/Permissions.h"
 #include "platform/dao/Catalog.h"
 #include "platform/dao/JetValues.h"
 #include "platform/dao/Maintenance.h"
 #include "platform/dao/Workspace.h"
 #include "platform/jet/Check.h"
 #include "platform/jet/DatabaseMaker.h"
+#include "platform/jet/LockFile.h"
+#include "platform/jet/PageCommit.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -73,13 +75,13 @@ std::unique_ptr<JetStorage> JetStorage::create(const QString &path, const QStrin
         throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess, QStringLiteral("The file %1 exists already.").arg(path));
     }
     translated([&] { jet::createDatabase(path, password); });
+    basic::followFolder(path);
     return open(path, false, password);
 }
 
 QStringList JetStorage::companionFiles(const QString &path)
 {
-    const QFileInfo info(path);
-    return {info.path() + u'/' + info.completeBaseName() + QLatin1String(".ldb")};
+    return {jet::rollbackPath(path), jet::LockFile::pathFor(path)};
 }
 
 void JetStorage::load()

@@ -47,6 +47,7 @@ public:
     void addField(const TableDef &table, const Field &field) override;
 
     void copyTo(const QString &path, bool isInTransaction) override;
+    std::unique_ptr<FileCopy> startCopy(const QString &copy) override { return FileCopy::ofBytes(path(), copy); }
     QStringList checkIntegrity(const Progress &progress) override;
     QStringList checkPages() override;
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/dao/SqliteStorage.h"
 
-#include "platform/basic/TextFiles.h"
+#include "platform/basic/Permissions.h"
 #include "platform/dao/FileFormat.h"
 #include "platform/dao/Maintenance.h"
 
@@ -64,6 +64,7 @@ std::unique_ptr<SqliteStorage> SqliteStorage::create(const QString &path, const 
                                       : QStringLiteral("The file %1 cannot be created: %2").arg(path, file.errorString()));
     }
     file.close();
+    basic::followFolder(path);
     try {
         Connection connection(path, Connection::Mode::ReadWrite);
         connection.execute(Settings);
