@@ -8,6 +8,7 @@
 #include "platform/controls/DatePicker.h"
 #include "platform/controls/Dialogs.h"
 #include "platform/controls/Theme.h"
+#include "platform/dao/Workspace.h"
 #include "screens/ChildScreen.h"
 #include "screens/Icons.h"
 #include "screens/ListFillers.h"
@@ -55,10 +56,12 @@ MDI_Monitoring::MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry
     connect(ui_->picPro, &MenuPanel::entryClicked, this, [this](const MenuEntry &entry) { guarded([&] { openEntry(entry); }); });
     connect(ui_->picPro, &MenuPanel::closeClicked, this, &MDI_Monitoring::endProcess);
     connect(qApp, &QGuiApplication::applicationStateChanged, this, &MDI_Monitoring::windowEntered);
+    dao::Workspace::setNoticeHandler([this](const QString &sentence) { showFailure(sentence); });
 }
 
 MDI_Monitoring::~MDI_Monitoring()
 {
+    dao::Workspace::setNoticeHandler({});
     // Screens use the session until they are destroyed, and members are destroyed before children.
     qDeleteAll(findChildren<ChildScreen *>());
 }
@@ -198,7 +201,16 @@ void MDI_Monitoring::Connect_Databases()
 void MDI_Monitoring::noteStartFailure(const QString &text)
 {
     startFailures_ += text;
-    showFailure(startFailures_.join(u' '));
+    resetStatus();
+}
+
+void MDI_Monitoring::resetStatus()
+{
+    if (startFailures_.isEmpty()) {
+        ui_->statusLine->clear();
+    } else {
+        showFailure(startFailures_.join(u' '));
+    }
 }
 
 /// Only printing needs them, so a failure is reported and nothing more.
@@ -328,6 +340,7 @@ void MDI_Monitoring::unload(ChildScreen *screen)
     ui_->screenArea->takeWidget();
     screen->setParent(this);
     screen->deleteLater();
+    resetStatus();
 }
 
 ChildScreen *MDI_Monitoring::CurrentForm() const
@@ -434,6 +447,11 @@ void MDI_Monitoring::showFailure(const QString &text)
 void MDI_Monitoring::showError(const RunTimeError &error)
 {
     dialogs_.message(errorText(error), {}, controls::BoxIcon::Critical);
+}
+
+void MDI_Monitoring::showNote(const QString &text)
+{
+    ui_->statusLine->showNote(text);
 }
 
 QString MDI_Monitoring::statusText() const

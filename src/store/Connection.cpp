@@ -35,14 +35,13 @@ void addMirrorIndexes(dao::Database &database, store::DatabaseFile file)
     }
 }
 
-void open(dao::DatabaseHandle &handle, const QString &requested, store::DatabaseFile file, bool isViewOnly)
+void open(dao::DatabaseHandle &handle, const QString &requested, store::DatabaseFile file, bool viewOnly)
 {
     try {
         const QString path = basic::findPath(requested).value_or(requested);
         // The suite's master files belong to its main module; this program only reads them.
-        const bool readOnly =
-            isViewOnly || (file != store::DatabaseFile::Pest && dao::Workspace::fileKind(path) == dao::FileKind::Jet);
-        auto database = dao::Workspace::OpenDatabase(path, false, readOnly, store::connectText());
+        const bool isMaster = file != store::DatabaseFile::Pest && dao::Workspace::fileKind(path) == dao::FileKind::Jet;
+        auto database = dao::Workspace::OpenDatabase(path, false, viewOnly || isMaster, store::connectText());
         if (database->isMirrored()) {
             addMirrorIndexes(*database, file);
         }
@@ -63,8 +62,8 @@ void openDatabases(SessionContext &session)
     session.MainDBFile = session.DatabasePath + store::fileName(store::DatabaseFile::Main);
     session.PestDBFile = session.DatabasePath + store::fileName(store::DatabaseFile::Pest);
     const QString sprayFile = session.DatabasePath + store::fileName(store::DatabaseFile::Spray);
-    const bool isViewOnly = !session.ViewOnlyReason.isEmpty();
-    open(session.dbMain, session.MainDBFile, store::DatabaseFile::Main, isViewOnly);
-    open(session.dbPest, session.PestDBFile, store::DatabaseFile::Pest, isViewOnly);
-    open(session.dbSpray, sprayFile, store::DatabaseFile::Spray, isViewOnly);
+    const bool viewOnly = !session.ViewOnlyReason.isEmpty();
+    open(session.dbMain, session.MainDBFile, store::DatabaseFile::Main, viewOnly);
+    open(session.dbPest, session.PestDBFile, store::DatabaseFile::Pest, viewOnly);
+    open(session.dbSpray, sprayFile, store::DatabaseFile::Spray, viewOnly);
 }

@@ -255,9 +255,9 @@ QString connectText()
     return QStringLiteral(";pwd=krelpon");
 }
 
-void createDatabaseFile(DatabaseFile file, const QString &path)
+void createDatabaseFile(DatabaseFile file, const QString &path, dao::FileKind kind)
 {
-    const std::unique_ptr<dao::Database> database = dao::Workspace::CreateDatabase(path, connectText());
+    const std::unique_ptr<dao::Database> database = dao::Workspace::CreateDatabase(path, connectText(), kind);
     dao::CommitScope scope(*database);
     for (const SchemaTable &table : schema()) {
         if (table.file == file) {

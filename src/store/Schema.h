@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/dao/Database.h"
+#include "platform/dao/Workspace.h"
 
 #include <QString>
 
@@ -46,6 +46,6 @@ QString fileName(DatabaseFile file);
 QString connectText();
 
 /// Makes an empty file with all tables of `file` at `path`, and the two methods in the pest file. Error 75 when `path` exists.
-void createDatabaseFile(DatabaseFile file, const QString &path);
+void createDatabaseFile(DatabaseFile file, const QString &path, dao::FileKind kind = dao::FileKind::Sqlite);
 
 } // namespace store

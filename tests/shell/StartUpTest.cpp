@@ -12,6 +12,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 using store::DatabaseFile;
@@ -37,6 +38,8 @@ private Q_SLOTS:
     void copyIsMadeWithTheFirstWriteOfTheNextDay();
     void failedCopyIsReportedAndNotFatal();
     void missingTemplatesAreNotFatal();
+    void jetFilesAreUsedAsTheyAre();
+    void theMasterFilesAreNeverWritten();
 
 private:
     struct Start {
@@ -346,6 +349,56 @@ void StartUpTest::failedCopyIsReportedAndNotFatal()
     QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::Done));
     QTRY_VERIFY2(start.window.statusText().contains(QStringLiteral("Backups")), qPrintable(start.window.statusText()));
     QVERIFY2(start.window.statusText().contains(store::fileName(DatabaseFile::Spray)), "the earlier failure is still reported");
+}
+
+/// A folder with the three files of a suite, as they are.
+class JetFolder
+{
+public:
+    JetFolder()
+    {
+        QDir(appPath()).mkdir(QStringLiteral("Databases"));
+        for (const DatabaseFile file : store::AllDatabaseFiles) {
+            QFile::copy(QStringLiteral(JET_FIXTURES "/") + store::fileName(file), path(file));
+        }
+    }
+    QString appPath() const { return folder_.path(); }
+    QString path(DatabaseFile file) const { return folder_.filePath(QStringLiteral("Databases/") + store::fileName(file)); }
+    QByteArray bytes(DatabaseFile file) const
+    {
+        QFile opened(path(file));
+        return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray();
+    }
+
+private:
+    QTemporaryDir folder_;
+};
+
+void StartUpTest::jetFilesAreUsedAsTheyAre()
+{
+    const JetFolder folder;
+    {
+        const Start start(folder.appPath());
+        QVERIFY2(start.load == MDI_Monitoring::Load::Done, start.error ? qPrintable(start.error->description()) : "");
+    }
+    // The upgrades of the first start are in the file.
+    const auto pest = dao::Workspace::OpenDatabase(folder.path(DatabaseFile::Pest), false, true, store::connectText());
+    QVERIFY(pest->tableNames().contains(QStringLiteral("tblTempBlockPlant"), Qt::CaseInsensitive));
+    QVERIFY(pest->tableDef(QStringLiteral("tblPMTrans")).findField(u"PMRepeat") != nullptr);
+    QVERIFY(!pest->OpenRecordset(QStringLiteral("Select * from tblTempBlockPlant")).Eof());
+    QCOMPARE(pest->checkIntegrity(), QStringList());
+}
+
+void StartUpTest::theMasterFilesAreNeverWritten()
+{
+    const JetFolder folder;
+    const QByteArray main = folder.bytes(DatabaseFile::Main);
+    const QByteArray spray = folder.bytes(DatabaseFile::Spray);
+    for (int start = 0; start < 10; ++start) {
+        QVERIFY(Start(folder.appPath()).load == MDI_Monitoring::Load::Done);
+    }
+    QVERIFY(folder.bytes(DatabaseFile::Main) == main);
+    QVERIFY(folder.bytes(DatabaseFile::Spray) == spray);
 }
 
 QTEST_MAIN(StartUpTest)

@@ -24,7 +24,7 @@ QString emptyDatabases()
     static const QTemporaryDir folder;
     static const bool made = [] {
         for (const DatabaseFile file : store::AllDatabaseFiles) {
-            store::createDatabaseFile(file, folder.filePath(store::fileName(file)));
+            store::createDatabaseFile(file, folder.filePath(store::fileName(file)), TemporaryFarm::kind());
         }
         return true;
     }();

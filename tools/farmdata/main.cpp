@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Check.h"
 #include "DemoFarm.h"
+#include "Export.h"
 #include "Import.h"
 #include "Output.h"
 #include "Progress.h"
@@ -22,6 +23,8 @@
 namespace
 {
 
+const QString Jet = QStringLiteral("--jet");
+
 QString folderOf(const QString &argument)
 {
     return QDir(argument).absolutePath();
@@ -30,8 +33,9 @@ QString folderOf(const QString &argument)
 bool create(const QStringList &arguments)
 {
     Staging staging(arguments[0]);
+    const dao::FileKind kind = arguments.contains(Jet) ? dao::FileKind::Jet : dao::FileKind::Sqlite;
     for (const store::DatabaseFile file : store::AllDatabaseFiles) {
-        store::createDatabaseFile(file, staging.path(file));
+        store::createDatabaseFile(file, staging.path(file), kind);
     }
     staging.moveIn();
     printLine(QStringLiteral("Three empty databases were made in %1.").arg(folderOf(arguments[0])));
@@ -53,6 +57,16 @@ bool demo(const QStringList &arguments)
 bool import(const QStringList &arguments)
 {
     importFarm(folderOf(arguments[0]), arguments[1]);
+    return true;
+}
+
+bool exportAll(const QStringList &arguments)
+{
+    if (arguments.contains(Jet)) {
+        exportToJet(folderOf(arguments[0]), arguments[1]);
+    } else {
+        exportToCsv(folderOf(arguments[0]), folderOf(arguments[1]));
+    }
     return true;
 }
 
@@ -102,18 +116,41 @@ bool restore(const QStringList &arguments)
 }
 
 struct Command {
+    /// One or two words.
     QString name;
     QStringList arguments;
     QString help;
+    /// Takes the arguments, and behind them the options that were given.
     std::function<bool(const QStringList &)> run;
+    QStringList options = {};
+
+    QString usage() const
+    {
+        QStringList words{QStringLiteral("farmdata"), name};
+        for (const QString &option : options) {
+            words.append(QStringLiteral("[%1]").arg(option));
+        }
+        return (words + arguments).join(u' ');
+    }
+    /// How many words of a command line are its name; 0 when they are those of another command.
+    qsizetype wordsIn(const QStringList &line) const
+    {
+        const QStringList words = name.split(u' ');
+        return line.mid(0, words.size()) == words ? words.size() : 0;
+    }
 };
 
 const std::vector<Command> &commands()
 {
     static const std::vector<Command> all{
-        {"create", {"DIR"}, "makes three empty databases", create},
+        {"create", {"DIR"}, "makes three empty databases, with --jet three Jet files", create, {Jet}},
         {"demo", {"DIR"}, "makes the databases of an invented farm office with two seasons of work", demo},
         {"import", {"FROM", "DIR"}, "makes the databases from the suite's three Jet files in the folder FROM", import},
+        {"export",
+         {"DIR", "TO"},
+         "writes each table to a .csv file in the folder TO; with --jet the databases as Jet files; counts every row",
+         exportAll,
+         {Jet}},
         {"check", {"DIR"}, "reads everything and reports faults; changes nothing", check},
         {"backup", {"DIR"}, "makes a dated copy of PestMon.mdb; those of ten days are retained", backup},
         {"restore", {"DIR", "FILE"}, "restores PestMon.mdb from a copy; the replaced file is moved to Backups", restore},
@@ -125,7 +162,7 @@ void printHelp()
 {
     printLine(QStringLiteral("farmdata makes, fills, imports, checks and backs up a Databases folder.\n\nUsage:"));
     for (const Command &command : commands()) {
-        printLine(QStringLiteral("  farmdata %1 %2\n      %3").arg(command.name, command.arguments.join(u' '), command.help));
+        printLine(QStringLiteral("  %1\n      %2").arg(command.usage(), command.help));
     }
     printLine(
         QStringLiteral("\nDIR is the Databases folder. Existing databases are never overwritten. The exit status is 0 only on "
@@ -139,18 +176,25 @@ int run(const QStringList &arguments)
         printHelp();
         return 0;
     }
-    const auto found = std::find_if(commands().begin(), commands().end(), [&](const Command &command) {
-        return !arguments.isEmpty() && command.name == arguments.front();
-    });
-    if (found == commands().end() || arguments.size() - 1 != found->arguments.size()) {
-        printError(QStringLiteral("farmdata: %1")
-                       .arg(found == commands().end()
-                                ? QStringLiteral("no such command; see farmdata --help")
-                                : QStringLiteral("usage: farmdata %1 %2").arg(found->name, found->arguments.join(u' '))));
+    const auto found = std::find_if(commands().begin(), commands().end(),
+                                    [&](const Command &command) { return command.wordsIn(arguments) > 0; });
+    if (found == commands().end()) {
+        printError(QStringLiteral("farmdata: no such command; see farmdata --help"));
+        return 2;
+    }
+    QStringList given = arguments.mid(found->wordsIn(arguments));
+    QStringList options;
+    for (const QString &option : found->options) {
+        if (given.removeAll(option) > 0) {
+            options.append(option);
+        }
+    }
+    if (given.size() != found->arguments.size()) {
+        printError(QStringLiteral("farmdata: usage: %1").arg(found->usage()));
         return 2;
     }
     try {
-        return found->run(arguments.mid(1)) ? 0 : 1;
+        return found->run(given + options) ? 0 : 1;
     } catch (const basic::RunTimeError &error) {
         printError(QStringLiteral("farmdata: %1").arg(error.description()));
         return 1;

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/dao/JetStorage.h"
 
-#include "platform/basic/DiskSync.h"
+#include "platform/basic/Permissions.h"
 #include "platform/dao/Catalog.h"
 #include "platform/dao/JetValues.h"
 #include "platform/dao/Maintenance.h"
 #include "platform/dao/Workspace.h"
+#include "platform/jet/Check.h"
+#include "platform/jet/DatabaseMaker.h"
+#include "platform/jet/LockFile.h"
+#include "platform/jet/PageCommit.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -23,7 +27,6 @@ namespace
 
 constexpr qint64 RetryMilliseconds = 2000;
 constexpr unsigned long RetryStep = 50;
-constexpr std::uint32_t SlotsPerPage = 256;
 
 /// Errors of the file in the form of this layer; the numbers are the same.
 template <typename Body> auto translated(Body &&body)
@@ -35,11 +38,6 @@ template <typename Body> auto translated(Body &&body)
     }
 }
 
-std::int64_t rowNumber(jet::RowPosition position)
-{
-    return static_cast<std::int64_t>(position.page) * SlotsPerPage + position.slot;
-}
-
 } // namespace
 
 JetStorage::JetStorage(const QString &path, std::unique_ptr<jet::Database> file)
@@ -47,19 +45,43 @@ JetStorage::JetStorage(const QString &path, std::unique_ptr<jet::Database> file)
 {
 }
 
-std::unique_ptr<JetStorage> JetStorage::open(const QString &path, bool /*readOnly*/, const QString &password)
+std::unique_ptr<JetStorage> JetStorage::open(const QString &path, bool readOnly, const QString &password)
 {
-    auto file = translated([&] { return jet::Database::open(path, password); });
+    QString whyReadOnly = QStringLiteral("%1 was opened for reading.").arg(path);
+    std::unique_ptr<jet::Database> file;
+    if (!readOnly) {
+        try {
+            file = jet::Database::open(path, password, jet::Access::ReadWrite);
+            whyReadOnly.clear();
+        } catch (const jet::Error &error) {
+            // A file that cannot be shared for writing can still be read, unless reading fails as well.
+            whyReadOnly = error.description();
+        }
+    }
+    if (!file) {
+        file = translated([&] { return jet::Database::open(path, password, jet::Access::ReadOnly); });
+    }
     std::unique_ptr<JetStorage> storage(new JetStorage(path, std::move(file)));
+    storage->password_ = password;
+    storage->whyReadOnly_ = whyReadOnly;
     storage->load();
     storage->isLoaded_ = true;
     return storage;
 }
 
+std::unique_ptr<JetStorage> JetStorage::create(const QString &path, const QString &password)
+{
+    if (QFileInfo::exists(path)) {
+        throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess, QStringLiteral("The file %1 exists already.").arg(path));
+    }
+    translated([&] { jet::createDatabase(path, password); });
+    basic::followFolder(path);
+    return open(path, false, password);
+}
+
 QStringList JetStorage::companionFiles(const QString &path)
 {
-    const QFileInfo info(path);
-    return {info.path() + u'/' + info.completeBaseName() + QLatin1String(".ldb")};
+    return {jet::rollbackPath(path), jet::LockFile::pathFor(path)};
 }
 
 void JetStorage::load()
@@ -77,6 +99,9 @@ void JetStorage::load()
         }
         for (const QString &name : names) {
             loadTable(name);
+        }
+        if (isLoaded_ && !file_->isSettled()) {
+            throw DataError(DataErrorNumber::Locked, QStringLiteral("Another program is writing it."));
         }
         mirror_.execute("COMMIT");
     } catch (const basic::RunTimeError &) {
@@ -116,6 +141,7 @@ void JetStorage::makeTable(const TableDef &definition)
         mirror_.execute("DELETE FROM " + quoteName(definition.Name()));
         return;
     }
+    const std::vector<QByteArray> indexes = mirrorIndexes(definition.Name());
     if (!created.isEmpty()) {
         mirror_.execute("DROP TABLE " + quoteName(definition.Name()));
     }
@@ -123,6 +149,22 @@ void JetStorage::makeTable(const TableDef &definition)
     for (const QByteArray &sql : statements) {
         mirror_.execute(sql);
     }
+    for (const QByteArray &sql : indexes) {
+        // One of the file's own is there already; one on a field that is gone is no longer wanted.
+        basic::runOrIgnore([&] { mirror_.execute(sql); });
+    }
+}
+
+std::vector<QByteArray> JetStorage::mirrorIndexes(const QString &table)
+{
+    std::vector<QByteArray> indexes;
+    Statement statement(mirror_, "SELECT sql FROM sqlite_schema WHERE type = 'index' AND sql IS NOT NULL AND tbl_name = ?1");
+    statement.bind(1, table);
+    while (statement.step()) {
+        const std::string_view sql = statement.textAt(0);
+        indexes.emplace_back(sql.data(), static_cast<qsizetype>(sql.size()));
+    }
+    return indexes;
 }
 
 void JetStorage::copyRows(const jet::TableDefinition &source, const TableDef &target)
@@ -130,7 +172,7 @@ void JetStorage::copyRows(const jet::TableDefinition &source, const TableDef &ta
     std::vector<std::size_t> columns;
     QByteArray names;
     QByteArray parameters;
-    const bool hasKey = created_[target.Name()].contains(" INTEGER PRIMARY KEY");
+    const bool hasKey = JetWriter::hasKeyRows(target);
     for (std::size_t i = 0; i < source.columns.size(); ++i) {
         if (fieldTypeOf(source.columns[i].type)) {
             columns.push_back(i);
@@ -151,7 +193,7 @@ void JetStorage::copyRows(const jet::TableDefinition &source, const TableDef &ta
                 insert.bind(++parameter, valueOf(row.values[column]));
             }
             if (!hasKey) {
-                insert.bindKey(++parameter, rowNumber(row.position));
+                insert.bindKey(++parameter, JetWriter::rowNumber(row.position));
             }
             insert.step();
         });
@@ -209,8 +251,45 @@ void JetStorage::requireReadable(QStringView table)
 
 void JetStorage::beginWrite()
 {
-    throw DataError(DataErrorNumber::ReadOnly,
-                    QStringLiteral("%1 is a Jet file, which this program reads and does not write.").arg(path()));
+    if (isReadOnly()) {
+        throw DataError(DataErrorNumber::ReadOnly, QStringLiteral("%1 cannot be written. %2").arg(path(), whyReadOnly_));
+    }
+    translated([this] {
+        try {
+            writer_ = std::make_unique<JetWriter>(*file_, mirror_);
+        } catch (const jet::Error &error) {
+            if (!error.is(jet::ErrorNumber::ChangedMeanwhile) || !refresh()) {
+                throw;
+            }
+            writer_ = std::make_unique<JetWriter>(*file_, mirror_);
+        }
+    });
+}
+
+void JetStorage::commitWrite()
+{
+    translated([this] { writer_->commit(); });
+    writer_.reset();
+}
+
+void JetStorage::abandonWrite()
+{
+    writer_.reset();
+}
+
+void JetStorage::createTable(const TableDef &definition)
+{
+    translated([&] { writer_->createTable(definition); });
+    created_[definition.Name()] = Catalog::createStatements(definition).front();
+}
+
+void JetStorage::addField(const TableDef &table, const Field &field)
+{
+    if (field.type != FieldType::Boolean) {
+        throw DataError(DataErrorNumber::ReadOnly,
+                        QStringLiteral("Only a Boolean field can be added to the Jet file %1, not %2.").arg(path(), field.name));
+    }
+    translated([&] { writer_->addBooleanColumn(table.Name(), field.name); });
 }
 
 void JetStorage::copyTo(const QString &target, bool /*isInTransaction*/)
@@ -220,7 +299,7 @@ void JetStorage::copyTo(const QString &target, bool /*isInTransaction*/)
 
 QStringList JetStorage::checkIntegrity(const Progress &progress)
 {
-    QStringList problems = checkPages();
+    const QStringList problems = checkPages();
     if (progress) {
         progress(100);
     }
@@ -229,11 +308,7 @@ QStringList JetStorage::checkIntegrity(const Progress &progress)
 
 QStringList JetStorage::checkPages()
 {
-    QStringList problems;
-    for (const auto &[name, error] : unreadable_) {
-        problems.append(error.description());
-    }
-    return problems;
+    return translated([this] { return jet::check(path(), password_).faults; });
 }
 
 } // namespace dao

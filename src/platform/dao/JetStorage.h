@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/dao/JetWriter.h"
 #include "platform/dao/Storage.h"
 #include "platform/jet/Database.h"
 
@@ -23,11 +24,13 @@ class JetStorage : public Storage
 {
 public:
     static std::unique_ptr<JetStorage> open(const QString &path, bool readOnly, const QString &password);
+    /// An empty file. Error 75 when there is one of that name.
+    static std::unique_ptr<JetStorage> create(const QString &path, const QString &password);
     static QStringList companionFiles(const QString &path);
 
     const QString &path() const override { return mirror_.path(); }
     Connection &connection() override { return mirror_; }
-    bool isReadOnly() const override { return true; }
+    bool isReadOnly() const override { return !whyReadOnly_.isEmpty(); }
     bool isMirror() const override { return true; }
 
     /// Reads the file again when another program has changed it. A state that cannot be read completely is tried again for two
@@ -36,10 +39,12 @@ public:
     void requireReadable(QStringView table) override;
 
     void beginWrite() override;
-    void commitWrite() override {}
-    void abandonWrite() override {}
-    void createTable(const TableDef &) override {}
-    void addField(const TableDef &, const Field &) override {}
+    void commitWrite() override;
+    void abandonWrite() override;
+    /// In the file a new table has its primary and unique indexes; the others are in the mirror alone.
+    void createTable(const TableDef &definition) override;
+    /// Boolean fields alone: 3027.
+    void addField(const TableDef &table, const Field &field) override;
 
     void copyTo(const QString &path, bool isInTransaction) override;
     std::unique_ptr<FileCopy> startCopy(const QString &copy) override { return FileCopy::ofBytes(path(), copy); }
@@ -47,23 +52,28 @@ public:
     QStringList checkPages() override;
 
 private:
-    struct Table;
-
     JetStorage(const QString &path, std::unique_ptr<jet::Database> file);
 
     /// Brings the mirror to the state of the file. On an error it is as it was before.
     void load();
     void loadTable(const QString &name);
     void makeTable(const TableDef &definition);
+    /// Of a mirrored table, as SQL.
+    std::vector<QByteArray> mirrorIndexes(const QString &table);
     void copyRows(const jet::TableDefinition &source, const TableDef &target);
 
     std::unique_ptr<jet::Database> file_;
+    QString password_;
+    /// Empty for a file that can be written.
+    QString whyReadOnly_;
     Connection mirror_;
     /// CREATE statement of each mirrored table, by name.
     std::map<QString, QByteArray> created_;
     /// Errors of the tables that are left out, by name in lower case.
     std::map<QString, DataError> unreadable_;
     bool isLoaded_ = false;
+    /// While a transaction is open.
+    std::unique_ptr<JetWriter> writer_;
     /// The last state that could not be read.
     std::optional<jet::Stamp> rejected_;
 };

@@ -10,10 +10,10 @@ namespace dao
 namespace
 {
 
-bool isUniqueAlone(const jet::TableDefinition &table, std::size_t column)
+bool isPrimaryAlone(const jet::TableDefinition &table, std::size_t column)
 {
     return std::any_of(table.indexes.begin(), table.indexes.end(), [column](const jet::IndexDefinition &index) {
-        return (index.isPrimary || index.isUnique) && index.columns.size() == 1 && index.columns.front().column == column;
+        return index.isPrimary && index.columns.size() == 1 && index.columns.front().column == column;
     });
 }
 
@@ -51,7 +51,7 @@ TableDef definitionOf(const jet::TableDefinition &source)
         if (const auto type = fieldTypeOf(column.type)) {
             Field field = TableDef::CreateField(column.name, *type, column.characters());
             field.allowZeroLength = column.allowsZeroLength.value_or(true);
-            field.autoIncrement = column.isAutoNumber && *type == FieldType::Long && isUniqueAlone(source, i);
+            field.autoIncrement = column.isAutoNumber && *type == FieldType::Long && isPrimaryAlone(source, i);
             target.Append(std::move(field));
         }
     }

@@ -86,9 +86,12 @@ std::unique_ptr<Database> Workspace::OpenDatabase(const QString &path, bool excl
     return databaseOn(SqliteStorage::open(file, exclusive, readOnly, password), exclusive);
 }
 
-std::unique_ptr<Database> Workspace::CreateDatabase(const QString &path, const QString &connect)
+std::unique_ptr<Database> Workspace::CreateDatabase(const QString &path, const QString &connect, FileKind kind)
 {
     const QString target = QFileInfo(basic::pathForWriting(path)).absoluteFilePath();
+    if (kind == FileKind::Jet) {
+        return databaseOn(JetStorage::create(target, passwordIn(connect)), false);
+    }
     return databaseOn(SqliteStorage::create(target, passwordIn(connect)), false);
 }
 

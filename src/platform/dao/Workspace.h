@@ -23,7 +23,8 @@ public:
     /// raises 3027.
     static std::unique_ptr<Database> OpenDatabase(const QString &path, bool exclusive, bool readOnly, const QString &connect);
     /// Makes a new empty file with the password of `connect`. An existing file is refused with 75.
-    static std::unique_ptr<Database> CreateDatabase(const QString &path, const QString &connect);
+    static std::unique_ptr<Database> CreateDatabase(const QString &path, const QString &connect,
+                                                    FileKind kind = FileKind::Sqlite);
 
     /// By the first bytes of the file; Sqlite for a file that cannot be read.
     static FileKind fileKind(const QString &path);

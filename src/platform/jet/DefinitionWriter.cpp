@@ -184,22 +184,23 @@ void writeDefinition(PageAllocator &allocator, std::uint32_t firstPage, const QB
 
 QByteArray withBooleanColumn(const QByteArray &bytes, const TableDefinition &table, const QString &name)
 {
-    const auto length = qFromLittleEndian<std::uint32_t>(bytes.constData() + LengthOffset);
-    QByteArray definition = bytes.left(static_cast<qsizetype>(length));
+    const Bytes whole(reinterpret_cast<const unsigned char *>(bytes.constData()), static_cast<std::size_t>(bytes.size()));
+    const Bytes known = whole.part(0, whole.longAt(LengthOffset));
     ColumnDefinition column;
     column.type = ColumnType::Boolean;
     column.number = table.columnCount;
     column.variableIndex = table.variableCount;
     column.flags = ColumnFlag::Fixed | ColumnFlag::Nullable;
     column.length = 1;
-    const qsizetype columnsEnd =
-        static_cast<qsizetype>(CountsOffset + CountSize * table.indexes.size() + ColumnSize * table.columns.size());
-    qsizetype namesEnd = columnsEnd;
+    const std::size_t columnsEnd = CountsOffset + CountSize * table.indexes.size() + ColumnSize * table.columns.size();
+    std::size_t namesEnd = columnsEnd;
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
-        namesEnd += 2 + qFromLittleEndian<std::uint16_t>(definition.constData() + namesEnd);
+        namesEnd += 2 + known.shortAt(namesEnd);
     }
-    definition.insert(namesEnd, Output().name(name).bytes);
-    definition.insert(columnsEnd, columnBytes(column, false));
+    known.from(namesEnd);
+    QByteArray definition = bytes.left(static_cast<qsizetype>(known.size()));
+    definition.insert(static_cast<qsizetype>(namesEnd), Output().name(name).bytes);
+    definition.insert(static_cast<qsizetype>(columnsEnd), columnBytes(column, false));
     addTo(definition, ColumnCountOffset, 1);
     addTo(definition, ColumnsOffset, 1);
     setLength(definition);

@@ -189,7 +189,10 @@ bool IndexTree::remove(const KeyBytes &key, RowPosition row)
 std::string IndexTree::lastBelow(std::uint32_t page)
 {
     const Node *found = &node(page);
-    while (!found->isLeaf) {
+    for (std::size_t level = 0; !found->isLeaf; ++level) {
+        if (level == MostLevels || found->childCount() == 0) {
+            throw Fault(QStringLiteral("the index below page %1 leads nowhere").arg(page));
+        }
         found = &node(found->child(found->childCount() - 1));
     }
     return found->entries.empty() ? std::string() : found->entries.back();

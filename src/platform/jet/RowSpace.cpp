@@ -19,8 +19,9 @@ constexpr std::size_t RoomAgain = 512;
 
 } // namespace
 
-RowSpace::RowSpace(PageAllocator &allocator, std::uint32_t owner, RowPosition ownedPages, RowPosition freePages, SlotReuse reuse)
-    : allocator_(allocator), owner_(owner), ownedMap_(ownedPages), freeMap_(freePages), reuse_(reuse),
+RowSpace::RowSpace(PageAllocator &allocator, std::uint32_t owner, RowPosition ownedPages, RowPosition freePages,
+                   std::function<bool()> mayReuseSlots)
+    : allocator_(allocator), owner_(owner), ownedMap_(ownedPages), freeMap_(freePages), mayReuseSlots_(std::move(mayReuseSlots)),
       freePages_(pagesInMap(allocator.pager(), freePages))
 {
 }
@@ -54,22 +55,18 @@ std::optional<RowPosition> RowSpace::addOn(std::uint32_t page, Bytes row, std::u
     }
     // Later slots are filled first, so that rows are found in the order of their making where that is possible.
     const std::optional<std::uint32_t> slot = reusableSlot(page, row.size());
-    if (!slot) {
+    if (!slot || !mayReuseSlots_()) {
         return std::nullopt;
     }
     editor.set(*slot, row, flags);
-    const RowPosition position{page, static_cast<std::uint8_t>(*slot)};
-    ownDeletions_.erase(position);
-    return position;
+    return RowPosition{page, static_cast<std::uint8_t>(*slot)};
 }
 
 std::optional<std::uint32_t> RowSpace::reusableSlot(std::uint32_t number, std::size_t length) const
 {
     const DataPage page(allocator_.pager().page(number, PageType::Data));
     for (std::uint32_t slot = 0; slot < page.slotCount(); ++slot) {
-        const RowPosition position{number, static_cast<std::uint8_t>(slot)};
-        if (page.isDeleted(slot) && page.unusedBytes() + page.bytes(slot).size() >= length
-            && (reuse_ == SlotReuse::All || ownDeletions_.count(position) != 0)) {
+        if (page.isDeleted(slot) && page.unusedBytes() + page.bytes(slot).size() >= length) {
             return slot;
         }
     }
@@ -95,7 +92,6 @@ bool RowSpace::set(RowPosition position, Bytes row, std::uint16_t flags)
 void RowSpace::remove(RowPosition position)
 {
     set(position, {}, SlotFlag::Deleted);
-    ownDeletions_.insert(position);
 }
 
 } // namespace jet

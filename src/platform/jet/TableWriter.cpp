@@ -5,6 +5,7 @@
 #include "platform/jet/ColumnSize.h"
 #include "platform/jet/DataPageEditor.h"
 #include "platform/jet/Error.h"
+#include "platform/jet/IndexCheck.h"
 #include "platform/jet/Pager.h"
 #include "platform/jet/RowBytes.h"
 #include "platform/jet/RowEditor.h"
@@ -65,13 +66,30 @@ void requireWritable(const TableDefinition &table, bool isCatalogue)
 
 TableWriter::TableWriter(PageAllocator &allocator, TableDefinition &table, bool isCatalogue)
     : allocator_(allocator), table_(table),
-      space_(allocator, table.page, table.ownedPages, table.freePages,
-             table.indexes.empty() ? RowSpace::SlotReuse::All : RowSpace::SlotReuse::OwnDeletions)
+      space_(allocator, table.page, table.ownedPages, table.freePages, [this] { return mayReuseSlots(); })
 {
     requireWritable(table, isCatalogue);
     for (const IndexDefinition &index : table.indexes) {
         trees_.emplace_back(allocator, table.page, index.rootPage, index.ownedPages);
     }
+}
+
+/// Whether no entry of an index points at a deleted row; looked for once in each opening of the file.
+bool TableWriter::mayReuseSlots()
+{
+    std::optional<bool> &known = allocator_.reusableSlots(table_.page);
+    if (!known) {
+        known = true;
+        for (std::size_t i = 0; i < trees_.size() && *known; ++i) {
+            trees_[i].flush();
+            const IndexWalk walk =
+                walkIndex(allocator_.pager(), table_, table_.indexes[i], [&](const QString &) { known = false; });
+            known = *known && std::all_of(walk.entries.begin(), walk.entries.end(), [&](const std::string &entry) {
+                return findRow(allocator_.pager(), table_.page, rowOf(entry)).has_value();
+            });
+        }
+    }
+    return *known;
 }
 
 Inserted TableWriter::insert(const std::vector<Value> &values)

@@ -32,6 +32,8 @@ class TableWriter
 public:
     /// Error 3027 for a table that cannot be kept true, naming why. `isCatalogue` lets the names of the catalogue be indexed.
     TableWriter(PageAllocator &allocator, TableDefinition &table, bool isCatalogue);
+    TableWriter(const TableWriter &) = delete;
+    TableWriter &operator=(const TableWriter &) = delete;
 
     /// Values in the order of the columns. Errors 3022 duplicate key, 3058 null in a key, 3047 row too long; then nothing has
     /// changed.
@@ -52,6 +54,7 @@ private:
         Bytes bytes;
     };
 
+    bool mayReuseSlots();
     std::optional<Location> locate(RowPosition position) const;
     void move(const Location &from, const QByteArray &row);
     std::vector<Value> indexedValues(Bytes row) const;

@@ -31,6 +31,7 @@ private:
 public:
     explicit Work(Database &database) : state_(*database.state_), lock_(requireLock(database)), others_(lock_.keepOthersOut())
     {
+        rollBack(state_.pager.path());
         if (stampOf(state_.pager.path()) != state_.stamp) {
             throw Error(ErrorNumber::ChangedMeanwhile,
                         QStringLiteral("%1 was changed by another program. Try again.").arg(state_.pager.path()));

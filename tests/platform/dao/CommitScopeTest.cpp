@@ -60,7 +60,7 @@ private Q_SLOTS:
 void CommitScopeTest::nothingIsSeenBeforeTheEnd()
 {
     ThingsFile file;
-    const auto other = file.openAgain();
+    const auto other = file.openAgain(true);
     {
         CommitScope outer(*file);
         {
@@ -85,7 +85,7 @@ void CommitScopeTest::anErrorCommitsWhatWasWrittenBefore()
         file.add(QString(11, u'x'));
     });
     QCOMPARE(error, 3163);
-    QCOMPARE(rowsIn(*file.openAgain()), 2);
+    QCOMPARE(rowsIn(*file.openAgain(true)), 2);
 }
 
 void CommitScopeTest::rollbackDropsItsOwnPartOnly()
@@ -126,6 +126,12 @@ void CommitScopeTest::keysOfADroppedScopeAreNotGivenAgain()
     }
     QCOMPARE(file.add("b"), 2);
     const auto other = file.openAgain();
+    if (ThingsFile::kind() == FileKind::Jet) {
+        // While two users have the file open, neither can write.
+        QCOMPARE(errorOf([&] { other->Execute("Insert into Things (ThingID) values (9)"); }), 3045);
+        QCOMPARE(errorOf([&] { file.add("c"); }), 3045);
+        return;
+    }
     other->Execute("Insert into Things (ThingID) values (9)");
     QCOMPARE(file.add("c"), 10);
 }
@@ -171,7 +177,7 @@ void CommitScopeTest::aKilledProgramLeavesNothingOfItsScope()
     int status = 0;
     QCOMPARE(::waitpid(child, &status, 0), child);
     QVERIFY(WIFSIGNALED(status));
-    QVERIFY(QFileInfo(path + "-journal").size() > 0);
+    QVERIFY(ThingsFile::kind() == FileKind::Jet || QFileInfo(path + "-journal").size() > 0);
     const auto again = file.openAgain();
     QCOMPARE(again->OpenRecordset("Select * from Things").text("Name"), QStringLiteral("before"));
     QVERIFY(again->OpenRecordset("Select * from tblWide").Eof());
@@ -191,8 +197,8 @@ void CommitScopeTest::fullDiskLeavesTheOldValue()
         const FullDisk disk(1024);
         QCOMPARE(errorOf([&] { set.Update(); }), 3026);
     }
-    QCOMPARE(file.openAgain()->OpenRecordset(sql).text("Name"), QStringLiteral("old"));
-    QCOMPARE(file.openAgain()->checkIntegrity(), QStringList());
+    QCOMPARE(file.openAgain(true)->OpenRecordset(sql).text("Name"), QStringLiteral("old"));
+    QCOMPARE(file.openAgain(true)->checkIntegrity(), QStringList());
     // The row is still in editing, so a second try can follow.
     set.Update();
     QCOMPARE(file->OpenRecordset(sql).text("Name"), QStringLiteral("new"));
@@ -223,6 +229,13 @@ void CommitScopeTest::fullDiskInAScopeIsReported()
         }
         // The limit on a file's size shows as a full disk or as a failed write, depending on the file that meets it.
         QVERIFY(error == 3026 || error == 3043);
+        if (ThingsFile::kind() == FileKind::Jet) {
+            // The file is written at the end of the scope, so that is where the disk was full and everything was rolled back.
+            QCOMPARE(rowsIn(*file), 1);
+            QVERIFY(!file->tableNames().contains("tblShort"));
+            QVERIFY(file.add("after") > 1);
+            return;
+        }
         const int later = errorOf([&] { file.add("later"); });
         // SQLite rolled back either the one row or everything; in the second case every later write must fail.
         isLost = later != 0;
@@ -230,7 +243,7 @@ void CommitScopeTest::fullDiskInAScopeIsReported()
     }
     QCOMPARE(errorOf([&] { file->OpenRecordset("Select * from tblShort"); }), isLost ? 3078 : 0);
     QCOMPARE(file->tableNames().contains("tblShort"), !isLost);
-    const auto again = file.openAgain();
+    const auto again = file.openAgain(true);
     QCOMPARE(again->checkIntegrity(), QStringList());
     QCOMPARE(rowsIn(*again) == 1, isLost);
     QVERIFY(file.add("after") > 1);

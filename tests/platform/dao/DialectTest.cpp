@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "ThingsFile.h"
 #include "platform/dao/CommitScope.h"
 #include "platform/dao/Workspace.h"
 
@@ -93,7 +94,7 @@ private:
 
 void DialectTest::initTestCase()
 {
-    database_ = Workspace::CreateDatabase(folder_.filePath("Dialect.mdb"), ";pwd=secret");
+    database_ = Workspace::CreateDatabase(folder_.filePath("Dialect.mdb"), ";pwd=secret", ThingsFile::kind());
     for (const TableText &table : Tables) {
         database_->Append(definitionOf(table));
     }

@@ -84,7 +84,7 @@ void JetStorageTest::queriesJoinAndSortAsElsewhere()
     QCOMPARE(column(*main, QStringLiteral("Select WNickName from tblWorker order by WorkerID")),
              (QStringList{QStringLiteral("Thabo"), QStringLiteral("NULL"), QStringLiteral("Renée"), QStringLiteral("O'Reilly")}));
     QCOMPARE(column(*main, QStringLiteral("Select Block from tblBlock where active <> 0 order by Block asc")).first(),
-             QStringLiteral("Noord"));
+             QStringLiteral("élan"));
     QCOMPARE(column(*main,
                     QStringLiteral("Select tblBlockPlant.PBlock from tblBlockPlant, tblBlock where tblBlockPlant.BlockID = "
                                    "tblBlock.BlockID and tblBlockPlant.PBActive = True"))

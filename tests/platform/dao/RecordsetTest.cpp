@@ -177,7 +177,6 @@ void RecordsetTest::aDeletedRowIsNoticed()
     file.add("a");
     file.add("b");
     Recordset set = all(file);
-    const auto other = file.openAgain();
     file->Execute("Delete from Things where ThingID = 1");
     QCOMPARE(errorOf([&] { set.text("Name"); }), 3167);
     QCOMPARE(errorOf([&] { set.Edit(); }), 3167);
@@ -185,7 +184,12 @@ void RecordsetTest::aDeletedRowIsNoticed()
     set.MoveNext();
     set.Edit();
     set.set("Name", QStringLiteral("c"));
-    other->Execute("Delete from Things");
+    if (ThingsFile::kind() == FileKind::Jet) {
+        // No other program can write while this one has the file open.
+        file->Execute("Delete from Things");
+    } else {
+        file.openAgain()->Execute("Delete from Things");
+    }
     QCOMPARE(errorOf([&] { set.Update(); }), 3167);
 }
 
@@ -223,8 +227,11 @@ void RecordsetTest::editingSeesWhatOthersWrote()
     second.Update();
     QCOMPARE(first.longValue("Big"), 2);
     QCOMPARE(snapshot.longValue("Big"), 1);
-    const auto other = file.openAgain();
-    other->Execute("Update Things set Big = 3");
+    if (ThingsFile::kind() == FileKind::Jet) {
+        file->Execute("Update Things set Big = 3");
+    } else {
+        file.openAgain()->Execute("Update Things set Big = 3");
+    }
     first.Edit();
     QCOMPARE(first.longValue("Big"), 3);
     // A value that is there already by now is not written, any other is.
@@ -232,7 +239,7 @@ void RecordsetTest::editingSeesWhatOthersWrote()
     first.set("Name", QStringLiteral("z"));
     QCOMPARE(first.text("Name"), QStringLiteral("z"));
     first.Update();
-    QCOMPARE(other->OpenRecordset("Select * from Things").text("Name"), QStringLiteral("z"));
+    QCOMPARE(file.openAgain(true)->OpenRecordset("Select * from Things").text("Name"), QStringLiteral("z"));
 }
 
 // Reading rows again any number of times never mixes their texts.

@@ -26,7 +26,7 @@ class ThingsFile
 public:
     ThingsFile()
     {
-        database_ = Workspace::CreateDatabase(path(), QStringLiteral(";pwd=secret"));
+        database_ = Workspace::CreateDatabase(path(), QStringLiteral(";pwd=secret"), kind());
         TableDef things = database_->CreateTableDef(QStringLiteral("Things"));
         Field key = TableDef::CreateField(QStringLiteral("ThingID"), FieldType::Long);
         key.autoIncrement = true;
@@ -45,6 +45,11 @@ public:
         database_->Append(things);
     }
 
+    /// The tests of the object layer run once for each kind.
+    static FileKind kind()
+    {
+        return qEnvironmentVariable("FARM_STORAGE") == QLatin1String("jet") ? FileKind::Jet : FileKind::Sqlite;
+    }
     QString path() const { return folder_.filePath(QStringLiteral("Things.mdb")); }
     QString folder() const { return folder_.path(); }
     Database &operator*() { return *database_; }
