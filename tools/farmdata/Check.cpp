@@ -136,6 +136,13 @@ DatabasePointer checkFile(const QString &folder, DatabaseFile file, const QTempo
             findings.fault(one);
         }
         checkTables(*database, file, findings);
+        if (damage.isEmpty()) {
+            for (const QString &table : database->tableNames()) {
+                for (const QString &mismatch : database->mismatches(table)) {
+                    findings.fault(mismatch);
+                }
+            }
+        }
         return damage.isEmpty() ? std::move(database) : nullptr;
     } catch (const basic::RunTimeError &error) {
         findings.fault(error.description());
