@@ -201,6 +201,18 @@ private Q_SLOTS:
         QVERIFY(run.output.contains("PestMon.mdb") && run.output.contains("ZN4_Spray.mdb"));
     }
 
+    void checkReadsACopyWhileTheFarmIsOpen()
+    {
+        TemporaryFarm farm;
+        const FarmLock::Attempt running = FarmLock::tryLock(farm.databasesPath());
+        QVERIFY(running.lock);
+        const QByteArray before = fingerprint(farm.databasesPath());
+        const FarmdataRun run = farmdata({"check", farm.databasesPath()});
+        QVERIFY2(run.status == 0, qPrintable(run.output));
+        QCOMPARE(run.output.count("a copy of the file is checked"), 3);
+        QCOMPARE(fingerprint(farm.databasesPath()), before);
+    }
+
     void checkListsValuesThatTheirFieldsCannotHold()
     {
         TemporaryFarm farm;

@@ -286,7 +286,7 @@ void WorkspaceTest::aMovedFileIsNotWritten()
             QVERIFY2(error.description().contains("was moved or replaced"), qPrintable(error.description()));
         }
     }
-    QCOMPARE(QDir(file.folder()).entryList(QDir::Files), (QStringList{"Things.mdb", "moved.mdb"}));
+    QCOMPARE(QDir(file.folder()).entryList(QDir::Files), (QStringList{"moved.mdb", "Things.mdb"}));
     const auto again = Workspace::OpenDatabase(moved, false, true, ";pwd=secret");
     QCOMPARE(again->OpenRecordset("Select * from Things").longValue("Big"), 0);
 }
