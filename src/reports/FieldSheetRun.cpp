@@ -56,7 +56,7 @@ void saveWorkbook(ScreenHost &host, excel::Application &application, const QStri
     } else {
         // Stays readable after the box is closed.
         host.showFailure(
-            QStringLiteral("The field sheets \"%1\" were not saved. Mend the cause and print them again.").arg(name));
+            QStringLiteral("The field sheets \"%1\" were not saved. Fix the cause and print them again.").arg(name));
     }
 }
 

@@ -110,7 +110,15 @@ DatabasePointer openRepairedCopy(const QString &path, const QTemporaryDir &copie
 DatabasePointer openForCheck(const QString &path, const QTemporaryDir &copies)
 {
     try {
-        return open(path, true);
+        DatabasePointer database = open(path, true);
+        // A check of the file itself would keep the program that has the farm open from writing until it ends.
+        if (QFileInfo(QFileInfo(path).absolutePath() + QStringLiteral("/PestMon.lock")).size() == 0) {
+            return database;
+        }
+        printLine(QStringLiteral("  note: the farm is open, so a copy of the file is checked"));
+        const QString copy = copies.filePath(QFileInfo(path).fileName());
+        database->backupTo(copy);
+        return open(copy, true);
     } catch (const dao::DataError &error) {
         if (error.number() != static_cast<int>(dao::DataErrorNumber::NeedsRepair)) {
             throw;
@@ -136,6 +144,13 @@ DatabasePointer checkFile(const QString &folder, DatabaseFile file, const QTempo
             findings.fault(one);
         }
         checkTables(*database, file, findings);
+        if (damage.isEmpty()) {
+            for (const QString &table : database->tableNames()) {
+                for (const QString &mismatch : database->mismatches(table)) {
+                    findings.fault(mismatch);
+                }
+            }
+        }
         return damage.isEmpty() ? std::move(database) : nullptr;
     } catch (const basic::RunTimeError &error) {
         findings.fault(error.description());
