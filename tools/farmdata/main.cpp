@@ -3,14 +3,15 @@
 #include "DemoFarm.h"
 #include "Export.h"
 #include "Import.h"
+#include "Lists.h"
 #include "Output.h"
 #include "Progress.h"
-#include "Staging.h"
 
 #include "common/FarmLock.h"
 #include "platform/basic/RunTimeError.h"
 #include "store/BackupFolder.h"
 #include "store/Backups.h"
+#include "store/Staging.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -23,6 +24,8 @@
 namespace
 {
 
+const QString DryRun = QStringLiteral("--dry-run");
+const QString ByName = QStringLiteral("--by-name");
 const QString Jet = QStringLiteral("--jet");
 
 QString folderOf(const QString &argument)
@@ -32,12 +35,7 @@ QString folderOf(const QString &argument)
 
 bool create(const QStringList &arguments)
 {
-    Staging staging(arguments[0]);
-    const dao::FileKind kind = arguments.contains(Jet) ? dao::FileKind::Jet : dao::FileKind::Sqlite;
-    for (const store::DatabaseFile file : store::AllDatabaseFiles) {
-        store::createDatabaseFile(file, staging.path(file), kind);
-    }
-    staging.moveIn();
+    createDatabases(arguments[0], arguments.contains(Jet) ? dao::FileKind::Jet : dao::FileKind::Sqlite);
     printLine(QStringLiteral("Three empty databases were made in %1.").arg(folderOf(arguments[0])));
     return true;
 }
@@ -45,9 +43,7 @@ bool create(const QStringList &arguments)
 bool demo(const QStringList &arguments)
 {
     Staging staging(arguments[0]);
-    for (const store::DatabaseFile file : store::AllDatabaseFiles) {
-        store::createDatabaseFile(file, staging.path(file));
-    }
+    staging.createEmpty();
     fillDemoFarm(staging.folder());
     staging.moveIn();
     printLine(QStringLiteral("A demonstration farm was made in %1.").arg(folderOf(arguments[0])));
@@ -115,6 +111,17 @@ bool restore(const QStringList &arguments)
     return true;
 }
 
+bool listsExport(const QStringList &arguments)
+{
+    exportLists(arguments[0], arguments[1]);
+    return true;
+}
+
+bool listsImport(const QStringList &arguments)
+{
+    return importLists(arguments[0], arguments[1], {arguments.contains(DryRun), arguments.contains(ByName)});
+}
+
 struct Command {
     /// One or two words.
     QString name;
@@ -154,6 +161,12 @@ const std::vector<Command> &commands()
         {"check", {"DIR"}, "reads everything and reports faults; changes nothing", check},
         {"backup", {"DIR"}, "makes a dated copy of PestMon.mdb; those of ten days are retained", backup},
         {"restore", {"DIR", "FILE"}, "restores PestMon.mdb from a copy; the replaced file is moved to Backups", restore},
+        {"lists export", {"DIR", "FILE"}, "writes farms, blocks, crops, workers, pests and seasons to a workbook", listsExport},
+        {"lists import",
+         {"DIR", "FILE"},
+         "takes them from a workbook or .csv, all rows or none; a row without key is new",
+         listsImport,
+         {DryRun, ByName}},
     };
     return all;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Staging.h"
+#include "store/Staging.h"
 
 #include "platform/basic/DiskSync.h"
 #include "platform/basic/Permissions.h"
@@ -33,6 +33,13 @@ Staging::Staging(const QString &databasesFolder) : target_(QDir(databasesFolder)
     if (!staged_->isValid()) {
         throw RunTimeError(ErrorNumber::PathFileAccess,
                            QStringLiteral("Nothing can be written in %1: %2.").arg(parent, staged_->errorString()));
+    }
+}
+
+void Staging::createEmpty(dao::FileKind kind) const
+{
+    for (const store::DatabaseFile file : store::AllDatabaseFiles) {
+        store::createDatabaseFile(file, path(file), kind);
     }
 }
 
@@ -70,4 +77,11 @@ void Staging::moveIn()
         moved.append(to);
     }
     basic::syncToDisk(target_);
+}
+
+void createDatabases(const QString &databasesFolder, dao::FileKind kind)
+{
+    Staging staging(databasesFolder);
+    staging.createEmpty(kind);
+    staging.moveIn();
 }
