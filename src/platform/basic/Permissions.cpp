@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/basic/Permissions.h"
 
+#include "platform/basic/DiskSync.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -81,6 +83,7 @@ bool makeFolder(const QString &path)
     const bool isMade = parent != path && makeFolder(parent) && QDir().mkdir(path);
     if (isMade) {
         followFolder(path);
+        syncToDisk(parent);
     }
     return isMade || QFileInfo(path).isDir();
 }
