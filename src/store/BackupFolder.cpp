@@ -134,7 +134,7 @@ void BackupFolder::removeLeftovers() const
 {
     const QDir folder(path());
     const QStringList unfinished{QStringLiteral("*.new"), QStringLiteral("*.part"), QStringLiteral("*.new-journal"),
-                                 QStringLiteral("*.part-journal")};
+                                 QStringLiteral("*.part-journal"), QStringLiteral("qt_temp.??????")};
     for (const QString &name : folder.entryList(unfinished, QDir::Files)) {
         QFile::remove(folder.filePath(name));
     }

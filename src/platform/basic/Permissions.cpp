@@ -2,6 +2,7 @@
 #include "platform/basic/Permissions.h"
 
 #include "platform/basic/DiskSync.h"
+#include "platform/basic/RunTimeError.h"
 
 #include <QDir>
 #include <QFile>
@@ -83,9 +84,9 @@ bool makeFolder(const QString &path)
     const bool isMade = parent != path && makeFolder(parent) && QDir().mkdir(path);
     if (isMade) {
         followFolder(path);
-        syncToDisk(parent);
+        return runOrIgnore([&parent] { syncToDisk(parent); });
     }
-    return isMade || QFileInfo(path).isDir();
+    return QFileInfo(path).isDir();
 }
 
 } // namespace basic

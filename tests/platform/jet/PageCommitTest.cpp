@@ -217,7 +217,8 @@ private Q_SLOTS:
                 for (int i = 0; i < 200; ++i) {
                     transaction.insert("tblPMData", {jet::Null{}, i, 2, 3, 4});
                 }
-                diskCalls::failAt(failing, Effect::FailFull, diskCalls::Changes, duration);
+                diskCalls::failAt(failing, Effect::FailFull, diskCalls::Changes & ~diskCalls::Kinds(diskCalls::Kind::SyncFolder),
+                                  duration);
                 transaction.commit();
             };
             QString error;
@@ -249,6 +250,55 @@ private Q_SLOTS:
             QCOMPARE(judges::faults(path_), QString());
         }
         QVERIFY2(failed > 10, qPrintable(QString::number(failed)));
+    }
+
+    /// The first wait for the folder comes before the pages are written, the second when everything is.
+    void aFolderThatCannotBeWaitedForIsReported()
+    {
+        for (const auto &[call, expected] : {std::pair(1, 281U), std::pair(2, 482U)}) {
+            reset();
+            const auto database = Database::open(path_, judges::Password, Access::ReadWrite);
+            const auto insert = [&](int rows) {
+                Transaction transaction(*database);
+                for (int i = 0; i < rows; ++i) {
+                    transaction.insert("tblPMData", {jet::Null{}, i, 2, 3, 4});
+                }
+                transaction.commit();
+            };
+            diskCalls::failAt(call, Effect::Fail, diskCalls::Kind::SyncFolder);
+            const QString error = errorOf(ErrorNumber::DiskError, [&] { insert(201); });
+            diskCalls::failAt(0, Effect::Fail);
+            QVERIFY2(error.contains(folder_.path()), qPrintable(error));
+            database->refresh();
+            QCOMPARE(database->readRows("tblPMData", [](const jet::Row &) {}), expected);
+            insert(1);
+            QCOMPARE(judges::faults(path_), QString());
+        }
+    }
+
+    void aRollbackFileThatCannotBeReadIsNoIncompleteOne()
+    {
+        int call = calls_ / 2;
+        bool isComplete = false;
+        do {
+            reset();
+            inChild(call--, Effect::Kill, isComplete);
+        } while (!jet::hasRollback(path_));
+        const QByteArray stored = read(jet::rollbackPath(path_));
+        // Opening reads the database first, then the rollback file.
+        for (int reading = 1; reading < 30; ++reading) {
+            diskCalls::failAt(reading, Effect::Fail, diskCalls::Kind::Read);
+            const bool isOpened = basic::runOrIgnore([&] { Database::open(path_, judges::Password); });
+            const bool hasFailed = diskCalls::hasFailed();
+            diskCalls::failAt(0, Effect::Fail);
+            if (isOpened) {
+                QVERIFY(states_.contains(read(path_)));
+                QVERIFY(reading > 1 || !hasFailed);
+                return;
+            }
+            QVERIFY(!jet::hasRollback(path_) || read(jet::rollbackPath(path_)) == stored);
+        }
+        QFAIL("the database is never opened");
     }
 
     void aRollbackFileThatIsNotWholeIsIgnored()
