@@ -8,7 +8,7 @@
 #include <vector>
 
 /// A farm of many years in a temporary folder: 5,000 plantings on 500 blocks and, at its largest, 20,000 instructions of which
-/// three quarters are completed, 2,000,000 detail rows (20 points x 5 pests each) and 100,000 total rows.
+/// three quarters are completed, 2,000,000 detail rows (20 points x 5 pests each) and as many total rows.
 class BigFarm
 {
 public:
