@@ -19,8 +19,10 @@ public:
 
     static constexpr int Instructions = 20000;
     static constexpr int Points = 20;
-    /// Numbers of instructions at which cost is compared.
-    inline static const std::vector<std::int64_t> Sizes{Instructions / 4, Instructions / 2, Instructions};
+    /// Numbers of instructions at which cost is compared: the one of the environment variable FARM_BENCH_INSTRUCTIONS, or three.
+    inline static const std::vector<std::int64_t> Sizes = qEnvironmentVariableIsSet("FARM_BENCH_INSTRUCTIONS")
+        ? std::vector<std::int64_t>{qEnvironmentVariableIntValue("FARM_BENCH_INSTRUCTIONS")}
+        : std::vector<std::int64_t>{Instructions / 4, Instructions / 2, Instructions};
 
 private:
     int instructions_;

@@ -116,7 +116,7 @@ void recordsSheet(benchmark::State &state)
                                         .records = [&records](std::int32_t, std::int32_t) { return records; }};
     double otherPeak = 0;
     forgetPeak();
-    compareTold(
+    compareTimed(
         state,
         [&] {
             excel::Application application;
