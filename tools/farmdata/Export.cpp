@@ -189,6 +189,40 @@ int copyTable(dao::Database &source, dao::Database &target, const store::SchemaT
     return count;
 }
 
+void writeJet(const QString &from, store::DatabaseFile file, const QString &path)
+{
+    const DatabasePointer source = open(from, file);
+    printLine(store::fileName(file));
+    const QStringList present = source->tableNames();
+    std::vector<const store::SchemaTable *> tables;
+    std::int64_t total = 0;
+    for (const store::SchemaTable &table : store::schema()) {
+        if (table.file == file && present.contains(table.name, Qt::CaseInsensitive)) {
+            tables.push_back(&table);
+            total += source->OpenRecordset(QStringLiteral("Select Count(*) from [%1]").arg(table.name)).longValue(0);
+        }
+    }
+    const DatabasePointer target = dao::Workspace::CreateDatabase(path, store::connectText(), dao::FileKind::Jet);
+    Progress progress(QStringLiteral("Writing"), total);
+    dao::CommitScope scope(*target);
+    std::vector<int> counts;
+    for (const store::SchemaTable *table : tables) {
+        counts.push_back(copyTable(*source, *target, *table, progress));
+    }
+    scope.commit();
+    // What was written is read from the file again, not from the mirror that it was written through.
+    const DatabasePointer written = dao::Workspace::OpenDatabase(path, false, true, store::connectText());
+    for (std::size_t i = 0; i < tables.size(); ++i) {
+        const dao::TableDef definition = written->tableDef(tables[i]->name);
+        QStringList fields;
+        for (const dao::Field &field : definition.Fields()) {
+            fields.append(QStringLiteral("[%1]").arg(field.name));
+        }
+        compareTables(*source, *written, tables[i]->name, fields);
+        printCount(tables[i]->name, counts[i]);
+    }
+}
+
 } // namespace
 
 void exportToCsv(const QString &databasesFolder, const QString &to)
@@ -208,39 +242,11 @@ void exportToCsv(const QString &databasesFolder, const QString &to)
 void exportToJet(const QString &from, const QString &databasesFolder)
 {
     Staging staging(databasesFolder);
-    for (const store::DatabaseFile file : store::AllDatabaseFiles) {
-        const DatabasePointer source = open(from, file);
-        printLine(store::fileName(file));
-        const QStringList present = source->tableNames();
-        std::vector<const store::SchemaTable *> tables;
-        std::int64_t total = 0;
-        for (const store::SchemaTable &table : store::schema()) {
-            if (table.file == file && present.contains(table.name, Qt::CaseInsensitive)) {
-                tables.push_back(&table);
-                total += source->OpenRecordset(QStringLiteral("Select Count(*) from [%1]").arg(table.name)).longValue(0);
-            }
+    staging.fill([&] {
+        for (const store::DatabaseFile file : store::AllDatabaseFiles) {
+            writeJet(from, file, staging.path(file));
         }
-        const DatabasePointer target =
-            dao::Workspace::CreateDatabase(staging.path(file), store::connectText(), dao::FileKind::Jet);
-        Progress progress(QStringLiteral("Writing"), total);
-        dao::CommitScope scope(*target);
-        std::vector<int> counts;
-        for (const store::SchemaTable *table : tables) {
-            counts.push_back(copyTable(*source, *target, *table, progress));
-        }
-        scope.commit();
-        // What was written is read from the file again, not from the mirror that it was written through.
-        const DatabasePointer written = dao::Workspace::OpenDatabase(staging.path(file), false, true, store::connectText());
-        for (std::size_t i = 0; i < tables.size(); ++i) {
-            const dao::TableDef definition = written->tableDef(tables[i]->name);
-            QStringList fields;
-            for (const dao::Field &field : definition.Fields()) {
-                fields.append(QStringLiteral("[%1]").arg(field.name));
-            }
-            compareTables(*source, *written, tables[i]->name, fields);
-            printCount(tables[i]->name, counts[i]);
-        }
-    }
+    });
     staging.moveIn();
     printLine(QStringLiteral("Written to %1, every row compared.").arg(QDir(databasesFolder).absolutePath()));
 }

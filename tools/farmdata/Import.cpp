@@ -278,12 +278,12 @@ void importFarm(const QString &from, const QString &databasesFolder)
             total += table.source.rowCount;
         }
     }
-    {
+    staging.fill([&] {
         Progress progress(QStringLiteral("Importing"), total);
         for (const FileCopy &copy : copies) {
             copyFile(copy, staging.path(copy.file), progress);
         }
-    }
+    });
     staging.moveIn();
     for (const FileCopy &copy : copies) {
         report(copy);

@@ -43,8 +43,12 @@ bool create(const QStringList &arguments)
 bool demo(const QStringList &arguments)
 {
     Staging staging(arguments[0]);
-    staging.createEmpty();
-    fillDemoFarm(staging.folder());
+    staging.fill([&] {
+        for (const store::DatabaseFile file : store::AllDatabaseFiles) {
+            store::createDatabaseFile(file, staging.path(file));
+        }
+        fillDemoFarm(staging.folder());
+    });
     staging.moveIn();
     printLine(QStringLiteral("A demonstration farm was made in %1.").arg(folderOf(arguments[0])));
     return true;
