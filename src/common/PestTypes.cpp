@@ -38,3 +38,27 @@ QString pestTypeFilter(const QString &caption)
     }
     return {};
 }
+
+QString pestTypeCaption(const QString &kind)
+{
+    for (const PestType &type : PestTypes) {
+        if (kind.compare(QLatin1String(type.kind), Qt::CaseInsensitive) == 0) {
+            return QLatin1String(type.caption);
+        }
+    }
+    return kind;
+}
+
+QString pestTypeKind(const QString &text)
+{
+    const QString word = text.trimmed();
+    for (const PestType &type : PestTypes) {
+        const QLatin1String caption(type.caption);
+        const bool isSingular = caption.endsWith(u's') && word.compare(caption.chopped(1), Qt::CaseInsensitive) == 0;
+        if (isSingular || word.compare(caption, Qt::CaseInsensitive) == 0
+            || word.compare(QLatin1String(type.kind), Qt::CaseInsensitive) == 0) {
+            return QLatin1String(type.kind);
+        }
+    }
+    return word;
+}

@@ -69,6 +69,8 @@ SchemaTable autonumbered(QStringView name, Fields fields, Indexes indexes = {})
 std::vector<SchemaTable> mainTables()
 {
     constexpr DatabaseFile Main = DatabaseFile::Main;
+    SchemaTable lastKeys = plain(Main, LastKeysTable, {text(u"ListTable"), number(u"LastKey")});
+    lastKeys.optional = true;
     return {
         keyed(Main, u"tblFarms", {number(u"FarmID"), text(u"Farm"), yesNo(u"isactive")}),
         keyed(Main, u"tblBlock",
@@ -80,9 +82,11 @@ std::vector<SchemaTable> mainTables()
         keyed(Main, u"tblCrVariety", {number(u"CrVaID"), number(u"CrTyID"), text(u"Variety")}, {{"CrTyID"}}),
         keyed(Main, u"tblCrType", {number(u"CrTyID"), number(u"CrGrID"), text(u"Type")}, {{"CrGrID"}, {"Type"}}),
         keyed(Main, u"tblCrGroup", {number(u"CrGrID"), text(u"Group")}),
-        keyed(Main, u"tblWorker", {number(u"WorkerID"), text(u"WNickName")}),
+        // A worker who cannot be picked has no nickname; the name is in the field after it meanwhile.
+        keyed(Main, u"tblWorker", {number(u"WorkerID"), text(u"WNickName"), text(u"WInactive")}),
         plain(Main, u"tblYear", {text(u"FYear")}),
         plain(Main, u"tblActiveIngredient", {number(u"ActInID"), text(u"ActiveIngredient", NoteSize)}, {{"ActiveIngredient"}}),
+        std::move(lastKeys),
     };
 }
 
@@ -226,7 +230,8 @@ const SchemaTable *findTable(QStringView name)
 
 bool isOptionalField(const SchemaTable &table, QStringView field)
 {
-    return sameName(table.name, u"tblPMTrans") && sameName(field, u"PMRepeat");
+    return (sameName(table.name, u"tblPMTrans") && sameName(field, u"PMRepeat"))
+        || (sameName(table.name, u"tblWorker") && sameName(field, u"WInactive"));
 }
 
 bool isOfOpenType(const SchemaTable &table, QStringView field)

@@ -45,6 +45,9 @@ QString fileName(DatabaseFile file);
 /// The connect text that carries the password of all three files.
 QString connectText();
 
+/// Largest keys of deleted rows of the farm lists, by table: a key is never given twice. Added with the first deletion.
+inline const QString LastKeysTable = QStringLiteral("tblListKeys");
+
 /// Makes an empty file with all tables of `file` at `path`, and the two methods in the pest file. Error 75 when `path` exists.
 void createDatabaseFile(DatabaseFile file, const QString &path);
 

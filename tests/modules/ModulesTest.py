@@ -13,17 +13,18 @@ import sys
 # Layers from the bottom up. Modules of one layer do not include each other.
 LAYERS = [
     ["platform/basic"],
-    ["platform/jet", "platform/controls", "platform/excel", "platform/chart"],
+    ["platform/jet", "platform/controls", "platform/excel", "platform/sheets", "platform/chart"],
     ["platform/dao"],
     ["common"],
     ["common/grid", "store"],
+    ["store/lists"],
     ["screens"],
     ["reports"],
     ["shell", "pestmon", "analysis", "graphs"],
-    ["menu"],
+    ["menu", "mainmodule"],
 ]
 # Modules without widgets, since the command-line tools link them.
-WITHOUT_WIDGETS = {"platform/basic", "platform/jet", "platform/dao", "platform/excel", "common", "store"}
+WITHOUT_WIDGETS = {"platform/basic", "platform/jet", "platform/dao", "platform/excel", "platform/sheets", "common", "store", "store/lists"}
 WIDGET_HEADERS = re.compile(r"#include <Q(Widget|Application|Dialog|MessageBox|Icon|Painter|Pixmap|MainWindow|GuiApplication)>")
 FOLDERS = ("src", "tools", "tests", "bench")
 INCLUDE = re.compile(r'^\s*#include "([^"]+)"', re.MULTILINE)

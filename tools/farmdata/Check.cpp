@@ -67,7 +67,7 @@ void checkTables(const dao::Database &database, DatabaseFile file, Findings &fin
         }
         if (!present.contains(table.name, Qt::CaseInsensitive)) {
             if (table.optional) {
-                printLine(QStringLiteral("  note: without %1, which the first start adds").arg(table.name));
+                printLine(QStringLiteral("  note: without %1, which the program adds when it needs it").arg(table.name));
             } else {
                 findings.fault(QStringLiteral("the table %1 is missing").arg(table.name));
             }
@@ -77,7 +77,7 @@ void checkTables(const dao::Database &database, DatabaseFile file, Findings &fin
         for (const dao::Field &field : table.fields) {
             const dao::Field *found = definition.findField(field.name);
             if (!found && store::isOptionalField(table, field.name)) {
-                printLine(QStringLiteral("  note: without %1.%2, which the first start adds").arg(table.name, field.name));
+                printLine(QStringLiteral("  note: without %1.%2, which the program adds when it needs it").arg(table.name, field.name));
             } else if (!found) {
                 findings.fault(QStringLiteral("the field %1 of the table %2 is missing").arg(field.name, table.name));
             } else if (found->type != field.type && !store::isOfOpenType(table, field.name)) {

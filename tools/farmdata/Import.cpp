@@ -267,14 +267,14 @@ void tell(const FileCopy &copy)
     for (const TableCopy &table : copy.tables) {
         printLine(QStringLiteral("  %1  %2 of %2 rows").arg(table.target.Name(), -20).arg(table.source.rowCount));
         for (const QString &field : table.absentFields) {
-            printLine(QStringLiteral("    without %1, which the first start adds").arg(field));
+            printLine(QStringLiteral("    without %1, which the program adds when it needs it").arg(field));
         }
         if (!table.leftOutFields.isEmpty()) {
             printLine(QStringLiteral("    left out, not used by this program: fields %1").arg(table.leftOutFields.join(u", ")));
         }
     }
     for (const QString &table : copy.absentTables) {
-        printLine(QStringLiteral("  without %1, which the first start adds").arg(table));
+        printLine(QStringLiteral("  without %1, which the program adds when it needs it").arg(table));
     }
     if (!copy.leftOutTables.isEmpty()) {
         printLine(QStringLiteral("  left out, not used by this program: tables %1").arg(copy.leftOutTables.join(u", ")));
