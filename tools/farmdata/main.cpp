@@ -2,6 +2,7 @@
 #include "Check.h"
 #include "DemoFarm.h"
 #include "Import.h"
+#include "Lists.h"
 #include "Output.h"
 #include "Progress.h"
 #include "Staging.h"
@@ -24,6 +25,9 @@
 
 namespace
 {
+
+const QString DryRun = QStringLiteral("--dry-run");
+const QString ByName = QStringLiteral("--by-name");
 
 QString folderOf(const QString &argument)
 {
@@ -99,11 +103,40 @@ bool restore(const QStringList &arguments)
     return true;
 }
 
+bool listsExport(const QStringList &arguments)
+{
+    exportLists(arguments[0], arguments[1]);
+    return true;
+}
+
+bool listsImport(const QStringList &arguments)
+{
+    return importLists(arguments[0], arguments[1], {arguments.contains(DryRun), arguments.contains(ByName)});
+}
+
 struct Command {
+    /// One or two words.
     QString name;
     QStringList arguments;
     QString help;
+    /// Takes the arguments, and behind them the options that were given.
     std::function<bool(const QStringList &)> run;
+    QStringList options = {};
+
+    QString usage() const
+    {
+        QStringList words{QStringLiteral("farmdata"), name};
+        for (const QString &option : options) {
+            words.append(QStringLiteral("[%1]").arg(option));
+        }
+        return (words + arguments).join(u' ');
+    }
+    /// How many words of a command line are its name; 0 when they are those of another command.
+    qsizetype wordsIn(const QStringList &line) const
+    {
+        const QStringList words = name.split(u' ');
+        return line.mid(0, words.size()) == words ? words.size() : 0;
+    }
 };
 
 const std::vector<Command> &commands()
@@ -114,6 +147,12 @@ const std::vector<Command> &commands()
         {"import", {"FROM", "DIR"}, "makes the databases from the suite's three Jet files in the folder FROM", import},
         {"check", {"DIR"}, "reads everything and tells what is wrong; changes nothing", check},
         {"backup", {"DIR"}, "makes a dated copy of PestMon.mdb; those of ten days are kept", backup},
+        {"lists export", {"DIR", "FILE"}, "writes farms, blocks, crops, workers, pests and seasons to a workbook", listsExport},
+        {"lists import",
+         {"DIR", "FILE"},
+         "takes them from a workbook or .csv, all rows or none; a row without key is new",
+         listsImport,
+         {DryRun, ByName}},
         {"restore", {"DIR", "FILE"}, "puts a copy back in the place of PestMon.mdb and keeps the file that it replaces", restore},
     };
     return all;
@@ -123,7 +162,7 @@ void printHelp()
 {
     printLine(QStringLiteral("farmdata makes, fills, imports, checks and backs up a Databases folder.\n\nUsage:"));
     for (const Command &command : commands()) {
-        printLine(QStringLiteral("  farmdata %1 %2\n      %3").arg(command.name, command.arguments.join(u' '), command.help));
+        printLine(QStringLiteral("  %1\n      %2").arg(command.usage(), command.help));
     }
     printLine(
         QStringLiteral("\nDIR is the Databases folder. Existing databases are never written over. The exit status is 0 only on "
@@ -137,18 +176,25 @@ int run(const QStringList &arguments)
         printHelp();
         return 0;
     }
-    const auto found = std::find_if(commands().begin(), commands().end(), [&](const Command &command) {
-        return !arguments.isEmpty() && command.name == arguments.front();
-    });
-    if (found == commands().end() || arguments.size() - 1 != found->arguments.size()) {
-        printError(QStringLiteral("farmdata: %1")
-                       .arg(found == commands().end()
-                                ? QStringLiteral("no such command; see farmdata --help")
-                                : QStringLiteral("usage: farmdata %1 %2").arg(found->name, found->arguments.join(u' '))));
+    const auto found = std::find_if(commands().begin(), commands().end(),
+                                    [&](const Command &command) { return command.wordsIn(arguments) > 0; });
+    if (found == commands().end()) {
+        printError(QStringLiteral("farmdata: no such command; see farmdata --help"));
+        return 2;
+    }
+    QStringList given = arguments.mid(found->wordsIn(arguments));
+    QStringList options;
+    for (const QString &option : found->options) {
+        if (given.removeAll(option) > 0) {
+            options.append(option);
+        }
+    }
+    if (given.size() != found->arguments.size()) {
+        printError(QStringLiteral("farmdata: usage: %1").arg(found->usage()));
         return 2;
     }
     try {
-        return found->run(arguments.mid(1)) ? 0 : 1;
+        return found->run(given + options) ? 0 : 1;
     } catch (const basic::RunTimeError &error) {
         printError(QStringLiteral("farmdata: %1").arg(error.description()));
         return 1;

@@ -76,6 +76,11 @@ Counts Plan::total() const
     return sum;
 }
 
+bool Plan::refuses() const
+{
+    return std::any_of(faults.begin(), faults.end(), [](const Fault &fault) { return fault.refuses; });
+}
+
 QString summary(const Counts &counts)
 {
     return QStringLiteral("%1 new, %2 changed, %3 refused").arg(counts.added).arg(counts.changed).arg(counts.refused);
@@ -124,6 +129,11 @@ void Planner::add(const GivenList &given)
         addRow(work);
         finish(work);
     }
+}
+
+void Planner::addFaults(const std::vector<Fault> &faults)
+{
+    plan_.faults.insert(plan_.faults.end(), faults.begin(), faults.end());
 }
 
 void Planner::addRow(RowWork &work)

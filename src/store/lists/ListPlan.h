@@ -65,7 +65,7 @@ struct Plan {
     std::array<Counts, AllLists.size()> counts{};
 
     Counts total() const;
-    bool refuses() const { return total().refused > 0; }
+    bool refuses() const;
 };
 
 /// "12 new, 3 changed, 2 refused".
@@ -83,6 +83,8 @@ public:
     Planner(const FarmLists &lists, Matching matching, std::int32_t farm);
 
     void add(const GivenList &given);
+    /// What is wrong with what was given as a whole.
+    void addFaults(const std::vector<Fault> &faults);
     const Plan &plan() const { return plan_; }
     const FarmLists &planned() const { return lists_; }
 
