@@ -10,6 +10,7 @@
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/ItemCombo.h"
 #include "platform/controls/Theme.h"
+#include "platform/dao/CommitScope.h"
 #include "platform/dao/Database.h"
 #include "shell/FarmApplication.h"
 
@@ -21,6 +22,9 @@
 #include <QRadioButton>
 
 #include <vector>
+
+using pestmon::Clear_Instruction;
+using pestmon::Save_Instruction;
 
 namespace
 {
@@ -136,7 +140,7 @@ void leaveCell(benchmark::State &state)
             value = static_cast<std::int16_t>((value + 1) % 1000);
             std::int32_t pointKey = firstPoint;
             std::int32_t totalKey = firstTotal;
-            dao::WriteScope scope(*session.dbPest);
+            dao::CommitScope scope(*session.dbPest);
             store.Save_PestDataMax(totalKey, middle, 1, {.PMCountMax = value}, clsPestMONNew::Count);
             store.Save_PestData(pointKey, middle, 1, 1, {.PMCount = value}, clsPestMONNew::Count);
             scope.commit();
@@ -209,7 +213,7 @@ void listInstructions(benchmark::State &state)
     BigProgram &program = programOf(sizeOf(state));
     QMetaObject::invokeMethod(&program.find<QAbstractButton>("imSpray"), "click");
     auto &all = program.find<QRadioButton>("chkAll");
-    program.find<QDateEdit>("dtpDateFrom").setDate(QDate(2000, 1, 1));
+    program.find<controls::DatePicker>("dtpDateFrom").choose(QDate(2000, 1, 1));
     RawSqlite raw(program.farm.pestFile());
     sqlite3_stmt *list =
         raw.prepare("SELECT * FROM tblPMTrans WHERE PMTransDate >= 36526 AND PMTransDate <= 60000 ORDER BY PMTransDate");

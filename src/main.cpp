@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "common/ProgramLock.h"
 #include "menu/MenuEntries.h"
 #include "platform/controls/Dialogs.h"
 #include "platform/controls/Theme.h"
@@ -7,10 +8,6 @@
 #include "shell/ProgramFolder.h"
 
 #include <QPointer>
-
-#ifdef Q_OS_UNIX
-#include <sys/stat.h>
-#endif
 
 namespace
 {
@@ -21,10 +18,16 @@ int run(FarmApplication &application)
 {
     controls::MessageBoxes boxes;
     try {
-        const ProgramPlaces places = ProgramPlaces::ofThisProgram();
-        const QString folder = programFolder(places);
+        const ProgramFolders folders = ProgramFolders::ofThisProgram();
+        // Before the folder is chosen: the databases of the running copy may have been moved meanwhile.
+        const auto lock = tryProgramLock(folders.program);
+        if (!lock) {
+            boxes.message(MDI_Monitoring::alreadyOpenText(), {}, controls::BoxIcon::Critical);
+            return Failed;
+        }
+        const QString folder = programFolder(folders);
         if (!holdsDatabases(folder)) {
-            makeProgramFolder(folder, places.templates);
+            makeProgramFolder(folder, folders.templates);
             boxes.message(firstFarmText(folder), {}, controls::BoxIcon::Information);
             return Failed;
         }
@@ -32,7 +35,7 @@ int run(FarmApplication &application)
         if (window.load(folder) != MDI_Monitoring::Load::Done) {
             return Failed;
         }
-        window.makeTemplates(places.templates);
+        window.makeTemplates(folders.templates);
         boxes.setParent(&window);
         application.setErrorHandler([shown = QPointer(&window)](const basic::RunTimeError &error) {
             if (shown) {
@@ -51,10 +54,6 @@ int run(FarmApplication &application)
 
 int main(int argc, char **argv)
 {
-#ifdef Q_OS_UNIX
-    // What the program makes is for its user alone; whoever shares a farm's files gives the rights himself.
-    ::umask(S_IRWXG | S_IRWXO);
-#endif
     FarmApplication application(argc, argv);
     controls::Theme::apply(application);
     return run(application);

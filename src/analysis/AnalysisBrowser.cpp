@@ -32,7 +32,7 @@ std::vector<LeaveRowKeys> rowKeys(const FlexGrid &grid)
     return rows;
 }
 
-/// Yellow is the row chosen now, pale yellow one that was chosen before.
+/// Yellow marks the selected row, pale yellow a previously selected one.
 QString describe(const FlexGrid &grid, int row, int col)
 {
     const QString block = grid.TextMatrix(row, BlockCol);
@@ -44,9 +44,9 @@ QString describe(const FlexGrid &grid, int row, int col)
         parts += {grid.TextMatrix(0, col), grid.TextMatrix(row, col)};
     }
     const auto colour = grid.CellBackColor(row, col);
-    if (colour == controls::mark::Yellow) {
+    if (colour == controls::cellColour::Yellow) {
         parts += QStringLiteral("chosen");
-    } else if (colour == controls::mark::PaleYellow) {
+    } else if (colour == controls::cellColour::PaleYellow) {
         parts += QStringLiteral("seen before");
     }
     parts.removeAll(QString());
@@ -60,7 +60,7 @@ AnalysisBrowser::AnalysisBrowser(ScreenHost &host, Ui::frmMonLeave &ui) : host_(
     ui_.grdLeave->setKeyClicks(FlexGrid::KeyClick::None);
     ui_.grdLeave->setTicks(false);
     ui_.grdLeave->setCellDescriber([&grid = *ui_.grdLeave](int row, int col) { return describe(grid, row, col); });
-    // Spare width goes to the values too: theirs is narrow for three digits and two decimals.
+    // Values get spare width too: their columns are narrow for three digits and two decimals.
     QList<int> wider{BlockCol, CultivarCol};
     for (int col = FirstValueCol; col <= LastValueCol; ++col) {
         wider.append(col);
@@ -87,7 +87,7 @@ void AnalysisBrowser::load()
     session_.FilterCrGrID = 0;
     session_.FilterCrTyID = 0;
     session_.FilterCrVaID = 0;
-    // Lists of a group and a type that are no longer chosen.
+    // These belong to a group and a type that are no longer chosen.
     ui_.cboType->Clear();
     ui_.cboVariety->Clear();
     refillBlocks();
@@ -162,12 +162,12 @@ void AnalysisBrowser::selectRow()
         FlexGrid &grid = *ui_.grdLeave;
         const int row = grid.Row();
         if (session_.ListRow > 0 && session_.ListRow < grid.Rows() - 1) {
-            paintRow(session_.ListRow, controls::mark::PaleYellow);
+            paintRow(session_.ListRow, controls::cellColour::PaleYellow);
         }
         const QString key = grid.TextMatrix(row, AnalysisKeyCol);
         const bool hasRecord = row > 0 && !key.trimmed().isEmpty();
         if (hasRecord) {
-            paintRow(row, controls::mark::Yellow);
+            paintRow(row, controls::cellColour::Yellow);
         }
         grid.setSelectedRow(hasRecord ? row : -1);
         session_.ListRow = row;
@@ -181,7 +181,7 @@ void AnalysisBrowser::selectRow()
 
 void AnalysisBrowser::movedByKey(int row)
 {
-    // A filling leaves ListRow as it was but no row selected; only on a row without a record nothing is selected anyway.
+    // Filling the grid leaves ListRow unchanged but selects no row; an empty row is never selected.
     const bool hasRecord = !ui_.grdLeave->TextMatrix(row, AnalysisKeyCol).isEmpty();
     if (row != (hasRecord ? ui_.grdLeave->selectedRow() : session_.ListRow)) {
         selectRow();
@@ -240,7 +240,7 @@ void AnalysisBrowser::periodChanged()
     Apply_LeaveFilter();
 }
 
-void AnalysisBrowser::keepPeriodStart()
+void AnalysisBrowser::storePeriodStart()
 {
-    ::keepPeriodStart(session_, *ui_.dtpDateFrom);
+    ::storePeriodStart(session_, *ui_.dtpDateFrom);
 }

@@ -13,39 +13,39 @@ class ItemCombo;
 }
 class ScreenHost;
 
-/// The list of analyses of a period, its filters, and the selection that the panel works on. The screen connects the signals of
-/// the controls to it.
+/// The list of analyses of a period, its filters, and the selection that the panel uses. The screen connects the controls'
+/// signals to it.
 class AnalysisBrowser
 {
 public:
     AnalysisBrowser(ScreenHost &host, Ui::frmMonLeave &ui);
 
-    /// Period start from its file, end today; every list filled anew, nothing chosen.
+    /// Reads the period's start from its file, sets its end to today, and refills all lists with nothing chosen.
     void load();
     void setKind(const AnalysisKind *kind) { kind_ = kind; }
     /// Fills the grid for kind and period.
     void fill();
-    /// Takes the chosen filters over and shows or hides the rows; the selection follows.
+    /// Shows or hides rows by the chosen filters; the selection follows.
     void Apply_LeaveFilter();
-    /// Goes to the remembered row, or to the first when it is not there.
+    /// Goes to the remembered row, or to the first if there is none.
     void reposition();
     void selectFirst();
-    /// Paints the current row, and what was selected before it; its key becomes the ID. Leaves silently on an error.
+    /// Paints the current and the previously selected row; the current row's key becomes the ID. Errors are ignored.
     void selectRow();
-    /// Selects the row that a key has led to; not anew when the key moved along the selected one.
+    /// Selects the row that a key moved to, unless it is selected already.
     void movedByKey(int row);
 
     /// In the order of the lists.
     enum class CropLevel : std::size_t { Group, Type, Variety };
-    /// Fills the list below the level anew, and the blocks.
+    /// Refills the list below the level, and the blocks.
     void cropChosen(CropLevel level);
     void resetFilter();
     void showActive(bool active);
     void periodChanged();
-    void keepPeriodStart();
+    void storePeriodStart();
 
 private:
-    /// One of the four lists, and the value that holds its choice.
+    /// One of the four lists, and the value of its choice.
     struct Filter {
         controls::ItemCombo *combo;
         std::int32_t *value;

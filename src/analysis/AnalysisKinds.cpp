@@ -11,7 +11,7 @@ using Store = clsPestMONNew;
 using Key = AnalysisKind::Key;
 using Status = AnalysisKind::Status;
 
-/// The writers take the values in orders of their own.
+/// The order of the values differs from writer to writer.
 template <auto Writer> Status writePlant(Store &store, Key &key, Key planting, const AnalysisRecord &r)
 {
     return (store.*Writer)(key, planting, r.Date, r.Part, r.Season,
@@ -56,7 +56,7 @@ constexpr std::array<AnalysisValueColumn, 11> FruitValues{{{u"N", u"N", u"FA_N"}
                                                            {u"Cu", u"Cu", u"FA_Cu"},
                                                            {u"Zn", u"Zn", u"FA_Zn"},
                                                            {u"B", u"B", u"FA_B"}}};
-/// Klip(%) is kept in SBpHWater, and existing data depends on it.
+/// Klip(%) is stored in SBpHWater; existing data depends on that.
 constexpr std::array<AnalysisValueColumn, 6> BasicValues{{{u"pH(KCL)", u"pH(KCL)", u"SBpHSuur"},
                                                           {u"Conduct", u"Conductivity", u"SBConduct"},
                                                           {u"KUV", u"KUV", u"SBKUV"},
@@ -177,7 +177,7 @@ const std::array<AnalysisKind, 5> Kinds{{
      .add = writeExtraction,
      .save = writeExtraction,
      .remove = &Store::Delete_Soil_Analysis_Extract},
-    // Delete has never reached the trace elements; their rows stay.
+    // Delete does nothing for trace elements; their rows remain.
     {.mode = u"Micro",
      .formCaption = u"Soil analisys:Micro elements",
      .frameCaption = u"Soil Analisys",

@@ -9,7 +9,7 @@
 #include <array>
 #include <span>
 
-/// A column of the list that holds a text of the analysis; a width of 0 (twips) hides it, an empty field leaves it empty.
+/// A text column of the list. A width of 0 (twips) hides it, an empty field leaves it empty.
 struct AnalysisTextColumn {
     QStringView header;
     QStringView field;
@@ -27,7 +27,7 @@ struct AnalysisValueColumn {
 /// What the second entry of the panel's first line takes.
 enum class AnalysisSecondEntry { None, Part, Depth };
 
-/// Everything in which the five kinds of analysis differ. List, panel, save, delete and export are driven by it.
+/// All that differs between the five kinds of analysis. It drives list, panel, save, delete and export.
 struct AnalysisKind {
     using Key = clsPestMONNew::Key;
     using Status = clsPestMONNew::Status;
@@ -35,11 +35,11 @@ struct AnalysisKind {
     using Write = Status (*)(clsPestMONNew &store, Key &key, Key planting, const AnalysisRecord &record);
     using Remove = Status (clsPestMONNew::*)(Key &key);
 
-    /// As the menu hands it over in the screen's Tag.
+    /// The Tag that the menu sets on the screen.
     QStringView mode;
     QStringView formCaption;
     QStringView frameCaption;
-    /// What the status line calls it.
+    /// Its name in the status line.
     QStringView name;
 
     QStringView keyField;

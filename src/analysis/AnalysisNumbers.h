@@ -3,8 +3,8 @@
 
 #include <QString>
 
-/// A plain number with two decimals and a point, whatever the locale; a text that is no such number, the empty one too, as it is.
+/// A plain number with two decimals and a point in every locale; other text, also empty text, unchanged.
 QString withTwoDecimals(const QString &text);
 
-/// The number that a text begins with, 0 without one. Error 6 beyond a 32-bit float.
+/// The leading number of a text, or 0. Error 6 beyond a 32-bit float.
 float leadingSingle(const QString &text);

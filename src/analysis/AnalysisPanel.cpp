@@ -4,6 +4,7 @@
 #include "analysis/AnalysisNumbers.h"
 #include "platform/basic/Clock.h"
 #include "platform/basic/Formats.h"
+#include "platform/controls/Twips.h"
 #include "screens/ListFillers.h"
 #include "ui_frmMonLeave.h"
 
@@ -15,7 +16,6 @@ using controls::ItemCombo;
 namespace
 {
 
-constexpr int TwipsPerPixel = 10;
 constexpr int ReturnKey = 13;
 
 void fillList(ItemCombo &combo, std::span<const QStringView> texts)
@@ -77,7 +77,7 @@ void AnalysisPanel::setKind(const AnalysisKind &kind)
         const bool used = i < kind.values.size();
         all[i].label->setText(used ? kind.values[i].label.toString() : QString());
         all[i].cell->setVisible(used);
-        all[i].cell->setMinimumWidth(kind.boxStep / TwipsPerPixel);
+        all[i].cell->setMinimumWidth(kind.boxStep / controls::TwipsPerPixel);
     }
 }
 
@@ -133,7 +133,7 @@ void AnalysisPanel::close()
 
 void AnalysisPanel::settle()
 {
-    ui_.dtpAna->interpretText();
+    ui_.dtpAna->acceptText();
     for (const Box &box : boxes()) {
         if (box.edit->hasFocus()) {
             leaveBox(*box.edit);
@@ -172,7 +172,7 @@ bool AnalysisPanel::eventFilter(QObject *watched, QEvent *event)
 {
     auto &box = static_cast<QLineEdit &>(*watched);
     if (event->type() == QEvent::FocusIn) {
-        // Behind the press that gave the focus, which would place the cursor.
+        // After the press that gave the focus, which would move the cursor.
         QMetaObject::invokeMethod(
             &box,
             [&box] {
@@ -183,7 +183,7 @@ bool AnalysisPanel::eventFilter(QObject *watched, QEvent *event)
             Qt::QueuedConnection);
     } else if (event->type() == QEvent::FocusOut && watched != ui_.txtDepth) {
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
-        // The box keeps what is typed while another window is in front.
+        // The text stays as typed while another window is active.
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
             leaveBox(box);
         }

@@ -13,7 +13,7 @@ namespace Ui
 class frmMonLeave;
 }
 
-/// The panel that takes one analysis: its boxes, what each means in a kind, and whether something was typed.
+/// The panel for one analysis: its boxes, their meaning in each kind, and whether anything was typed.
 class AnalysisPanel : public QObject
 {
     Q_OBJECT
@@ -24,16 +24,16 @@ public:
     bool isOpen() const;
     /// For a new record: today, everything else empty.
     void openNew();
-    /// For the record in hand; `block` is shown whether it is in the list or not.
+    /// For the current record; `block` is shown whether or not the list contains it.
     void openSaved(const QString &block);
     void close();
-    /// What leaving the box with the focus would do, for a key that acts without leaving it.
+    /// Formats the focused box as leaving it does, for a shortcut that does not move the focus.
     void settle();
-    /// Takes what stands in the panel into the record in hand, its key apart. Error 6 for a number that is too large; the record
-    /// is then as it was.
+    /// Reads the panel into the current record, except its key. Error 6 for a number that is too large; the record is then
+    /// unchanged.
     void read();
 
-    /// True when the panel may hold what has not been saved.
+    /// True when the panel may contain unsaved input.
     bool Changed() const { return changed_; }
     void clearChanged() { changed_ = false; }
 

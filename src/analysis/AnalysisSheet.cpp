@@ -19,7 +19,7 @@ constexpr int HeadingRow = 6;
 constexpr int FirstRow = 7;
 constexpr std::u16string_view DateFormat = u"dd/mm/yyyy";
 
-/// A text that is no date stays as it is.
+/// Text that is not a date is unchanged.
 QString asDate(const QString &text)
 {
     const QDate date = basic::dateFromText(text);
@@ -36,7 +36,7 @@ AnalysisSheet::Line lineOf(const controls::FlexGrid &grid, int row)
     return line;
 }
 
-/// The look of the whole line at once: it may be one of tens of thousands.
+/// Formats the whole line at once, since a sheet may have tens of thousands.
 void writeLine(const excel::Application &application, int row, const AnalysisSheet::Line &line, bool bold)
 {
     const QString number = QString::number(row);
@@ -111,7 +111,7 @@ void printAnalyses(ScreenHost &host, const AnalysisSheet &sheet)
 {
     TemplateReport report(host, QStringLiteral("Analysis.xls"));
     report.application().setVisible(true);
-    const LongWorkWithPicture work(host);
+    const LongWorkWithProgress work(host);
     writeAnalysisSheet(report.application(), sheet,
                        [&host, &sheet](double percent) { Show_Progress(host, basic::toInteger16(percent), sheet.title); });
     const QString path = report.save(QStringLiteral("Analysis "));

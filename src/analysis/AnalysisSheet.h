@@ -16,7 +16,7 @@ class Application;
 }
 class ScreenHost;
 
-/// What the list of analyses shows, as it is to be put on a sheet.
+/// The visible list of analyses as it is written to a sheet.
 struct AnalysisSheet {
     static constexpr std::size_t Columns = 15;
     using Line = std::array<QString, Columns>;
@@ -29,12 +29,12 @@ struct AnalysisSheet {
     std::vector<Line> lines = {};
 };
 
-/// Takes headings and rows from the grid, rows of height 0 left out. The column "Date" holds what stands in the grid's Cultivar.
+/// Reads headings and rows from the grid, without rows of height 0. The column "Date" contains the grid's Cultivar.
 AnalysisSheet analysisSheet(const controls::FlexGrid &grid, const AnalysisKind &kind);
 
-/// Writes the sheet into the open template; `progress` gets the percent now and then.
+/// Writes the sheet into the open template; `progress` is called with the percentage.
 void writeAnalysisSheet(const excel::Application &application, const AnalysisSheet &sheet,
                         const std::function<void(double percent)> &progress);
 
-/// Fills the template, saves it in Reports/Pest Monitor Reports and hands it over; the main window shows how far it is.
+/// Fills the template, saves it in Reports/Pest Monitor Reports and opens it; the main window shows the progress.
 void printAnalyses(ScreenHost &host, const AnalysisSheet &sheet);

@@ -19,6 +19,6 @@ struct FilteredRows {
     int currentRow;
 };
 
-/// Which rows show. The last criterion that is set decides: a row of another group whose block is the chosen one is shown. The
+/// Decides which rows show. The last criterion that is set decides: a row of another group with the chosen block is shown. The
 /// first row that meets a criterion becomes the current one.
 FilteredRows filterRows(const std::vector<LeaveRowKeys> &rows, const LeaveFilter &filter, int currentRow);

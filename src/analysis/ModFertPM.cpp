@@ -58,7 +58,7 @@ void layOut(controls::FlexGrid &grid, const AnalysisKind *kind)
     writeHeader(grid, VarietyCol, u"crVaID", 0, false);
 }
 
-/// What a planting adds to the rows of its analyses.
+/// The columns that a planting adds to its analyses.
 struct PlantedCrop {
     QString variety;
     QString group;
@@ -84,7 +84,7 @@ QHash<std::int32_t, PlantedCrop> plantedCrops(dao::Recordset rows)
     return crops;
 }
 
-/// The columns of a kind that are plain texts of a field of its table.
+/// The grid columns of a kind with the fields whose text they show.
 std::vector<std::pair<int, int>> textFields(const AnalysisKind &kind, const dao::Recordset &rows)
 {
     std::vector<std::pair<int, int>> fields{{AnalysisKeyCol, rows.fieldIndex(kind.keyField)},

@@ -5,8 +5,8 @@
 
 #include <QDate>
 
-/// Lays out the grid for a kind of analysis and fills it with those of a period, by block name and date, behind them one empty
-/// row, which becomes the current one. A planting without a variety leaves its cells empty.
+/// Lays out the grid for a kind of analysis and fills it with the analyses of a period, by block name and date. One empty row
+/// follows, which becomes the current one. A planting without a variety leaves its cells empty.
 ///
-/// Without a kind the grid gets its common headings and no rows. An error of the store passes on and leaves the empty layout.
+/// Without a kind the grid gets only the common headings. An error of the store is raised and leaves the empty layout.
 void Fill_LeaveGrid(controls::FlexGrid &grid, const AnalysisKind *kind, QDate from, QDate to, clsPestMONNew &objPestMON);

@@ -59,7 +59,7 @@ void frmMonLeave::setIcons()
                 {ui_->cmdResetFilter, "reset-filter"},
                 {ui_->Command3, "save", "onacc"},
                 {ui_->cmdRetAdd, "close"}});
-    setPicture(*ui_->Image2, BannerPicture, QStringLiteral("leaf"));
+    setLabelIcon(*ui_->Image2, BannerIcon, QStringLiteral("leaf"));
 }
 
 void frmMonLeave::connectList()
@@ -82,7 +82,7 @@ void frmMonLeave::connectList()
     on(ui_->opInActive, &QRadioButton::clicked, [this] { browser_->showActive(false); });
     on(ui_->dtpDateFrom, &controls::DatePicker::Change, [this] { browser_->periodChanged(); });
     on(ui_->dtpDateTo, &controls::DatePicker::Change, [this] { browser_->periodChanged(); });
-    on(ui_->dtpDateFrom, &controls::DatePicker::LostFocus, [this] { browser_->keepPeriodStart(); });
+    on(ui_->dtpDateFrom, &controls::DatePicker::LostFocus, [this] { browser_->storePeriodStart(); });
     on(ui_->Command7, &QPushButton::clicked, [this] { openNew(); });
     on(ui_->cmdEdit, &QPushButton::clicked, [this] { openSaved(); });
     on(ui_->cmdLeaveDEl, &QPushButton::clicked, [this] { deleteAnalysis(); });
@@ -94,11 +94,10 @@ void frmMonLeave::connectPanel()
 {
     on(ui_->Command3, &QPushButton::clicked, [this] { save(); });
     on(ui_->cmdRetAdd, &QPushButton::clicked, [this] { closePanel(); });
-    // What a field leaves of Esc closes the panel; an open list or calendar takes it. A letter opens a list at the first entry
-    // that begins so, and Tab leaves the date, whichever of its parts is marked.
+    // Esc closes the panel unless a field, list or calendar handles it. A letter opens a list at its first matching entry.
     ui_->fraAddL->installEventFilter(this);
-    for (QWidget *field : std::initializer_list<QWidget *>{ui_->cboGroup, ui_->cboType, ui_->cboVariety, ui_->cmbBlock,
-                                                           ui_->cboBlock, ui_->dtpAna}) {
+    for (QWidget *field :
+         std::initializer_list<QWidget *>{ui_->cboGroup, ui_->cboType, ui_->cboVariety, ui_->cmbBlock, ui_->cboBlock}) {
         field->installEventFilter(this);
     }
 }
@@ -106,16 +105,16 @@ void frmMonLeave::connectPanel()
 void frmMonLeave::activateScreen()
 {
     if (panel_->isOpen()) {
-        activationWaits_ = true;
+        activationPending_ = true;
         return;
     }
-    activationWaits_ = false;
+    activationPending_ = false;
     session().ShowActive = -1;
     panel_->clearChanged();
     runOrReport(QStringLiteral("The analyses cannot be listed"), [this] {
         kind_ = analysisKind(Tag());
         browser_->setKind(kind_);
-        // Before anything that may fail, so that at least the captions are those of the kind.
+        // Before anything that may fail, so that at least the captions are right.
         applyKind();
         browser_->load();
         browser_->fill();
@@ -187,7 +186,7 @@ void frmMonLeave::showPanel()
     }
 }
 
-/// The grid stays readable: it takes neither mouse nor focus, but is not dimmed.
+/// The grid remains readable: it accepts neither mouse nor focus, but is not dimmed.
 void frmMonLeave::setListLocked(bool locked)
 {
     ui_->filterStrip->setEnabled(!locked);
@@ -209,7 +208,7 @@ void frmMonLeave::placePanel()
         QPoint(std::max(0, grid.center().x() - size.width() / 2), std::max(0, grid.bottom() - above - size.height())), size));
 }
 
-/// As a proxy the grid would take the focus before the filters on the way forward.
+/// As focus proxy the grid would come before the filters in the Tab order.
 void frmMonLeave::focusInEvent(QFocusEvent *)
 {
     ui_->grdLeave->setFocus();
@@ -218,7 +217,7 @@ void frmMonLeave::focusInEvent(QFocusEvent *)
 void frmMonLeave::resizeEvent(QResizeEvent *event)
 {
     ChildScreen::resizeEvent(event);
-    // Behind the layout, which moves the grid.
+    // After the layout has moved the grid.
     QMetaObject::invokeMethod(this, &frmMonLeave::placePanel, Qt::QueuedConnection);
 }
 
@@ -249,7 +248,7 @@ bool frmMonLeave::save()
         browser_->reposition();
         browser_->Apply_LeaveFilter();
     } catch (const basic::RunTimeError &) {
-        // The analysis is stored: saved once more from an open panel, a new one would be there twice.
+        // The analysis is stored: saved again from an open panel, a new one would be stored twice.
         hidePanel();
         throw;
     }
@@ -275,7 +274,7 @@ void frmMonLeave::hidePanel()
     panel_->close();
     setListLocked(false);
     ui_->grdLeave->setFocus();
-    if (activationWaits_) {
+    if (activationPending_) {
         activateScreen();
     }
 }
@@ -325,9 +324,6 @@ bool frmMonLeave::eventFilter(QObject *watched, QEvent *event)
         list->showPopup();
         list->view()->keyboardSearch(key.text());
         return true;
-    }
-    if (!list && (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab)) {
-        return focusNextPrevChild(key.key() == Qt::Key_Tab);
     }
     return ChildScreen::eventFilter(watched, event);
 }

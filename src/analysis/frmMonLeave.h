@@ -13,8 +13,8 @@ class AnalysisBrowser;
 class AnalysisPanel;
 struct AnalysisKind;
 
-/// The analyses of one kind, leaf, fruit or soil, chosen by the Tag: a list with filters, and over it the panel in which one is
-/// entered. While the panel is open the list is locked, since both work on one record, and an activation waits.
+/// The analyses of the kind given by the Tag: a list with filters, and over it the panel in which one is entered. While the panel
+/// is open, the list is locked, since both use the same record, and an activation is postponed.
 class frmMonLeave : public ChildScreen
 {
     Q_OBJECT
@@ -50,8 +50,8 @@ private:
 
     std::unique_ptr<Ui::frmMonLeave> ui_;
     std::unique_ptr<AnalysisBrowser> browser_;
-    // Ends before the controls: a control that loses the focus while it ends still tells those who watch it.
+    // Destroyed before the controls: a control that loses the focus on destruction still notifies the panel.
     std::unique_ptr<AnalysisPanel> panel_;
     const AnalysisKind *kind_ = nullptr;
-    bool activationWaits_ = false;
+    bool activationPending_ = false;
 };

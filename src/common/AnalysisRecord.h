@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-/// Working copy of one leaf, fruit or soil analysis. The eleven values bear the names of the leaf analysis and mean other things
+/// Working copy of one leaf, fruit or soil analysis. The eleven values have the names of the leaf analysis and mean other things
 /// in the other kinds.
 struct AnalysisRecord {
     /// 0 is a new record.

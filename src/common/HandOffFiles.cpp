@@ -70,7 +70,7 @@ QString Read_FindSDate(SessionContext &session)
             session.CurrentSDate = basic::formatDate(start, u"yyyy/MM/dd");
             return {};
         }
-        reason = QStringLiteral("\"%1\" is no date").arg(item);
+        reason = QStringLiteral("\"%1\" is not a date").arg(item);
     } catch (const basic::RunTimeError &error) {
         reason = error.description();
     }
@@ -79,6 +79,9 @@ QString Read_FindSDate(SessionContext &session)
 
 void Write_FindSDate(const SessionContext &session)
 {
+    if (!session.ViewOnlyReason.isEmpty()) {
+        return;
+    }
     basic::writeLine(basic::pathForWriting(session.AppPath + QLatin1String(PeriodStartFile)), session.CurrentSDate);
 }
 

@@ -6,7 +6,7 @@
 struct SessionContext;
 
 /// The small text files in the program's folder through which the suite's main module hands over the chosen farm and season, and
-/// in which the start of the last period is kept. Each holds one value on a line.
+/// in which the start of the last period is stored. Each holds one value on a line.
 ///
 /// A missing file is no error: the value becomes empty or 0. A file that is there but cannot be read as its value (empty, or
 /// letters where a key is expected) raises a RunTimeError that names it.
@@ -19,6 +19,7 @@ void Read_FindYearID(SessionContext &session);
 /// Fills CurrentSDate; empty when there is no file. A file that gives no date counts as missing: the returned sentence then says
 /// so, otherwise it is empty.
 QString Read_FindSDate(SessionContext &session);
+/// Writes nothing when the farm is only shown.
 void Write_FindSDate(const SessionContext &session);
-/// UiDriver the farm's name back to the suite.
+/// Hands the farm's name back to the suite.
 void Write_FindFarm(const SessionContext &session);

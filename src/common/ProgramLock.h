@@ -1,23 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/basic/FileLock.h"
+
 #include <QString>
 
 #include <memory>
 
-class QLockFile;
-
-/// Held by whoever works on a farm's folder: the program for as long as it runs, a tool while it replaces files. Given up when
-/// the holder ends, however it ends.
-class ProgramLock
-{
-public:
-    /// Nothing when another living process holds the lock of this folder, which is the program's. Error 75 when no lock can be
-    /// made at all.
-    static std::unique_ptr<ProgramLock> tryLock(const QString &appPath);
-    ~ProgramLock();
-
-private:
-    explicit ProgramLock(std::unique_ptr<QLockFile> file);
-    std::unique_ptr<QLockFile> file_;
-};
+/// The lock by which a user runs one copy of a program: a file in the user's folder for running programs, named after the
+/// program's folder. Nothing when another copy has it. Error 75 when it cannot be created.
+std::unique_ptr<basic::FileLock> tryProgramLock(const QString &programFolder);

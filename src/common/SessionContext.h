@@ -18,21 +18,23 @@ struct SessionContext {
     QString DatabasePath;
     QString MainDBFile;
     QString PestDBFile;
+    /// Why the farm is only shown: another program has it open. Empty in ordinary work; otherwise every write is refused with it.
+    QString ViewOnlyReason;
     dao::DatabaseHandle dbMain;
     dao::DatabaseHandle dbPest;
     dao::DatabaseHandle dbSpray;
 
     std::int32_t CurrentFarmID = 0;
     QString CurrentFarm;
-    /// Kept like the farm pair; nothing reads them.
+    /// Stored like the farm pair; nothing reads them.
     std::int32_t CurrentYearID = 0;
     QString CurrentYear;
-    /// Start of the last period as text yyyy/MM/dd, or 01/01/yyyy before one was chosen; kept in FindSDate.txt.
+    /// Start of the last period as text yyyy/MM/dd, or 01/01/yyyy before one was chosen; stored in FindSDate.txt.
     QString CurrentSDate;
     /// False until the start has ended, then true for good: a closing screen brings the menu back.
     bool MenuRestore = false;
 
-    /// The instruction in hand. CurrentPMTransID 0 is a new, unsaved one or none.
+    /// The current instruction. CurrentPMTransID 0 is a new, unsaved one or none.
     std::int32_t CurrentPMTransID = 0;
     std::int32_t CurrentPMMethodID = 0;
     QString CurrentPMMethod;

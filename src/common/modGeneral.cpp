@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "common/modGeneral.h"
 
+#include "platform/basic/ColumnLetters.h"
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RunTimeError.h"
@@ -13,15 +14,8 @@
 namespace
 {
 
-constexpr int Letters = 26;
-/// Two-letter names begin with "a" to "p"; the entry behind the last of them is empty.
-constexpr int FirstLetters = 16;
-constexpr int ColumnNames = Letters + FirstLetters * Letters + 1;
-
-QChar letter(int index)
-{
-    return QChar(u'a' + index);
-}
+/// "a" to "pz", and the empty entry after them.
+constexpr int ColumnNames = 26 + 16 * 26 + 1;
 
 } // namespace
 
@@ -30,13 +24,8 @@ QString Column_Name(int index, bool lower)
     if (index < 0 || index >= ColumnNames) {
         throw basic::RunTimeError(basic::ErrorNumber::SubscriptOutOfRange, QStringLiteral("There is no column %1.").arg(index));
     }
-    QString name;
-    if (index < Letters) {
-        name = letter(index);
-    } else if (index < ColumnNames - 1) {
-        name = QString(letter(index / Letters - 1)) + letter(index % Letters);
-    }
-    return lower ? name : name.toUpper();
+    const QString name = index < ColumnNames - 1 ? basic::columnLetters(index) : QString();
+    return lower ? name.toLower() : name;
 }
 
 int Column_Number(const QString &name)

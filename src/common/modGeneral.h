@@ -6,9 +6,9 @@
 /// Letters of the spreadsheet columns "a" to "pz", then one empty entry: 443 in all, counted from 0.
 /// Column_Name counts from 0 and raises error 9 outside 0 to 442.
 QString Column_Name(int index, bool lower);
-/// Place of a name counted from 1, whatever its case; 0 when it is none.
+/// Number of a name counted from 1, whatever its case; 0 when it is none.
 int Column_Number(const QString &name);
-/// The column `offset` places to the right, in upper case. A negative offset goes to the right too and is made positive in the
+/// The column `offset` columns to the right, in upper case. A negative offset goes to the right too and is made positive in the
 /// caller's variable. Error 9 beyond the table.
 QString Column_Offset(const QString &name, int &offset);
 QString Next_Column(const QString &name, int &offset);

@@ -44,6 +44,22 @@ QString horizontalTitle(GraphAxis axis)
     return QStringLiteral("Monitor Point");
 }
 
+QString rowNoun(GraphAxis axis)
+{
+    return axis == GraphAxis::Week ? QStringLiteral("week") : axis == GraphAxis::Points ? QStringLiteral("point") : QString();
+}
+
+std::vector<int> monthStarts(const GraphCriteria &criteria, int rows)
+{
+    std::vector<int> starts;
+    for (int row = 1; criteria.axis == GraphAxis::Date && row <= rows; ++row) {
+        if (criteria.from.addDays(row - 1).day() == 1) {
+            starts.push_back(row);
+        }
+    }
+    return starts;
+}
+
 void setAxisTitles(Chart &chGraph, const GraphCriteria &criteria)
 {
     const QString measure = criteria.measure == GraphMeasure::Count ? QStringLiteral("Count") : QStringLiteral("Yes/No");
@@ -95,6 +111,8 @@ void drawGraph(Chart &chGraph, const chart::DataTable &GraphData, const GraphCri
         chGraph.setRow(row);
         chGraph.setRowLabel(graphPointText(criteria, row));
     }
+    chGraph.setRowNoun(rowNoun(criteria.axis));
+    chGraph.setUnitRows(monthStarts(criteria, GraphData.rows()));
     setAxisTitles(chGraph, criteria);
     chGraph.setRepaint(true);
 }

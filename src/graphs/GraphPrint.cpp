@@ -9,6 +9,8 @@
 #include <QPrinter>
 #include <QScopeGuard>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -16,9 +18,22 @@ constexpr int PrinterError = 482;
 /// A logical pixel is 15 twips, so there are 96 to the inch.
 constexpr double PixelsPerInch = 96.0;
 
+constexpr int MinFootHeight = 20;
+
+void paintFoot(QPainter &painter, const QString &text, const QRect &strip)
+{
+    QFont font = painter.font();
+    font.setPixelSize(11);
+    painter.setFont(font);
+    painter.setPen(chart::PlotColours::paper().muted);
+    const QRect line = strip.adjusted(12, 0, -12, 0);
+    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter,
+                     painter.fontMetrics().elidedText(text, Qt::ElideRight, line.width()));
+}
+
 } // namespace
 
-std::optional<QString> printChart(chart::ChartView &chGraph, controls::Dialogs &dialogs, const QString &title,
+std::optional<QString> printChart(chart::ChartView &chGraph, controls::Dialogs &dialogs, const PrintTexts &texts,
                                   const QSize &viewport)
 {
     QPrinter printer(QPrinter::HighResolution);
@@ -30,11 +45,11 @@ std::optional<QString> printChart(chart::ChartView &chGraph, controls::Dialogs &
     }
     chart::Chart &model = chGraph.model();
     const auto untitled = qScopeGuard([&model] { model.setTitleText(QString()); });
-    model.setTitleText(title);
+    model.setTitleText(texts.title);
     printer.setPageOrientation(orientation);
     const double scale = printer.resolution() / PixelsPerInch;
     const QSize page = (QSizeF(printer.pageRect(QPrinter::DevicePixel).size()) / scale).toSize();
-    const QSize size(page.width(), page.height() - chGraph.legendRectangle(page).height());
+    const QSize size(page.width(), page.height() - std::max(chGraph.legendRectangle(page).height(), MinFootHeight));
     chGraph.EditCopy(size);
     QPainter painter;
     if (!painter.begin(&printer)) {
@@ -42,5 +57,6 @@ std::optional<QString> printChart(chart::ChartView &chGraph, controls::Dialogs &
     }
     painter.scale(scale, scale);
     chGraph.paintOn(painter, size);
+    paintFoot(painter, texts.foot, QRect(QPoint(0, size.height()), QPoint(page.width(), page.height())));
     return printer.outputFileName();
 }

@@ -15,8 +15,13 @@ namespace controls
 class Dialogs;
 }
 
-/// Prints the chart under `title` as large as the page, in portrait when the viewport is not wider than high, and copies an image
-/// of that size to the clipboard. Returns the name of the PDF file, empty for paper; nothing when the user cancels. Error 482
-/// when printing fails. The chart has no title afterwards, except after a cancelled dialog, which changes nothing.
-std::optional<QString> printChart(chart::ChartView &chGraph, controls::Dialogs &dialogs, const QString &title,
+struct PrintTexts {
+    QString title;
+    QString foot;
+};
+
+/// Prints the chart between its texts as large as the page, in portrait when the viewport is not wider than high, and copies an
+/// image of that size to the clipboard. Returns the name of the PDF file, empty for paper; nothing when the user cancels. Error
+/// 482 when printing fails. The chart has no title afterwards, except after a cancelled dialog, which changes nothing.
+std::optional<QString> printChart(chart::ChartView &chGraph, controls::Dialogs &dialogs, const PrintTexts &texts,
                                   const QSize &viewport);

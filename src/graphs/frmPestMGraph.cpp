@@ -3,6 +3,9 @@
 
 #include "common/MonitoringConstants.h"
 #include "graphs/GraphDrawing.h"
+#include "graphs/GraphError.h"
+#include "graphs/GraphPane.h"
+#include "platform/controls/BusyPointer.h"
 #include "platform/controls/Theme.h"
 #include "screens/Period.h"
 #include "store/clsPestMONNew.h"
@@ -40,9 +43,7 @@ frmPestMGraph::frmPestMGraph(ScreenHost &host, QWidget *parent)
     setUpLists();
     setUpButtons();
     connectCriteria();
-    connectChart();
-    ui_->pic_0->installEventFilter(this);
-    ui_->chGraph->installEventFilter(this);
+    pane_ = std::make_unique<GraphPane>(*ui_, *this, host);
 }
 
 frmPestMGraph::~frmPestMGraph() = default;
@@ -83,7 +84,6 @@ void frmPestMGraph::setUpButtons()
     ui_->cmd_5->setIcon(Theme::icon(QStringLiteral("setup")));
     ui_->cmd_4->setIcon(Theme::icon(QStringLiteral("print")));
     ui_->cmd_1->setIcon(Theme::icon(QStringLiteral("close")));
-    showScrollBars(false);
 }
 
 void frmPestMGraph::connectCriteria()
@@ -102,7 +102,7 @@ void frmPestMGraph::connectCriteria()
     connect(ui_->cmbBCount, &ItemCombo::Click, this, [this] { guarded([this] { fixedItemClick(); }); });
     connect(ui_->dtpDateFrom, &controls::DatePicker::LostFocus, this, [this] {
         guarded([this] {
-            keepPeriodStart(session(), *ui_->dtpDateFrom);
+            storePeriodStart(session(), *ui_->dtpDateFrom);
             periodLeft();
         });
     });
@@ -113,14 +113,7 @@ void frmPestMGraph::connectCriteria()
 void frmPestMGraph::activateScreen()
 {
     showPeriod(host(), *ui_->dtpDateFrom, *ui_->dtpDateTo);
-    if (zoom_.level() > 0) {
-        ui_->cmd_3->setEnabled(false);
-    }
-    ui_->cmd_2->setEnabled(true);
-    zoom_.restart(viewport());
-    setScrollRanges();
-    placeChart();
-    showScrollBars(false);
+    pane_->activate();
     session().CurrentPMMethodID = CountMethod;
     session().GraphRankMode = 0;
     for (QCheckBox *box : {ui_->chk_2, ui_->chk_3}) {
@@ -216,6 +209,36 @@ void frmPestMGraph::offerPoints(bool offered)
         ui_->OptW_0->setChecked(true);
     }
     ui_->OptW_2->setVisible(offered);
+}
+
+void frmPestMGraph::drawClick()
+{
+    const bool noText = ui_->cmbBCount->Text().isEmpty();
+    if (noText && scope() != GraphScope::Farm) {
+        // Before the box: after it the window may not be active yet, and a date field would keep the focus.
+        ui_->cmbBCount->setFocus();
+        dialogs().message(scope() == GraphScope::PerBlock ? QStringLiteral("Select a block!") : QStringLiteral("Select a pest!"),
+                          QStringLiteral("Pest graph"), controls::BoxIcon::Information);
+        return;
+    }
+    Draw_Graph();
+    pane_->fitAfterDraw();
+}
+
+void frmPestMGraph::Draw_Graph()
+{
+    try {
+        const GraphCriteria wanted = criteria();
+        if (wanted.SeriesCount == 0) {
+            dialogs().message(QStringLiteral("No data to dispay"));
+            return;
+        }
+        // Hidden before a box reports an error.
+        const controls::BusyPointer busy;
+        pane_->draw(readGraphData(wanted, objPestMON(), session()), wanted);
+    } catch (const basic::RunTimeError &error) {
+        tellGraphError(dialogs(), error);
+    }
 }
 
 void frmPestMGraph::measureClick()

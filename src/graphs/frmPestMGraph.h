@@ -3,8 +3,6 @@
 
 #include "graphs/GraphLists.h"
 #include "graphs/GraphSeries.h"
-#include "graphs/GraphZoom.h"
-#include "platform/chart/Chart.h"
 #include "screens/ChildScreen.h"
 
 #include <array>
@@ -14,6 +12,7 @@ namespace Ui
 {
 class frmPestMGraph;
 }
+class GraphPane;
 class QLabel;
 
 /// Charts the pest counts of completed monitoring: up to five pests or blocks by week, date or point.
@@ -30,15 +29,10 @@ public:
     void activateScreen() override;
     QString screenTitle() const override;
 
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 private:
-    /// frmPestMGraph.cpp: the criteria.
     void setUpLists();
     void setUpButtons();
     void connectCriteria();
-    void connectChart();
     GraphScope scope() const;
     GraphListPeriod period() const;
     void scopeClick(GraphScope scope);
@@ -52,28 +46,11 @@ private:
     void offerPoints(bool offered);
     GraphCriteria criteria() const;
 
-    /// frmPestMGraph_Chart.cpp: the chart.
     void drawClick();
     void Draw_Graph();
-    void chartTypeClick();
-    void zoomIn();
-    void zoomOut();
-    void placeChart();
-    /// After the layout has resized the viewport.
-    void refitChart();
-    void showScrollBars(bool shown);
-    void setScrollRanges();
-    GraphZoom::Extent viewport() const;
-    void pointSelected(int series, int point);
-    /// Scrolls to a point selected by key on a zoomed chart.
-    void showPoint(const chart::PointIndex &index);
-    void chartClick();
-    void printGraph();
-    void setUpStyles();
 
     std::unique_ptr<Ui::frmPestMGraph> ui_;
     std::array<controls::ItemCombo *, GraphCriteria::MaxSeries> cbo_{};
     std::array<QLabel *, GraphCriteria::MaxSeries> captions_{};
-    GraphZoom zoom_;
-    bool PointPicked_ = false;
+    std::unique_ptr<GraphPane> pane_;
 };

@@ -5,5 +5,5 @@
 
 #include <vector>
 
-/// What each picture of the menu opens: every screen of the program. A picture that is not told here shows as not yet available.
+/// The screens of the program and the menu pictures that open them. Other pictures show as not yet available.
 std::vector<MenuEntry> menuEntries();

@@ -4,14 +4,14 @@
 #include "pestmon/NumberRange.h"
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
-#include "platform/controls/Marks.h"
+#include "platform/controls/CellColours.h"
 
-namespace capture
+namespace pestmon::capture
 {
 
-using controls::mark::Green;
-using controls::mark::White;
-using controls::mark::Yellow;
+using controls::cellColour::Green;
+using controls::cellColour::White;
+using controls::cellColour::Yellow;
 
 std::optional<PestColumn> pestColumn(int column, int pests)
 {
@@ -26,46 +26,46 @@ std::optional<PestColumn> pestColumn(int column, int pests)
     return PestColumn{offset / ColumnsPerPest + 1, value};
 }
 
-CellPicture storedPoint(std::int16_t count)
+CellDisplay storedPoint(std::int16_t count)
 {
     return {QString::number(count), count == 0 ? White : Yellow, count};
 }
 
-CellPicture storedTotal(std::int16_t total)
+CellDisplay storedTotal(std::int16_t total)
 {
     return {QString::number(total), total == 0 ? White : Green, total};
 }
 
-CellPicture changedTotal(std::int16_t total)
+CellDisplay changedTotal(std::int16_t total)
 {
-    return total == 0 ? CellPicture{QString(), White, 0} : CellPicture{QString::number(total), Green, total};
+    return total == 0 ? CellDisplay{QString(), White, 0} : CellDisplay{QString::number(total), Green, total};
 }
 
-CellPicture typedPoint(const QString &typed)
+CellDisplay typedPoint(const QString &typed)
 {
-    return tellingRange(QStringLiteral("A count"), [&] {
+    return describingRange(QStringLiteral("A count"), [&] {
         const double number = basic::Val(typed);
         const QString text = basic::formatFixed(number, 0);
-        return CellPicture{text, number == 0.0 ? White : Yellow, basic::toInteger16(basic::Val(text))};
+        return CellDisplay{text, number == 0.0 ? White : Yellow, basic::toInteger16(basic::Val(text))};
     });
 }
 
-CellPicture typedTotal(const QString &typed)
+CellDisplay typedTotal(const QString &typed)
 {
-    return tellingRange(QStringLiteral("A total"), [&] {
+    return describingRange(QStringLiteral("A total"), [&] {
         const double number = basic::Val(typed);
         if (number == 0.0) {
-            return CellPicture{QString(), White, 0};
+            return CellDisplay{QString(), White, 0};
         }
         const QString text = basic::formatFixed(number, 0);
-        return CellPicture{text, Green, basic::toInteger16(basic::Val(text))};
+        return CellDisplay{text, Green, basic::toInteger16(basic::Val(text))};
     });
 }
 
 std::int16_t runningTotal(std::int16_t total, std::int16_t oldValue, std::int16_t newValue)
 {
-    return tellingRange(QStringLiteral("A total"),
-                        [&] { return basic::toInteger16(static_cast<double>(newValue) - oldValue + total); });
+    return describingRange(QStringLiteral("A total"),
+                           [&] { return basic::toInteger16(static_cast<double>(newValue) - oldValue + total); });
 }
 
-} // namespace capture
+} // namespace pestmon::capture

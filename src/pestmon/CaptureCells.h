@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <optional>
 
-/// Where things stand in the capture grid, and the arithmetic of its cells. No widget needed.
-namespace capture
+/// Rows and columns of the capture grid, and the arithmetic of its cells, without a widget.
+namespace pestmon::capture
 {
 
 inline constexpr int PestNameRow = 0;
@@ -41,28 +41,26 @@ struct PestColumn {
     int value;
     bool operator==(const PestColumn &) const = default;
 };
-/// Which pest and value a column holds; nothing for the fixed and the key columns and beyond the last pest.
+/// The pest and value of a column; nothing for the fixed and the key columns and beyond the last pest.
 std::optional<PestColumn> pestColumn(int column, int pests);
 
-/// A cell as it is to be shown: its text, its mark, and the 16-bit value that its text says.
-struct CellPicture {
+/// How a cell displays its 16-bit value: the text and the colour.
+struct CellDisplay {
     QString text;
-    int mark;
+    int colour;
     std::int16_t value;
 };
 
-/// A count as read from the file: "0" on white, else the number on yellow (a point) or green (a total).
-CellPicture storedPoint(std::int16_t count);
-CellPicture storedTotal(std::int16_t total);
+/// A stored count: "0" on white, else the number on yellow (a point) or green (a total).
+CellDisplay storedPoint(std::int16_t count);
+CellDisplay storedTotal(std::int16_t total);
 /// A total after a change: empty on white for 0, else green.
-CellPicture changedTotal(std::int16_t total);
-/// What was typed over a point or a total. Only the number that the text begins with counts, rounded to a whole one. Error 6
-/// beyond 16 bits.
-CellPicture typedPoint(const QString &typed);
-CellPicture typedTotal(const QString &typed);
+CellDisplay changedTotal(std::int16_t total);
+/// A text typed over a point or a total. Only its leading number counts, rounded to a whole number. Error 6 beyond 16 bits.
+CellDisplay typedPoint(const QString &typed);
+CellDisplay typedTotal(const QString &typed);
 
-/// The running total after a cell went from `oldValue` to `newValue`: kept by difference, never counted again. Error 6 beyond 16
-/// bits.
+/// The total after a cell changed from `oldValue` to `newValue`: a running sum, never a recount. Error 6 beyond 16 bits.
 std::int16_t runningTotal(std::int16_t total, std::int16_t oldValue, std::int16_t newValue);
 
-} // namespace capture
+} // namespace pestmon::capture

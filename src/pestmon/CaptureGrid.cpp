@@ -2,9 +2,12 @@
 #include "pestmon/CaptureGrid.h"
 
 #include "common/MonitoringConstants.h"
+#include "common/grid/CellEditor.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
+#include "platform/controls/Dialogs.h"
 #include "platform/controls/RedrawPause.h"
+#include "platform/dao/CommitScope.h"
 #include "platform/dao/Database.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
@@ -13,11 +16,22 @@
 
 #include <array>
 
+namespace pestmon
+{
+
 using controls::CellAlignment;
-namespace mark = controls::mark;
+namespace cellColour = controls::cellColour;
 
 namespace
 {
+
+/// A key that types a character. Control and Alt together are AltGr; either alone is a shortcut.
+bool isCharacter(const QKeyEvent &key)
+{
+    constexpr Qt::KeyboardModifiers altGr = Qt::ControlModifier | Qt::AltModifier;
+    const Qt::KeyboardModifiers held = key.modifiers() & (altGr | Qt::MetaModifier);
+    return (!held || held == altGr) && !key.text().isEmpty() && key.text().front().isPrint();
+}
 
 constexpr int TallRow = 400;
 constexpr int PointWidth = 500;
@@ -46,7 +60,7 @@ constexpr std::array Answers{&PointValues::PMYes, &PointValues::PMYesUnder, &Poi
 constexpr std::array CountTotals{&TotalValues::PMCountMax, &TotalValues::PMCountUnderMax, &TotalValues::PMCountUpperMax};
 constexpr std::array YesTotals{&TotalValues::PMYesMax, &TotalValues::PMYesUnderMax, &TotalValues::PMYesUpperMax};
 
-/// A row with one of three values in the place of `value`; the others are not written.
+/// A row with one of its three values set; the others are not written.
 template <typename Row, typename Content> Row rowWith(const std::array<Content Row::*, 3> &members, int value, Content content)
 {
     Row row;
@@ -56,18 +70,17 @@ template <typename Row, typename Content> Row rowWith(const std::array<Content R
 
 } // namespace
 
-CaptureGrid::CaptureGrid(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui) : PestMonPage(screen, host, ui)
+CaptureGrid::CaptureGrid(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui)
+    : PestMonPage(screen, host, ui),
+      editor_(*ui.grdPest, *ui.txtG1, [this](int row, int col, const QString &typed) { return store(row, col, typed); })
 {
     controls::FlexGrid &grid = *ui_.grdPest;
     grid.setMuteZeros(true);
     grid.setCellDescriber([this](int row, int col) { return describe(row, col); });
-    ui_.txtG1->setParent(grid.viewport());
-    ui_.txtG1->installEventFilter(this);
     layOut();
     on(&grid, &controls::FlexGrid::Click,
        [this](int row, int col) { runOrReport(QStringLiteral("The cell could not be changed"), [&] { click(row, col); }); });
     on(&grid, &controls::FlexGrid::KeyDown, [this](QKeyEvent *event) { keyDown(event); });
-    on(&grid, &controls::FlexGrid::Scroll, [this] { placeBox(); });
 }
 
 bool CaptureGrid::isCount() const
@@ -85,16 +98,16 @@ std::int32_t CaptureGrid::keyIn(int row, int pest) const
     return basic::toLong32(basic::Val(ui_.grdPest->TextMatrix(row, capture::keyColumn(pest))));
 }
 
-void CaptureGrid::paint(int row, int col, const capture::CellPicture &picture)
+void CaptureGrid::paint(int row, int col, const capture::CellDisplay &display)
 {
-    ui_.grdPest->setTextMatrix(row, col, picture.text);
-    ui_.grdPest->setCellBackColor(row, col, picture.mark);
+    ui_.grdPest->setTextMatrix(row, col, display.text);
+    ui_.grdPest->setCellBackColor(row, col, display.colour);
     ui_.grdPest->setCellAlignment(row, col, CellAlignment::Centre);
 }
 
 void CaptureGrid::clear()
 {
-    closeBox();
+    editor_.close();
     NoOfPests = 0;
     PestIDs.clear();
     layOut();
@@ -144,7 +157,7 @@ void CaptureGrid::writeHeadings(const std::vector<QString> &names)
                 grid.setCellFontBold(row, col, true);
                 grid.setCellAlignment(row, col, CellAlignment::Centre);
             }
-            grid.setCellBackColor(capture::TotalRow, col, mark::Green);
+            grid.setCellBackColor(capture::TotalRow, col, cellColour::Green);
         }
     }
 }
@@ -152,7 +165,7 @@ void CaptureGrid::writeHeadings(const std::vector<QString> &names)
 void CaptureGrid::Fill_Capture()
 {
     const controls::BusyPointer busy;
-    closeBox();
+    editor_.close();
     controls::FlexGrid &grid = *ui_.grdPest;
     const controls::RedrawPause pause(grid);
     NoOfPests = objPestMON().No_of_Pests(session().CurrentPMTransID);
@@ -207,7 +220,7 @@ void CaptureGrid::fillPoints()
             grid.setTextMatrix(row, capture::PointColumn, QString::number(point));
         }
         const std::int32_t target = rows.longValue("CTargetID");
-        // Files of other makers may name a pest twice.
+        // A file from elsewhere may name a pest twice.
         for (int pest = 1; pest <= NoOfPests; ++pest) {
             const bool empty = grid.TextMatrix(row, capture::keyColumn(pest)).isEmpty();
             if (empty && PestIDs[static_cast<std::size_t>(pest - 1)] == target) {
@@ -226,9 +239,116 @@ void CaptureGrid::fillPointCells(int row, int pest, const dao::Recordset &rows)
             paint(row, capture::valueColumn(pest, value), capture::storedPoint(basic::toInteger16(count)));
         } else {
             const bool yes = rows.boolean(field(YesFields, value));
-            paint(row, capture::valueColumn(pest, value), {QString(), yes ? mark::Red : mark::White, 0});
+            paint(row, capture::valueColumn(pest, value), {QString(), yes ? cellColour::Red : cellColour::White, 0});
         }
     }
+}
+
+void CaptureGrid::click(int row, int col)
+{
+    if (editor_.resume()) {
+        return;
+    }
+    if (session().CurrentPMTransID == 0) {
+        host().dialogs().message(QStringLiteral("Enter all information to save the transaction"));
+        return;
+    }
+    if (col > lastPestCol() || col < capture::FirstValueColumn) {
+        return;
+    }
+    if (row == capture::TotalRow || isCount()) {
+        openEditor();
+    } else {
+        toggle(row, col);
+    }
+}
+
+void CaptureGrid::keyDown(QKeyEvent *event)
+{
+    controls::FlexGrid &grid = *ui_.grdPest;
+    const int row = grid.Row();
+    const int col = grid.Col();
+    const bool toggles = event->key() == Qt::Key_F2;
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool character = isCharacter(*event);
+    const bool opens = (enter || character) && (row == capture::TotalRow || isCount());
+    if (!toggles && !opens) {
+        return;
+    }
+    event->accept();
+    if (editor_.resume()) {
+        return;
+    }
+    if (toggles) {
+        runOrReport(QStringLiteral("The cell could not be changed"), [&] { click(row, col); });
+        // A toggle leaves the current cell in the point column; keys continue from the toggled cell.
+        grid.setCell(row, col);
+        return;
+    }
+    openEditor();
+    if (editor_.isOpen() && character) {
+        Send_Keys(event->text(), true);
+    }
+}
+
+void CaptureGrid::openEditor()
+{
+    const controls::FlexGrid &grid = *ui_.grdPest;
+    const auto column = capture::pestColumn(grid.Col(), NoOfPests);
+    if (!column) {
+        return;
+    }
+    if (grid.Row() > capture::TotalRow && keyIn(grid.Row(), column->pest) == 0) {
+        host().showFailure(QStringLiteral("There is no monitoring point to fill in here"));
+        return;
+    }
+    OldValue = numberIn(grid.Row(), grid.Col());
+    editor_.open();
+}
+
+bool CaptureGrid::store(int row, int col, const QString &typed)
+{
+    const capture::PestColumn column = *capture::pestColumn(col, NoOfPests);
+    bool stored = false;
+    runOrReport(QStringLiteral("%1 could not be saved").arg(cellName(row, column)), [&] {
+        if (row == capture::TotalRow) {
+            saveTypedTotal(column, typed);
+            stored = true;
+        } else {
+            stored = savePoint(row, column, typed);
+        }
+    });
+    return stored;
+}
+
+void CaptureGrid::saveTypedTotal(const capture::PestColumn &column, const QString &typed)
+{
+    const capture::CellDisplay total = capture::typedTotal(typed);
+    dao::CommitScope scope(*session().dbPest);
+    saveTotal(column, total);
+    scope.commit();
+}
+
+bool CaptureGrid::savePoint(int row, const capture::PestColumn &column, const QString &typed)
+{
+    const int col = capture::valueColumn(column.pest, column.value);
+    const capture::CellDisplay count = capture::typedPoint(typed);
+    const std::int16_t total = capture::runningTotal(numberIn(capture::TotalRow, col), OldValue, count.value);
+    dao::CommitScope scope(*session().dbPest);
+    paint(row, col, count);
+    // From here on the total includes the new value; after a failed point a second try starts from it.
+    OldValue = count.value;
+    const bool totalSaved = saveTotal(column, capture::changedTotal(total));
+    session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column.pest - 1)];
+    if (storePoint(column, row, count.value) == clsPestMONNew::Failed) {
+        showStoreFailure(QStringLiteral("%1 could not be saved").arg(cellName(row, column)));
+        return false;
+    }
+    scope.commit();
+    if (totalSaved) {
+        host().showStatus(QStringLiteral("%1 = %2 saved").arg(cellName(row, column)).arg(count.value));
+    }
+    return true;
 }
 
 clsPestMONNew::Status CaptureGrid::storePoint(const capture::PestColumn &column, int row, std::int16_t count)
@@ -238,7 +358,7 @@ clsPestMONNew::Status CaptureGrid::storePoint(const capture::PestColumn &column,
                                       rowWith(Counts, column.value, count), selector(clsPestMONNew::Count, column.value));
 }
 
-bool CaptureGrid::saveTotal(const capture::PestColumn &column, const capture::CellPicture &total)
+bool CaptureGrid::saveTotal(const capture::PestColumn &column, const capture::CellDisplay &total)
 {
     paint(capture::TotalRow, capture::valueColumn(column.pest, column.value), total);
     session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column.pest - 1)];
@@ -261,13 +381,13 @@ void CaptureGrid::toggle(int row, int col)
     controls::FlexGrid &grid = *ui_.grdPest;
     const auto colour = grid.CellBackColor(row, col);
     const auto column = capture::pestColumn(col, NoOfPests);
-    if (!column || (colour != mark::White && colour != mark::Red)) {
+    if (!column || (colour != cellColour::White && colour != cellColour::Red)) {
         return;
     }
-    const bool yes = colour == mark::White;
-    grid.setCellBackColor(row, col, yes ? mark::Red : mark::White);
+    const bool yes = colour == cellColour::White;
+    grid.setCellBackColor(row, col, yes ? cellColour::Red : cellColour::White);
     const QString name = cellName(row, *column);
-    dao::WriteScope scope(*session().dbPest);
+    dao::CommitScope scope(*session().dbPest);
     const bool totalSaved = Toggle_PMYes(*column, yes);
     session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column->pest - 1)];
     std::int32_t PMDataID = keyIn(row, column->pest);
@@ -312,13 +432,14 @@ QString CaptureGrid::describe(int row, int col) const
         return grid.TextMatrix(row, col);
     }
     const QString pest = grid.TextMatrix(capture::PestNameRow, col);
-    const QString place = row == capture::TotalRow ? QStringLiteral("total")
-                                                   : QStringLiteral("point %1").arg(grid.TextMatrix(row, capture::PointColumn));
+    const QString position = row == capture::TotalRow
+        ? QStringLiteral("total")
+        : QStringLiteral("point %1").arg(grid.TextMatrix(row, capture::PointColumn));
     const auto colour = grid.CellBackColor(row, col);
     const bool isAnswer = !isCount() && row != capture::TotalRow && colour.has_value();
     const QString value =
-        isAnswer ? (colour == mark::Red ? QStringLiteral("Yes") : QStringLiteral("No")) : grid.TextMatrix(row, col);
-    return QStringLiteral("%1, %2, %3").arg(place, pest, value);
+        isAnswer ? (colour == cellColour::Red ? QStringLiteral("Yes") : QStringLiteral("No")) : grid.TextMatrix(row, col);
+    return QStringLiteral("%1, %2, %3").arg(position, pest, value);
 }
 
 std::vector<QStringList> CaptureGrid::shownRows()
@@ -329,8 +450,8 @@ std::vector<QStringList> CaptureGrid::shownRows()
         QStringList cells;
         for (int col = 1; col < grid.Cols(); ++col) {
             if (grid.ColWidth(col) != 0) {
-                cells.append(grid.CellBackColor(row, col) == controls::mark::Red ? QStringLiteral("Yes")
-                                                                                 : grid.TextMatrix(row, col));
+                cells.append(grid.CellBackColor(row, col) == controls::cellColour::Red ? QStringLiteral("Yes")
+                                                                                       : grid.TextMatrix(row, col));
             }
         }
         rows.push_back(cells);
@@ -340,3 +461,5 @@ std::vector<QStringList> CaptureGrid::shownRows()
     }
     return rows;
 }
+
+} // namespace pestmon

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "pestmon/CaptureCellEditor.h"
 #include "pestmon/CaptureCells.h"
 #include "pestmon/PestMonPage.h"
 #include "store/clsPestMONNew.h"
@@ -9,31 +10,26 @@
 
 #include <vector>
 
+namespace pestmon
+{
+
 /// The capture grid of one instruction and one block: a row per monitoring point, a group of columns per pest, and a row of
-/// totals kept by difference. Counts are typed into the box txtG1 over a cell, answers are toggled; each cell is saved the moment
-/// it is left.
+/// running totals. Counts are typed into an editor over the cell, answers are toggled; each cell is saved when it is left.
 class CaptureGrid : public PestMonPage
 {
     Q_OBJECT
 public:
     CaptureGrid(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui);
 
-    /// Shows CurrentBlockID of the instruction in hand.
+    /// Shows CurrentBlockID of the current instruction.
     void Fill_Capture();
     void clear();
 
-    /// The texts of the shown columns of every row, headings included, "Yes" for an answer; as they are to be put on paper. The
-    /// last cell becomes the current one.
+    /// The texts of the visible columns of every row, with the headings, and "Yes" for an answer, for printing. The last cell
+    /// becomes the current one.
     std::vector<QStringList> shownRows();
 
-    /// Saves what lies in the open box, as leaving it does. False when the box stays open.
-    bool leaveBox();
-    bool boxIsOpen() const { return boxOpen_; }
-    /// Closes the box and drops what lies in it.
-    void closeBox();
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    CaptureCellEditor &editor() { return editor_; }
 
 private:
     void layOut();
@@ -41,7 +37,7 @@ private:
     void fillTotals();
     void fillPoints();
     void fillPointCells(int row, int pest, const dao::Recordset &rows);
-    void paint(int row, int col, const capture::CellPicture &picture);
+    void paint(int row, int col, const capture::CellDisplay &display);
     bool isCount() const;
     int lastPestCol() const { return capture::columnsFor(NoOfPests); }
     std::int16_t numberIn(int row, int col) const;
@@ -50,17 +46,16 @@ private:
 
     void click(int row, int col);
     void keyDown(QKeyEvent *event);
-    /// A box whose value could not be saved keeps its place until it is: goes back to it. False when none is open.
-    bool returnToOpenBox();
-    void openBox();
-    void placeBox();
-    bool savePoint();
-    void saveTypedTotal();
+    void openEditor();
+    /// What was typed over a cell; false when a point was not stored.
+    bool store(int row, int col, const QString &typed);
+    bool savePoint(int row, const capture::PestColumn &column, const QString &typed);
+    void saveTypedTotal(const capture::PestColumn &column, const QString &typed);
     clsPestMONNew::Status storePoint(const capture::PestColumn &column, int row, std::int16_t count);
-    /// Paints a total and stores it; an unwritten one is named in the status line, and gives false.
-    bool saveTotal(const capture::PestColumn &column, const capture::CellPicture &total);
+    /// Paints and stores a total. False when it was not stored, which the status line reports.
+    bool saveTotal(const capture::PestColumn &column, const capture::CellDisplay &total);
     void toggle(int row, int col);
-    /// False when the total was to be changed and could not be stored.
+    /// False when a changed total could not be stored.
     bool Toggle_PMYes(const capture::PestColumn &column, bool yes);
     QString cellName(int row, const capture::PestColumn &column) const;
     QString describe(int row, int col) const;
@@ -68,9 +63,9 @@ private:
     int NoOfPests = 0;
     /// Of pest i at i - 1, in column order.
     std::vector<std::int32_t> PestIDs;
-    bool boxOpen_ = false;
-    bool leaving_ = false;
-    int BoxRow = 0;
-    int BoxCol = 0;
+    CaptureCellEditor editor_;
+    /// The edited cell's share of its total.
     std::int16_t OldValue = 0;
 };
+
+} // namespace pestmon

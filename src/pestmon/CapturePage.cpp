@@ -13,16 +13,19 @@
 
 #include <QSignalBlocker>
 
+namespace pestmon
+{
+
 CapturePage::CapturePage(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui)
     : PestMonPage(screen, host, ui), grid_(screen, host, ui)
 {
     ui_.cmbBlock->setTypingAllowed(false);
-    tellFullNote(*ui_.txtPMMNotes);
+    reportFullNote(*ui_.txtPMMNotes);
     on(ui_.cmbBlock, &controls::ItemCombo::Click, [this] { blockClick(); });
     on(ui_.chkPMCom, &QCheckBox::clicked, [this] { completedClick(); });
     on(ui_.cmdSaveTrans, &QPushButton::clicked, [this] { cmdSaveTrans(); });
     on(ui_.cmdPP, &QPushButton::clicked, [this] {
-        if (settleBox()) {
+        if (settleCell()) {
             printFilledSheet();
         }
     });
@@ -32,7 +35,7 @@ CapturePage::CapturePage(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 
 void CapturePage::open()
 {
     const SessionContext &values = session();
-    // In a caption "&" stands before its letter, in a note for itself.
+    // A caption takes "&" for the sign before its access key.
     const QString note = QString(values.CurrentPMNotes).replace(u'&', QStringLiteral("&&"));
     ui_.fraBasic->setTitle(QStringLiteral("%1: %2").arg(basic::shortDate(values.CurrentPMDate.date()), note));
     fillBlocks();
@@ -61,10 +64,10 @@ void CapturePage::fillBlocks()
 
 void CapturePage::blockClick()
 {
-    // Until the open cell is settled its own block stays named.
+    // The list names the block of the open cell until that is settled.
     const int chosen = ui_.cmbBlock->ListIndex();
     nameBlock(shownBlock_);
-    if (!settleBox()) {
+    if (!settleCell()) {
         ui_.txtG1->setFocus();
         return;
     }
@@ -91,9 +94,9 @@ void CapturePage::completedClick()
     }
 }
 
-bool CapturePage::settleBox()
+bool CapturePage::settleCell()
 {
-    if (grid_.leaveBox()) {
+    if (grid_.editor().leave()) {
         return true;
     }
     const auto answer =
@@ -103,14 +106,14 @@ bool CapturePage::settleBox()
         return false;
     }
     // The cell and its total may show what was not saved; the next total would count it.
-    grid_.closeBox();
+    grid_.editor().close();
     runOrReport(QStringLiteral("The block could not be shown"), [&] { grid_.Fill_Capture(); });
     return true;
 }
 
 void CapturePage::cmdSaveTrans()
 {
-    if (settleBox()) {
+    if (settleCell()) {
         runOrReport(QStringLiteral("The instruction could not be saved"), [&] { save(); });
     }
 }
@@ -164,7 +167,9 @@ void CapturePage::printFilledSheet()
 
 void CapturePage::close()
 {
-    if (settleBox()) {
+    if (settleCell()) {
         Q_EMIT closed();
     }
 }
+
+} // namespace pestmon

@@ -4,6 +4,9 @@
 #include "pestmon/CaptureGrid.h"
 #include "pestmon/PestMonPage.h"
 
+namespace pestmon
+{
+
 /// The tab in which findings are typed in and an instruction is completed, which may issue its successor.
 class CapturePage : public PestMonPage
 {
@@ -13,7 +16,7 @@ public:
 
     /// Shows the session's instruction, ticked as completed today, with no block chosen.
     void open();
-    /// Empties the grid before another face takes over.
+    /// Empties the grid before another page is shown.
     void clear() { grid_.clear(); }
 
 Q_SIGNALS:
@@ -22,17 +25,19 @@ Q_SIGNALS:
 private:
     void fillBlocks();
     void blockClick();
-    /// Makes an entry the chosen one without raising Click; -1 for none.
+    /// Chooses an entry silently; -1 for none.
     void nameBlock(int index);
     void completedClick();
     void cmdSaveTrans();
     void save();
     void close();
     void printFilledSheet();
-    /// Saves an open cell, or asks whether it may be dropped; false when it is to stay.
-    bool settleBox();
+    /// Saves an open cell, or asks whether to discard it; false when it stays open.
+    bool settleCell();
 
     CaptureGrid grid_;
     /// Entry of cmbBlock whose cells the grid shows; -1 before the first choice.
     int shownBlock_ = -1;
 };
+
+} // namespace pestmon

@@ -7,6 +7,9 @@
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 
+namespace pestmon
+{
+
 namespace
 {
 
@@ -21,23 +24,23 @@ constexpr std::array<GridColumn, 5> BlockColumns{{{"BlockID", 0, "BlockID"},
 
 } // namespace
 
-/// How the store keeps the choice of blocks, or of pests.
+/// The store's operations for the choice of blocks or of pests.
 struct InstructionChoice::Tables {
     using Key = clsPestMONNew::Key;
     using Status = clsPestMONNew::Status;
     dao::Recordset (clsPestMONNew::*find)(Key key);
     Status (clsPestMONNew::*drop)(Key key);
     Status (clsPestMONNew::*dropFromInstruction)(Key instruction, Key key);
-    /// What the status line says of a row of an earlier choice that could not be dropped.
+    /// The failure to delete a row of an earlier choice.
     const char *notDropped;
 };
 
 const InstructionChoice::Tables InstructionChoice::BlockTables{
     &clsPestMONNew::New_Fill_Blocks_For_Instruction, &clsPestMONNew::New_Delete_Block_for_Instruction,
-    &clsPestMONNew::New_Delete_Block_for_Transaction, "A block left from an earlier choice could not be dropped"};
+    &clsPestMONNew::New_Delete_Block_for_Transaction, "A block of an earlier choice could not be removed"};
 const InstructionChoice::Tables InstructionChoice::PestTables{
     &clsPestMONNew::New_Fill_Pests_For_Instruction, &clsPestMONNew::New_Delete_Pest_for_Instruction,
-    &clsPestMONNew::New_Delete_Pest_for_Transaction, "A pest left from an earlier choice could not be dropped"};
+    &clsPestMONNew::New_Delete_Pest_for_Transaction, "A pest of an earlier choice could not be removed"};
 
 InstructionChoice::InstructionChoice(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui)
     : PestMonPage(screen, host, ui), blocks_(*ui.grdBlockIn, BlockColumns), pests_(*ui.grdPestIn, PestPickColumns),
@@ -129,7 +132,7 @@ void InstructionChoice::toggle(PickGrid &list, int row, const Tables &tables, co
             return;
         }
         list.setMarked(row, choose);
-        host().showStatus((choose ? QStringLiteral("%1 selected") : QStringLiteral("%1 taken off")).arg(list.name(row)));
+        host().showStatus((choose ? QStringLiteral("%1 selected") : QStringLiteral("%1 deselected")).arg(list.name(row)));
         Q_EMIT changed();
         showCounts();
     });
@@ -169,3 +172,5 @@ void InstructionChoice::pestClick(int row)
     values.CurrentCTarget = pests_.name(row);
     toggle(pests_, row, PestTables, [&] { return objPestMON().New_Add_Pest_for_Instruction(values.CurrentCTargetID); });
 }
+
+} // namespace pestmon

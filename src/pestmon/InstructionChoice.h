@@ -6,8 +6,11 @@
 
 #include <functional>
 
-/// The choice of an instruction's blocks and pests, which lies in working tables until the instruction is saved, and the captions
-/// that count it.
+namespace pestmon
+{
+
+/// The choice of an instruction's blocks and pests, held in working tables until the instruction is saved, and the captions that
+/// count it.
 class InstructionChoice : public PestMonPage
 {
     Q_OBJECT
@@ -23,7 +26,7 @@ public:
     int pestsChosen() const { return pests_.Count_Selected(); }
 
 Q_SIGNALS:
-    /// A block or a pest was chosen or dropped.
+    /// A block or a pest was selected or deselected.
     void changed();
 
 private:
@@ -33,16 +36,16 @@ private:
 
     void Fill_BlockIn();
     void Fill_PestIn();
-    /// Marks a row that the saved instruction holds; one left from a choice that was never saved is dropped.
+    /// Marks a row of the saved instruction; a row left from an unsaved choice is deleted instead.
     void showChoice(PickGrid &list, int row, const Tables &tables);
     void showAllPestTypes();
     void showCounts();
     void blockClick(int row);
     void pestClick(int row);
     void pestTypeClick();
-    /// Adds a row to the choice or drops it, and paints the mark when that succeeded; tells why when it did not.
+    /// Adds a row to the choice or removes it, and paints its mark; the status line reports a failure.
     void toggle(PickGrid &list, int row, const Tables &tables, const std::function<int()> &add);
-    /// From the saved instruction too, where there is one.
+    /// Also from the saved instruction, if there is one.
     int drop(std::int32_t key, const Tables &tables);
 
     PickGrid blocks_;
@@ -50,3 +53,5 @@ private:
     const QString blocksCaption_;
     const QString pestsCaption_;
 };
+
+} // namespace pestmon

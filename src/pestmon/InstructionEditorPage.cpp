@@ -13,21 +13,23 @@
 #include "screens/LongWork.h"
 #include "ui_frmPestMon2.h"
 
+namespace pestmon
+{
+
 namespace
 {
 
 /// Columns B to P of a field sheet.
 constexpr int MaxPests = 15;
 
-/// The bar under the fields while sheets are made, in steps of half a percent. It starts at the first of them and goes back to
-/// it.
+/// The progress bar while sheets are made, in steps of half a percent. It starts at the first step and returns to it.
 class SheetBar
 {
 public:
     explicit SheetBar(QProgressBar &bar) : bar_(bar)
     {
-        constexpr int whole = 200;
-        bar_.setRange(0, whole);
+        constexpr int maximum = 200;
+        bar_.setRange(0, maximum);
         bar_.setValue(1);
         bar_.show();
         LongWork::letRepaint();
@@ -56,7 +58,7 @@ InstructionEditorPage::InstructionEditorPage(ChildScreen &screen, ScreenHost &ho
     : PestMonPage(screen, host, ui), choice_(screen, host, ui)
 {
     ui_.cmbPMethod->setTypingAllowed(false);
-    tellFullNote(*ui_.txtPMNotes);
+    reportFullNote(*ui_.txtPMNotes);
     on(&choice_, &InstructionChoice::changed, [this] { setSaved(false); });
     on(ui_.cmbPMethod, &controls::ItemCombo::Click, [this] { methodClick(); });
     on(ui_.cmbPerson, &controls::ItemCombo::Click, [this] { setSaved(false); });
@@ -103,7 +105,7 @@ void InstructionEditorPage::openNew()
     values.CurrentPMWeek = weekNumber(today);
     ui_.txtWeekNo->setText(QString::number(values.CurrentPMWeek));
     if (Clear_Instruction(objPestMON()) == clsPestMONNew::Failed) {
-        showStoreFailure(QStringLiteral("The last choice of blocks and pests could not be cleared"));
+        showStoreFailure(QStringLiteral("The previous choice of blocks and pests could not be cleared"));
     }
     New_Instruction();
     enableFields();
@@ -115,7 +117,7 @@ void InstructionEditorPage::New_Instruction()
     values.CurrentNoofMpoints = 0;
     values.CurrentPMMethodID = 0;
     values.CurrentPMTransID = 0;
-    // Left from the row that was selected before, it would complete the new instruction at its second save.
+    // Left over from the previously selected row, it would complete the new instruction at its second save.
     values.CurrentPMCom = false;
     values.RepeatDone = true;
     ui_.txtPMNotes->clear();
@@ -162,7 +164,7 @@ bool InstructionEditorPage::openSaved()
 
 void InstructionEditorPage::methodClick()
 {
-    runOrReport(QStringLiteral("The method could not be taken"), [&] {
+    runOrReport(QStringLiteral("The method could not be changed"), [&] {
         setSaved(false);
         session().CurrentPMMethodID = ui_.cmbPMethod->ItemData(ui_.cmbPMethod->ListIndex());
         session().CurrentPMMethod = ui_.cmbPMethod->Text();
@@ -189,7 +191,7 @@ void InstructionEditorPage::save()
     SessionContext &values = session();
     values.CurrentPMDate = basic::SerialDate::fromDate(ui_.dtpPestM->Value());
     values.CurrentPMWeek =
-        tellingRange(QStringLiteral("The week number"), [&] { return basic::toInteger16(basic::Val(ui_.txtWeekNo->text())); });
+        describingRange(QStringLiteral("The week number"), [&] { return basic::toInteger16(basic::Val(ui_.txtWeekNo->text())); });
     values.CurrentPMRepeat = ui_.chkRepeat->isChecked();
     if (ui_.cmbPerson->Text().isEmpty()) {
         host().dialogs().message(QStringLiteral("Select a Person"));
@@ -263,3 +265,5 @@ void InstructionEditorPage::printSheets(Sheets sheets)
         Print_All_Blocks(host(), order, progress);
     }
 }
+
+} // namespace pestmon

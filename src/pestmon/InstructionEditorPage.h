@@ -4,6 +4,9 @@
 #include "pestmon/InstructionChoice.h"
 #include "pestmon/PestMonPage.h"
 
+namespace pestmon
+{
+
 /// The tab in which an instruction is made, changed and printed.
 class InstructionEditorPage : public PestMonPage
 {
@@ -32,10 +35,12 @@ private:
     void cmdTSave();
     void save();
     void cmdTCancel();
-    /// The checks that stand before both kinds of sheet; true when one is to be made.
+    /// The checks before both kinds of sheet; true to go on.
     bool mayPrint();
     enum class Sheets { PerBlock, AllBlocks };
     void printSheets(Sheets sheets);
 
     InstructionChoice choice_;
 };
+
+} // namespace pestmon

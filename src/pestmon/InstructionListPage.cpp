@@ -16,6 +16,9 @@
 
 #include <array>
 
+namespace pestmon
+{
+
 namespace
 {
 
@@ -49,7 +52,7 @@ std::optional<basic::SerialDate> dateIn(const controls::FlexGrid &grid, int row,
     return value.value<basic::SerialDate>();
 }
 
-/// The places of the fields in the set.
+/// Indexes of the fields in the record set.
 struct Fields {
     explicit Fields(const dao::Recordset &rows)
         : key(rows.fieldIndex("PMTransID")), methodKey(rows.fieldIndex("PMMethodID")), issued(rows.fieldIndex("PMTransDate")),
@@ -83,7 +86,7 @@ void fillRow(controls::FlexGrid &grid, DayCells &days, int row, const dao::Recor
     grid.setTextMatrix(row, NotesCol, rows.text(fields.notes));
     grid.setTextMatrix(row, RepeatCol, basic::booleanText(rows.boolean(fields.repeat)));
     for (int col = IssuedCol; done && col <= RepeatCol; ++col) {
-        grid.setCellBackColor(row, col, controls::mark::Green);
+        grid.setCellBackColor(row, col, controls::cellColour::Green);
     }
 }
 
@@ -96,7 +99,7 @@ QString describe(const controls::FlexGrid &grid, int row, int col)
     }
     QStringList parts{QStringLiteral("Instruction of %1").arg(issued),
                       QLatin1String(Columns[static_cast<std::size_t>(col)].header), grid.TextMatrix(row, col)};
-    if (grid.CellBackColor(row, col) == controls::mark::Green) {
+    if (grid.CellBackColor(row, col) == controls::cellColour::Green) {
         parts += QStringLiteral("completed");
     }
     parts.removeAll(QString());
@@ -125,7 +128,7 @@ InstructionListPage::InstructionListPage(ChildScreen &screen, ScreenHost &host, 
     on(ui_.chkAll, &QRadioButton::clicked, [this] { showOnly(Shown::All); });
     on(ui_.dtpDateFrom, &controls::DatePicker::Change, [this] { periodChanged(); });
     on(ui_.dtpDateTo, &controls::DatePicker::Change, [this] { periodChanged(); });
-    on(ui_.dtpDateFrom, &controls::DatePicker::LostFocus, [this] { keepPeriodStart(); });
+    on(ui_.dtpDateFrom, &controls::DatePicker::LostFocus, [this] { storePeriodStart(); });
     on(ui_.cmdAdd, &QPushButton::clicked, [this] { Q_EMIT addRequested(); });
     on(ui_.cmdEdit, &QPushButton::clicked, [this] { editCurrentRow(); });
     on(ui_.cmdComp, &QPushButton::clicked, [this] { Q_EMIT captureRequested(); });
@@ -148,7 +151,7 @@ void InstructionListPage::Fill_PestList()
     layOutList(*ui_.grdGS, Columns, rows.RecordCount());
     const Fields fields(rows);
     DayCells days(*ui_.grdGS);
-    // A few methods serve thousands of rows.
+    // Thousands of rows share a few methods.
     QHash<std::int32_t, QString> methods;
     for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
         const std::int32_t key = rows.longValue(fields.methodKey);
@@ -278,7 +281,7 @@ void InstructionListPage::showOnly(Shown shown)
 
 void InstructionListPage::periodChanged()
 {
-    // An open tab works on the record in hand; leaving it refreshes the list.
+    // An open tab uses the selected record; closing it refreshes the list.
     if (!ui_.tabBlock->isHidden()) {
         return;
     }
@@ -286,9 +289,9 @@ void InstructionListPage::periodChanged()
     refresh(NoRowMeans::LastDataRow);
 }
 
-void InstructionListPage::keepPeriodStart()
+void InstructionListPage::storePeriodStart()
 {
-    ::keepPeriodStart(session(), *ui_.dtpDateFrom);
+    ::storePeriodStart(session(), *ui_.dtpDateFrom);
 }
 
 void InstructionListPage::editCurrentRow()
@@ -319,3 +322,5 @@ void InstructionListPage::deleteCurrentRow()
     }
     refresh(NoRowMeans::FirstDataRow);
 }
+
+} // namespace pestmon

@@ -5,18 +5,21 @@
 
 #include <QDate>
 
-/// The list of monitoring instructions of a period, its filters, and the selection that the other faces work on.
+namespace pestmon
+{
+
+/// The list of monitoring instructions of a period, its filters, and the selection that the other pages use.
 class InstructionListPage : public PestMonPage
 {
     Q_OBJECT
 public:
     InstructionListPage(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui);
 
-    /// Period start from its file, end today.
+    /// Reads the period's start from its file; its end is today.
     void load();
     /// Shows open instructions, whatever the option buttons say, and the remembered row.
     void activate();
-    /// Where the selection goes when no row is remembered.
+    /// The row to select when none is remembered.
     enum class NoRowMeans { LastDataRow, FirstDataRow };
     void refresh(NoRowMeans noRow);
     void Fill_PestList();
@@ -24,14 +27,14 @@ public:
     /// Key in the current row; 0 on the empty row.
     std::int32_t currentRowKey() const;
     bool currentRowIsDone() const;
-    /// Takes the current row into the session: all but the week and the repeat flag, which follow different rules.
+    /// Reads the current row into the session, except the week and the repeat flag, which follow different rules.
     void readCurrentRow();
     bool currentRowRepeats() const;
     QDate currentRowDate() const;
 
 Q_SIGNALS:
     void addRequested();
-    /// An open instruction is to be edited; its row has been read.
+    /// Raised for an open instruction, after its row was read.
     void editRequested();
     void captureRequested();
 
@@ -42,7 +45,9 @@ private:
     enum class Shown { Completed, Open, All };
     void showOnly(Shown shown);
     void periodChanged();
-    void keepPeriodStart();
+    void storePeriodStart();
     void editCurrentRow();
     void deleteCurrentRow();
 };
+
+} // namespace pestmon

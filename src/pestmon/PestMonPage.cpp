@@ -5,6 +5,9 @@
 
 #include <QLineEdit>
 
+namespace pestmon
+{
+
 QString PestMonPage::instructionName() const
 {
     return QStringLiteral("Instruction of %1").arg(basic::formatDate(session().CurrentPMDate, u"yyyy/MM/dd"));
@@ -16,8 +19,10 @@ void PestMonPage::showNote(QLineEdit &note, const QString &text)
     note.setCursorPosition(0);
 }
 
-void PestMonPage::tellFullNote(QLineEdit &note)
+void PestMonPage::reportFullNote(QLineEdit &note)
 {
     on(&note, &QLineEdit::inputRejected,
-       [this, &note] { host().showFailure(QStringLiteral("The note takes %1 characters").arg(note.maxLength())); });
+       [this, &note] { host().showFailure(QStringLiteral("The note is limited to %1 characters").arg(note.maxLength())); });
 }
+
+} // namespace pestmon

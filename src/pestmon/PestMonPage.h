@@ -13,7 +13,10 @@ namespace Ui
 class frmPestMon2;
 }
 
-/// What the faces of the pest monitoring screen share: its controls and what it may ask of the main window.
+namespace pestmon
+{
+
+/// Base of the pages of the pest monitoring screen: access to its controls and to the main window.
 class PestMonPage : public QObject
 {
     Q_OBJECT
@@ -24,10 +27,10 @@ protected:
     SessionContext &session() const { return host_.session(); }
     clsPestMONNew &objPestMON() const { return host_.objPestMON(); }
     ScreenHost &host() const { return host_; }
-    /// How the status line names the instruction in hand.
+    /// The current instruction's name in the status line.
     QString instructionName() const;
 
-    /// As in ChildScreen, for as long as the face lives.
+    /// As in ChildScreen, for the lifetime of the page.
     template <typename Sender, typename Signal, typename Body> void on(Sender *sender, Signal signal, Body body)
     {
         screen_.on(sender, signal, this, std::move(body));
@@ -36,10 +39,10 @@ protected:
     {
         return screen_.runOrReport(what, std::forward<Body>(body));
     }
-    /// From its start, however long it is.
+    /// Shows a note from its beginning.
     static void showNote(QLineEdit &note, const QString &text);
-    /// A note that takes no more says so in the status line.
-    void tellFullNote(QLineEdit &note);
+    /// Reports in the status line when a note is full.
+    void reportFullNote(QLineEdit &note);
     void showStoreFailure(const QString &what) { screen_.showStoreFailure(what); }
 
     Ui::frmPestMon2 &ui_;
@@ -48,3 +51,5 @@ private:
     ChildScreen &screen_;
     ScreenHost &host_;
 };
+
+} // namespace pestmon

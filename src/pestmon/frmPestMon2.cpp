@@ -12,11 +12,15 @@
 
 #include <QTabBar>
 
+using pestmon::CapturePage;
+using pestmon::InstructionEditorPage;
+using pestmon::InstructionListPage;
+
 frmPestMon2::frmPestMon2(ScreenHost &host, QWidget *parent) : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmPestMon2>())
 {
     ui_->setupUi(this);
     ui_->tabBlock->hide();
-    // The other tab is always shut, so there is nothing to choose and no focus to lose from sight.
+    // The other tab is always disabled, so there is nothing to choose with the focus.
     ui_->tabBlock->setFocusPolicy(Qt::NoFocus);
     ui_->tabBlock->tabBar()->setFocusPolicy(Qt::NoFocus);
     list_ = std::make_unique<InstructionListPage>(*this, host, *ui_);
@@ -65,17 +69,17 @@ void frmPestMon2::setIcons()
 void frmPestMon2::activateScreen()
 {
     if (!ui_->tabBlock->isHidden()) {
-        activationWaits_ = true;
+        activationPending_ = true;
         return;
     }
-    activationWaits_ = false;
+    activationPending_ = false;
     guarded([this] {
         editor_->blankCounts();
         list_->activate();
     });
 }
 
-/// As a proxy the grid would take the focus before the filters on the way forward.
+/// As focus proxy the grid would come before the filters in the Tab order.
 void frmPestMon2::focusInEvent(QFocusEvent *)
 {
     ui_->grdGS->setFocus();
@@ -92,7 +96,7 @@ void frmPestMon2::showTab(Tab tab)
     ui_->tabBlock->setCurrentIndex(shown);
     ui_->tabBlock->show();
     ui_->tabBlock->raise();
-    // Behind the tab: a date that the list loses with its focus must find the tab open.
+    // After the tab shows: a date of the list that loses its focus must find the tab open.
     ui_->fraGS->hide();
 }
 
@@ -102,7 +106,7 @@ void frmPestMon2::closeTab()
     ui_->fraGS->show();
     list_->refresh(InstructionListPage::NoRowMeans::FirstDataRow);
     ui_->grdGS->setFocus();
-    if (activationWaits_) {
+    if (activationPending_) {
         activateScreen();
     }
 }

@@ -9,13 +9,15 @@ namespace Ui
 {
 class frmPestMon2;
 }
+namespace pestmon
+{
 class InstructionListPage;
 class InstructionEditorPage;
 class CapturePage;
+} // namespace pestmon
 
-/// The workbench of pest monitoring: the list of instructions, and over it one of two tabs, the instruction's editor or the
-/// capture of its findings. One face is visible at a time. While a tab is open an activation waits, so that nothing under open
-/// input is rebuilt.
+/// The pest monitoring screen: the list of instructions, and over it one of two tabs, the instruction editor or the capture of
+/// findings. One page is visible at a time. An activation is postponed while a tab is open, so that open input is not rebuilt.
 class frmPestMon2 : public ChildScreen
 {
     Q_OBJECT
@@ -42,9 +44,9 @@ private:
     void openCapture();
 
     std::unique_ptr<Ui::frmPestMon2> ui_;
-    // The faces end before the controls: a control that loses the focus while it ends still tells those who watch it.
-    std::unique_ptr<InstructionListPage> list_;
-    std::unique_ptr<InstructionEditorPage> editor_;
-    std::unique_ptr<CapturePage> capture_;
-    bool activationWaits_ = false;
+    // Destroyed before the controls: a control that loses the focus on destruction still notifies its page.
+    std::unique_ptr<pestmon::InstructionListPage> list_;
+    std::unique_ptr<pestmon::InstructionEditorPage> editor_;
+    std::unique_ptr<pestmon::CapturePage> capture_;
+    bool activationPending_ = false;
 };

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pestmon/modPestMon.h"
 
+#include "platform/dao/CommitScope.h"
 #include "platform/dao/Database.h"
 
 #include <QScopedValueRollback>
 
 #include <algorithm>
 #include <vector>
+
+namespace pestmon
+{
 
 namespace
 {
@@ -68,8 +72,8 @@ template <typename AddRow> Status forEachPoint(clsPestMONNew &objPestMON, Key in
     });
 }
 
-/// Takes one row from each table of results, then adds the full set of zero rows.
-Status layOutRows(clsPestMONNew &objPestMON, Key instruction)
+/// Deletes one row of each table of results, then adds the full set of zero rows.
+Status addZeroRows(clsPestMONNew &objPestMON, Key instruction)
 {
     return inOrder([&] { return objPestMON.Delete_PMData_for_Trans(instruction); },
                    [&] { return objPestMON.Delete_PMDataMax_for_Trans(instruction); },
@@ -154,18 +158,18 @@ Status Create_PMDataMax(clsPestMONNew &objPestMON, Key instruction)
 
 Status Save_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
 {
-    // Where the whole scope is lost, on a full disk say, a key that it gave out must not be taken for a saved one.
+    // When the whole scope is rolled back, on a full disk say, its key does not exist.
     QScopedValueRollback key(session.CurrentPMTransID);
-    dao::WriteScope scope(*session.dbPest);
+    dao::CommitScope scope(*session.dbPest);
     const auto write = [&] {
         return inOrder([&] { return saveTransaction(session, objPestMON); },
                        [&] { return Store_Selection(objPestMON, session.CurrentPMTransID); },
                        [&] {
                            session.RepeatDone = true;
-                           return layOutRows(objPestMON, session.CurrentPMTransID);
+                           return addZeroRows(objPestMON, session.CurrentPMTransID);
                        });
     };
-    const auto keep = [&] {
+    const auto commit = [&] {
         scope.commit();
         key.commit();
     };
@@ -173,11 +177,11 @@ Status Save_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
     try {
         status = write();
     } catch (const basic::RunTimeError &) {
-        // The steps before the error are stored like those before a failed one, so their key stays too.
-        keep();
+        // The steps before an error are stored, as those before a failed one are, and so is their key.
+        commit();
         throw;
     }
-    keep();
+    commit();
     if (status == Done) {
         session.RepeatDone = false;
     }
@@ -186,12 +190,23 @@ Status Save_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
 
 Status Repeat_Instruction(SessionContext &session, clsPestMONNew &objPestMON)
 {
-    dao::WriteScope scope(*session.dbPest);
+    dao::CommitScope scope(*session.dbPest);
     Key successor = 0;
-    const Status status = inOrder(
-        [&] { return Clear_Instruction(objPestMON); }, [&] { return Load_Selection(objPestMON, session.CurrentPMTransID); },
-        [&] { return addTransaction(session, objPestMON, successor); }, [&] { return Store_Selection(objPestMON, successor); },
-        [&] { return layOutRows(objPestMON, successor); });
-    scope.commit();
-    return status;
+    const auto write = [&] {
+        return inOrder(
+            [&] { return Clear_Instruction(objPestMON); }, [&] { return Load_Selection(objPestMON, session.CurrentPMTransID); },
+            [&] { return addTransaction(session, objPestMON, successor); },
+            [&] { return Store_Selection(objPestMON, successor); }, [&] { return addZeroRows(objPestMON, successor); });
+    };
+    // An incomplete successor would stay, and each further save would add another.
+    try {
+        const Status status = write();
+        status == Done ? scope.commit() : scope.rollback();
+        return status;
+    } catch (const basic::RunTimeError &) {
+        scope.rollback();
+        throw;
+    }
 }
+
+} // namespace pestmon

@@ -110,7 +110,7 @@ void printRecords(ScreenHost &host, const RecordsOrder &order)
 {
     TemplateReport report(host, QStringLiteral("Analysis.xls"));
     report.application().setVisible(true);
-    const LongWorkWithPicture work(host);
+    const LongWorkWithProgress work(host);
     RecordsSheet sheet(report.application());
     writeRecords(sheet, order, sourceOf(host.objPestMON(), host.session(), order), [&host](double percent) {
         Show_Progress(host, basic::toInteger16(percent), QStringLiteral("Pest monitor records"));

@@ -126,7 +126,7 @@ void frmRepPestInfo::pestTypeClick()
 
 void frmRepPestInfo::keepPeriodStart()
 {
-    ::keepPeriodStart(session(), *ui_->dtpDateFrom);
+    ::storePeriodStart(session(), *ui_->dtpDateFrom);
 }
 
 void frmRepPestInfo::print(RecordsNesting nesting)

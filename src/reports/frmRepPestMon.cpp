@@ -14,7 +14,7 @@ frmRepPestMon::frmRepPestMon(ScreenHost &host, QWidget *parent)
 {
     ui_->setupUi(this);
     ui_->picFarm->setAttribute(Qt::WA_StyledBackground);
-    setPicture(*ui_->Image2, BannerPicture, QStringLiteral("field-sheets"));
+    setLabelIcon(*ui_->Image2, BannerIcon, QStringLiteral("field-sheets"));
     setIcons({{ui_->Command1, "close"}});
     ui_->filePre->setEmptyText(QStringLiteral("No field sheets have been stored yet."));
     on(ui_->filePre, &controls::FileList::Click, [this](const QString &file) { openSheet(file); });

@@ -5,6 +5,7 @@
 #include "common/modGeneral.h"
 #include "platform/basic/Clock.h"
 #include "platform/basic/Formats.h"
+#include "platform/basic/Permissions.h"
 #include "platform/basic/TextFiles.h"
 #include "platform/controls/Dialogs.h"
 #include "screens/ScreenHost.h"
@@ -193,7 +194,7 @@ QString reportsFolder(const QString &appPath, const QString &folder)
     const QString folderPath =
         appPath + QStringLiteral("/Reports") + (folder.trimmed().isEmpty() ? QString() : QStringLiteral("/") + folder);
     const QString path = basic::pathForWriting(folderPath);
-    if (!QDir().mkpath(path)) {
+    if (!basic::makeFolder(path)) {
         throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess,
                                   QStringLiteral("The folder %1 cannot be created.").arg(path));
     }

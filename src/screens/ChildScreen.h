@@ -20,22 +20,21 @@ class ChildScreen : public QWidget
 public:
     explicit ChildScreen(ScreenHost &host, QWidget *parent = nullptr);
 
-    /// Fills the screen from the session. May wait while input lies open; see the screen.
+    /// Fills the screen from the session. A screen may postpone it while input is open.
     virtual void activateScreen() = 0;
     virtual QString screenTitle() const = 0;
 
-    /// Which kind of record the screen serves; set by the menu before the screen is shown.
+    /// The kind of record, set by the menu before the screen is shown.
     const QString &Tag() const { return tag_; }
     void setTag(const QString &tag) { tag_ = tag; }
 
-    /// Gives the keys to the first control in Tab order, unless one has them already. A screen that begins elsewhere hands the
-    /// focus on when it gets it.
+    /// Focuses the first control in Tab order, unless one has the focus already. A screen that starts elsewhere passes the focus
+    /// on.
     void focusFirstControl();
 
     void closeScreen() { Q_EMIT closeRequested(); }
 
-    /// Runs what a signal brought about and shows an error that it does not take itself. No exception may pass through the
-    /// toolkit.
+    /// Runs a slot and shows its unhandled error in a box. No exception may pass through the toolkit.
     template <typename Body> void guarded(Body &&body)
     {
         try {
@@ -62,7 +61,7 @@ public:
         on(sender, signal, this, body);
     }
 
-    /// Runs a body whose errors leave it without a box; the status line tells what could not be done and why. False after one.
+    /// Runs a body and reports its error in the status line: what failed and why. False after an error.
     template <typename Body> bool runOrReport(const QString &what, Body &&body)
     {
         try {
@@ -73,7 +72,7 @@ public:
             return false;
         }
     }
-    /// In the status line, with the reason that the data class kept.
+    /// Reports a failure in the status line, with the last error of the data class.
     void showStoreFailure(const QString &what);
 
 Q_SIGNALS:

@@ -11,8 +11,8 @@ namespace controls
 class FlexGrid;
 }
 
-/// Writes days into the cells of a grid, as short dates with the day behind them. A list of years holds each of its days several
-/// times, so the text of each is made once.
+/// Writes days into grid cells as short dates, with the day as the cell's value. Each day's text is formatted once, since a long
+/// list contains each day several times.
 class DayCells
 {
 public:

@@ -12,9 +12,9 @@ class FlexGrid;
 struct GridColumn {
     const char *header;
     int width;
-    /// Of the query that fills the list, where the column shows its text as it is.
+    /// Field of the query whose text the column shows.
     const char *field = nullptr;
 };
 
-/// Empties the grid and lays it out: a bold header, as many rows as there are records, and behind them one that stays empty.
+/// Clears the grid and lays it out: a bold header, a row for each record and one empty row.
 void layOutList(controls::FlexGrid &grid, std::span<const GridColumn> columns, int records);

@@ -13,7 +13,7 @@ void setIcons(std::initializer_list<ButtonIcon> icons)
     }
 }
 
-void setPicture(QLabel &label, int side, const QString &icon, const QString &colour)
+void setLabelIcon(QLabel &label, int side, const QString &icon, const QString &colour)
 {
     label.setPixmap(controls::Theme::icon(icon, colour).pixmap(QSize(side, side), label.devicePixelRatioF()));
 }

@@ -16,7 +16,7 @@ struct ButtonIcon {
 };
 void setIcons(std::initializer_list<ButtonIcon> icons);
 
-/// Side of the picture in a screen's banner, in pixels.
-inline constexpr int BannerPicture = 24;
-/// Shows an icon as a picture of `side` pixels.
-void setPicture(QLabel &label, int side, const QString &icon, const QString &colour = QStringLiteral("text"));
+/// Side of the icon in a screen's banner, in pixels.
+inline constexpr int BannerIcon = 24;
+/// Shows an icon of `side` pixels on a label.
+void setLabelIcon(QLabel &label, int side, const QString &icon, const QString &colour = QStringLiteral("text"));

@@ -13,7 +13,7 @@ namespace
 
 enum class NullTexts { Shown, LeftOut };
 
-/// The list is emptied before it is asked for: entries of another question must not stay behind one that fails.
+/// The list is cleared before the query, which may fail: old entries must not remain.
 template <typename Query>
 void fill(ItemCombo &combo, Query query, QStringView text, QStringView key, NullTexts nullTexts = NullTexts::Shown)
 {

@@ -8,8 +8,8 @@ class ItemCombo;
 class clsPestMONNew;
 struct SessionContext;
 
-/// Fill a list from a query, one entry a row with its key. Each empties the list first and raises no selection. An error of
-/// the query passes through and leaves the list empty.
+/// Fill a list from a query, one entry with its key per row. Each clears the list first and raises no selection. An error of the
+/// query is raised and leaves the list empty.
 void Fill_Farm_Combo(controls::ItemCombo &combo, clsPestMONNew &objPestMON);
 void Fill_CrGroup_Combo(controls::ItemCombo &combo, clsPestMONNew &objPestMON);
 void Fill_CrType_Combo(controls::ItemCombo &combo, clsPestMONNew &objPestMON, int group);
@@ -20,5 +20,5 @@ void Fill_Block_Combo_Temp(controls::ItemCombo &combo, SessionContext &session);
 /// Leaves out workers without a nickname.
 void Fill_Worker_Combo(controls::ItemCombo &combo, clsPestMONNew &objPestMON);
 
-/// For key code 13, Enter, the focus moves on as by Tab; the key itself stays as it was.
+/// For key code 13, Enter, moves the focus as Tab does.
 void Key_Enter_To_Tab(int keyCode);

@@ -29,7 +29,7 @@ bool isInput(QEvent::Type type)
     return std::find(input.begin(), input.end(), type) != input.end();
 }
 
-/// Stands before the whole program and lets no input in.
+/// Discards all input of the program.
 class InputGate : public QObject
 {
 public:
@@ -54,7 +54,7 @@ LongWork::LongWork() : inputGate_(std::make_unique<InputGate>()) {}
 
 LongWork::~LongWork()
 {
-    // What was typed and clicked since is still under way to the window; here it meets the gate.
+    // Input that is still queued is discarded here.
     QCoreApplication::processEvents();
 }
 
@@ -63,7 +63,7 @@ void LongWork::letRepaint()
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
-LongWorkWithPicture::LongWorkWithPicture(ScreenHost &host) : host_(host)
+LongWorkWithProgress::LongWorkWithProgress(ScreenHost &host) : host_(host)
 {
     ProgressPicture &picture = host_.Picture4();
     picture.Cls();
@@ -72,7 +72,7 @@ LongWorkWithPicture::LongWorkWithPicture(ScreenHost &host) : host_(host)
     letRepaint();
 }
 
-LongWorkWithPicture::~LongWorkWithPicture()
+LongWorkWithProgress::~LongWorkWithProgress()
 {
     host_.Picture4().hide();
 }

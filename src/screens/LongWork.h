@@ -11,9 +11,9 @@
 class QObject;
 class ScreenHost;
 
-/// Long work of a screen, from its making to its end: the pointer is busy, and the window repaints as often as it is let. Keys,
-/// clicks and a try to close the window come to nothing meanwhile, so that none reaches the screen after the work, where it was
-/// not meant any more. A box that the work itself opens takes them as ever.
+/// Scope of long work of a screen: the pointer is busy, and the window repaints when letRepaint() is called. Keys, clicks and
+/// closing the window are discarded meanwhile, so that none reaches the screen afterwards. Boxes that the work opens accept
+/// input.
 class LongWork
 {
 public:
@@ -29,16 +29,16 @@ private:
     std::unique_ptr<QObject> inputGate_;
 };
 
-/// Long work that shows the main window's progress picture while it lasts.
-class LongWorkWithPicture : public LongWork
+/// Long work that shows the main window's progress picture.
+class LongWorkWithProgress : public LongWork
 {
 public:
-    explicit LongWorkWithPicture(ScreenHost &host);
-    ~LongWorkWithPicture();
+    explicit LongWorkWithProgress(ScreenHost &host);
+    ~LongWorkWithProgress();
 
 private:
     ScreenHost &host_;
 };
 
-/// Draws how far the work is on Picture4, with "40% of " and the text on it.
+/// Shows the progress on Picture4, with a caption such as "40% of " and the text.
 void Show_Progress(ScreenHost &host, std::int16_t percent, const QString &text);

@@ -26,7 +26,7 @@ void readPeriodStart(ScreenHost &host)
     }
 }
 
-void keepPeriodStart(SessionContext &session, const controls::DatePicker &from)
+void storePeriodStart(SessionContext &session, const controls::DatePicker &from)
 {
     session.CurrentSDate = basic::formatDate(from.Value(), u"yyyy/MM/dd");
     Write_FindSDate(session);

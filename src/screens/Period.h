@@ -8,9 +8,9 @@ class DatePicker;
 class ScreenHost;
 struct SessionContext;
 
-/// Sets a screen's period: from the start kept in the session to today. An empty start becomes the first of January.
+/// Sets a screen's period: from the session's start date to today. An empty start becomes the first of January.
 void showPeriod(ScreenHost &host, controls::DatePicker &from, controls::DatePicker &to);
-/// Takes the start over from FindSDate.txt; the status line tells when the file gives no date.
+/// Reads the start from FindSDate.txt; the status line reports a file without a date.
 void readPeriodStart(ScreenHost &host);
-/// Keeps the start in the session and in FindSDate.txt.
-void keepPeriodStart(SessionContext &session, const controls::DatePicker &from);
+/// Stores the start in the session and in FindSDate.txt.
+void storePeriodStart(SessionContext &session, const controls::DatePicker &from);

@@ -23,7 +23,7 @@ PickGrid::PickGrid(controls::FlexGrid &grid, std::span<const GridColumn> columns
             return QString();
         }
         if (col == mark) {
-            const bool marked = grid.CellBackColor(row, col) == controls::mark::Yellow;
+            const bool marked = grid.CellBackColor(row, col) == controls::cellColour::Yellow;
             return QStringLiteral("%1, %2").arg(name, marked ? QStringLiteral("selected") : QStringLiteral("not selected"));
         }
         return QStringLiteral("%1, %2, %3").arg(name, grid.TextMatrix(0, col), grid.TextMatrix(row, col));
@@ -76,12 +76,12 @@ QString PickGrid::name(int row) const
 
 bool PickGrid::isMarked(int row) const
 {
-    return grid_.CellBackColor(row, markColumn()) == controls::mark::Yellow;
+    return grid_.CellBackColor(row, markColumn()) == controls::cellColour::Yellow;
 }
 
 void PickGrid::setMarked(int row, bool marked)
 {
-    grid_.setCellBackColor(row, markColumn(), marked ? controls::mark::Yellow : controls::mark::White);
+    grid_.setCellBackColor(row, markColumn(), marked ? controls::cellColour::Yellow : controls::cellColour::White);
 }
 
 void PickGrid::markAll(bool marked)

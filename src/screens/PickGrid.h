@@ -18,17 +18,15 @@ namespace dao
 class Recordset;
 }
 
-/// A grid from which rows are chosen by a mark in one column: white is not chosen, yellow is. Row 0 is the header, the last row
-/// stays empty. Column 1 holds the key, column 2 the name, by which a screen reader names the row; the name takes spare width.
-/// Space and F2 click the current cell.
+/// A grid in which rows are selected by the colour of the last column: white or yellow. Row 0 is the header, the last row is
+/// empty. Column 1 is the key, column 2 the name, which takes the spare width. Space and F2 click the current cell.
 class PickGrid
 {
 public:
     /// The columns must live as long as the grid.
     PickGrid(controls::FlexGrid &grid, std::span<const GridColumn> columns);
 
-    /// Empties the grid and fills it with the rows of a query, none of them chosen. `filled` is told of each row once its texts
-    /// stand.
+    /// Fills the grid with the rows of a query, none of them selected. `filled` is called for each row after its texts are set.
     void fill(dao::Recordset rows, const std::function<void(int row)> &filled = {});
     bool isDataRow(int row) const;
     /// Data rows are 1 to this one.
@@ -39,12 +37,12 @@ public:
 
     bool isMarked(int row) const;
     void setMarked(int row, bool marked);
-    /// Marks every row with "+" beside the colour, or unmarks it; changes nothing but the picture.
+    /// Marks every row with yellow and "+", or unmarks it; only the display changes.
     void markAll(bool marked);
     int Count_Selected() const;
 
 private:
-    /// Empties the grid and lays out header, widths and `count` white data rows with the empty one behind them.
+    /// Clears the grid and lays out header, widths, `count` white data rows and the empty row.
     void layOut(int count);
 
     controls::FlexGrid &grid_;

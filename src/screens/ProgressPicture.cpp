@@ -25,7 +25,7 @@ ProgressPicture::ProgressPicture(QWidget *parent) : QWidget(parent), LabelP_(new
     setFixedSize(BoxSize);
     LabelP_->setObjectName(QStringLiteral("LabelP"));
     LabelP_->setTextFormat(Qt::PlainText);
-    // On ground of its own, so that it is read over the bar as well as beside it.
+    // With its own background, so that it is readable on the bar and outside it.
     LabelP_->setAutoFillBackground(true);
     LabelP_->setBackgroundRole(QPalette::Base);
     LabelP_->setContentsMargins(CaptionMargin, 0, CaptionMargin, 0);

@@ -5,7 +5,7 @@
 
 class QLabel;
 
-/// A box with a caption, LabelP, in which a growing bar is drawn while long work lasts.
+/// A box with a caption, LabelP, and a bar that shows the progress of long work.
 class ProgressPicture : public QWidget
 {
     Q_OBJECT
@@ -13,10 +13,9 @@ public:
     explicit ProgressPicture(QWidget *parent = nullptr);
 
     void Cls();
-    /// A filled bar from the top left corner, `percent` of the box's width wide and as high as the box. Beyond 0 to 100 it is
-    /// cut at the box.
+    /// A filled bar from the top left corner, `percent` of the box's width wide and as high as the box; clamped to 0 to 100.
     void drawBar(int percent);
-    /// Logical pixels of the bar now drawn.
+    /// Current width of the bar in logical pixels.
     int barWidth() const;
 
     /// Centred in the box.

@@ -20,7 +20,7 @@ namespace controls
 class Dialogs;
 }
 
-/// What a screen may ask of the main window.
+/// The main window as the screens see it.
 class ScreenHost
 {
 public:
@@ -28,15 +28,15 @@ public:
     virtual SessionContext &session() = 0;
     virtual clsPestMONNew &objPestMON() = 0;
     virtual controls::Dialogs &dialogs() = 0;
-    /// What was written last, or what could not be written. Only after the store has answered.
+    /// The last change that was stored, or a failure; shown only after the store has returned.
     virtual void showStatus(const QString &text) = 0;
     virtual void showFailure(const QString &text) = 0;
-    /// An error that no handler took: a box with number and description; the screen stays.
+    /// An unhandled error: a box with number and description; the screen remains.
     virtual void showError(const basic::RunTimeError &error) = 0;
-    /// The box of the main window in which long work shows how far it is.
+    /// The main window's progress box for long work.
     virtual ProgressPicture &Picture4() = 0;
-    /// Who takes finished workbooks.
+    /// Opens finished workbooks.
     virtual excel::Launcher &launcher() = 0;
-    /// The one spreadsheet application of the session: nothing before its first use and after each report.
+    /// The session's spreadsheet application: nothing before its first use and after each report.
     virtual std::optional<excel::Application> &excelApplication() = 0;
 };

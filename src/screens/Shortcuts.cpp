@@ -12,7 +12,7 @@ using basic::RunTimeError;
 namespace
 {
 
-/// A caption as it reads, without the sign before its letter.
+/// A caption without the sign before its access key.
 QString plainCaption(QString text)
 {
     return text.remove(u'&').trimmed();

@@ -17,8 +17,8 @@ namespace
 
 constexpr QSize PageSize(620, 560);
 
-/// Places of the groups on the page; within a place the order of the table holds.
-int placeOf(const KeyGroup &group, const QString &screen)
+/// Sort key of a group on the page; groups with the same key stay in the order of the table.
+int orderOf(const KeyGroup &group, const QString &screen)
 {
     const std::array<QString, 4> first{screen, QStringLiteral("Everywhere"), QStringLiteral("Grid"),
                                        QStringLiteral("MDI_Monitoring")};
@@ -47,7 +47,7 @@ ShortcutsPage::ShortcutsPage(const QString &screen, QWidget *parent) : QDialog(p
     setWindowTitle(tr("Keys"));
     std::vector<KeyGroup> groups = keyGroups();
     std::stable_sort(groups.begin(), groups.end(),
-                     [&](const KeyGroup &one, const KeyGroup &other) { return placeOf(one, screen) < placeOf(other, screen); });
+                     [&](const KeyGroup &one, const KeyGroup &other) { return orderOf(one, screen) < orderOf(other, screen); });
     browser_->setFrameShape(QFrame::NoFrame);
     browser_->setAccessibleName(windowTitle());
     browser_->setHtml(markup(groups));

@@ -5,7 +5,7 @@
 
 class QTextBrowser;
 
-/// The page of all keys: those of the screen that is open first, then those that hold everywhere, then the rest.
+/// The page of all keys: first those of the open screen, then those that work everywhere, then the others.
 class ShortcutsPage : public QDialog
 {
     Q_OBJECT
@@ -13,7 +13,7 @@ public:
     /// `screen` is the class name of the screen that is open.
     explicit ShortcutsPage(const QString &screen, QWidget *parent = nullptr);
 
-    /// Opens the page without waiting for its end: what is typed into a screen keeps its place behind it.
+    /// Opens the page and returns at once; input of the screen behind it stays open.
     static void openOver(QWidget *window, const QString &screen);
 
     /// What it shows, without markup.

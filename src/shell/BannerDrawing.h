@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-/// The line drawing of rows of trees on the menu's banner; decoration alone.
+/// The line drawing of rows of trees on the menu's banner; only decoration.
 class BannerDrawing : public QWidget
 {
     Q_OBJECT

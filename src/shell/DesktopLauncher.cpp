@@ -14,19 +14,19 @@
 namespace
 {
 
-constexpr int AnswerMilliseconds = 3000;
+constexpr int QueryTimeout = 3000;
 
-/// The desktop's opener starts well even when it then finds no program, so the desktop is asked first where it can be.
-bool desktopKnowsAProgram(const QString &path)
+/// The desktop's opener reports success even when there is no program, so the desktop is queried first if possible.
+bool hasDefaultProgram(const QString &path)
 {
-    const QString asker = QStandardPaths::findExecutable(QStringLiteral("xdg-mime"));
-    if (asker.isEmpty()) {
+    const QString tool = QStandardPaths::findExecutable(QStringLiteral("xdg-mime"));
+    if (tool.isEmpty()) {
         return true;
     }
     const QString kind = QMimeDatabase().mimeTypeForFile(path, QMimeDatabase::MatchExtension).name();
     QProcess query;
-    query.start(asker, {QStringLiteral("query"), QStringLiteral("default"), kind});
-    const bool answered = query.waitForFinished(AnswerMilliseconds) && query.exitStatus() == QProcess::NormalExit;
+    query.start(tool, {QStringLiteral("query"), QStringLiteral("default"), kind});
+    const bool answered = query.waitForFinished(QueryTimeout) && query.exitStatus() == QProcess::NormalExit;
     return !answered || !query.readAllStandardOutput().trimmed().isEmpty();
 }
 
@@ -34,15 +34,16 @@ bool desktopKnowsAProgram(const QString &path)
 
 bool DesktopLauncher::open(const QString &path)
 {
-    return desktopKnowsAProgram(path) && QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+    return hasDefaultProgram(path) && QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
 void DesktopLauncher::tellWhere(const QString &path)
 {
-    const QString place = QDir::toNativeSeparators(path);
-    host_.showFailure(QStringLiteral("No program opens workbooks here; it lies at %1").arg(place));
-    host_.dialogs().message(QStringLiteral("The workbook is saved, but this computer has no program that opens it.\n\nIt lies at "
-                                           "%1")
-                                .arg(place),
-                            QString(), controls::BoxIcon::Information);
+    const QString file = QDir::toNativeSeparators(path);
+    host_.showFailure(QStringLiteral("No program opens workbooks here; it is saved at %1").arg(file));
+    host_.dialogs().message(
+        QStringLiteral("The workbook is saved, but this computer has no program that opens it.\n\nIt is saved at "
+                       "%1")
+            .arg(file),
+        QString(), controls::BoxIcon::Information);
 }

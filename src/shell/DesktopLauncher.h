@@ -5,8 +5,7 @@
 
 class ScreenHost;
 
-/// UiDriver finished workbooks to the program that the desktop opens them with, and tells the user in a box and in the status
-/// line where a workbook lies when there is none.
+/// Opens finished workbooks with the desktop's default program. Without one, a box and the status line give the workbook's path.
 class DesktopLauncher : public excel::Launcher
 {
 public:

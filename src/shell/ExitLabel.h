@@ -3,7 +3,7 @@
 
 #include <QAbstractButton>
 
-/// A caption that can be pressed, drawn as a plain label. Whether it is drawn hovered is told from outside.
+/// A button drawn as a plain label. Its owner sets the hovered state.
 class ExitLabel : public QAbstractButton
 {
     Q_OBJECT

@@ -8,8 +8,8 @@
 namespace
 {
 
-/// A character with Alt that no button or caption has taken is nothing at all, but a line edit would type it. With Control or
-/// the key of the third level it is a character of the keyboard's own.
+/// A line edit would type a character with Alt that is no shortcut. With Control or the third-level key it is a character of the
+/// keyboard layout.
 bool isLetterWithAlt(const QEvent &event)
 {
     if (event.type() != QEvent::KeyPress) {
@@ -26,9 +26,9 @@ bool isLetterWithAlt(const QEvent &event)
 FarmApplication::FarmApplication(int &argc, char **argv) : QApplication(argc, argv)
 {
     setApplicationName(QStringLiteral("Torvane Data: Farm Monitoring"));
-    // By this name a desktop finds the icon of the window.
+    // The desktop finds the window's icon by this name.
     setDesktopFileName(QStringLiteral("farm-monitoring"));
-    // The base class takes over the desktop's number format; files and statements are written with a point.
+    // QApplication sets the desktop's number format; files and statements need a decimal point.
     std::setlocale(LC_NUMERIC, "C");
 }
 

@@ -7,16 +7,15 @@
 
 #include <functional>
 
-/// The application object, and the last net: window and screens show the errors of their own handlers; one that escapes them all
-/// ends at the event that raised it, and the program goes on. A letter typed with Alt reaches no widget; shortcuts have had it
-/// before.
+/// The application object, and the last handler of errors: an error that neither window nor screen handled is shown, and the
+/// program continues with the next event. A character typed with Alt reaches no widget, since shortcuts were tried before.
 class FarmApplication : public QApplication
 {
     Q_OBJECT
 public:
     FarmApplication(int &argc, char **argv);
 
-    /// Without a handler errors pass through to the caller of exec().
+    /// Without a handler errors propagate to the caller of exec().
     void setErrorHandler(std::function<void(const basic::RunTimeError &)> handler) { handler_ = std::move(handler); }
     bool notify(QObject *receiver, QEvent *event) override;
 
@@ -24,5 +23,5 @@ private:
     std::function<void(const basic::RunTimeError &)> handler_;
 };
 
-/// What the box of an untaken error says: number and description.
+/// Text of the box for an unhandled error: number and description.
 QString errorText(const basic::RunTimeError &error);

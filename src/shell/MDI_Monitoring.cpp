@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/MDI_Monitoring.h"
 
+#include "common/FarmLock.h"
 #include "common/HandOffFiles.h"
-#include "common/ProgramLock.h"
+#include "platform/basic/Permissions.h"
 #include "platform/basic/TextFiles.h"
 #include "platform/controls/DatePicker.h"
 #include "platform/controls/Dialogs.h"
@@ -23,6 +24,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
+#include <QLabel>
 #include <QShortcut>
 
 using basic::runOrIgnore;
@@ -39,7 +41,7 @@ MDI_Monitoring::MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry
     : QMainWindow(parent), ui_(std::make_unique<Ui::MDI_Monitoring>()), dialogs_(dialogs), objPestMON_(session_), desktop_(*this)
 {
     ui_->setupUi(this);
-    // In the line at the foot, where nothing moves when it comes and goes.
+    // In the status line, where showing and hiding it moves nothing.
     Picture4_ = new ProgressPicture(this);
     ui_->statusLine->addPermanentWidget(Picture4_);
     Picture4_->hide();
@@ -55,7 +57,7 @@ MDI_Monitoring::MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry
 
 MDI_Monitoring::~MDI_Monitoring()
 {
-    // Screens use the session until their end, and members go before children.
+    // Screens use the session until they are destroyed, and members are destroyed before children.
     qDeleteAll(findChildren<ChildScreen *>());
 }
 
@@ -71,7 +73,7 @@ template <typename Body> void MDI_Monitoring::guarded(Body &&body)
 void MDI_Monitoring::setUpBar()
 {
     ui_->picCon3->setAttribute(Qt::WA_StyledBackground);
-    setPicture(*ui_->Image4, BarIcon, QStringLiteral("exit"));
+    setLabelIcon(*ui_->Image4, BarIcon, QStringLiteral("exit"));
     ui_->cmbFarm->setTypingAllowed(false);
     ui_->cmbYear->setTypingAllowed(false);
     connect(ui_->cmbFarm, &controls::ItemCombo::Click, this, [this] { guarded([this] { farmChosen(); }); });
@@ -79,9 +81,9 @@ void MDI_Monitoring::setUpBar()
     connect(ui_->CommandButton1, &QPushButton::clicked, this, &MDI_Monitoring::process);
     connect(ui_->cmdLExit, &ExitLabel::clicked, this, &MDI_Monitoring::endProcess);
     connect(ui_->cmdLExit, &ExitLabel::MouseMove, this, [this] { ui_->cmdLExit->setHovered(true); });
-    for (QWidget *ground : {static_cast<QWidget *>(ui_->picCon3), static_cast<QWidget *>(ui_->Image4)}) {
-        ground->setMouseTracking(true);
-        ground->installEventFilter(this);
+    for (QWidget *background : {static_cast<QWidget *>(ui_->picCon3), static_cast<QWidget *>(ui_->Image4)}) {
+        background->setMouseTracking(true);
+        background->installEventFilter(this);
     }
 }
 
@@ -103,26 +105,20 @@ void MDI_Monitoring::showKeys()
 
 MDI_Monitoring::Load MDI_Monitoring::load(const QString &appPath)
 {
-    lock_ = ProgramLock::tryLock(appPath);
-    if (!lock_) {
-        dialogs_.message(QStringLiteral("The Pest Monitoring Module is already open!"), {}, controls::BoxIcon::Critical);
-        return Load::OtherCopyRuns;
-    }
     session_.DatabasePath = appPath + QStringLiteral("/Databases/");
     session_.AppPath = appPath;
+    if (!lockFarm()) {
+        return Load::OtherCopyRuns;
+    }
     openMenu();
     Read_FindFarm(session_);
     Read_FindFarmID(session_);
     Read_FindYear(session_);
     Read_FindYearID(session_);
     Connect_Databases();
-    if (const QString failure = backUp(); !failure.isEmpty()) {
-        noteStartFailure(failure);
+    if (session_.ViewOnlyReason.isEmpty()) {
+        bringUpToDate();
     }
-    backUpEachDay();
-    upgrade();
-    Update_TempBlock();
-    store::Recalc_PMTransWeek(session_);
     session_.MenuRestore = true;
     openMenu();
     if (ui_->cmbFarm->ListCount() > 0) {
@@ -132,7 +128,58 @@ MDI_Monitoring::Load MDI_Monitoring::load(const QString &appPath)
     return Load::Done;
 }
 
-/// Any error ends it without a box; what could not be opened shows in the status line.
+QString MDI_Monitoring::alreadyOpenText()
+{
+    return QStringLiteral("The Pest Monitoring Module is already open!");
+}
+
+bool MDI_Monitoring::lockFarm()
+{
+    const auto folder = basic::findPath(session_.DatabasePath);
+    if (!folder) {
+        return true;
+    }
+    try {
+        FarmLock::Attempt attempt = FarmLock::tryLock(*folder);
+        lock_ = std::move(attempt.lock);
+        if (lock_) {
+            lock_->setLostHandler([this] {
+                QMetaObject::invokeMethod(
+                    this, [this] { showOnly(tr("Another program has taken the farm over, so nothing more is written.")); },
+                    Qt::QueuedConnection);
+            });
+            return true;
+        }
+        if (attempt.holder->isThisComputer) {
+            dialogs_.message(alreadyOpenText(), {}, controls::BoxIcon::Critical);
+            return false;
+        }
+        const QString holder = attempt.holder->text();
+        const QString text = tr("The farm is open elsewhere: %1. Only one program at a time can change it.\n\n"
+                                "Do you want to view it without changing anything?");
+        if (dialogs_.question(text.arg(holder), {}, controls::Answer::Yes) == controls::Answer::No) {
+            return false;
+        }
+        showOnly(tr("The farm is open elsewhere (%1), so this program only shows it.").arg(holder));
+    } catch (const RunTimeError &error) {
+        showOnly(tr("%1 Without this lock the program only shows the farm.").arg(error.description()));
+    }
+    return true;
+}
+
+void MDI_Monitoring::showOnly(const QString &reason)
+{
+    session_.ViewOnlyReason = reason;
+    noteStartFailure(reason);
+    if (findChild<QLabel *>(QStringLiteral("lblViewOnly")) == nullptr) {
+        auto *mark = new QLabel(tr("View only"), ui_->statusLine);
+        mark->setObjectName(QStringLiteral("lblViewOnly"));
+        mark->setToolTip(reason);
+        ui_->statusLine->addPermanentWidget(mark);
+    }
+}
+
+/// An error ends it without a box; the status line names what could not be opened.
 void MDI_Monitoring::Connect_Databases()
 {
     try {
@@ -151,7 +198,7 @@ void MDI_Monitoring::noteStartFailure(const QString &text)
     showFailure(startFailures_.join(u' '));
 }
 
-/// A day without its copy is better than a farm office that cannot work.
+/// A failed copy must not keep the office from working.
 QString MDI_Monitoring::backUp()
 {
     try {
@@ -162,7 +209,7 @@ QString MDI_Monitoring::backUp()
     return {};
 }
 
-/// Only printing needs them, so a folder that takes none is told and no more.
+/// Only printing needs them, so a failure is reported and nothing more.
 void MDI_Monitoring::makeTemplates(const QString &installed)
 {
     try {
@@ -172,16 +219,27 @@ void MDI_Monitoring::makeTemplates(const QString &installed)
     }
 }
 
-/// A program left open overnight copies the file before the first change of the next day.
+/// A program left open overnight makes the next day's copy before its first change.
 void MDI_Monitoring::backUpEachDay()
 {
     objPestMON_.setBeforeFirstWriteOfDay([this] {
         if (const QString failure = backUp(); !failure.isEmpty()) {
-            // Behind what the write itself has to tell.
+            // After the status of the write itself.
             QMetaObject::invokeMethod(
                 this, [this, failure] { showFailure(failure); }, Qt::QueuedConnection);
         }
     });
+}
+
+void MDI_Monitoring::bringUpToDate()
+{
+    if (const QString failure = backUp(); !failure.isEmpty()) {
+        noteStartFailure(failure);
+    }
+    backUpEachDay();
+    upgrade();
+    Update_TempBlock();
+    store::Recalc_PMTransWeek(session_);
 }
 
 void MDI_Monitoring::upgrade()
@@ -224,11 +282,11 @@ void MDI_Monitoring::openEntry(const MenuEntry &entry)
     showScreen(screen);
 }
 
-/// A folder that is there or cannot be made is no hindrance to the screen.
+/// The screen opens also when the folder exists or cannot be made.
 void MDI_Monitoring::makeReportsFolder()
 {
     const QString folder = basic::pathForWriting(session_.AppPath + QStringLiteral("/Reports/Pest Monitor Reports"));
-    static_cast<void>(QDir().mkpath(folder));
+    static_cast<void>(basic::makeFolder(folder));
 }
 
 void MDI_Monitoring::showScreen(ChildScreen *screen)
@@ -259,13 +317,13 @@ void MDI_Monitoring::Close_Form()
     });
 }
 
-/// Called from within the screen's own handlers too, hence it is deleted later.
+/// May be called from a handler of the screen, so it is deleted later.
 void MDI_Monitoring::unload(ChildScreen *screen)
 {
     if (screen != CurrentForm_) {
         return;
     }
-    // Taken out while it is the current one, so that a field with the focus is left in the ordinary way.
+    // Before CurrentForm_ is reset, so that a focused field loses its focus as usual.
     restoreMenu();
     CurrentForm_ = nullptr;
     ui_->screenArea->takeWidget();
@@ -300,7 +358,7 @@ void MDI_Monitoring::farmChosen()
 {
     const controls::ItemCombo &combo = *ui_->cmbFarm;
     Close_Form();
-    // Without a selection this raises an error; only what follows is left silently.
+    // Without a selection this raises an error; errors are ignored only from here on.
     session_.CurrentFarmID = combo.ItemData(combo.ListIndex());
     runOrIgnore([&] {
         session_.CurrentFarmID = combo.ItemData(combo.ListIndex());
@@ -327,7 +385,7 @@ void MDI_Monitoring::process()
     openMenu();
 }
 
-/// A screen is activated again when the window is entered from another program, never when a box of our own closes.
+/// A screen is activated again when the window is entered from another program, never when one of our boxes closes.
 void MDI_Monitoring::windowEntered(Qt::ApplicationState state)
 {
     if (state != Qt::ApplicationActive) {
@@ -339,7 +397,7 @@ void MDI_Monitoring::windowEntered(Qt::ApplicationState state)
     if (!entered || !CurrentForm_) {
         return;
     }
-    // Queued, so that nothing is rebuilt while the window system still hands the focus over.
+    // Queued, so that nothing is rebuilt before the window system has moved the focus.
     const QPointer<ChildScreen> screen = CurrentForm_;
     QMetaObject::invokeMethod(
         this,

@@ -18,7 +18,7 @@ namespace Ui
 class MDI_Monitoring;
 }
 class ChildScreen;
-class ProgramLock;
+class FarmLock;
 
 /// The main window. Its load is the whole start of the program; after it the menu opens one screen at a time.
 class MDI_Monitoring : public QMainWindow, public ScreenHost
@@ -26,25 +26,27 @@ class MDI_Monitoring : public QMainWindow, public ScreenHost
     Q_OBJECT
 public:
     enum class Load { Done, OtherCopyRuns };
+    /// What a second copy on the same computer shows.
+    static QString alreadyOpenText();
 
     /// Boxes of the start and of the screens go to `dialogs`.
     MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry> entries, QWidget *parent = nullptr);
     ~MDI_Monitoring() override;
 
-    /// Reads the hand-off files, opens the databases, brings them up to date and selects the first farm. `appPath` is the
-    /// program's folder. Errors that the start does not take pass through; the program is then to end.
+    /// Reads the hand-off files, opens and upgrades the databases and selects the first farm. `appPath` is the program's folder.
+    /// Unhandled errors propagate; the program must then end.
     Load load(const QString &appPath);
-    /// Gives the loaded program's folder the templates that it lacks.
+    /// Copies missing templates to the loaded program's folder.
     void makeTemplates(const QString &installed);
 
-    /// The screen now open; nothing while the menu is.
+    /// The open screen; nothing while the menu is open.
     ChildScreen *CurrentForm() const;
     bool menuIsOpen() const;
-    /// What the status line shows.
+    /// Text of the status line.
     QString statusText() const;
-    /// Takes finished workbooks in place of the desktop; must outlive the window.
+    /// Replaces the desktop as the launcher of workbooks; must outlive the window.
     void setLauncher(excel::Launcher &launcher) { launcher_ = &launcher; }
-    /// Brings the pest database's copy of the plantings up to date; part of the load.
+    /// Updates the pest database's copy of the plantings; part of the load.
     void Update_TempBlock();
 
     SessionContext &session() override { return session_; }
@@ -58,7 +60,7 @@ public:
     std::optional<excel::Application> &excelApplication() override { return excelApplication_; }
 
 Q_SIGNALS:
-    /// The user ended the program; no screen was asked.
+    /// The user ended the program; screens cannot object.
     void ended();
 
 protected:
@@ -66,17 +68,21 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    /// Runs what a signal brought about and shows an error that nobody took; none may pass through the toolkit.
+    /// Runs a slot and shows its error; no exception may pass through the toolkit.
     template <typename Body> void guarded(Body &&body);
     void setUpBar();
     void setUpKeys();
     void showKeys();
-    /// Adds to what the status line says of the start.
+    /// Adds to the failures of the start in the status line.
     void noteStartFailure(const QString &text);
+    /// Takes the farm's lock. False when the start has to end; with a holder on another computer the user may view the farm.
+    bool lockFarm();
+    void showOnly(const QString &reason);
     void Connect_Databases();
-    /// Makes today's copy of the pest database. Why there is none; empty when there is one.
+    /// Makes today's copy of the pest database. The reason when there is none, else empty.
     QString backUp();
     void backUpEachDay();
+    void bringUpToDate();
     void upgrade();
     void openEntry(const MenuEntry &entry);
     void makeReportsFolder();
@@ -96,7 +102,7 @@ private:
     controls::Dialogs &dialogs_;
     SessionContext session_;
     clsPestMONNew objPestMON_;
-    std::unique_ptr<ProgramLock> lock_;
+    std::unique_ptr<FarmLock> lock_;
     DesktopLauncher desktop_;
     excel::Launcher *launcher_ = &desktop_;
     std::optional<excel::Application> excelApplication_;

@@ -9,18 +9,18 @@ class ChildScreen;
 class QWidget;
 class ScreenHost;
 
-/// When ListRow and ListCol go back to 0 on the way to a screen.
+/// When ListRow and ListCol are reset to 0 before a screen opens.
 enum class ZeroPosition { Never, First, AfterReportsFolder };
 
-/// One picture of the menu: which one, and what a click on it does. The pictures and captions themselves are the menu's.
+/// A picture of the menu and the screen that it opens. The menu itself has the icons and captions.
 struct MenuEntry {
     /// objectName of the picture on the menu, such as "imSpray".
     QString picture;
     ZeroPosition zeroPosition = ZeroPosition::Never;
     /// Make the reports folder before the screen opens.
     bool reportsFolder = false;
-    /// Handed to the screen in its Tag.
+    /// The screen's Tag.
     QString mode;
-    /// Makes the screen; empty while there is none, the picture is then disabled.
+    /// Creates the screen; when empty, the picture is disabled.
     std::function<ChildScreen *(ScreenHost &host, QWidget *parent)> factory;
 };

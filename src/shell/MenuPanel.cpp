@@ -43,13 +43,13 @@ MenuPanel::MenuPanel(QWidget *parent) : QWidget(parent), ui_(std::make_unique<Ui
     setAttribute(Qt::WA_StyledBackground);
     ui_->banner->setAttribute(Qt::WA_StyledBackground);
     setUpPictures();
-    setPicture(*ui_->imHyd, SmallPicture, QStringLiteral("soil"), QStringLiteral("muted"));
+    setLabelIcon(*ui_->imHyd, SmallPicture, QStringLiteral("soil"), QStringLiteral("muted"));
     setIcons({{ui_->cmdClose, "close"}});
     connect(ui_->cmdClose, &QToolButton::clicked, this, &MenuPanel::closeClicked);
-    for (QWidget *ground : {static_cast<QWidget *>(this), static_cast<QWidget *>(ui_->Frame4),
-                            static_cast<QWidget *>(ui_->Frame6), static_cast<QWidget *>(ui_->fraSoil)}) {
-        ground->setMouseTracking(true);
-        ground->installEventFilter(this);
+    for (QWidget *background : {static_cast<QWidget *>(this), static_cast<QWidget *>(ui_->Frame4),
+                                static_cast<QWidget *>(ui_->Frame6), static_cast<QWidget *>(ui_->fraSoil)}) {
+        background->setMouseTracking(true);
+        background->installEventFilter(this);
     }
 }
 
@@ -92,7 +92,7 @@ void MenuPanel::focusPicture(const QString &name)
 
 void MenuPanel::hover(PictureButton *button)
 {
-    // A border left on another picture goes off only when the pointer crosses the ground between them.
+    // The border of another picture is removed only when the pointer crosses the background.
     button->setHoverBorder(true);
     HoverImage_ = button;
 }
@@ -102,7 +102,7 @@ void MenuPanel::Clear_Image_Hover()
     if (HoverImage_ == nullptr) {
         return;
     }
-    // The earlier pictures too, when the pointer went straight from one to the next.
+    // Also of earlier pictures, when the pointer went directly from one to the next.
     for (const Picture &entry : Pictures) {
         if (PictureButton *button = picture(QLatin1String(entry.name))) {
             button->setHoverBorder(false);

@@ -17,8 +17,7 @@ namespace controls
 class PictureButton;
 }
 
-/// The menu: nine pictures in two frames, a banner and the hints. It knows which picture the pointer last lay on, and leaves
-/// what a click does to its owner.
+/// The menu: nine pictures in two frames, a banner and the hints. It tracks the hovered picture; its owner handles clicks.
 class MenuPanel : public QWidget
 {
     Q_OBJECT
@@ -28,7 +27,7 @@ public:
 
     /// Connects the pictures of the entries; pictures without an entry or without a screen are disabled.
     void setEntries(std::vector<MenuEntry> entries);
-    /// The picture that the pointer last lay on; nothing once it was cleared.
+    /// The picture that the pointer was last over; nothing once it was cleared.
     const controls::PictureButton *HoverImage() const { return HoverImage_; }
     void focusPicture(const QString &name);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/ProgramFolder.h"
 
+#include "platform/basic/Permissions.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/basic/TextFiles.h"
 
@@ -23,13 +24,13 @@ void copyTemplate(const QString &from, const QString &to)
     if (!QFile::copy(from, to)) {
         throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("The template %1 could not be made.").arg(to));
     }
-    // The installed one may be read-only; this one is the office's own.
-    QFile::setPermissions(to, QFile::permissions(to) | QFile::WriteOwner);
+    // The installed file may be read-only; the office may change its copy.
+    basic::followFolder(to);
 }
 
 } // namespace
 
-ProgramPlaces ProgramPlaces::ofThisProgram()
+ProgramFolders ProgramFolders::ofThisProgram()
 {
     const QString program = QCoreApplication::applicationDirPath();
     const QString name = QStringLiteral("/farm-monitoring");
@@ -38,15 +39,15 @@ ProgramPlaces ProgramPlaces::ofThisProgram()
             .templates = QDir::cleanPath(program + QStringLiteral("/../share") + name + QStringLiteral("/Templates"))};
 }
 
-QString programFolder(const ProgramPlaces &places)
+QString programFolder(const ProgramFolders &folders)
 {
-    return holdsDatabases(places.program) ? places.program : places.user;
+    return holdsDatabases(folders.program) ? folders.program : folders.user;
 }
 
 void makeProgramFolder(const QString &folder, const QString &templates)
 {
     const QString own = basic::pathForWriting(folder + QStringLiteral("/Templates"));
-    if (!QDir().mkpath(own)) {
+    if (!basic::makeFolder(own)) {
         throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("The folder %1 could not be made.").arg(own));
     }
     const QStringList names = QDir(templates).entryList({QStringLiteral("*.xls")}, QDir::Files);
@@ -65,9 +66,9 @@ QString firstFarmText(const QString &folder)
     const QString text =
         QStringLiteral("There is no farm here yet. The program looks for its databases in\n%1\n\n"
                        "Bring a farm in with one of these commands in a terminal, then start the program again:\n\n"
-                       "Take over the databases of the suite, from the folder in which they lie:\n"
+                       "Import the databases of the suite from their folder:\n"
                        "farmdata import FOLDER \"%1\"\n\n"
-                       "Look at the program with an invented farm:\n"
+                       "Try the program with an invented farm:\n"
                        "farmdata demo \"%1\"\n\n"
                        "Make empty databases:\n"
                        "farmdata create \"%1\"");

@@ -3,27 +3,26 @@
 
 #include <QString>
 
-/// Where the program looks for its own things.
-struct ProgramPlaces {
+/// The folders that the program may use.
+struct ProgramFolders {
     /// The folder of the running program.
     QString program;
-    /// The folder kept for this user, in his data directory.
+    /// This user's folder, in the data directory.
     QString user;
-    /// Templates as they were installed, to be copied for the user.
+    /// The installed templates, to be copied for the user.
     QString templates;
 
-    /// Of this program as it runs.
-    static ProgramPlaces ofThisProgram();
+    static ProgramFolders ofThisProgram();
 };
 
 /// The folder of Databases, Templates and Reports: the program's own when it holds Databases, else the user's.
-QString programFolder(const ProgramPlaces &places);
+QString programFolder(const ProgramFolders &folders);
 
-/// Makes the folder and copies the templates that are not in it; those that are there are kept, an office may have put its logo
-/// on them. Error 75 when a folder or file cannot be made.
+/// Makes the folder and copies the templates that it lacks; existing ones may have the office's logo. Error 75 when a folder or
+/// file cannot be made.
 void makeProgramFolder(const QString &folder, const QString &templates);
 
 bool holdsDatabases(const QString &folder);
 
-/// What the user reads when the folder holds no databases: where they belong and which command brings them there.
+/// The message when the folder has no databases: where they belong and which commands create them.
 QString firstFarmText(const QString &folder);

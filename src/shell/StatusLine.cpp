@@ -12,7 +12,7 @@
 namespace
 {
 
-/// A sentence that is drawn as far as there is room for it, and asks for none.
+/// A sentence elided to the available width; it requires none.
 class ElidedLabel : public QLabel
 {
 public:
@@ -64,7 +64,7 @@ QString StatusLine::text() const
 
 void StatusLine::show(const QString &icon, const QString &colour, const QString &text)
 {
-    setPicture(*icon_, IconSize, icon, colour);
+    setLabelIcon(*icon_, IconSize, icon, colour);
     text_->setText(text);
     text_->setAccessibleName(text);
     text_->setToolTip(text);

@@ -5,16 +5,16 @@
 
 class QLabel;
 
-/// The line at the foot of the window: what was written last and when, or what failed.
+/// The window's status line: what was stored last and when, or what failed.
 class StatusLine : public QStatusBar
 {
     Q_OBJECT
 public:
     explicit StatusLine(QWidget *parent = nullptr);
 
-    /// `text` with a tick before it and the time after it.
+    /// `text` after a tick, followed by the time.
     void showWritten(const QString &text);
-    /// `text` with a warning sign; several at start are joined by the caller.
+    /// `text` after a warning sign.
     void showFailure(const QString &text);
     QString text() const;
 

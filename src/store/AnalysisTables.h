@@ -10,7 +10,7 @@
 namespace store
 {
 
-/// A field and the place of its value among the arguments of the writer, counted from 0.
+/// A field and the position of its value among the arguments of the writer, counted from 0.
 struct AnalysisValueField {
     QStringView name;
     std::size_t argument;
@@ -27,28 +27,35 @@ struct AnalysisTable {
     QStringView texture = {};
 };
 
-inline constexpr std::array<AnalysisValueField, 11> LeaveValues{{{u"LA_N", 0},
-                                                                 {u"LA_P", 1},
-                                                                 {u"LA_K", 2},
-                                                                 {u"LA_Mg", 4},
-                                                                 {u"LA_Na", 5},
-                                                                 {u"LA_Mn", 6},
-                                                                 {u"LA_Fe", 7},
-                                                                 {u"LA_Cu", 8},
-                                                                 {u"LA_Zn", 9},
-                                                                 {u"LA_B", 10},
-                                                                 {u"LA_Ca", 3}}};
-inline constexpr std::array<AnalysisValueField, 11> FruitValues{{{u"FA_N", 0},
-                                                                 {u"FA_P", 1},
-                                                                 {u"FA_K", 2},
-                                                                 {u"FA_Mg", 4},
-                                                                 {u"FA_Na", 5},
-                                                                 {u"FA_Mn", 6},
-                                                                 {u"FA_Fe", 7},
-                                                                 {u"FA_Cu", 8},
-                                                                 {u"FA_Zn", 9},
-                                                                 {u"FA_B", 10},
-                                                                 {u"FA_Ca", 3}}};
+/// A value of the leaf and of the fruit analysis.
+struct PlantField {
+    QStringView leaf;
+    QStringView fruit;
+    std::size_t argument;
+};
+inline constexpr std::array<PlantField, 11> PlantFields{{{u"LA_N", u"FA_N", 0},
+                                                         {u"LA_P", u"FA_P", 1},
+                                                         {u"LA_K", u"FA_K", 2},
+                                                         {u"LA_Mg", u"FA_Mg", 4},
+                                                         {u"LA_Na", u"FA_Na", 5},
+                                                         {u"LA_Mn", u"FA_Mn", 6},
+                                                         {u"LA_Fe", u"FA_Fe", 7},
+                                                         {u"LA_Cu", u"FA_Cu", 8},
+                                                         {u"LA_Zn", u"FA_Zn", 9},
+                                                         {u"LA_B", u"FA_B", 10},
+                                                         {u"LA_Ca", u"FA_Ca", 3}}};
+
+constexpr std::array<AnalysisValueField, PlantFields.size()> plantValues(QStringView PlantField::*name)
+{
+    std::array<AnalysisValueField, PlantFields.size()> values{};
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        values[i] = {PlantFields[i].*name, PlantFields[i].argument};
+    }
+    return values;
+}
+
+inline constexpr auto LeaveValues = plantValues(&PlantField::leaf);
+inline constexpr auto FruitValues = plantValues(&PlantField::fruit);
 inline constexpr std::array<AnalysisValueField, 7> SoilBasicValues{
     {{u"SBDepth", 0}, {u"SBpHWater", 1}, {u"SBpHSuur", 2}, {u"SBConduct", 3}, {u"SBKUV", 4}, {u"SBClay", 5}, {u"SBOrganic", 6}}};
 inline constexpr std::array<AnalysisValueField, 6> SoilMicroValues{

@@ -3,6 +3,7 @@
 
 #include "platform/basic/Clock.h"
 #include "platform/basic/DiskSync.h"
+#include "platform/dao/Workspace.h"
 #include "store/Schema.h"
 
 #include <QCoreApplication>
@@ -60,18 +61,18 @@ void moveOver(const QString &from, const QString &to)
     basic::syncToDisk(QFileInfo(to).absolutePath());
 }
 
-/// The name of a file on its way to `target`, of this process alone; whatever is left under it goes with the object.
-class FileBeside
+/// The name of a file that becomes `target`, for this process alone; what is left under that name is removed with the object.
+class TemporaryFile
 {
 public:
-    explicit FileBeside(const QString &target)
+    explicit TemporaryFile(const QString &target)
         : path_(QStringLiteral("%1.%2.new").arg(target).arg(QCoreApplication::applicationPid()))
     {
         QFile::remove(path_);
     }
-    ~FileBeside() { QFile::remove(path_); }
-    FileBeside(const FileBeside &) = delete;
-    FileBeside &operator=(const FileBeside &) = delete;
+    ~TemporaryFile() { QFile::remove(path_); }
+    TemporaryFile(const TemporaryFile &) = delete;
+    TemporaryFile &operator=(const TemporaryFile &) = delete;
     const QString &path() const { return path_; }
 
 private:
@@ -81,11 +82,11 @@ private:
 void makeFolder(const QString &folder)
 {
     if (!QDir().mkpath(folder)) {
-        fail(QStringLiteral("The folder %1 could not be made.").arg(folder));
+        fail(QStringLiteral("The folder %1 could not be created.").arg(folder));
     }
 }
 
-/// Halves of copies that a killed program left; one of today may still be in the making.
+/// Unfinished copies of a killed program; a recent one may be that of a running program.
 void removeLeftovers(const QString &databasesFolder)
 {
     const QDir folder(backupFolder(databasesFolder));
@@ -106,18 +107,18 @@ void removeOldest(const QString &databasesFolder)
             day = backup.day;
             ++days;
         }
-        if (days > BackupDaysKept) {
+        if (days > BackupDays) {
             QFile::remove(backup.path);
         }
     }
 }
 
-/// A copy of a damaged file would in time push the good ones out.
+/// Copies of a damaged file would in time replace the good ones.
 void refuseDamage(const QString &copy, const QString &source)
 {
     const std::unique_ptr<dao::Database> database = dao::Workspace::OpenDatabase(copy, false, true, connectText());
     if (const QStringList faults = database->checkPages(); !faults.isEmpty()) {
-        fail(QStringLiteral("%1 is damaged (%2). It was not copied, and the earlier copies are as they were.")
+        fail(QStringLiteral("%1 is damaged (%2). It was not copied, and the previous copies are unchanged.")
                  .arg(source, faults.front()));
     }
 }
@@ -125,27 +126,27 @@ void refuseDamage(const QString &copy, const QString &source)
 void copyTo(const QString &target, const dao::Database &database, const QString &databasesFolder)
 {
     makeFolder(backupFolder(databasesFolder));
-    const FileBeside beside(target);
-    database.backupTo(beside.path());
-    refuseDamage(beside.path(), database.Name());
-    moveOver(beside.path(), target);
+    const TemporaryFile temporary(target);
+    database.backupTo(temporary.path());
+    refuseDamage(temporary.path(), database.Name());
+    moveOver(temporary.path(), target);
     removeOldest(databasesFolder);
     removeLeftovers(databasesFolder);
 }
 
-/// `stem`.mdb, or the next of `stem`-2.mdb, `stem`-3.mdb ... that no file bears.
-QString freePlace(const QString &stem)
+/// `stem`.mdb, or the first free name of `stem`-2.mdb, `stem`-3.mdb ...
+QString freeName(const QString &stem)
 {
-    QString place = stem + QStringLiteral(".mdb");
-    for (int number = 2; QFileInfo::exists(place); ++number) {
-        place = QStringLiteral("%1-%2.mdb").arg(stem).arg(number);
+    QString name = stem + QStringLiteral(".mdb");
+    for (int number = 2; QFileInfo::exists(name); ++number) {
+        name = QStringLiteral("%1-%2.mdb").arg(stem).arg(number);
     }
-    return place;
+    return name;
 }
 
-/// Brings a file whose last program was killed to rest, so that no rollback journal belongs to it any more. A file that cannot
-/// be opened keeps its journal, and both are put aside together; a file that somebody has open stops the restore.
-void bringToRest(const QString &file)
+/// Rolls back what a killed program left in a file, so that no journal belongs to it any more. A file that cannot be opened
+/// retains its journal, and both are moved together; a file that is in use stops the restore.
+void rollBackJournal(const QString &file)
 {
     try {
         const std::unique_ptr<dao::Database> database = dao::Workspace::OpenDatabase(file, true, false, connectText());
@@ -157,33 +158,33 @@ void bringToRest(const QString &file)
     }
 }
 
-/// Where the replaced file goes: a name of its own that no listing takes for a dated copy.
-QString placeForReplaced(const QString &databasesFolder)
+/// Path for the replaced file: a name that is not listed as a dated copy.
+QString pathForReplaced(const QString &databasesFolder)
 {
-    return freePlace(backupFolder(databasesFolder)
-                     + QStringLiteral("/PestMon-replaced-%1").arg(basic::Clock::now().toString(TimeFormat)));
+    return freeName(backupFolder(databasesFolder)
+                    + QStringLiteral("/PestMon-replaced-%1").arg(basic::Clock::now().toString(TimeFormat)));
 }
 
-QString putAside(const QString &databasesFolder)
+QString preserveReplaced(const QString &databasesFolder)
 {
     const QString current = pestFile(databasesFolder);
     if (!QFileInfo::exists(current)) {
         return {};
     }
-    bringToRest(current);
-    QString place = placeForReplaced(databasesFolder);
-    if (!QFile::copy(current, place)) {
-        fail(QStringLiteral("The present %1 could not be kept as %2; nothing was restored.").arg(current, place));
+    rollBackJournal(current);
+    QString replaced = pathForReplaced(databasesFolder);
+    if (!QFile::copy(current, replaced)) {
+        fail(QStringLiteral("The present %1 could not be copied to %2; nothing was restored.").arg(current, replaced));
     }
-    // A power cut must find one of the two, and the folder's names with them.
-    basic::syncToDisk(place);
+    // After a power cut one of the two must exist, under its name in the folder.
+    basic::syncToDisk(replaced);
     basic::syncToDisk(backupFolder(databasesFolder));
-    // A journal left beside the restored file would be played into the wrong file.
+    // A journal left with the restored file would be rolled back into the wrong file.
     const QString journal = QStringLiteral("-journal");
     if (QFileInfo::exists(current + journal)) {
-        moveOver(current + journal, place + journal);
+        moveOver(current + journal, replaced + journal);
     }
-    return place;
+    return replaced;
 }
 
 } // namespace
@@ -202,13 +203,13 @@ void backupForToday(SessionContext &session)
 
 QString backUpNow(const QString &databasesFolder)
 {
-    // Open for writing, since a file that a killed program left half written cannot be read otherwise.
+    // Open for writing, since a file with the journal of a killed program cannot be read otherwise.
     const std::unique_ptr<dao::Database> database =
         dao::Workspace::OpenDatabase(pestFile(databasesFolder), false, false, connectText());
     QString target = copyOfDay(databasesFolder, basic::Clock::today());
     if (QFileInfo::exists(target)) {
-        target = freePlace(backupFolder(databasesFolder)
-                           + QStringLiteral("/PestMon-%1").arg(basic::Clock::now().toString(TimeFormat)));
+        target =
+            freeName(backupFolder(databasesFolder) + QStringLiteral("/PestMon-%1").arg(basic::Clock::now().toString(TimeFormat)));
     }
     copyTo(target, *database, databasesFolder);
     return target;
@@ -226,7 +227,7 @@ std::vector<Backup> listBackups(const QString &databasesFolder)
             backups.push_back({folder.filePath(name), day});
         }
     }
-    // The first copy of a day bears no time, so its name without the suffix comes before the others'.
+    // The first copy of a day has no time in its name, so its name without the suffix comes before the others'.
     std::sort(backups.begin(), backups.end(), [](const Backup &left, const Backup &right) {
         return QFileInfo(left.path).completeBaseName() > QFileInfo(right.path).completeBaseName();
     });
@@ -244,7 +245,7 @@ QString whyNotRestorable(const QString &file, const std::function<void(int perce
         const QStringList names = database->tableNames();
         for (const SchemaTable &table : schema()) {
             if (table.file == DatabaseFile::Pest && !table.optional && !names.contains(table.name, Qt::CaseInsensitive)) {
-                return QStringLiteral("%1 is no copy of %2: the table %3 is missing.")
+                return QStringLiteral("%1 is not a copy of %2: the table %3 is missing.")
                     .arg(file, fileName(table.file), table.name);
             }
         }
@@ -262,14 +263,14 @@ QString restoreBackup(const QString &databasesFolder, const QString &file, const
     }
     makeFolder(backupFolder(databasesFolder));
     const QString current = pestFile(databasesFolder);
-    const FileBeside beside(current);
+    const TemporaryFile temporary(current);
     {
         const std::unique_ptr<dao::Database> source = dao::Workspace::OpenDatabase(file, false, true, connectText());
-        source->backupTo(beside.path());
+        source->backupTo(temporary.path());
     }
-    QString kept = putAside(databasesFolder);
-    moveOver(beside.path(), current);
-    return kept;
+    QString replaced = preserveReplaced(databasesFolder);
+    moveOver(temporary.path(), current);
+    return replaced;
 }
 
 } // namespace store

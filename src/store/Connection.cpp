@@ -4,23 +4,53 @@
 #include "common/SessionContext.h"
 #include "platform/basic/TextFiles.h"
 #include "platform/dao/Database.h"
+#include "platform/dao/Workspace.h"
 #include "store/Schema.h"
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace
 {
 
-void open(dao::DatabaseHandle &handle, const QString &file)
+/// The mirror of a Jet file gets the indexes that the queries need; the file itself has little more than primary keys.
+void addMirrorIndexes(dao::Database &database, store::DatabaseFile file)
+{
+    const QStringList present = database.tableNames();
+    for (const store::SchemaTable &table : store::schema()) {
+        if (table.file != file || !present.contains(table.name, Qt::CaseInsensitive)) {
+            continue;
+        }
+        const dao::TableDef existing = database.tableDef(table.name);
+        const dao::TableDef needed = table.definition();
+        for (const dao::Index &wanted : needed.Indexes()) {
+            const auto sameFields = [&wanted](const dao::Index &index) { return index.fields == wanted.fields; };
+            const auto exists = [&existing](const QString &field) { return existing.findField(field) != nullptr; };
+            if (!wanted.primary && std::none_of(existing.Indexes().begin(), existing.Indexes().end(), sameFields)
+                && std::all_of(wanted.fields.begin(), wanted.fields.end(), exists)) {
+                database.Append(table.name, wanted);
+            }
+        }
+    }
+}
+
+void open(dao::DatabaseHandle &handle, const QString &requested, store::DatabaseFile file, bool viewOnly)
 {
     try {
-        const QString path = basic::findPath(file).value_or(file);
-        handle.set(dao::Workspace::OpenDatabase(path, false, false, store::connectText()));
+        const QString path = basic::findPath(requested).value_or(requested);
+        // The suite's master files belong to its main module; this program only reads them.
+        const bool isMaster = file != store::DatabaseFile::Pest && dao::Workspace::fileKind(path) == dao::FileKind::Jet;
+        auto database = dao::Workspace::OpenDatabase(path, false, viewOnly || isMaster, store::connectText());
+        if (database->isMirrored()) {
+            addMirrorIndexes(*database, file);
+        }
+        handle.set(std::move(database));
     } catch (const basic::RunTimeError &error) {
         const QString advice =
-            QStringLiteral("%1 The program's databases lie in %2; \"farmdata check\" looks them over, and \"farmdata "
-                           "restore\" puts back a copy of the pest database.");
-        handle.setFailure(QFileInfo(file).fileName(), advice.arg(error.description(), QFileInfo(file).path()));
+            QStringLiteral("%1 The program's databases are in %2; \"farmdata check\" checks them, and \"farmdata restore\" "
+                           "restores a copy of the pest database.");
+        handle.setFailure(QFileInfo(requested).fileName(), advice.arg(error.description(), QFileInfo(requested).path()));
         throw;
     }
 }
@@ -32,7 +62,8 @@ void openDatabases(SessionContext &session)
     session.MainDBFile = session.DatabasePath + store::fileName(store::DatabaseFile::Main);
     session.PestDBFile = session.DatabasePath + store::fileName(store::DatabaseFile::Pest);
     const QString sprayFile = session.DatabasePath + store::fileName(store::DatabaseFile::Spray);
-    open(session.dbMain, session.MainDBFile);
-    open(session.dbPest, session.PestDBFile);
-    open(session.dbSpray, sprayFile);
+    const bool viewOnly = !session.ViewOnlyReason.isEmpty();
+    open(session.dbMain, session.MainDBFile, store::DatabaseFile::Main, viewOnly);
+    open(session.dbPest, session.PestDBFile, store::DatabaseFile::Pest, viewOnly);
+    open(session.dbSpray, sprayFile, store::DatabaseFile::Spray, viewOnly);
 }

@@ -3,6 +3,7 @@
 
 struct SessionContext;
 
-/// Opens the main, the pest and the spray database in this order. The first one that fails ends it with its error; that handle
-/// then tells the file and the reason to whoever uses it, and the handles after it stay empty.
+/// Opens the main, the pest and the spray database in this order, for reading only when the farm is only shown. The first one
+/// that fails ends it with its error; using that handle then raises an error with the file and the reason, and the handles after
+/// it stay empty.
 void openDatabases(SessionContext &session);

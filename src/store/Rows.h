@@ -28,7 +28,7 @@ struct KeyedTable {
 enum class Existing { LeaveAlone, Edit };
 enum class Missing { LeaveAlone, Add };
 
-/// Writes `fields` to the first row of `sql`, or to a new row, as told by the two rules. Returns the value of `keyField` in
+/// Writes `fields` to the first row of `sql`, or to a new row, by the two rules. Returns the value of `keyField` in
 /// the row written, 0 when none was written or the field is empty.
 std::int32_t writeRow(dao::Database &database, const QString &sql, Existing existing, Missing missing, FieldValues fields,
                       QStringView keyField = {});

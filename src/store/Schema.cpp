@@ -2,6 +2,8 @@
 #include "store/Schema.h"
 
 #include "common/MonitoringConstants.h"
+#include "platform/dao/CommitScope.h"
+#include "platform/dao/Workspace.h"
 #include "store/AnalysisTables.h"
 
 #include <algorithm>
@@ -258,10 +260,10 @@ QString connectText()
     return QStringLiteral(";pwd=krelpon");
 }
 
-void createDatabaseFile(DatabaseFile file, const QString &path)
+void createDatabaseFile(DatabaseFile file, const QString &path, dao::FileKind kind)
 {
-    const std::unique_ptr<dao::Database> database = dao::Workspace::CreateDatabase(path, connectText());
-    dao::WriteScope scope(*database);
+    const std::unique_ptr<dao::Database> database = dao::Workspace::CreateDatabase(path, connectText(), kind);
+    dao::CommitScope scope(*database);
     for (const SchemaTable &table : schema()) {
         if (table.file == file) {
             database->Append(table.definition());

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/dao/Database.h"
+#include "platform/dao/Workspace.h"
 
 #include <QString>
 
@@ -21,7 +21,7 @@ struct SchemaTable {
     std::vector<dao::Field> fields;
     /// Name of the key field, which is the primary key; empty for a table without one.
     QString key;
-    /// What the queries look rows up by, beside the key.
+    /// What the queries look rows up by, besides the key.
     std::vector<std::vector<QString>> indexes;
     /// The program adds it by itself to a file that lacks it.
     bool optional = false;
@@ -49,6 +49,6 @@ QString connectText();
 inline const QString LastKeysTable = QStringLiteral("tblListKeys");
 
 /// Makes an empty file with all tables of `file` at `path`, and the two methods in the pest file. Error 75 when `path` exists.
-void createDatabaseFile(DatabaseFile file, const QString &path);
+void createDatabaseFile(DatabaseFile file, const QString &path, dao::FileKind kind = dao::FileKind::Sqlite);
 
 } // namespace store

@@ -11,8 +11,8 @@
 namespace store
 {
 
-// One overload per kind of fragment. The Boolean's is a template, since a text literal would rather turn into a plain bool
-// than into a text.
+// One overload per kind of fragment. The Boolean's is a template, since a text literal converts to a plain bool more readily
+// than to a text.
 inline void appendSql(QString &sql, QStringView text)
 {
     sql.append(text);

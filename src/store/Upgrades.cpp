@@ -2,6 +2,7 @@
 #include "store/Upgrades.h"
 
 #include "common/WeekNumber.h"
+#include "platform/dao/CommitScope.h"
 #include "store/Schema.h"
 
 #include <QHash>
@@ -22,7 +23,7 @@ struct Planting {
     bool operator==(const Planting &) const = default;
 };
 
-/// Plantings by key. A planting told twice keeps its first place and its last values.
+/// Plantings by key. A planting that occurs twice has its first position and its last values.
 struct Plantings {
     std::vector<Planting> rows;
     QHash<std::int32_t, std::size_t> byKey;
@@ -91,14 +92,15 @@ private:
     int key_, block_, name_, blockName_, flag_, active_;
 };
 
-enum class Work { Look, Write };
+enum class Work { Check, Write };
 
-/// Walks the copy once. The first row found for a planting is its row; rows that no planting claims become active when an
-/// older writer left them flagged. With Work::Look nothing is written, and the answer tells whether anything would be.
+/// Walks the copy once. The first row found for a planting is its row; rows that no planting claims become active when
+/// their flag is set. With Work::Check nothing is written, and the result says whether anything would be.
 bool refreshCopy(dao::Database &database, const Plantings &plantings, Work work)
 {
-    dao::Recordset copy = database.OpenRecordset(QStringLiteral("Select * from tblTempBlockPlant"),
-                                                 work == Work::Look ? dao::RecordsetType::Snapshot : dao::RecordsetType::Dynaset);
+    dao::Recordset copy =
+        database.OpenRecordset(QStringLiteral("Select * from tblTempBlockPlant"),
+                               work == Work::Check ? dao::RecordsetType::Snapshot : dao::RecordsetType::Dynaset);
     const CopyFields fields(copy);
     std::vector<bool> claimed(plantings.rows.size(), false);
     for (; !copy.Eof(); copy.MoveNext()) {
@@ -112,7 +114,7 @@ bool refreshCopy(dao::Database &database, const Plantings &plantings, Work work)
         if (!differs) {
             continue;
         }
-        if (work == Work::Look) {
+        if (work == Work::Check) {
             return true;
         }
         copy.Edit();
@@ -127,7 +129,7 @@ bool refreshCopy(dao::Database &database, const Plantings &plantings, Work work)
         if (claimed[i]) {
             continue;
         }
-        if (work == Work::Look) {
+        if (work == Work::Check) {
             return true;
         }
         copy.AddNew();
@@ -137,13 +139,13 @@ bool refreshCopy(dao::Database &database, const Plantings &plantings, Work work)
     return false;
 }
 
-/// Walks the completed instructions; with Work::Look it only answers whether a week would change.
+/// Walks the completed instructions; with Work::Check it only reports whether a week would change.
 bool rewriteWeeks(dao::Database &database, Work work)
 {
     dao::Recordset rows =
         database.OpenRecordset(QStringLiteral("Select PMTransID, PMTransDateCom, PMTransWeek from tblPMTrans where "
                                               "PMTransDateCom is not null order by PMTransID"),
-                               work == Work::Look ? dao::RecordsetType::Snapshot : dao::RecordsetType::Dynaset);
+                               work == Work::Check ? dao::RecordsetType::Snapshot : dao::RecordsetType::Dynaset);
     const int completed = rows.fieldIndex(u"PMTransDateCom");
     const int stored = rows.fieldIndex(u"PMTransWeek");
     for (; !rows.Eof(); rows.MoveNext()) {
@@ -151,7 +153,7 @@ bool rewriteWeeks(dao::Database &database, Work work)
         if (!rows.isNull(stored) && rows.longValue(stored) == week) {
             continue;
         }
-        if (work == Work::Look) {
+        if (work == Work::Check) {
             return true;
         }
         rows.Edit();
@@ -161,11 +163,10 @@ bool rewriteWeeks(dao::Database &database, Work work)
     return false;
 }
 
-/// Indexes that older files lack, by their fields, and the name there of one that nothing looks up any more; empty when there is
-/// none.
+/// Indexes that older files lack, by their fields, and the name of the one that they replace; empty when there is none.
 struct ReplacedIndex {
     QStringView table;
-    QStringView former;
+    QStringView replacedName;
     std::vector<QString> fields;
 };
 const std::vector<ReplacedIndex> ReplacedIndexes{
@@ -178,11 +179,11 @@ void replaceIndex(dao::Database &database, const ReplacedIndex &replaced)
     const std::vector<dao::Index> present = database.tableDef(table).Indexes();
     const auto isPresent = [&](const auto &matches) { return std::any_of(present.begin(), present.end(), matches); };
     const bool isMissing = !isPresent([&](const dao::Index &index) { return index.fields == replaced.fields; });
-    const bool isLeftOver = isPresent([&](const dao::Index &index) { return index.name == replaced.former; });
+    const bool isLeftOver = isPresent([&](const dao::Index &index) { return index.name == replaced.replacedName; });
     if (!isMissing && !isLeftOver) {
         return;
     }
-    dao::WriteScope scope(database);
+    dao::CommitScope scope(database);
     try {
         if (isMissing) {
             const std::vector<dao::Index> wanted = findTable(table)->definition().Indexes();
@@ -191,7 +192,7 @@ void replaceIndex(dao::Database &database, const ReplacedIndex &replaced)
                             }));
         }
         if (isLeftOver) {
-            database.removeIndex(table, replaced.former.toString());
+            database.removeIndex(table, replaced.replacedName.toString());
         }
     } catch (const basic::RunTimeError &) {
         scope.rollback();
@@ -244,7 +245,7 @@ void Ensure_PMRepeatField(SessionContext &session)
         if (ObjectExists(table, repeat.name)) {
             return;
         }
-        dao::WriteScope scope(database);
+        dao::CommitScope scope(database);
         database.Append(table.Name(), repeat);
         database.Execute(QStringLiteral("UPDATE tblPMTrans SET PMRepeat = False"));
         scope.commit();
@@ -262,10 +263,10 @@ void Update_TempBlock(SessionContext &session)
 {
     const Plantings plantings = readPlantings(*session.dbMain);
     dao::Database &database = *session.dbPest;
-    if (!refreshCopy(database, plantings, Work::Look)) {
+    if (!refreshCopy(database, plantings, Work::Check)) {
         return;
     }
-    dao::WriteScope scope(database);
+    dao::CommitScope scope(database);
     refreshCopy(database, plantings, Work::Write);
     scope.commit();
 }
@@ -273,10 +274,10 @@ void Update_TempBlock(SessionContext &session)
 void Recalc_PMTransWeek(SessionContext &session)
 {
     dao::Database &database = *session.dbPest;
-    if (!rewriteWeeks(database, Work::Look)) {
+    if (!rewriteWeeks(database, Work::Check)) {
         return;
     }
-    dao::WriteScope scope(database);
+    dao::CommitScope scope(database);
     rewriteWeeks(database, Work::Write);
     scope.commit();
 }

@@ -20,14 +20,14 @@ QString TestTableExists(SessionContext &session, const QString &table);
 /// Whether the table has the field, without regard to case.
 bool ObjectExists(const dao::TableDef &table, const QString &field);
 
-/// Makes tblTempBlockPlant when it is missing. Each failing step is handed to `report`, then the next step runs.
+/// Makes tblTempBlockPlant when it is missing. Each failing step is passed to `report`, then the next step runs.
 void Ensure_TempBlockTable(SessionContext &session, const std::function<void(const basic::RunTimeError &)> &report);
 
 /// Adds tblPMTrans.PMRepeat when it is missing and sets it False in all rows. Any error ends it silently.
 void Ensure_PMRepeatField(SessionContext &session);
 
-/// Gives an older file the indexes of today, in the place of those that they replace. An index only saves time, so a file that
-/// cannot take it can be used as it is: an error leaves that table unchanged and goes to the caller.
+/// Gives an older file the current indexes and removes those that they replace. An index only saves time, so a file that cannot
+/// take it can be used as it is: an error leaves that table unchanged and goes to the caller.
 void Ensure_Indexes(SessionContext &session);
 
 /// Mirrors the plantings of the main database into tblTempBlockPlant. Only rows that differ are written.

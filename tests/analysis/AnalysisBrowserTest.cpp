@@ -16,17 +16,17 @@ private Q_SLOTS:
     void captionsOfAKind();
     void activationStartsAtTheFirstRow();
     void filtersNarrowEachOther();
-    void blockWinsOverGroup();
+    void blockOverridesGroup();
     void resetShowsAll();
     void notActive();
-    void anEmptyListLeavesTheKey();
-    void selectionPaints();
+    void emptyListLeavesTheKeyUnchanged();
+    void selectionIsPainted();
     void keysSelect();
-    void tabGoesAsTheEye();
-    void keysSelectAfterEveryFilling();
-    void rowPressedAfterADateIsTheOneInHand();
-    void periodStartIsKept();
-    void aStoreThatFailsIsToldQuietly();
+    void tabFollowsTheLayout();
+    void keysSelectAfterEveryFill();
+    void rowClickedAfterADateIsSelected();
+    void periodStartIsStored();
+    void failingStoreIsReported();
 
 private:
     void addLeaves();
@@ -108,7 +108,7 @@ void AnalysisBrowserTest::activationStartsAtTheFirstRow()
     choose("cboGroup", QStringLiteral("Nuts"));
     click("opInActive");
     screen_->activateScreen();
-    // The list is of active plantings again, whatever the option says.
+    // Active plantings are listed again, whichever option is set.
     QCOMPARE(farm_->session.ShowActive, -1);
     QVERIFY(find<QRadioButton>("opInActive").isChecked());
     QCOMPARE(shown(BlockCol).size(), 4);
@@ -126,7 +126,7 @@ void AnalysisBrowserTest::filtersNarrowEachOther()
     QCOMPARE(shown(BlockCol), (QStringList{"Dam", "Kloof", "Kloof"}));
     QCOMPARE(grid().RowHeight(grid().Rows() - 1), 0);
     QCOMPARE(combo("cboType").ListCount(), 2);
-    // A group alone offers the plantings that are not active too.
+    // A group alone also lists the plantings that are not active.
     QCOMPARE(combo("cmbBlock").ListCount(), 3);
     choose("cboType", QStringLiteral("Orange"));
     QCOMPARE(shown(BlockCol), (QStringList{"Kloof", "Kloof"}));
@@ -138,7 +138,7 @@ void AnalysisBrowserTest::filtersNarrowEachOther()
     QCOMPARE(farm_->session.CurrentPlantBlockID, farm_->kloof);
 }
 
-void AnalysisBrowserTest::blockWinsOverGroup()
+void AnalysisBrowserTest::blockOverridesGroup()
 {
     addLeaves();
     open(u"Leaf");
@@ -168,20 +168,20 @@ void AnalysisBrowserTest::notActive()
     open(u"Leaf");
     click("opInActive");
     QCOMPARE(shown(BlockCol), QStringList{"Oud"});
-    // Without a filter nothing is selected: the empty row is the current one and the key stays.
+    // Without a filter nothing is selected: the empty row is current and the key unchanged.
     QCOMPARE(grid().Row(), 2);
     QCOMPARE(id(), 2);
     click("cmdEdit");
     QVERIFY(!panelIsOpen());
 }
 
-void AnalysisBrowserTest::anEmptyListLeavesTheKey()
+void AnalysisBrowserTest::emptyListLeavesTheKeyUnchanged()
 {
     id() = 77;
     open(u"Leaf");
     QCOMPARE(id(), 77);
     auto &from = find<controls::DatePicker>("dtpDateFrom");
-    from.setDate(QDate(2027, 1, 1)); // behind the end
+    from.choose(QDate(2027, 1, 1)); // after the end
     QCOMPARE(grid().Rows(), 2);
     QCOMPARE(id(), 77);
     click("cmdEdit");
@@ -189,20 +189,20 @@ void AnalysisBrowserTest::anEmptyListLeavesTheKey()
     QCOMPARE(id(), 77);
 }
 
-void AnalysisBrowserTest::selectionPaints()
+void AnalysisBrowserTest::selectionIsPainted()
 {
     addLeaves();
     open(u"Leaf");
     clickRow(3);
-    QCOMPARE(grid().CellBackColor(1, BlockCol), mark::PaleYellow);
-    QCOMPARE(grid().CellBackColor(3, VarietyCol), mark::Yellow);
+    QCOMPARE(grid().CellBackColor(1, BlockCol), cellColour::PaleYellow);
+    QCOMPARE(grid().CellBackColor(3, VarietyCol), cellColour::Yellow);
     QVERIFY(!grid().CellBackColor(3, AnalysisKeyCol));
     const QString what = QStringLiteral("%1, %2, N, 1").arg(grid().TextMatrix(3, BlockCol), basic::shortDate(QDate(2026, 5, 1)));
     QCOMPARE(grid().cellDescription(3, FirstValueCol), what + QStringLiteral(", chosen"));
     QCOMPARE(id(), 5);
     clickRow(5);
     QCOMPARE(grid().cellDescription(3, FirstValueCol), what + QStringLiteral(", seen before"));
-    QCOMPARE(grid().CellBackColor(3, BlockCol), mark::PaleYellow);
+    QCOMPARE(grid().CellBackColor(3, BlockCol), cellColour::PaleYellow);
     QVERIFY(!grid().CellBackColor(5, BlockCol));
     QCOMPARE(id(), 5);
 }
@@ -214,7 +214,7 @@ void AnalysisBrowserTest::keysSelect()
     grid().setFocus();
     QTest::keyClick(&grid(), Qt::Key_Down);
     QCOMPARE(id(), 1);
-    QCOMPARE(grid().CellBackColor(2, BlockCol), mark::Yellow);
+    QCOMPARE(grid().CellBackColor(2, BlockCol), cellColour::Yellow);
     QTest::keyClick(&grid(), Qt::Key_Return);
     QVERIFY(panelIsOpen());
     QTest::keyClick(&find<QWidget>("dtpAna"), Qt::Key_Escape);
@@ -227,7 +227,7 @@ void AnalysisBrowserTest::keysSelect()
     QCOMPARE(shown(BlockCol), QStringList{"Rand"});
 }
 
-void AnalysisBrowserTest::tabGoesAsTheEye()
+void AnalysisBrowserTest::tabFollowsTheLayout()
 {
     open(u"Leaf");
     QCOMPARE(
@@ -238,7 +238,7 @@ void AnalysisBrowserTest::tabGoesAsTheEye()
     QVERIFY(grid().hasFocus());
 }
 
-void AnalysisBrowserTest::keysSelectAfterEveryFilling()
+void AnalysisBrowserTest::keysSelectAfterEveryFill()
 {
     addLeaves();
     open(u"Leaf");
@@ -255,13 +255,13 @@ void AnalysisBrowserTest::keysSelectAfterEveryFilling()
     grid().setFocus();
     QTest::keyClick(&grid(), Qt::Key_Up);
     QCOMPARE(id(), 3);
-    // Along the selected row keys move freely.
+    // Keys move freely within the selected row.
     QTest::keyClick(&grid(), Qt::Key_Right);
     QTest::keyClick(&grid(), Qt::Key_Right);
     QCOMPARE(grid().Col(), CultivarCol);
 }
 
-void AnalysisBrowserTest::rowPressedAfterADateIsTheOneInHand()
+void AnalysisBrowserTest::rowClickedAfterADateIsSelected()
 {
     const AnalysisKind &leaf = *analysisKind(u"Leaf");
     for (int month = 1; month <= 4; ++month) {
@@ -269,20 +269,19 @@ void AnalysisBrowserTest::rowPressedAfterADateIsTheOneInHand()
     }
     open(u"Leaf");
     auto &from = find<controls::DatePicker>("dtpDateFrom");
-    const auto typeMonth = [&from](const QString &month) {
-        from.setFocus();
-        from.setCurrentSection(QDateTimeEdit::MonthSection);
-        QTest::keyClicks(&from, month);
+    const auto type = [&from](const QString &date) {
+        from.setFocus(Qt::TabFocusReason);
+        QTest::keyClicks(&from, date);
     };
-    typeMonth(QStringLiteral("02"));
+    type(QStringLiteral("20260201"));
     clickRow(2);
     QCOMPARE(shown(AnalysisKeyCol), (QStringList{"2", "3", "4"}));
     QCOMPARE(id(), 3);
     QCOMPARE(grid().selectedRow(), 2);
-    // The same once the list was locked and freed again.
+    // The same after the list was locked and unlocked.
     click("cmdEdit");
     click("cmdRetAdd");
-    typeMonth(QStringLiteral("03"));
+    type(QStringLiteral("20260301"));
     clickRow(2);
     QCOMPARE(id(), 4);
     host_->dialogs().expectMessage();
@@ -290,7 +289,7 @@ void AnalysisBrowserTest::rowPressedAfterADateIsTheOneInHand()
     QCOMPARE(farm_->count("tblLeaveAnalysis", "LeaveAnalysisID = 4"), 0);
 }
 
-void AnalysisBrowserTest::periodStartIsKept()
+void AnalysisBrowserTest::periodStartIsStored()
 {
     addLeaves();
     QFile file(farm_->appPath() + "/FindSDate.txt");
@@ -301,14 +300,14 @@ void AnalysisBrowserTest::periodStartIsKept()
     QCOMPARE(shown(BlockCol), QStringList());
     auto &from = find<controls::DatePicker>("dtpDateFrom");
     from.setFocus();
-    from.setDate(QDate(2026, 2, 3));
+    from.choose(QDate(2026, 2, 3));
     QCOMPARE(shown(BlockCol).size(), 4);
     grid().setFocus();
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(QString(file.readAll()).trimmed(), QStringLiteral("2026/02/03"));
 }
 
-void AnalysisBrowserTest::aStoreThatFailsIsToldQuietly()
+void AnalysisBrowserTest::failingStoreIsReported()
 {
     farm_->close();
     open(u"Leaf");

@@ -11,22 +11,24 @@ class AnalysisPanelTest : public AnalysisScreen
     Q_OBJECT
 private Q_SLOTS:
     void addedByKeysAlone();
-    void everyBoxReachesItsField_data();
-    void everyBoxReachesItsField();
-    void editKeepsWhatItDoesNotTouch_data() { kinds(); }
-    void editKeepsWhatItDoesNotTouch();
-    void withoutBlockThePanelStays();
-    void closeAsksWhatWasTyped_data();
-    void closeAsksWhatWasTyped();
-    void escapeAsksBeforeItDropsWhatIsTyped();
-    void escapeClosesWhatHangsOpenFirst();
-    void lettersDoNotChangeTheList_data() { kinds(); }
-    void lettersDoNotChangeTheList();
+    void everyBoxIsStoredInItsField_data();
+    void everyBoxIsStoredInItsField();
+    void editPreservesUnchangedValues_data() { kinds(); }
+    void editPreservesUnchangedValues();
+    void depthOfAnySizeIsSavedUnchanged_data();
+    void depthOfAnySizeIsSavedUnchanged();
+    void withoutBlockThePanelStaysOpen();
+    void closeAsksAboutUnsavedInput_data();
+    void closeAsksAboutUnsavedInput();
+    void escapeAsksAboutUnsavedInput();
+    void escapeClosesPopupsFirst();
+    void lettersOfThePanelDoNotActOnTheList_data() { kinds(); }
+    void lettersOfThePanelDoNotActOnTheList();
     void refusedSave();
-    void savedOnceWhenTheListCannotFollow();
+    void savedOnceWhenTheListFails();
     void tooLargeANumberStaysInItsBox();
-    void textsOutsideTheListAreKept();
-    void activationWaitsWhileThePanelIsOpen();
+    void textsOutsideTheListArePreserved();
+    void activationIsPostponedWhileThePanelIsOpen();
     void deleteTakesTheFirstRowOfAFreshScreen_data() { kinds(); }
     void deleteTakesTheFirstRowOfAFreshScreen();
     void refusedDelete();
@@ -59,7 +61,7 @@ void AnalysisPanelTest::addedByKeysAlone()
     for (int i = 1; i <= 11; ++i) {
         QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("%1.115").arg(i));
         key(Qt::Key_Return);
-        // The Tab that stands for Enter is queued.
+        // Enter queues a Tab.
         QCoreApplication::processEvents();
     }
     QCOMPARE(QApplication::focusWidget(), &find<QWidget>("Command3"));
@@ -72,7 +74,7 @@ void AnalysisPanelTest::addedByKeysAlone()
     QCOMPARE(id(), 1);
 }
 
-void AnalysisPanelTest::everyBoxReachesItsField_data()
+void AnalysisPanelTest::everyBoxIsStoredInItsField_data()
 {
     QTest::addColumn<QString>("mode");
     QTest::addColumn<QString>("fields");
@@ -97,7 +99,7 @@ void AnalysisPanelTest::everyBoxReachesItsField_data()
                            << "1|2|3|4|5|6";
 }
 
-void AnalysisPanelTest::everyBoxReachesItsField()
+void AnalysisPanelTest::everyBoxIsStoredInItsField()
 {
     QFETCH(QString, mode);
     QFETCH(QString, fields);
@@ -114,14 +116,14 @@ void AnalysisPanelTest::everyBoxReachesItsField()
     click("Command7");
     choose("cboBlock", QStringLiteral("Kloof"));
     enter(21);
-    // The same row again, by the method for one that is there.
+    // The same row again, with the method for existing records.
     clickRow(1);
     click("cmdEdit");
     enter(1);
     QCOMPARE(stored("Select " + fields), QStringList{expected});
 }
 
-void AnalysisPanelTest::editKeepsWhatItDoesNotTouch()
+void AnalysisPanelTest::editPreservesUnchangedValues()
 {
     QFETCH(const AnalysisKind *, kind);
     farm_->addAnalysis(*kind, farm_->rand, QDate(2026, 5, 1), 2.345F);
@@ -131,7 +133,7 @@ void AnalysisPanelTest::editKeepsWhatItDoesNotTouch()
     QCOMPARE(combo("cboBlock").Text(), QStringLiteral("Rand"));
     QCOMPARE(box("txtN").text(), QStringLiteral("2.35"));
     click("Command3");
-    // Each value is now what its box showed; the depth has no format.
+    // Each value is now as its box showed it; the depth is not formatted.
     QCOMPARE(grid().TextMatrix(1, FirstValueCol), QStringLiteral("2.35"));
     if (kind->secondEntry == AnalysisSecondEntry::Depth) {
         QCOMPARE(grid().TextMatrix(1, PartOrDepthCol), QStringLiteral("2.345"));
@@ -141,7 +143,41 @@ void AnalysisPanelTest::editKeepsWhatItDoesNotTouch()
     QCOMPARE(grid().Rows(), 3);
 }
 
-void AnalysisPanelTest::withoutBlockThePanelStays()
+void AnalysisPanelTest::depthOfAnySizeIsSavedUnchanged_data()
+{
+    QTest::addColumn<float>("value");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("boxed");
+    QTest::newRow("small") << 0.00005F << "0.00005"
+                           << "0.00";
+    QTest::newRow("large") << 2.5e10F << "25000000000"
+                           << "25000000000.00";
+    QTest::newRow("nine digits") << 33.333332F << "33.333332"
+                                 << "33.33";
+    QTest::newRow("negative") << -0.00025F << "-0.00025"
+                              << "0.00";
+}
+
+void AnalysisPanelTest::depthOfAnySizeIsSavedUnchanged()
+{
+    QFETCH(float, value);
+    QFETCH(QString, shown);
+    QFETCH(QString, boxed);
+    farm_->addAnalysis(*analysisKind(u"Basic"), farm_->kloof, QDate(2026, 5, 1), value);
+    open(u"Basic");
+    QCOMPARE(grid().TextMatrix(1, PartOrDepthCol), shown);
+    QCOMPARE(grid().TextMatrix(1, FirstValueCol), shown);
+    click("cmdEdit");
+    QCOMPARE(box("txtDepth").text(), shown);
+    QCOMPARE(box("txtN").text(), boxed);
+    click("Command3");
+    const dao::Recordset saved = farm_->session.dbPest->OpenRecordset("Select SBDepth, SBpHSuur from tblSoilBasic");
+    QCOMPARE(static_cast<float>(saved.number(0)), value);
+    // The other values are rounded to what their boxes show.
+    QCOMPARE(static_cast<float>(saved.number(1)), boxed.toFloat());
+}
+
+void AnalysisPanelTest::withoutBlockThePanelStaysOpen()
 {
     open(u"Micro");
     click("Command7");
@@ -154,7 +190,7 @@ void AnalysisPanelTest::withoutBlockThePanelStays()
     QCOMPARE(box("txtN").text(), QStringLiteral("4"));
 }
 
-void AnalysisPanelTest::closeAsksWhatWasTyped_data()
+void AnalysisPanelTest::closeAsksAboutUnsavedInput_data()
 {
     QTest::addColumn<QString>("touched");
     QTest::addColumn<bool>("asks");
@@ -166,7 +202,7 @@ void AnalysisPanelTest::closeAsksWhatWasTyped_data()
     QTest::newRow("texture") << "cmbSeason" << true;
 }
 
-void AnalysisPanelTest::closeAsksWhatWasTyped()
+void AnalysisPanelTest::closeAsksAboutUnsavedInput()
 {
     QFETCH(QString, touched);
     QFETCH(bool, asks);
@@ -174,7 +210,7 @@ void AnalysisPanelTest::closeAsksWhatWasTyped()
     open(u"Basic");
     click("cmdEdit");
     if (touched == QLatin1String("dtpAna")) {
-        find<controls::DatePicker>("dtpAna").setDate(QDate(2026, 7, 7));
+        find<controls::DatePicker>("dtpAna").choose(QDate(2026, 7, 7));
     } else if (touched.startsWith(QLatin1String("c"))) {
         combo(qPrintable(touched)).setListIndex(0);
     } else if (!touched.isEmpty()) {
@@ -190,7 +226,7 @@ void AnalysisPanelTest::closeAsksWhatWasTyped()
     QVERIFY(!grid().TextMatrix(1, DateCol).contains(QLatin1String("07")));
 }
 
-void AnalysisPanelTest::escapeAsksBeforeItDropsWhatIsTyped()
+void AnalysisPanelTest::escapeAsksAboutUnsavedInput()
 {
     farm_->addAnalysis(*analysisKind(u"Leaf"), farm_->kloof, QDate(2026, 5, 1), 2.0F);
     open(u"Leaf");
@@ -205,7 +241,7 @@ void AnalysisPanelTest::escapeAsksBeforeItDropsWhatIsTyped()
     QCOMPARE(grid().TextMatrix(1, FirstValueCol + 2), QStringLiteral("7.01"));
 }
 
-void AnalysisPanelTest::escapeClosesWhatHangsOpenFirst()
+void AnalysisPanelTest::escapeClosesPopupsFirst()
 {
     open(u"Leaf");
     click("Command7");
@@ -214,9 +250,7 @@ void AnalysisPanelTest::escapeClosesWhatHangsOpenFirst()
     QTest::keyClick(static_cast<QWidget *>(combo("cmbSeason").view()), Qt::Key_Escape);
     QVERIFY(!combo("cmbSeason").view()->isVisible());
     QVERIFY(panelIsOpen());
-    auto &date = find<controls::DatePicker>("dtpAna");
-    constexpr int arrow = 12;
-    QTest::mouseClick(&date, Qt::LeftButton, {}, QPoint(date.width() - arrow, date.height() / 2));
+    QTest::mouseClick(find<controls::DatePicker>("dtpAna").findChild<QAbstractButton *>(), Qt::LeftButton);
     QWidget *calendar = QApplication::activePopupWidget();
     QVERIFY(calendar);
     QTest::keyClick(calendar->focusWidget() ? calendar->focusWidget() : calendar, Qt::Key_Escape);
@@ -232,8 +266,8 @@ void AnalysisPanelTest::escapeClosesWhatHangsOpenFirst()
     }
 }
 
-/// Whoever believes the panel to be open and presses a letter of its fields.
-void AnalysisPanelTest::lettersDoNotChangeTheList()
+/// A user may press a letter of the panel's fields while the panel is closed.
+void AnalysisPanelTest::lettersOfThePanelDoNotActOnTheList()
 {
     QFETCH(const AnalysisKind *, kind);
     open(kind->mode);
@@ -259,14 +293,14 @@ void AnalysisPanelTest::refusedSave()
     QVERIFY(panelIsOpen());
     QVERIFY(host_->failure.startsWith(QLatin1String("Leaf analysis could not be saved: ")));
     QVERIFY(host_->status.isEmpty());
-    // From the question of Close the panel goes all the same.
+    // After the question of Close the panel closes nevertheless.
     host_->dialogs().queueAnswer(Answer::Yes);
     host_->dialogs().expectMessage();
     click("cmdRetAdd");
     QVERIFY(!panelIsOpen());
 }
 
-void AnalysisPanelTest::savedOnceWhenTheListCannotFollow()
+void AnalysisPanelTest::savedOnceWhenTheListFails()
 {
     open(u"Leaf");
     click("Command7");
@@ -296,7 +330,7 @@ void AnalysisPanelTest::tooLargeANumberStaysInItsBox()
     QCOMPARE(farm_->count("tblSoilMicro"), 1);
 }
 
-void AnalysisPanelTest::textsOutsideTheListAreKept()
+void AnalysisPanelTest::textsOutsideTheListArePreserved()
 {
     farm_->session.dbPest->Execute(
         "INSERT INTO tblFruitAnalysis (BlockPID, FADate, FAPart, FASeason) VALUES (1, #03/30/2026#, 'Peel', 'June')");
@@ -307,7 +341,7 @@ void AnalysisPanelTest::textsOutsideTheListAreKept()
     QCOMPARE(stored("Select FAPart, FASeason from tblFruitAnalysis"), QStringList{"Peel|June"});
 }
 
-void AnalysisPanelTest::activationWaitsWhileThePanelIsOpen()
+void AnalysisPanelTest::activationIsPostponedWhileThePanelIsOpen()
 {
     farm_->addAnalysis(*analysisKind(u"Leaf"), farm_->kloof, QDate(2026, 5, 1), 2.0F);
     open(u"Leaf");
@@ -317,7 +351,7 @@ void AnalysisPanelTest::activationWaitsWhileThePanelIsOpen()
     screen_->activateScreen();
     QCOMPARE(id(), 0);
     QCOMPARE(farm_->session.ShowActive, 0);
-    // Neither mouse nor keys reach the list meanwhile, which would change the record in hand.
+    // Neither mouse nor keys reach the list meanwhile, which would change the current record.
     clickRow(1);
     QCOMPARE(id(), 0);
     QVERIFY(!find<QWidget>("Command7").isEnabled() && !combo("cmbBlock").isEnabled());
@@ -356,7 +390,7 @@ void AnalysisPanelTest::refusedDelete()
     host_->dialogs().expectMessage();
     click("cmdLeaveDEl");
     QCOMPARE(host_->dialogs().takeLastText(), QStringLiteral("Could not delete the analysis"));
-    QCOMPARE(grid().CellBackColor(1, BlockCol), mark::Yellow);
+    QCOMPARE(grid().CellBackColor(1, BlockCol), cellColour::Yellow);
 }
 
 QTEST_MAIN(AnalysisPanelTest)

@@ -16,7 +16,7 @@
 using controls::Answer;
 using controls::FlexGrid;
 using controls::ItemCombo;
-namespace mark = controls::mark;
+namespace cellColour = controls::cellColour;
 
 /// A farm with citrus and nuts on 23 November 2026: active plantings Kloof (Valencia), Dam (Eureka), Rand (Beaumont) and Leeg,
 /// whose variety is not known, and Oud (Valencia), which is not active.
@@ -27,11 +27,11 @@ public:
 
     int kloof, dam, rand, oud, leeg;
 
-    /// Stores one of a kind; every value is `value`. Its key.
+    /// Stores an analysis with every value set to `value`; returns its key.
     int addAnalysis(const AnalysisKind &kind, int planting, QDate date, float value);
 };
 
-/// The screen of one kind on that farm, and the hands to work it. Base of the tests.
+/// The screen of one kind on that farm, and helpers to drive it. Base of the tests.
 class AnalysisScreen : public ScreenCase<AnalysisFarm, frmMonLeave>
 {
     Q_OBJECT
@@ -41,7 +41,7 @@ protected Q_SLOTS:
     void cleanup() { end(); }
 
 protected:
-    /// One row a kind, in a column named "kind".
+    /// A data row for each kind, in a column named "kind".
     static void kinds();
 
     void open(QStringView mode) { showScreen(mode.toString()); }
@@ -50,7 +50,7 @@ protected:
     ItemCombo &combo(const char *name) { return find<ItemCombo>(name); }
     void clickRow(int row);
     bool panelIsOpen() { return find<QWidget>("fraAddL").isVisible(); }
-    /// Texts of a column over the rows that show, the empty last one apart.
+    /// Texts of a column in the visible rows, without the empty last one.
     QStringList shown(int col);
     std::int32_t &id() { return farm_->session.CurrentAnalysis.ID; }
     QStringList stored(const QString &sql) { return farm_->rows(store::DatabaseFile::Pest, sql); }

@@ -6,16 +6,17 @@
 
 #include <QFileInfo>
 
-/// What Print puts on a sheet, as an independent reader finds it.
+/// The sheet made by Print, as read by an independent reader.
 class AnalysisSheetTest : public AnalysisScreen
 {
     Q_OBJECT
 private Q_SLOTS:
     void sheetOfAKind_data();
     void sheetOfAKind();
+    void numbersOfAnySizeAreNumbers();
     void hiddenRowsLeaveNoGaps();
-    void anEmptyListGivesTheTop();
-    void withoutTemplateTheScreenStays();
+    void emptyListGivesTheHeadings();
+    void withoutTemplateTheScreenStaysOpen();
 
 private:
     ReadSheet print()
@@ -87,6 +88,23 @@ void AnalysisSheetTest::sheetOfAKind()
     QVERIFY(host_->status.contains(file.fileName()));
 }
 
+void AnalysisSheetTest::numbersOfAnySizeAreNumbers()
+{
+    makeTemplate(farm_->appPath(), QStringLiteral("Analysis.xls"));
+    const std::array values{0.00005F, 0.5F, 2.5e10F, 1e20F, 1.5e-20F};
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        farm_->addAnalysis(*analysisKind(u"Leaf"), farm_->kloof, QDate(2026, 5, 2).addDays(static_cast<int>(i)), values[i]);
+    }
+    open(u"Leaf");
+    const ReadSheet sheet = print();
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const QString cell = sheet.cell(QStringLiteral("E%1").arg(7 + i));
+        const double number = sheet.value(QStringLiteral("E%1").arg(7 + i)).toDouble();
+        QVERIFY2(cell.startsWith(QLatin1String("number")), qPrintable(cell));
+        QCOMPARE(static_cast<float>(number), values[i]);
+    }
+}
+
 void AnalysisSheetTest::hiddenRowsLeaveNoGaps()
 {
     makeTemplate(farm_->appPath(), QStringLiteral("Analysis.xls"));
@@ -101,7 +119,7 @@ void AnalysisSheetTest::hiddenRowsLeaveNoGaps()
     QCOMPARE(sheet.value("A8"), QString());
 }
 
-void AnalysisSheetTest::anEmptyListGivesTheTop()
+void AnalysisSheetTest::emptyListGivesTheHeadings()
 {
     makeTemplate(farm_->appPath(), QStringLiteral("Analysis.xls"));
     open(u"Ex");
@@ -110,7 +128,7 @@ void AnalysisSheetTest::anEmptyListGivesTheTop()
     QCOMPARE(sheet.value("A7"), QString());
 }
 
-void AnalysisSheetTest::withoutTemplateTheScreenStays()
+void AnalysisSheetTest::withoutTemplateTheScreenStaysOpen()
 {
     open(u"Leaf");
     click("cmdExcel");

@@ -30,7 +30,7 @@ void LeaveFilterTest::lastCriterionDecides_data()
     QTest::newRow("block of another group shows") << QList<int>{2, 0, 0, 7} << 1 << "10000" << 1;
     QTest::newRow("the last criterion decides which row is current") << QList<int>{1, 0, 0, 9} << 4 << "00010" << 4;
     QTest::newRow("a current row that fails later lets the next one in") << QList<int>{1, 6, 0, 0} << 1 << "01000" << 2;
-    QTest::newRow("no match keeps the current row") << QList<int>{0, 0, 5, 0} << 2 << "00000" << 2;
+    QTest::newRow("no match leaves the current row") << QList<int>{0, 0, 5, 0} << 2 << "00000" << 2;
 }
 
 void LeaveFilterTest::lastCriterionDecides()

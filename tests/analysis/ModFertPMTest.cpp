@@ -10,11 +10,11 @@ class ModFertPMTest : public AnalysisScreen
 private Q_SLOTS:
     void columnsOfAKind_data();
     void columnsOfAKind();
-    void everyFieldStandsInItsColumn_data();
-    void everyFieldStandsInItsColumn();
-    void rowsSayWhatTheirPlantingIs_data() { kinds(); }
-    void rowsSayWhatTheirPlantingIs();
-    void emptyFieldsStayEmptyTexts();
+    void everyFieldIsInItsColumn_data();
+    void everyFieldIsInItsColumn();
+    void rowsShowTheirPlanting_data() { kinds(); }
+    void rowsShowTheirPlanting();
+    void emptyFieldsAreEmptyTexts();
 
 private:
     void fill(FlexGrid &list, QStringView mode, QDate from = QDate(2026, 1, 1))
@@ -55,7 +55,7 @@ void ModFertPMTest::columnsOfAKind()
     QFETCH(QString, headers);
     QFETCH(QList<int>, widths);
     FlexGrid list;
-    // What another kind and a long list left behind must go.
+    // The contents of another kind and of a long list are removed.
     fill(list, u"Leaf");
     list.setRows(40);
     fill(list, mode);
@@ -70,7 +70,7 @@ void ModFertPMTest::columnsOfAKind()
     QCOMPARE(list.RowHeight(0), 450);
 }
 
-void ModFertPMTest::everyFieldStandsInItsColumn_data()
+void ModFertPMTest::everyFieldIsInItsColumn_data()
 {
     QTest::addColumn<QString>("mode");
     QTest::addColumn<QString>("insert");
@@ -92,7 +92,7 @@ void ModFertPMTest::everyFieldStandsInItsColumn_data()
         "||1|2|3|4|5|6|||||");
 }
 
-void ModFertPMTest::everyFieldStandsInItsColumn()
+void ModFertPMTest::everyFieldIsInItsColumn()
 {
     QFETCH(QString, mode);
     QFETCH(QString, insert);
@@ -110,7 +110,7 @@ void ModFertPMTest::everyFieldStandsInItsColumn()
     QCOMPARE(list.cellValue(1, DateCol).value<basic::SerialDate>().date(), QDate(2026, 3, 30));
 }
 
-void ModFertPMTest::rowsSayWhatTheirPlantingIs()
+void ModFertPMTest::rowsShowTheirPlanting()
 {
     QFETCH(const AnalysisKind *, kind);
     const QDate may(2026, 5, 1);
@@ -123,7 +123,7 @@ void ModFertPMTest::rowsSayWhatTheirPlantingIs()
         farm_->session.ShowActive = active;
         fill(list, kind->mode);
         for (int number = 1; number < list.Rows() - 1; ++number) {
-            // The same as asking for one planting after the other.
+            // The same as a query for each planting.
             const dao::Recordset crop =
                 host_->objPestMON().Get_BlocksPlant_Variety_for_Block_new(list.TextMatrix(number, PlantingCol).toInt());
             const auto text = [&crop](const char *field) { return crop.Eof() ? QString() : crop.text(field); };
@@ -138,7 +138,7 @@ void ModFertPMTest::rowsSayWhatTheirPlantingIs()
     QCOMPARE(list.Rows(), 2);
 }
 
-void ModFertPMTest::emptyFieldsStayEmptyTexts()
+void ModFertPMTest::emptyFieldsAreEmptyTexts()
 {
     farm_->session.dbPest->Execute("INSERT INTO tblSoilBasic (BlockPID, SBDate) VALUES (1, #03/30/2026#)");
     FlexGrid list;

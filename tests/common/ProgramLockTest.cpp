@@ -11,30 +11,33 @@ class ProgramLockTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() { qunsetenv("TMPDIR"); }
-
-    void folderIsLockedOnce()
+    void init() { qputenv("XDG_RUNTIME_DIR", running_.path().toUtf8()); }
+    void cleanup()
     {
-        auto first = ProgramLock::tryLock(folder_.path());
-        QVERIFY(first);
-        QVERIFY(!ProgramLock::tryLock(folder_.path() + QStringLiteral("/.")));
-        first.reset();
-        QVERIFY(ProgramLock::tryLock(folder_.path()));
+        qunsetenv("XDG_RUNTIME_DIR");
+        qunsetenv("TMPDIR");
     }
 
-    void aLockThatCannotBeMadeIsNoOtherCopy()
+    void aProgramIsLockedOnce()
     {
+        const QTemporaryDir program;
+        auto first = tryProgramLock(program.path());
+        QVERIFY(first);
+        QVERIFY(!tryProgramLock(program.path() + QStringLiteral("/.")));
+        QVERIFY(tryProgramLock(running_.path()));
+        first.reset();
+        QVERIFY(tryProgramLock(program.path()));
+    }
+
+    void aLockThatCannotBeCreatedIsNoOtherCopy()
+    {
+        qputenv("XDG_RUNTIME_DIR", "/proc/none");
         qputenv("TMPDIR", "/proc");
-        try {
-            ProgramLock::tryLock(folder_.path());
-            QFAIL("nobody can make a file there");
-        } catch (const basic::RunTimeError &error) {
-            QVERIFY2(error.description().contains(QStringLiteral("/proc/farm-monitoring")), qPrintable(error.description()));
-        }
+        QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, tryProgramLock(running_.path()));
     }
 
 private:
-    QTemporaryDir folder_;
+    QTemporaryDir running_;
 };
 
 QTEST_GUILESS_MAIN(ProgramLockTest)

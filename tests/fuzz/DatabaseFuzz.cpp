@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Check.h"
 
+#include "platform/dao/CommitScope.h"
 #include "platform/dao/Database.h"
+#include "platform/dao/Workspace.h"
 #include "store/Rows.h"
 #include "store/Schema.h"
 #include "store/SqlText.h"
@@ -20,7 +22,7 @@ using store::DatabaseFile;
 namespace
 {
 
-/// Bytes of one change: three for the place, counted from the lowest, one that is mixed in there.
+/// Bytes of one change: three for the offset, lowest first, one that is combined with the byte there.
 constexpr std::size_t ChangeSize = 4;
 
 QString memoryFolder()
@@ -40,7 +42,7 @@ public:
         }
         {
             const auto pest = dao::Workspace::OpenDatabase(path(DatabaseFile::Pest), false, false, store::connectText());
-            dao::WriteScope scope(*pest);
+            dao::CommitScope scope(*pest);
             for (int key = 1; key <= 200; ++key) {
                 store::writeRow(*pest, QStringLiteral("Select * from tblPMData where 1 = 0"), store::Existing::LeaveAlone,
                                 store::Missing::Add,
@@ -72,8 +74,8 @@ public:
     {
         QByteArray bytes = sound_;
         for (std::size_t i = 0; i + ChangeSize <= size; i += ChangeSize) {
-            const auto place = static_cast<qsizetype>(data[i] | data[i + 1] << 8 | data[i + 2] << 16) % bytes.size();
-            bytes[place] = static_cast<char>(static_cast<std::uint8_t>(bytes[place]) ^ data[i + 3]);
+            const auto offset = static_cast<qsizetype>(data[i] | data[i + 1] << 8 | data[i + 2] << 16) % bytes.size();
+            bytes[offset] = static_cast<char>(static_cast<std::uint8_t>(bytes[offset]) ^ data[i + 3]);
         }
         QFile file(path(DatabaseFile::Pest));
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {

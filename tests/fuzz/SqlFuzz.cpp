@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/dao/CommitScope.h"
 #include "platform/dao/Database.h"
+#include "platform/dao/Workspace.h"
 #include "store/Schema.h"
 
 #include <QTemporaryDir>
@@ -35,7 +37,7 @@ public:
     }
     void change(const QString &sql)
     {
-        dao::WriteScope scope(*database_);
+        dao::CommitScope scope(*database_);
         try {
             database_->Execute(sql);
         } catch (const basic::RunTimeError &) {

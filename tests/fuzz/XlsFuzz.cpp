@@ -10,7 +10,7 @@
 
 namespace
 {
-/// Half of the inputs are whole files, half a workbook stream that a sound container is put round: so the fuzzer reaches the
+/// Half of the inputs are whole files, half a workbook stream inside a sound container: so the fuzzer reaches the
 /// records without having to invent a container first.
 QByteArray fileOf(const std::uint8_t *data, std::size_t size)
 {
@@ -21,8 +21,8 @@ QByteArray fileOf(const std::uint8_t *data, std::size_t size)
     return excel::writeCompound({{{}, true, {}, {}}, {{QStringLiteral("Workbook")}, false, bytes, {}}});
 }
 
-/// Looks that no file brings, so that fonts, colours and formats of the book's own are added to those that were read.
-void changeLooks(const std::shared_ptr<excel::model::Book> &book)
+/// Styles that no file has, so that fonts, colours and formats of the book's own are added to those that were read.
+void changeStyles(const std::shared_ptr<excel::model::Book> &book)
 {
     const auto sheet = std::find_if(book->sheets.begin(), book->sheets.end(), [](const auto &one) { return one->hasCells; });
     if (sheet == book->sheets.end()) {
@@ -38,8 +38,8 @@ void changeLooks(const std::shared_ptr<excel::model::Book> &book)
 }
 } // namespace
 
-/// The container library loses some bytes of a container that it refuses; leaks of ours are found all the same. Its frames keep
-/// no pointers, so the stacks are walked the slow way.
+/// The container library loses some bytes of a container that it refuses; leaks of ours are found all the same. It is built
+/// without frame pointers, so the stacks are unwound the slow way.
 extern "C" const char *__lsan_default_suppressions()
 {
     return "leak:gsf_infile_msole_new\n";
@@ -54,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 {
     try {
         const auto book = excel::bookFromXls(fileOf(data, size));
-        changeLooks(book);
+        changeStyles(book);
         // What could be read must be written, and be read again.
         excel::bookFromXls(excel::xlsBytes(*book));
     } catch (const excel::ExcelError &) {

@@ -35,6 +35,8 @@ private Q_SLOTS:
     void zoomAndScroll();
     void activationAndResizeWhileZoomed();
     void focusFramesTheGraph();
+    void linesByDateHaveMarkers();
+    void readOutNamesTheSeries();
     void printing();
 
 private:
@@ -289,6 +291,39 @@ void frmPestMGraphTest::namesAreWholeAndSpoken()
     click("opt_1");
     combo("cmbBCount").setListIndex(0);
     QCOMPARE(combo("cbo1").accessibleName(), QStringLiteral("Block 2"));
+}
+
+void frmPestMGraphTest::linesByDateHaveMarkers()
+{
+    const auto shown = [this] { return chGraph().model().series(1).SeriesMarker.Show; };
+    combo("cmbBCount").setListIndex(0);
+    click("OptW_1");
+    click("cmd_0");
+    QVERIFY(!shown());
+    combo("cbo_6").setListIndex(combo("cbo_6").findText(QStringLiteral("2dLine")));
+    QVERIFY(shown() && find<QCheckBox>("chk_0").isChecked());
+    QVERIFY(!chGraph().model().unitRows().empty());
+    click("OptW_0");
+    QVERIFY(!find<QCheckBox>("chk_0").isChecked());
+    // The user's choice stays.
+    click("OptW_1");
+    click("chk_0");
+    click("cmd_0");
+    QVERIFY(!shown());
+}
+
+void frmPestMGraphTest::readOutNamesTheSeries()
+{
+    combo("cmbBCount").setListIndex(0);
+    click("cmd_0");
+    const chart::PointIndex point{3, 11};
+    QTest::mouseClick(&chGraph(), Qt::LeftButton, {}, chGraph().positionOf(point).value());
+    QCOMPARE(host_->status, chGraph().pointText(point));
+    QVERIFY2(host_->status.contains(QStringLiteral(", week ")), qPrintable(host_->status));
+    QCOMPARE(labels(), QStringLiteral("11|20"));
+    click("cmd_0");
+    QCOMPARE(host_->status, QString());
+    QCOMPARE(labels(), QStringLiteral("|"));
 }
 
 void frmPestMGraphTest::printing()

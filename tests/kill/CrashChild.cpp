@@ -18,6 +18,7 @@
 
 #include <unistd.h>
 
+namespace capture = pestmon::capture;
 #include <algorithm>
 #include <iostream>
 #include <random>
@@ -57,10 +58,10 @@ SessionContext &started(SessionContext &session, const QString &appPath)
     return session;
 }
 
-class UiDriver
+class ScreenDriver
 {
 public:
-    explicit UiDriver(const Orders &orders)
+    explicit ScreenDriver(const Orders &orders)
         : orders_(orders), random_(orders.seed), host_(started(session_, orders.appPath)), screen_(host_)
     {
         screen_.resize(1366, 700);
@@ -74,7 +75,7 @@ public:
 
     [[noreturn]] void work()
     {
-        tell(QStringLiteral("ready"));
+        send(QStringLiteral("ready"));
         for (int round = 0;; ++round) {
             if (round % 4 == 3) {
                 import(round);
@@ -105,17 +106,17 @@ private:
         combo.setListIndex(combo.findText(text));
     }
 
-    void tell(const QString &line) const
+    void send(const QString &line) const
     {
         const QByteArray bytes = line.toUtf8() + '\n';
         if (::write(orders_.reports, bytes.constData(), static_cast<std::size_t>(bytes.size())) != bytes.size()) {
-            throw Surprise(QStringLiteral("nobody listens"));
+            throw Surprise(QStringLiteral("the report pipe is closed"));
         }
     }
     /// Says what is about to be written, lets the program do it, and reports it once the program has said that it is done.
     void report(const QString &what, const char *button, const QString &answer)
     {
-        tell(QStringLiteral("begin ") + what);
+        send(QStringLiteral("begin ") + what);
         click(button);
         expectStatus(answer);
     }
@@ -140,7 +141,7 @@ private:
         }
         host_.dialogs().expectMessage();
         report(QStringLiteral("save"), "cmdTSave", {});
-        tell(QStringLiteral("end %1").arg(session_.CurrentPMTransID));
+        send(QStringLiteral("end %1").arg(session_.CurrentPMTransID));
         const int key = session_.CurrentPMTransID;
         click("cmdTCancel");
         return key;
@@ -172,26 +173,26 @@ private:
         auto &box = find<QLineEdit>("txtG1");
         QTest::keyClicks(&box, value);
         host_.status.clear();
-        tell(QStringLiteral("begin cell %1 %2").arg(grid.TextMatrix(row, capture::keyColumn(pest)), value));
+        send(QStringLiteral("begin cell %1 %2").arg(grid.TextMatrix(row, capture::keyColumn(pest)), value));
         QTest::keyClick(&box, Qt::Key_Return);
         expectStatus(QStringLiteral("= %1 saved").arg(value));
-        tell(QStringLiteral("end"));
+        send(QStringLiteral("end"));
     }
 
     void complete(int key)
     {
         host_.status.clear();
         report(QStringLiteral("complete %1").arg(key), "cmdSaveTrans", QStringLiteral("repeated instruction issued"));
-        tell(QStringLiteral("end"));
+        send(QStringLiteral("end"));
         click("Command4");
     }
 
     void import(int round)
     {
         const QString folder = orders_.appPath + QStringLiteral("/Imported-%1-%2").arg(orders_.seed).arg(round);
-        tell(QStringLiteral("begin import ") + folder);
+        send(QStringLiteral("begin import ") + folder);
         importFarm(orders_.jetFolder, folder);
-        tell(QStringLiteral("end"));
+        send(QStringLiteral("end"));
     }
 
     Orders orders_;
@@ -206,8 +207,8 @@ private:
 int workUntilKilled(const Orders &orders)
 {
     try {
-        UiDriver hands(orders);
-        hands.work();
+        ScreenDriver driver(orders);
+        driver.work();
     } catch (const basic::RunTimeError &error) {
         std::cerr << "error " << error.number() << ": " << error.description().toStdString() << '\n';
     } catch (const Surprise &surprise) {

@@ -4,9 +4,9 @@
 #include <QString>
 
 /// The program at work on a farm, in a process of its own: it starts as the program does, then issues instructions, captures
-/// cells, completes with repeat and imports, over and over, through the screen. On `reports` (a file descriptor) it says "begin"
+/// cells, completes with repeat and imports, in a loop, through the screen. On `reports` (a file descriptor) it says "begin"
 /// with what it is about to write, and "end" after the store answered. Never returns, unless something other than being killed
-/// goes wrong, which it then tells on the standard error.
+/// goes wrong, which it then reports on the standard error.
 namespace crashChild
 {
 

@@ -2,14 +2,15 @@
 #include "FaultyDisk.h"
 #include "pestmon/PestMonScreen.h"
 #include "pestmon/modPestMon.h"
+#include "platform/dao/Workspace.h"
 
 #include <functional>
 
 using Fault = FaultyDisk::Fault;
 Q_DECLARE_METATYPE(FaultyDisk::Fault)
 
-/// A disk that fails at every place where it can while something is being written. Each time the screen tells, the file stays
-/// whole, what was told as saved is there, and the same step succeeds once the disk is well again.
+/// A disk that fails at every operation while something is being written. Each time the screen reports the failure, the file
+/// stays sound, what was reported as saved is stored, and the same step succeeds once the disk works again.
 class FaultTest : public PestMonScreen
 {
     Q_OBJECT
@@ -26,9 +27,9 @@ private:
         QTest::newRow("the disk is gone") << Fault::Gone;
     }
 
-    /// Does the step over and over, with one more operation that succeeds before the fault each time, until none is left to fail.
-    /// The step tells whether it was reported as written; `check` is told the same.
-    void atEveryPlace(const std::function<bool()> &step, const std::function<void(bool isWritten)> &check)
+    /// Repeats the step with one more operation that succeeds before the fault each time, until no operation is left to fail. The
+    /// step returns whether it was reported as written; `check` is given the same.
+    void atEveryOperation(const std::function<bool()> &step, const std::function<void(bool isWritten)> &check)
     {
         QFETCH(Fault, fault);
         for (int number = 1;; ++number) {
@@ -54,7 +55,7 @@ private:
     }
 
     int instructions() { return farm_->count(QStringLiteral("tblPMTrans")); }
-    /// Rows of an instruction, told as "data/totals/blocks/pests".
+    /// Rows of an instruction, as "data/totals/blocks/pests".
     QString rowsOf(int key)
     {
         QStringList counts;
@@ -79,7 +80,7 @@ private Q_SLOTS:
         typeInto(Point1 + 1, Value1, QStringLiteral("1000"));
         int value = 0;
         int stored = 0;
-        atEveryPlace(
+        atEveryOperation(
             [&] {
                 clickCell("grdPest", Point1, Value1);
                 host_->status.clear();
@@ -91,7 +92,7 @@ private Q_SLOTS:
             [&](bool isWritten) {
                 const int now = storedCount(Point1, 1);
                 QVERIFY(now == value || (!isWritten && now == stored));
-                // A total that could not be written is told, and made good by the next save.
+                // A total that could not be written is reported, and corrected by the next save.
                 QVERIFY(storedTotal(1) == now + 1000 || !host_->failure.isEmpty());
                 auto &box = find<QLineEdit>("txtG1");
                 if (box.isVisible()) {
@@ -110,14 +111,14 @@ private Q_SLOTS:
         const int first = issue(QStringLiteral("Count"), {1}, {1, 2, 3});
         const QString whole = rowsOf(first);
         auto &store = host_->objPestMON();
-        QCOMPARE(Load_Selection(store, first), clsPestMONNew::Done);
+        QCOMPARE(pestmon::Load_Selection(store, first), clsPestMONNew::Done);
         int before = 0;
-        atEveryPlace(
+        atEveryOperation(
             [&] {
                 before = instructions();
                 farm_->session.CurrentPMTransID = 0;
                 try {
-                    const auto status = Save_Instruction(farm_->session, store);
+                    const auto status = pestmon::Save_Instruction(farm_->session, store);
                     host_->failure = store.lastError() ? store.lastError()->description() : QString();
                     return status == clsPestMONNew::Done;
                 } catch (const basic::RunTimeError &error) {
@@ -143,7 +144,7 @@ private Q_SLOTS:
         select(key);
         click("cmdComp");
         int before = 0;
-        atEveryPlace(
+        atEveryOperation(
             [&] {
                 before = instructions();
                 farm_->session.RepeatDone = false;

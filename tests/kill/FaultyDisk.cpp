@@ -49,7 +49,7 @@ bool fails(Operation operation)
     return now;
 }
 
-/// A file of the engine in front of the real one, which lies behind it in the same memory.
+/// A file of SQLite, followed in memory by the real one.
 struct File {
     sqlite3_file base;
     sqlite3_file *real;
@@ -64,19 +64,19 @@ sqlite3_file *real(sqlite3_file *file)
 
 int closeFile(sqlite3_file *file)
 {
-    sqlite3_file *behind = real(file);
-    return behind->pMethods != nullptr ? behind->pMethods->xClose(behind) : SQLITE_OK;
+    sqlite3_file *target = real(file);
+    return target->pMethods != nullptr ? target->pMethods->xClose(target) : SQLITE_OK;
 }
-int readFile(sqlite3_file *file, void *bytes, int count, sqlite3_int64 place)
+int readFile(sqlite3_file *file, void *bytes, int count, sqlite3_int64 offset)
 {
-    return real(file)->pMethods->xRead(real(file), bytes, count, place);
+    return real(file)->pMethods->xRead(real(file), bytes, count, offset);
 }
-int writeFile(sqlite3_file *file, const void *bytes, int count, sqlite3_int64 place)
+int writeFile(sqlite3_file *file, const void *bytes, int count, sqlite3_int64 offset)
 {
     if (fails(Operation::Write)) {
         return plan.fault == Fault::Full ? SQLITE_FULL : SQLITE_IOERR_WRITE;
     }
-    return real(file)->pMethods->xWrite(real(file), bytes, count, place);
+    return real(file)->pMethods->xWrite(real(file), bytes, count, offset);
 }
 int truncateFile(sqlite3_file *file, sqlite3_int64 size)
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-/// A disk below the engine that fails on demand. All databases that this process opens after construction lie on it.
+/// A disk below SQLite that fails on demand. All databases that this process opens after construction are on it.
 class FaultyDisk
 {
 public:

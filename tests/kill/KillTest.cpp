@@ -33,7 +33,7 @@ struct Tally {
     int faults = 0;
 };
 
-/// A crashChild's process and the pipe on which it reports.
+/// The process of a crash child and the pipe on which it reports.
 class Worker
 {
 public:
@@ -50,7 +50,7 @@ public:
             const int nowhere = ::open("/dev/null", O_WRONLY);
             ::dup2(nowhere, STDOUT_FILENO);
             ::dup2(ends[1], ReportsFd);
-            ::execl("/proc/self/exe", "KillTest", "--crashChild", folder.constData(), "--seed", number.constData(), nullptr);
+            ::execl("/proc/self/exe", "KillTest", "--crash-child", folder.constData(), "--seed", number.constData(), nullptr);
             ::_exit(127);
         }
         ::close(ends[1]);
@@ -60,7 +60,7 @@ public:
     Worker(const Worker &) = delete;
     Worker &operator=(const Worker &) = delete;
 
-    /// The next line, empty when none came in time or the crashChild is gone.
+    /// The next line, empty when none came in time or the crash child is gone.
     QString nextLine(int milliseconds)
     {
         while (!buffer_.contains('\n')) {
@@ -99,7 +99,7 @@ class KillTiming
 public:
     explicit KillTiming(unsigned int seed) : random_(seed) {}
 
-    /// Lets the crashChild work up to the moment; false when it fell silent before. What it reports goes to the writeLog.
+    /// Lets the crash child work up to the moment; false when it fell silent before. What it reports goes to the write log.
     bool wait(Worker &worker, WriteLog &writeLog, Tally &tally)
     {
         const int choice = below(100);
@@ -111,7 +111,7 @@ public:
         int writes = 1 + below(20);
         QElapsedTimer since;
         for (QString line = worker.nextLine(SilenceMilliseconds); !line.isEmpty(); line = worker.nextLine(SilenceMilliseconds)) {
-            writeLog.hear(line);
+            writeLog.note(line);
             if (!writeLog.writeIsOpen()) {
                 learn(since);
                 continue;
@@ -152,10 +152,10 @@ void killOnce(WriteLog &writeLog, KillTiming &killTiming, unsigned int seed, Tal
     const bool wasAlive = killTiming.wait(worker, writeLog, tally);
     QStringList faults;
     if (!worker.kill() || !wasAlive) {
-        faults.append(QStringLiteral("the crashChild ended by itself"));
+        faults.append(QStringLiteral("the crash child ended by itself"));
     }
     for (QString line = worker.nextLine(0); !line.isEmpty(); line = worker.nextLine(0)) {
-        writeLog.hear(line);
+        writeLog.note(line);
     }
     ++tally.kills;
     tally.withJournal += writeLog.hotJournal() ? 1 : 0;
@@ -165,7 +165,7 @@ void killOnce(WriteLog &writeLog, KillTiming &killTiming, unsigned int seed, Tal
     }
     faults += writeLog.faults();
     for (const QString &fault : faults) {
-        std::printf("FAULT after kill %d (crashChild %u): %s\n", tally.kills, seed, qPrintable(fault));
+        std::printf("FAULT after kill %d (crash child %u): %s\n", tally.kills, seed, qPrintable(fault));
     }
     tally.faults += static_cast<int>(faults.size());
 }
@@ -205,12 +205,12 @@ int main(int argc, char **argv)
         {{QStringLiteral("kills"), QStringLiteral("How often to kill."), QStringLiteral("number"), QStringLiteral("20")},
          {QStringLiteral("seed"), QStringLiteral("Where the random numbers begin."), QStringLiteral("number"),
           QStringLiteral("1")},
-         {QStringLiteral("crashChild"), QStringLiteral("Be the program that is killed."), QStringLiteral("folder")}});
+         {QStringLiteral("crash-child"), QStringLiteral("Be the program that is killed."), QStringLiteral("folder")}});
     parser.process(application);
     const unsigned int seed = parser.value(QStringLiteral("seed")).toUInt();
-    if (parser.isSet(QStringLiteral("crashChild"))) {
+    if (parser.isSet(QStringLiteral("crash-child"))) {
         return crashChild::workUntilKilled(
-            {parser.value(QStringLiteral("crashChild")), QStringLiteral(JET_FIXTURES), seed, ReportsFd});
+            {parser.value(QStringLiteral("crash-child")), QStringLiteral(JET_FIXTURES), seed, ReportsFd});
     }
     return killMany(parser.value(QStringLiteral("kills")).toInt(), seed);
 }

@@ -3,6 +3,8 @@
 
 #include "CrashChild.h"
 
+#include "platform/dao/Workspace.h"
+
 #include <QDir>
 #include <QFileInfo>
 
@@ -57,7 +59,7 @@ WriteLog::WriteLog()
     farm_.close();
 }
 
-void WriteLog::hear(const QString &line)
+void WriteLog::note(const QString &line)
 {
     QStringList words = line.split(u' ');
     const QString verb = words.takeFirst();

@@ -119,7 +119,7 @@ def main():
     faults = [fault for name, text in modules.items() for fault in faults_of(name, text)]
     faults += [fault for name, text in files.items() for fault in faults_of_tool(name, text)]
     faults += faults_of_includes(files)
-    print("\n".join(faults) if faults else f"{len(files)} files keep to their layers")
+    print("\n".join(faults) if faults else f"{len(files)} files respect the layers")
     sys.exit(1 if faults else 0)
 
 

@@ -2,18 +2,19 @@
 #include "pestmon/CaptureCells.h"
 
 #include "platform/basic/RunTimeError.h"
-#include "platform/controls/Marks.h"
+#include "platform/controls/CellColours.h"
 
 #include <QTest>
 
-namespace mark = controls::mark;
+namespace capture = pestmon::capture;
+namespace cellColour = controls::cellColour;
 
 class CaptureCellsTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void columnsLeadBackToTheirPest();
+    void columnsMapToTheirPest();
     void typedTextBecomesACell_data();
     void typedTextBecomesACell();
     void totalsShowZeroDifferently();
@@ -21,7 +22,7 @@ private Q_SLOTS:
     void numbersBeyondTheFieldAreRefused();
 };
 
-void CaptureCellsTest::columnsLeadBackToTheirPest()
+void CaptureCellsTest::columnsMapToTheirPest()
 {
     constexpr int Pests = 3;
     QCOMPARE(capture::columnsFor(Pests), 15);
@@ -41,7 +42,7 @@ void CaptureCellsTest::typedTextBecomesACell_data()
 {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("pointText");
-    QTest::addColumn<bool>("pointMarked");
+    QTest::addColumn<bool>("pointColoured");
     QTest::addColumn<QString>("totalText");
     QTest::addColumn<int>("value");
     QTest::newRow("a count") << "7"
@@ -54,8 +55,8 @@ void CaptureCellsTest::typedTextBecomesACell_data()
                              << "0" << false << "" << 0;
     QTest::newRow("half rounds up") << "2.5"
                                     << "3" << true << "3" << 3;
-    QTest::newRow("a fraction is no zero") << "0.4"
-                                           << "0" << true << "0" << 0;
+    QTest::newRow("a fraction is not zero") << "0.4"
+                                            << "0" << true << "0" << 0;
     QTest::newRow("negative") << "-3"
                               << "-3" << true << "-3" << -3;
     QTest::newRow("largest") << "32767"
@@ -65,30 +66,30 @@ void CaptureCellsTest::typedTextBecomesACell_data()
 void CaptureCellsTest::typedTextBecomesACell()
 {
     QFETCH(QString, typed);
-    QFETCH(bool, pointMarked);
-    const capture::CellPicture point = capture::typedPoint(typed);
+    QFETCH(bool, pointColoured);
+    const capture::CellDisplay point = capture::typedPoint(typed);
     QTEST(point.text, "pointText");
     QTEST(static_cast<int>(point.value), "value");
-    QCOMPARE(point.mark, pointMarked ? mark::Yellow : mark::White);
-    const capture::CellPicture total = capture::typedTotal(typed);
+    QCOMPARE(point.colour, pointColoured ? cellColour::Yellow : cellColour::White);
+    const capture::CellDisplay total = capture::typedTotal(typed);
     QTEST(total.text, "totalText");
     QTEST(static_cast<int>(total.value), "value");
-    QCOMPARE(total.mark, pointMarked ? mark::Green : mark::White);
+    QCOMPARE(total.colour, pointColoured ? cellColour::Green : cellColour::White);
 }
 
 void CaptureCellsTest::totalsShowZeroDifferently()
 {
     QCOMPARE(capture::storedTotal(0).text, QStringLiteral("0"));
     QCOMPARE(capture::changedTotal(0).text, QString());
-    QCOMPARE(capture::storedTotal(0).mark, mark::White);
-    QCOMPARE(capture::changedTotal(-1).mark, mark::Green);
+    QCOMPARE(capture::storedTotal(0).colour, cellColour::White);
+    QCOMPARE(capture::changedTotal(-1).colour, cellColour::Green);
 }
 
 void CaptureCellsTest::totalFollowsByDifference()
 {
     QCOMPARE(capture::runningTotal(10, 3, 5), std::int16_t(12));
     QCOMPARE(capture::runningTotal(7, 7, 0), std::int16_t(0));
-    // A total typed over by hand stays the base, also when the points say otherwise.
+    // A typed total is the base, even if it differs from the sum of the points.
     QCOMPARE(capture::runningTotal(0, 4, 1), std::int16_t(-3));
 }
 

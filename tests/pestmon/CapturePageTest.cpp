@@ -2,6 +2,9 @@
 #include "DamagedFile.h"
 #include "PestMonScreen.h"
 
+#include "platform/dao/CommitScope.h"
+#include "platform/dao/Workspace.h"
+
 #include <QDir>
 #include <QGroupBox>
 
@@ -12,25 +15,26 @@ class CapturePageTest : public PestMonScreen
 private Q_SLOTS:
     void countsAreSavedWhenLeft();
     void shownColumnsArePrinted();
-    void totalIsKeptByDifference();
-    void typedTotalStaysTheBase();
+    void totalIsARunningSum();
+    void typedTotalIsTheBase();
     void textBecomesItsNumber();
-    void overflowStaysInTheBox();
-    void failedWriteKeepsTheBox();
-    void droppedValueLeavesNothingBehind();
-    void failedTotalStaysTold();
-    void withoutPestsTheHeadingsShow();
+    void overflowStaysInTheEditor();
+    void failedWriteLeavesTheEditorOpen();
+    void discardedValueIsNotShown();
+    void failedTotalIsReported();
+    void withoutPestsOnlyHeadingsShow();
     void pestNamedTwiceShowsTwice();
-    void emptyRowTakesNothing();
+    void emptyRowIsNotEditable();
     void answersToggle();
-    void answerTakenBackAtTotalZero();
+    void answerResetAtTotalZero();
     void firstOfDuplicateRowsShows();
-    void keysOpenTheBox();
-    void boxHandsTheFocusOn_data();
-    void boxHandsTheFocusOn();
+    void keysOpenTheEditor();
+    void editorPassesTheFocusOn_data();
+    void editorPassesTheFocusOn();
     void completionIssuesOneSuccessor();
-    void uncompletedSaveStillRepeats();
-    void failedRepeatIsIssuedByTheNextSave();
+    void uncompletedSaveAlsoRepeats();
+    void failedRepeatLeavesNothingAndIsIssuedByTheNextSave_data();
+    void failedRepeatLeavesNothingAndIsIssuedByTheNextSave();
     void completedRowOpensForCapture();
     void completionDateStaysWhenReopened();
 };
@@ -42,11 +46,11 @@ void CapturePageTest::countsAreSavedWhenLeft()
     QCOMPARE(grid("grdPest").cellDescription(Point1, Value1), QStringLiteral("point 1, Pest 01, 7"));
     QCOMPARE(grid("grdPest").cellDescription(Total, Value1), QStringLiteral("total, Pest 01, 7"));
     QCOMPARE(cell(Point1, Value1), QStringLiteral("7"));
-    QCOMPARE(grid("grdPest").CellBackColor(Point1, Value1), std::optional(mark::Yellow));
+    QCOMPARE(grid("grdPest").CellBackColor(Point1, Value1), std::optional(cellColour::Yellow));
     QCOMPARE(storedCount(Point1, 1), 7);
     QCOMPARE(storedTotal(1), 7);
-    QCOMPARE(grid("grdPest").CellBackColor(Total, Value1), std::optional(mark::Green));
-    // Leaving by a click on another cell saves and opens the box there.
+    QCOMPARE(grid("grdPest").CellBackColor(Total, Value1), std::optional(cellColour::Green));
+    // A click on another cell saves and opens the editor there.
     clickCell("grdPest", Point1 + 1, Value1);
     QTest::keyClicks(&find<QLineEdit>("txtG1"), QStringLiteral("2"));
     clickCell("grdPest", Point1, Value2);
@@ -55,11 +59,10 @@ void CapturePageTest::countsAreSavedWhenLeft()
     QVERIFY(find<QLineEdit>("txtG1").isVisible());
     QCOMPARE(find<QLineEdit>("txtG1").text(), QStringLiteral("0"));
     click("Command4");
-    // Back to nothing: "0" on white again, the total empty until it is read anew.
     QVERIFY(find<QTabWidget>("tabBlock").isHidden());
 }
 
-void CapturePageTest::totalIsKeptByDifference()
+void CapturePageTest::totalIsARunningSum()
 {
     capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
     typeInto(Point1, Value1, QStringLiteral("3"));
@@ -67,14 +70,14 @@ void CapturePageTest::totalIsKeptByDifference()
     QCOMPARE(cell(Total, Value1), QStringLiteral("5"));
     typeInto(Point1, Value1, QStringLiteral("0"));
     QCOMPARE(cell(Point1, Value1), QStringLiteral("0"));
-    QCOMPARE(grid("grdPest").CellBackColor(Point1, Value1), std::optional(mark::White));
+    QCOMPARE(grid("grdPest").CellBackColor(Point1, Value1), std::optional(cellColour::White));
     QCOMPARE(cell(Total, Value1), QString());
-    QCOMPARE(grid("grdPest").CellBackColor(Total, Value1), std::optional(mark::White));
+    QCOMPARE(grid("grdPest").CellBackColor(Total, Value1), std::optional(cellColour::White));
     choose("cmbBlock", QStringLiteral("Blok A"));
     QCOMPARE(cell(Total, Value1), QStringLiteral("0"));
 }
 
-void CapturePageTest::typedTotalStaysTheBase()
+void CapturePageTest::typedTotalIsTheBase()
 {
     capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
     typeInto(Total, Value1, QStringLiteral("40"));
@@ -96,7 +99,7 @@ void CapturePageTest::textBecomesItsNumber()
     QCOMPARE(storedTotal(1), 0);
 }
 
-void CapturePageTest::overflowStaysInTheBox()
+void CapturePageTest::overflowStaysInTheEditor()
 {
     capture(issue(QStringLiteral("Count"), {1, 3}, {1}), QStringLiteral("Blok A"));
     typeInto(Point1, Value1, QStringLiteral("7"));
@@ -108,7 +111,7 @@ void CapturePageTest::overflowStaysInTheBox()
              qPrintable(host_->failure));
     QCOMPARE(cell(Point1, Value1), QStringLiteral("7"));
     QCOMPARE(storedTotal(1), 7);
-    // Nothing leads away from it unasked, and what is typed next takes its place.
+    // The focus cannot leave it without a question, and further typing replaces the text.
     clickCell("grdPest", Point1 + 1, Value1);
     QCOMPARE(grid("grdPest").Row(), Point1);
     QVERIFY(box.isVisible());
@@ -133,16 +136,16 @@ void CapturePageTest::overflowStaysInTheBox()
     QVERIFY(find<QTabWidget>("tabBlock").isHidden());
 }
 
-void CapturePageTest::failedWriteKeepsTheBox()
+void CapturePageTest::failedWriteLeavesTheEditorOpen()
 {
     capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
     typeInto(Point1, Value1, QStringLiteral("3"));
     clickCell("grdPest", Point1, Value1);
     auto &box = find<QLineEdit>("txtG1");
     {
-        // Somebody else holds the file, so neither point nor total can be written.
+        // Another connection locks the file, so neither point nor total can be written.
         const auto other = dao::Workspace::OpenDatabase(farm_->session.PestDBFile, false, false, store::connectText());
-        dao::WriteScope held(*other);
+        dao::CommitScope held(*other);
         other->Execute(QStringLiteral("UPDATE tblPMMethod SET PMMethod = PMMethod"));
         QTest::keyClicks(&box, QStringLiteral("8"));
         QTest::keyClick(&box, Qt::Key_Return);
@@ -151,7 +154,7 @@ void CapturePageTest::failedWriteKeepsTheBox()
         QVERIFY(host_->failure.contains(QStringLiteral("point 1")));
     }
     QCOMPARE(storedCount(Point1, 1), 3);
-    // A second try writes both, and does not count the difference twice.
+    // A second try writes both, and counts the difference once.
     box.setFocus();
     QTest::keyClick(&box, Qt::Key_Return);
     QVERIFY(!box.isVisible());
@@ -159,13 +162,13 @@ void CapturePageTest::failedWriteKeepsTheBox()
     QCOMPARE(storedTotal(1), 8);
 }
 
-void CapturePageTest::droppedValueLeavesNothingBehind()
+void CapturePageTest::discardedValueIsNotShown()
 {
     const int key = issue(QStringLiteral("Count"), {1}, {1}, false);
     farm_->session.dbPest->Execute(QStringLiteral("UPDATE tblPMTrans SET PMNotes = 'R&D'"));
     capture(key, QStringLiteral("Blok A"));
     QVERIFY(find<QGroupBox>("fraBasic").title().endsWith(QStringLiteral(": R&&D")));
-    // Every count once, so that the second of its kind is refused.
+    // Counts must be unique, so that a second equal one is refused.
     const char *const once = "CREATE UNIQUE INDEX refused ON tblPMData (PMCount) WHERE PMCount > 0";
     QVERIFY(changeFile(farm_->session.PestDBFile, once));
     typeInto(Point1 + 1, Value1, QStringLiteral("8"));
@@ -178,7 +181,7 @@ void CapturePageTest::droppedValueLeavesNothingBehind()
     QVERIFY(find<QLineEdit>("txtG1").isHidden());
 }
 
-void CapturePageTest::failedTotalStaysTold()
+void CapturePageTest::failedTotalIsReported()
 {
     const int counted = issue(QStringLiteral("Count"), {1}, {1});
     const int answered = issue(QStringLiteral("Yes/No"), {1}, {1});
@@ -188,21 +191,21 @@ void CapturePageTest::failedTotalStaysTold()
                              "CREATE UNIQUE INDEX counts ON tblPMDataMax (PMCountMax) WHERE PMCountMax > 0;"
                              "CREATE UNIQUE INDEX answers ON tblPMDataMax (PMYesMax) WHERE PMYesMax > 0";
     QVERIFY(changeFile(farm_->session.PestDBFile, once));
-    const QString told = QStringLiteral("Blok A, total, Pest 01 could not be saved");
+    const QString reported = QStringLiteral("Blok A, total, Pest 01 could not be saved");
     host_->status.clear();
     capture(counted, QStringLiteral("Blok A"));
     typeInto(Point1, Value1, QStringLiteral("8"));
     QCOMPARE(storedCount(Point1, 1), 8);
-    QVERIFY(host_->failure.startsWith(told) && host_->status.isEmpty());
+    QVERIFY(host_->failure.startsWith(reported) && host_->status.isEmpty());
     click("Command4");
     host_->failure.clear();
     capture(answered, QStringLiteral("Blok A"));
     clickCell("grdPest", Point1, Value1);
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where PMYes = True")), 1);
-    QVERIFY(host_->failure.startsWith(told) && host_->status.isEmpty());
+    QVERIFY(host_->failure.startsWith(reported) && host_->status.isEmpty());
 }
 
-void CapturePageTest::withoutPestsTheHeadingsShow()
+void CapturePageTest::withoutPestsOnlyHeadingsShow()
 {
     const int key = issue(QStringLiteral("Count"), {1}, {});
     capture(key, QStringLiteral("Blok A"));
@@ -221,7 +224,7 @@ void CapturePageTest::pestNamedTwiceShowsTwice()
     QCOMPARE(cell(Point1, capture::keyColumn(2)), cell(Point1, capture::keyColumn(1)));
 }
 
-void CapturePageTest::emptyRowTakesNothing()
+void CapturePageTest::emptyRowIsNotEditable()
 {
     capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
     const int spare = grid("grdPest").Rows() - 1;
@@ -242,23 +245,23 @@ void CapturePageTest::answersToggle()
     QCOMPARE(cells.TextMatrix(1, Value2), QStringLiteral("Y/N"));
     clickCell("grdPest", Point1, Value2);
     clickCell("grdPest", Point1 + 1, Value2);
-    QCOMPARE(cells.CellBackColor(Point1, Value2), std::optional(mark::Red));
+    QCOMPARE(cells.CellBackColor(Point1, Value2), std::optional(cellColour::Red));
     QCOMPARE(cells.TextMatrix(Point1, Value2), QString());
     QCOMPARE(cells.Col(), capture::PointColumn);
     QCOMPARE(cell(Total, Value2), QStringLiteral("2"));
     QCOMPARE(storedTotal(2, "PMYesMax"), 2);
     QCOMPARE(storedTotal(1, "PMYesMax"), 0);
     clickCell("grdPest", Point1, Value2);
-    QCOMPARE(cells.CellBackColor(Point1, Value2), std::optional(mark::White));
+    QCOMPARE(cells.CellBackColor(Point1, Value2), std::optional(cellColour::White));
     QCOMPARE(storedTotal(2, "PMYesMax"), 1);
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where PMYes = True")), 1);
-    // The total can be typed over by hand here too.
+    // Here too the total can be typed.
     typeInto(Total, Value2, QStringLiteral("9"));
     QCOMPARE(storedTotal(2, "PMYesMax"), 9);
     QCOMPARE(storedTotal(2), 0);
 }
 
-void CapturePageTest::answerTakenBackAtTotalZero()
+void CapturePageTest::answerResetAtTotalZero()
 {
     capture(issue(QStringLiteral("Yes/No"), {1}, {1}), QStringLiteral("Blok A"));
     clickCell("grdPest", Point1, Value1);
@@ -280,13 +283,13 @@ void CapturePageTest::firstOfDuplicateRowsShows()
     click("cmdTSave");
     click("cmdTCancel");
     capture(key, QStringLiteral("Blok A"));
-    // Two sets of rows now; point 1 lost its first row, point 2 still shows what was typed.
+    // Two sets of rows now; the first row of point 1 is deleted, point 2 still shows its count.
     QCOMPARE(grid("grdPest").Rows(), Point1 + 3 + 1);
     QCOMPARE(cell(Point1 + 1, Value1), QStringLiteral("6"));
     QCOMPARE(cell(Point1, Value1), QStringLiteral("0"));
 }
 
-void CapturePageTest::keysOpenTheBox()
+void CapturePageTest::keysOpenTheEditor()
 {
     capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
     FlexGrid &cells = grid("grdPest");
@@ -299,7 +302,7 @@ void CapturePageTest::keysOpenTheBox()
     QTest::keyClick(&cells, Qt::Key_4);
     QVERIFY(box.isVisible());
     QCOMPARE(box.text(), QStringLiteral("4"));
-    // Down saves and goes on to the next point.
+    // Down saves and moves to the next point.
     QTest::keyClick(&box, Qt::Key_Down);
     QCOMPARE(storedCount(Point1, 1), 4);
     QCOMPARE(cells.Row(), Point1 + 1);
@@ -315,7 +318,7 @@ void CapturePageTest::keysOpenTheBox()
     QVERIFY(!box.isVisible());
 }
 
-void CapturePageTest::boxHandsTheFocusOn_data()
+void CapturePageTest::editorPassesTheFocusOn_data()
 {
     QTest::addColumn<QKeySequence>("keys");
     QTest::addColumn<QString>("next");
@@ -330,7 +333,7 @@ void CapturePageTest::boxHandsTheFocusOn_data()
     row("Block", Qt::ALT | Qt::Key_B, "cmbBlock");
 }
 
-void CapturePageTest::boxHandsTheFocusOn()
+void CapturePageTest::editorPassesTheFocusOn()
 {
     QFETCH(QKeySequence, keys);
     capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
@@ -364,7 +367,7 @@ void CapturePageTest::completionIssuesOneSuccessor()
     QVERIFY(find<QTabWidget>("tabBlock").isVisible());
 }
 
-void CapturePageTest::uncompletedSaveStillRepeats()
+void CapturePageTest::uncompletedSaveAlsoRepeats()
 {
     const int key = issue(QStringLiteral("Count"), {1}, {1});
     capture(key, QStringLiteral("Blok A"));
@@ -380,20 +383,43 @@ void CapturePageTest::uncompletedSaveStillRepeats()
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 3);
 }
 
-void CapturePageTest::failedRepeatIsIssuedByTheNextSave()
+void CapturePageTest::failedRepeatLeavesNothingAndIsIssuedByTheNextSave_data()
 {
-    const int key = issue(QStringLiteral("Count"), {1}, {1});
-    capture(key, QStringLiteral("Blok A"));
+    QTest::addColumn<QString>("refused");
+    QTest::newRow("the instruction") << QStringLiteral("tblPMTrans (PMTransDate)");
+    QTest::newRow("its blocks") << QStringLiteral("tblPMBlockTrans (BlockID)");
+    QTest::newRow("its pests") << QStringLiteral("tblPMTarTrans (CTargetID)");
+    QTest::newRow("its total rows") << QStringLiteral("tblPMDataMax (BlockID, CTargetID)");
+}
+
+void CapturePageTest::failedRepeatLeavesNothingAndIsIssuedByTheNextSave()
+{
+    QFETCH(QString, refused);
+    const QStringList tables{"tblPMTrans", "tblPMBlockTrans", "tblPMTarTrans", "tblPMData", "tblPMDataMax"};
+    const auto counts = [&] {
+        QList<int> all;
+        for (const QString &table : tables) {
+            all.append(farm_->count(table));
+        }
+        return all;
+    };
+    const int key = issue(QStringLiteral("Count"), {2}, {1});
+    farm_->session.dbPest->Execute(QStringLiteral("Delete from tblPMDataMax where PMDataMaxID > 1"));
+    capture(key, QStringLiteral("Blok B"));
+    const QList<int> before = counts();
     const QString file = farm_->session.PestDBFile;
-    QVERIFY(changeFile(file, "CREATE UNIQUE INDEX refused ON tblPMTrans (PMTransDate)"));
-    click("cmdSaveTrans");
-    QVERIFY(host_->failure.startsWith(QStringLiteral("The repeated instruction could not be issued")));
-    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 1);
+    QVERIFY(changeFile(file, qPrintable(QStringLiteral("CREATE UNIQUE INDEX refused ON ") + refused)));
+    for (int save = 0; save < 2; ++save) {
+        click("cmdSaveTrans");
+        QVERIFY(host_->failure.startsWith(QStringLiteral("The repeated instruction could not be issued")));
+        QCOMPARE(counts(), before);
+    }
     QVERIFY(changeFile(file, "DROP INDEX refused"));
     for (int save = 0; save < 2; ++save) {
         click("cmdSaveTrans");
-        QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 2);
+        QCOMPARE(farm_->count(QStringLiteral("tblPMTrans")), 2);
     }
+    QCOMPARE(farm_->count(QStringLiteral("tblPMData")), 2 * before[3]);
     QCOMPARE(farm_->session.CurrentPMTransID, key);
 }
 
@@ -438,7 +464,7 @@ void CapturePageTest::shownColumnsArePrinted()
     QCOMPARE(std::pair(cells.Row(), cells.Col()), std::pair(cells.Rows() - 1, cells.Cols() - 1));
     excel::Application reader;
     reader.Workbooks().Open(host_->launcher().opened[0]);
-    // The hidden columns between take no letter.
+    // Hidden columns have no column in the sheet.
     QCOMPARE(reader.Range(QStringLiteral("C5")).value(), QStringLiteral("Pest 02"));
     QCOMPARE(reader.Range(QStringLiteral("C8")).value(), QStringLiteral("Yes"));
     QCOMPARE(reader.Range(QStringLiteral("B8")).value(), QStringLiteral(" "));

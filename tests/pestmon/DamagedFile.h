@@ -6,8 +6,7 @@
 #include <memory>
 #include <sqlite3.h>
 
-/// Changes a database file behind the program's back, in the words of the engine, so that a single step of it fails. False
-/// when the engine refuses.
+/// Changes a database file through SQLite, past the program, so that a single step of it fails. False when SQLite fails.
 inline bool changeFile(const QString &path, const char *statement)
 {
     sqlite3 *opened = nullptr;

@@ -14,18 +14,18 @@ private Q_SLOTS:
     void closingUnsavedAsks();
     void unselectingABlockOfASavedOneActsAtOnce();
     void pestTypeNarrowsTheView();
-    void allPaintsWithoutChoosing();
+    void allPaintsWithoutSelecting();
     void dateRewritesTheWeekAlone();
-    void personOutsideTheListIsKept();
-    void limitsAreTold();
-    void tooManyPestsAreAskedAbout();
+    void personOutsideTheListIsPreserved();
+    void limitsAreReported();
+    void tooManyPestsAskFirst();
     void savedInstructionIsPrinted_data();
     void savedInstructionIsPrinted();
 };
 
 void InstructionEditorPageTest::newInstructionStartsClean()
 {
-    // A choice left in the working tables belongs to nobody.
+    // A choice left in the working tables is discarded.
     host_->objPestMON().New_Add_Block_for_Instruction(1, 3);
     host_->objPestMON().New_Add_Pest_for_Instruction(3);
     farm_->session.CurrentPMCom = true;
@@ -34,7 +34,7 @@ void InstructionEditorPageTest::newInstructionStartsClean()
     QCOMPARE(find<QLineEdit>("txtWeekNo").text(), QStringLiteral("18"));
     QVERIFY(find<QCheckBox>("chkRepeat").isChecked());
     QCOMPARE(find<ItemCombo>("cmbPerson").Text(), QString());
-    // The inactive block is not offered, a worker without nickname neither.
+    // Neither the inactive block nor a worker without nickname is listed.
     QCOMPARE(grid("grdBlockIn").Rows(), 5);
     QCOMPARE(grid("grdBlockIn").cellDescription(1, BlockMark), QStringLiteral("Blok A, not selected"));
     clickCell("grdBlockIn", 1, BlockMark);
@@ -65,7 +65,7 @@ void InstructionEditorPageTest::saveAsksForPersonThenMethod()
 
 void InstructionEditorPageTest::saveStoresAndShowsPrint()
 {
-    // Block B states no points and is taken with 5.
+    // Block B has no points and gets 5.
     const int key = issue(QStringLiteral("Yes/No"), {1, 2}, {2, 5});
     QCOMPARE(
         farm_->number(QStringLiteral("Select NoofMpoints from tblPMBlockTrans where PMTransID = %1 and BlockID = 2").arg(key)),
@@ -76,7 +76,7 @@ void InstructionEditorPageTest::saveStoresAndShowsPrint()
     QCOMPARE(saved.longValue("PMMethodID"), 2);
     QVERIFY(saved.boolean("PMRepeat"));
     QVERIFY(!host_->status.isEmpty());
-    // Opened again, it counts as saved until something changes.
+    // When reopened it counts as saved until something changes.
     select(key);
     click("cmdEdit");
     QVERIFY(find<QPushButton>("cmdPALL").isVisible());
@@ -124,11 +124,11 @@ void InstructionEditorPageTest::pestTypeNarrowsTheView()
     click("cmdEdit");
     choose("cmbTPest", QStringLiteral("Weeds"));
     QCOMPARE(grid("grdPestIn").Rows(), 5 + 2);
-    // Pest 4 is a weed and chosen; pest 1 is out of view and stays chosen.
-    QCOMPARE(grid("grdPestIn").CellBackColor(1, PestMark), std::optional(mark::Yellow));
+    // Pest 4 is a weed and selected; pest 1 is filtered out and stays selected.
+    QCOMPARE(grid("grdPestIn").CellBackColor(1, PestMark), std::optional(cellColour::Yellow));
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTPest")), 2);
     click("cmdTCancel");
-    // In an unsaved one a chosen pest that comes into view again is dropped, one out of view is kept.
+    // In an unsaved one a selected pest that is listed again is deselected, one filtered out stays selected.
     click("cmdAdd");
     clickCell("grdPestIn", 1, PestMark);
     clickCell("grdPestIn", 4, PestMark);
@@ -139,13 +139,13 @@ void InstructionEditorPageTest::pestTypeNarrowsTheView()
     click("cmdTCancel");
 }
 
-void InstructionEditorPageTest::allPaintsWithoutChoosing()
+void InstructionEditorPageTest::allPaintsWithoutSelecting()
 {
     click("cmdAdd");
     click("chkSelectPest");
     const FlexGrid &pests = grid("grdPestIn");
     QCOMPARE(pests.TextMatrix(20, PestMark), QStringLiteral("+"));
-    QCOMPARE(pests.CellBackColor(20, PestMark), std::optional(mark::Yellow));
+    QCOMPARE(pests.CellBackColor(20, PestMark), std::optional(cellColour::Yellow));
     QVERIFY(!pests.CellBackColor(21, PestMark).has_value());
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTPest")), 0);
     click("chkSelectPest");
@@ -161,6 +161,7 @@ void InstructionEditorPageTest::dateRewritesTheWeekAlone()
     click("cmdEdit");
     auto &date = find<controls::DatePicker>("dtpPestM");
     date.setFocus();
+    date.setCursorPosition(0);
     QTest::keyClick(&date, Qt::Key_Up);
     QCOMPARE(date.Value(), QDate(2027, 5, 4));
     QCOMPARE(farm_->session.CurrentPMDate.date(), QDate(2027, 5, 4));
@@ -168,7 +169,7 @@ void InstructionEditorPageTest::dateRewritesTheWeekAlone()
     click("cmdTCancel");
 }
 
-void InstructionEditorPageTest::personOutsideTheListIsKept()
+void InstructionEditorPageTest::personOutsideTheListIsPreserved()
 {
     const int key = issue(QStringLiteral("Count"), {1}, {1});
     farm_->session.dbPest->Execute(QStringLiteral("UPDATE tblPMTrans SET PMPerson = 'Zoë, who left'"));
@@ -182,7 +183,7 @@ void InstructionEditorPageTest::personOutsideTheListIsKept()
     click("cmdTCancel");
 }
 
-void InstructionEditorPageTest::limitsAreTold()
+void InstructionEditorPageTest::limitsAreReported()
 {
     const int key = issue(QStringLiteral("Count"), {1}, {1});
     select(key);
@@ -190,7 +191,7 @@ void InstructionEditorPageTest::limitsAreTold()
     auto &note = find<QLineEdit>("txtPMNotes");
     note.insert(QString(300, u'n'));
     QCOMPARE(note.text().size(), 255);
-    QCOMPARE(host_->failure, QStringLiteral("The note takes 255 characters"));
+    QCOMPARE(host_->failure, QStringLiteral("The note is limited to 255 characters"));
     auto &week = find<QLineEdit>("txtWeekNo");
     week.setText(QStringLiteral("99999"));
     click("cmdTSave");
@@ -210,10 +211,10 @@ void InstructionEditorPageTest::limitsAreTold()
     QCOMPARE(captured.cursorPosition(), 0);
     host_->failure.clear();
     captured.insert(QStringLiteral("x"));
-    QCOMPARE(host_->failure, QStringLiteral("The note takes 255 characters"));
+    QCOMPARE(host_->failure, QStringLiteral("The note is limited to 255 characters"));
 }
 
-void InstructionEditorPageTest::tooManyPestsAreAskedAbout()
+void InstructionEditorPageTest::tooManyPestsAskFirst()
 {
     const int key = issue(QStringLiteral("Count"), {1}, {});
     select(key);

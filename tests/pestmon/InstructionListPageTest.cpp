@@ -8,20 +8,20 @@ class InstructionListPageTest : public PestMonScreen
 
 private Q_SLOTS:
     void emptyPeriodSelectsNothing();
-    void tabGoesAsTheEye();
+    void tabFollowsTheLayout();
     void listShowsAndFilters();
     void selectionMovesByMouseAndKey();
     void deleteRemovesOneRowAtOnce();
-    void periodStartIsKept();
+    void periodStartIsStored();
     void activationShowsOpenOnes();
-    void activationWaitsForAnOpenTab();
-    void rowPressedAfterADateIsTheOneInHand();
-    void dateTypedBeforeAddLeavesTheNewOneNew();
+    void activationIsPostponedWhileATabIsOpen();
+    void rowClickedAfterADateIsSelected();
+    void dateTypedBeforeAddDoesNotAffectTheNewOne();
 
 private:
     /// Issued on the 2nd of January, February and March, with the keys 1, 2 and 3.
     void addMonthly();
-    void typeMonth(const char *picker, const QString &month);
+    void typeDate(const char *picker, const QString &date);
 };
 
 void InstructionListPageTest::addMonthly()
@@ -32,12 +32,11 @@ void InstructionListPageTest::addMonthly()
     click("chkNComplete");
 }
 
-void InstructionListPageTest::typeMonth(const char *picker, const QString &month)
+void InstructionListPageTest::typeDate(const char *picker, const QString &date)
 {
-    auto &date = find<controls::DatePicker>(picker);
-    date.setFocus();
-    date.setCurrentSection(QDateTimeEdit::MonthSection);
-    QTest::keyClicks(&date, month);
+    auto &field = find<controls::DatePicker>(picker);
+    field.setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(&field, date);
 }
 
 void InstructionListPageTest::emptyPeriodSelectsNothing()
@@ -52,7 +51,7 @@ void InstructionListPageTest::emptyPeriodSelectsNothing()
     QVERIFY(find<QTabWidget>("tabBlock").isHidden());
 }
 
-void InstructionListPageTest::tabGoesAsTheEye()
+void InstructionListPageTest::tabFollowsTheLayout()
 {
     QCOMPARE(tabOrder("Command1"),
              QStringLiteral("Command1 chkComplete dtpDateFrom dtpDateTo grdGS cmdAdd cmdEdit cmdComp cmdPdel"));
@@ -71,7 +70,7 @@ void InstructionListPageTest::listShowsAndFilters()
     FlexGrid &list = grid("grdGS");
     click("chkAll");
     QCOMPARE(list.Rows(), 4);
-    // By date; a method without its row and a completion that was taken back show empty.
+    // By date; an unknown method and a revoked completion show empty.
     QCOMPARE(list.TextMatrix(1, 7), QStringLiteral("reopened"));
     QCOMPARE(list.TextMatrix(1, 6), QString());
     QCOMPARE(list.TextMatrix(1, 4), QString());
@@ -79,7 +78,7 @@ void InstructionListPageTest::listShowsAndFilters()
     QVERIFY(!list.CellBackColor(1, 7).has_value());
     QCOMPARE(list.TextMatrix(2, 3), QStringLiteral("Yes"));
     QCOMPARE(list.TextMatrix(2, 4), basic::shortDate(QDate(2026, 2, 5)));
-    QCOMPARE(list.CellBackColor(2, 7), std::optional(mark::Green));
+    QCOMPARE(list.CellBackColor(2, 7), std::optional(cellColour::Green));
     QCOMPARE(list.cellDescription(2, 7),
              QStringLiteral("Instruction of %1, Notes, done, completed").arg(basic::shortDate(QDate(2026, 2, 3))));
     QCOMPARE(list.cellDescription(1, 3), QStringLiteral("Instruction of %1, Done, No").arg(basic::shortDate(QDate(2026, 2, 2))));
@@ -118,13 +117,13 @@ void InstructionListPageTest::deleteRemovesOneRowAtOnce()
     select(first);
     click("cmdPdel");
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 1);
-    // Its findings stay.
+    // Its findings remain.
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where PMTransID = %1").arg(first)), 3);
     QCOMPARE(farm_->session.ListRow, 1);
     QVERIFY(farm_->session.CurrentPMTransID != first);
 }
 
-void InstructionListPageTest::periodStartIsKept()
+void InstructionListPageTest::periodStartIsStored()
 {
     auto &from = find<controls::DatePicker>("dtpDateFrom");
     QCOMPARE(from.Value(), QDate(2026, 1, 1));
@@ -145,30 +144,30 @@ void InstructionListPageTest::activationShowsOpenOnes()
     screen_->activateScreen();
     QCOMPARE(grid("grdGS").Rows(), 3);
     QVERIFY(find<QRadioButton>("chkComplete").isChecked());
-    // Nothing was remembered, so the empty last row is selected.
+    // Without a remembered row the empty last row is selected.
     farm_->session.ListRow = 0;
     screen_->activateScreen();
     QCOMPARE(grid("grdGS").Row(), 2);
     QCOMPARE(farm_->session.CurrentPMTransID, 0);
 }
 
-void InstructionListPageTest::activationWaitsForAnOpenTab()
+void InstructionListPageTest::activationIsPostponedWhileATabIsOpen()
 {
     click("cmdAdd");
     clickCell("grdBlockIn", 1, BlockMark);
     farm_->session.FilterAll = true;
     screen_->activateScreen();
-    QCOMPARE(grid("grdBlockIn").CellBackColor(1, BlockMark), std::optional(mark::Yellow));
+    QCOMPARE(grid("grdBlockIn").CellBackColor(1, BlockMark), std::optional(cellColour::Yellow));
     QVERIFY(farm_->session.FilterAll);
     host_->dialogs().queueAnswer(Answer::No);
     click("cmdTCancel");
     QVERIFY(!farm_->session.FilterAll);
 }
 
-void InstructionListPageTest::rowPressedAfterADateIsTheOneInHand()
+void InstructionListPageTest::rowClickedAfterADateIsSelected()
 {
     addMonthly();
-    typeMonth("dtpDateFrom", QStringLiteral("02"));
+    typeDate("dtpDateFrom", QStringLiteral("20260201"));
     clickCell("grdGS", 1, 7);
     FlexGrid &list = grid("grdGS");
     QCOMPARE(list.TextMatrix(1, 7), QStringLiteral("of month 2"));
@@ -180,19 +179,19 @@ void InstructionListPageTest::rowPressedAfterADateIsTheOneInHand()
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 2);
 }
 
-void InstructionListPageTest::dateTypedBeforeAddLeavesTheNewOneNew()
+void InstructionListPageTest::dateTypedBeforeAddDoesNotAffectTheNewOne()
 {
     addMonthly();
-    typeMonth("dtpDateFrom", QStringLiteral("02"));
+    typeDate("dtpDateFrom", QStringLiteral("20260201"));
     QTest::keyClick(&find<controls::DatePicker>("dtpDateFrom"), Qt::Key_A, Qt::AltModifier);
     QTRY_VERIFY(find<QTabWidget>("tabBlock").isVisible());
     QCOMPARE(farm_->session.CurrentPMTransID, 0);
     QCOMPARE(farm_->session.CurrentSDate, QStringLiteral("2026/02/01"));
-    // Nor does a change of the period behind the tab take the new one away.
-    find<controls::DatePicker>("dtpDateTo").setDate(QDate(2026, 3, 1));
+    // Nor does a change of the period behind the tab.
+    find<controls::DatePicker>("dtpDateTo").choose(QDate(2026, 3, 1));
     choose("cmbPMethod", QStringLiteral("Count"));
     choose("cmbPerson", QStringLiteral("Anna"));
-    typeMonth("dtpPestM", QStringLiteral("06"));
+    typeDate("dtpPestM", QStringLiteral("4/6/2026"));
     expectMessage();
     QTest::keyClick(&find<controls::DatePicker>("dtpPestM"), Qt::Key_V, Qt::AltModifier);
     QTRY_COMPARE(farm_->session.CurrentPMTransID, 4);

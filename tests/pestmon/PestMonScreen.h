@@ -19,9 +19,10 @@
 using controls::Answer;
 using controls::FlexGrid;
 using controls::ItemCombo;
-namespace mark = controls::mark;
+namespace capture = pestmon::capture;
+namespace cellColour = controls::cellColour;
 
-/// The pest monitoring screen on a small farm on 4 May 2026, and the hands to work it. Base of the tests of its faces.
+/// The pest monitoring screen on a small farm on 4 May 2026, and helpers to drive it. Base of the tests of its pages.
 class PestMonScreen : public ScreenCase<PestMonFarm, frmPestMon2>
 {
     Q_OBJECT

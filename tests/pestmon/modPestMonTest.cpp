@@ -8,6 +8,8 @@
 
 #include <memory>
 
+using namespace pestmon;
+
 namespace
 {
 
@@ -27,7 +29,7 @@ private Q_SLOTS:
     void unselectedBlockKeepsItsRows();
     void successorIsEqualAndEmpty();
     void valueTooLongWritesNothing();
-    void saveBrokenOffIsContinued();
+    void interruptedSaveIsContinued();
     void clearEmptiesBothTables();
 
 private:
@@ -68,7 +70,7 @@ void modPestMonTest::newInstructionGetsItsZeroRows()
     const int key = farm_->session.CurrentPMTransID;
     QVERIFY(key > 0);
     QVERIFY(!farm_->session.RepeatDone);
-    // (3 + 5) points x 2 pests, less the row that the step takes first: there was none to take.
+    // (3 + 5) points x 2 pests; there was no row to delete first.
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData")), 16);
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMDataMax where BlockID = 1 and CTargetID = 3")), 3);
     // Order of creation: block, point, pest.
@@ -93,7 +95,7 @@ void modPestMonTest::savingTwiceLeavesTwoSetsLessOneRow()
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTarTrans")), 1);
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData")), 5);
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMDataMax")), 5);
-    // The row that went was the oldest: point 1 of the first set.
+    // The deleted row is the oldest: point 1 of the first set.
     QCOMPARE(farm_->number(QStringLiteral("Select PMBPunt from tblPMData order by PMDataID asc")), 2);
 }
 
@@ -146,21 +148,21 @@ void modPestMonTest::valueTooLongWritesNothing()
     QVERIFY(store_->lastError().has_value());
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 0);
     QCOMPARE(session.CurrentPMTransID, 0);
-    // Corrected, the same save goes through.
+    // After a correction the same save succeeds.
     session.CurrentPMPerson = QStringLiteral("Anna");
     QCOMPARE(Save_Instruction(session, *store_), Done);
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData")), 3);
 }
 
-void modPestMonTest::saveBrokenOffIsContinued()
+void modPestMonTest::interruptedSaveIsContinued()
 {
     choose({1}, {3});
     SessionContext &session = farm_->session;
-    QVERIFY(changeFile(session.PestDBFile, "ALTER TABLE tblPMTPest RENAME TO kept"));
+    QVERIFY(changeFile(session.PestDBFile, "ALTER TABLE tblPMTPest RENAME TO other"));
     QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, Save_Instruction(session, *store_));
-    // The instruction itself is stored; the next save goes on with it.
+    // The instruction itself is stored; the next save continues with it.
     QCOMPARE(session.CurrentPMTransID, 1);
-    QVERIFY(changeFile(session.PestDBFile, "ALTER TABLE kept RENAME TO tblPMTPest"));
+    QVERIFY(changeFile(session.PestDBFile, "ALTER TABLE other RENAME TO tblPMTPest"));
     QCOMPARE(Save_Instruction(session, *store_), Done);
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans")), 1);
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData")), 3);

@@ -16,7 +16,7 @@
 #include <QTest>
 
 using controls::FlexGrid;
-namespace mark = controls::mark;
+namespace cellColour = controls::cellColour;
 
 namespace
 {
@@ -58,7 +58,7 @@ private:
         auto &grid = find<FlexGrid>(name);
         int count = 0;
         for (int row = 1; row < grid.Rows(); ++row) {
-            count += grid.CellBackColor(row, col) == mark::Yellow ? 1 : 0;
+            count += grid.CellBackColor(row, col) == cellColour::Yellow ? 1 : 0;
         }
         return count;
     }
@@ -126,7 +126,7 @@ void frmRepPestInfoTest::changedPeriodStartIsStored()
     open();
     auto &from = find<controls::DatePicker>("dtpDateFrom");
     from.setFocus();
-    from.setCurrentSection(QDateTimeEdit::DaySection);
+    from.selectAll();
     QTest::keyClick(&from, Qt::Key_Up);
     QTest::keyClick(&from, Qt::Key_Return);
     QCOMPARE(farm_->session.CurrentSDate, QStringLiteral("2026/01/02"));
@@ -139,11 +139,11 @@ void frmRepPestInfoTest::clicksChoose()
 {
     open();
     const auto &pests = find<FlexGrid>("grdPestIn");
-    QCOMPARE(pests.CellBackColor(1, PestMark), mark::White);
+    QCOMPARE(pests.CellBackColor(1, PestMark), cellColour::White);
     clickCell("grdPestIn", 2, 2);
-    QCOMPARE(pests.CellBackColor(2, PestMark), mark::Yellow);
+    QCOMPARE(pests.CellBackColor(2, PestMark), cellColour::Yellow);
     clickCell("grdPestIn", 2, PestMark);
-    QCOMPARE(pests.CellBackColor(2, PestMark), mark::White);
+    QCOMPARE(pests.CellBackColor(2, PestMark), cellColour::White);
     // The row behind the last block stays empty.
     clickCell("grdBlockIn", 4, BlockMark);
     QCOMPARE(chosen("grdBlockIn", BlockMark), 0);

@@ -85,7 +85,7 @@ void LongWorkTest::windowRepaintsMeanwhile()
     typeAndClick();
     bool painted = false;
     struct Watch : QObject {
-        explicit Watch(bool &told) : painted(told) {}
+        explicit Watch(bool &paintedFlag) : painted(paintedFlag) {}
         bool eventFilter(QObject *, QEvent *event) override
         {
             painted = painted || event->type() == QEvent::Paint;

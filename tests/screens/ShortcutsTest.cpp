@@ -14,7 +14,7 @@
 #include <QSet>
 #include <QTest>
 
-/// The page of keys tells the keys that the screens answer to, and opens everywhere.
+/// The page of keys lists the keys of the screens, and opens everywhere.
 class ShortcutsTest : public QObject
 {
     Q_OBJECT
@@ -28,12 +28,12 @@ private Q_SLOTS:
     void theBarsLettersAreFreeOnEveryScreen_data() { screens(); }
     void theBarsLettersAreFreeOnEveryScreen();
     void thePageBeginsWithTheScreen();
-    void aScreenHasTheKeysAtOnce_data() { screens(); }
-    void aScreenHasTheKeysAtOnce();
+    void aScreenHasTheFocusAtOnce_data() { screens(); }
+    void aScreenHasTheFocusAtOnce();
 
 private:
     static void screens();
-    /// Letters with Alt of all buttons and captions below a widget.
+    /// Alt shortcuts of all buttons and captions below a widget.
     static QSet<QString> letters(const QWidget &widget);
     static QSet<QString> lettersInTable(const QStringList &owners);
     QWidget &open(const QString &picture);
@@ -136,10 +136,10 @@ void ShortcutsTest::theTableHasTheLettersOfTheScreen()
         window_->findChild<QAbstractButton *>(QStringLiteral("CommandButton1"))->click();
     }
     QStringList real = found.values();
-    QStringList told = lettersInTable(owners).values();
+    QStringList listed = lettersInTable(owners).values();
     real.sort();
-    told.sort();
-    QCOMPARE(told, real);
+    listed.sort();
+    QCOMPARE(listed, real);
 }
 
 void ShortcutsTest::everyButtonsTipNamesItsKey()
@@ -173,12 +173,12 @@ void ShortcutsTest::thePageBeginsWithTheScreen()
     }
 }
 
-void ShortcutsTest::aScreenHasTheKeysAtOnce()
+void ShortcutsTest::aScreenHasTheFocusAtOnce()
 {
     QFETCH(QString, picture);
     const QWidget &screen = open(picture);
     const QWidget *first = QApplication::focusWidget();
-    QVERIFY2(first != &screen && screen.isAncestorOf(first), "the keys work without a Tab");
+    QVERIFY2(first != &screen && screen.isAncestorOf(first), "a control of the screen has the focus");
 }
 
 int main(int argc, char **argv)

@@ -28,7 +28,7 @@ using controls::PictureButton;
 namespace
 {
 
-/// What the screens of a test did, in order.
+/// The calls to the screens of a test, in order.
 QStringList journal;
 
 class PlainScreen : public ChildScreen
@@ -71,24 +71,24 @@ private Q_SLOTS:
     void cleanup();
     void captionsAndPicturesWithoutScreen();
     void screenOpensAndBringsTheMenuBack();
-    void positionIsZeroedWhereTold_data();
-    void positionIsZeroedWhereTold();
+    void positionIsResetWhereSet_data();
+    void positionIsResetWhereSet();
     void reportsFolderIsMadeOnTheWay();
     void farmChoiceClosesTheScreenUnasked();
     void processBringsTheMenuBack();
     void screenIsActivatedOnReturnFromElsewhere();
-    void untakenErrorIsShownAndTheProgramGoesOn();
-    void lastNetTakesWhatEscapes();
-    void hoverBordersGoOffOnTheGroundOnly();
+    void unhandledErrorIsShown();
+    void applicationHandlesEscapedErrors();
+    void hoverBordersAreRemovedOnTheBackground();
     void exitIsBlueUnderThePointer();
     void endsAtOnce_data();
     void endsAtOnce();
-    void everythingIsReachedByTab();
+    void everythingIsReachableByTab();
     void lettersWithAltAreNotTyped();
-    void refusedDateIsTold();
-    void longSentenceLeavesTheWindowAsItIs();
-    void workbookWithoutProgramIsTold();
-    void progressPictureTakesNoRoom();
+    void refusedDateIsReported();
+    void longSentenceDoesNotWidenTheWindow();
+    void workbookWithoutProgramIsReported();
+    void progressPictureMovesNothing();
 
 private:
     template <typename Widget> Widget &control(const char *name)
@@ -175,17 +175,17 @@ void MDI_MonitoringTest::screenOpensAndBringsTheMenuBack()
     QVERIFY(!journal.contains(QStringLiteral("asked")));
 }
 
-void MDI_MonitoringTest::positionIsZeroedWhereTold_data()
+void MDI_MonitoringTest::positionIsResetWhereSet_data()
 {
     QTest::addColumn<QByteArray>("picture");
     QTest::addColumn<int>("row");
-    // The screen before leaves row 9 behind while it closes.
+    // The previous screen sets row 9 while it closes.
     QTest::newRow("after the folder") << QByteArray("imSpray") << 0;
     QTest::newRow("first, hence before the other closes") << QByteArray("imLeave") << 9;
     QTest::newRow("never") << QByteArray("ImPM") << 9;
 }
 
-void MDI_MonitoringTest::positionIsZeroedWhereTold()
+void MDI_MonitoringTest::positionIsResetWhereSet()
 {
     QFETCH(QByteArray, picture);
     QFETCH(int, row);
@@ -221,7 +221,7 @@ void MDI_MonitoringTest::farmChoiceClosesTheScreenUnasked()
     QVERIFY(window_->menuIsOpen());
     QVERIFY(window_->CurrentForm() == nullptr);
     QVERIFY(!journal.contains(QStringLiteral("asked")));
-    // Nothing selected is an error before anything is left silently; nothing changes.
+    // No selection is an error that is not ignored; nothing changes.
     dialogs_->expectMessage();
     control<controls::ItemCombo>("cmbFarm").setListIndex(-1);
     QCOMPARE(window_->session().CurrentFarmID, 2);
@@ -257,7 +257,7 @@ void MDI_MonitoringTest::screenIsActivatedOnReturnFromElsewhere()
     QCoreApplication::processEvents();
     QCOMPARE(journal.count(QStringLiteral("activate")), 2);
 
-    // A screen closed before the return is told nothing more.
+    // A screen closed before the return is not activated.
     Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
     Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
     window_->CurrentForm()->closeScreen();
@@ -265,7 +265,7 @@ void MDI_MonitoringTest::screenIsActivatedOnReturnFromElsewhere()
     QCOMPARE(journal.count(QStringLiteral("activate")), 2);
 }
 
-void MDI_MonitoringTest::untakenErrorIsShownAndTheProgramGoesOn()
+void MDI_MonitoringTest::unhandledErrorIsShown()
 {
     dialogs_->expectMessage();
     QTest::mouseClick(&control<PictureButton>("imGG"), Qt::LeftButton);
@@ -276,7 +276,7 @@ void MDI_MonitoringTest::untakenErrorIsShownAndTheProgramGoesOn()
     QVERIFY(window_->CurrentForm() != nullptr);
 }
 
-void MDI_MonitoringTest::lastNetTakesWhatEscapes()
+void MDI_MonitoringTest::applicationHandlesEscapedErrors()
 {
     class Thrower : public QObject
     {
@@ -290,7 +290,7 @@ void MDI_MonitoringTest::lastNetTakesWhatEscapes()
     QVERIFY(dialogs_->takeLastText().contains(QStringLiteral("91")));
 }
 
-void MDI_MonitoringTest::hoverBordersGoOffOnTheGroundOnly()
+void MDI_MonitoringTest::hoverBordersAreRemovedOnTheBackground()
 {
     const MenuPanel &menu = control<MenuPanel>("picPro");
     PictureButton &first = control<PictureButton>("imSpray");
@@ -336,7 +336,7 @@ void MDI_MonitoringTest::endsAtOnce()
     QVERIFY(!journal.contains(QStringLiteral("asked")));
 }
 
-void MDI_MonitoringTest::everythingIsReachedByTab()
+void MDI_MonitoringTest::everythingIsReachableByTab()
 {
     QStringList reached;
     control<QWidget>("cmbFarm").setFocus();
@@ -344,7 +344,7 @@ void MDI_MonitoringTest::everythingIsReachedByTab()
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         QWidget *focused = QApplication::focusWidget();
         const QString name = focused->objectName();
-        reached += name == QStringLiteral("qt_spinbox_lineedit") || name.isEmpty() ? focused->parent()->objectName() : name;
+        reached += name.isEmpty() ? focused->parent()->objectName() : name;
     }
     for (const char *name :
          {"cmbFarm", "cmbYear", "CommandButton1", "cmdLExit", "imSpray", "ImPM", "imGG", "imLeave", "cmdClose"}) {
@@ -362,14 +362,14 @@ void MDI_MonitoringTest::lettersWithAltAreNotTyped()
     QTest::keyClick(window_.get(), Qt::Key_Q, Qt::AltModifier);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Q, Qt::AltModifier);
     QCOMPARE(field->text(), QString());
-    // Some keyboards have characters of their own under Control and Alt together.
+    // Some keyboard layouts have characters with Control and Alt.
     QTest::simulateEvent(QApplication::focusWidget(), true, Qt::Key_E, Qt::AltModifier | Qt::ControlModifier,
                          QStringLiteral("\u00e9"), false);
     QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("Q"));
     QCOMPARE(field->text(), QStringLiteral("\u00e9Q"));
 }
 
-void MDI_MonitoringTest::refusedDateIsTold()
+void MDI_MonitoringTest::refusedDateIsReported()
 {
     open("ImPM");
     auto *picker = window_->CurrentForm()->findChild<controls::DatePicker *>();
@@ -379,7 +379,7 @@ void MDI_MonitoringTest::refusedDateIsTold()
     QVERIFY2(window_->statusText().contains(QLatin1String("31/02/2026")), qPrintable(window_->statusText()));
 }
 
-void MDI_MonitoringTest::longSentenceLeavesTheWindowAsItIs()
+void MDI_MonitoringTest::longSentenceDoesNotWidenTheWindow()
 {
     const int narrowest = window_->minimumSizeHint().width();
     const QString sentence(600, u'n');
@@ -391,7 +391,7 @@ void MDI_MonitoringTest::longSentenceLeavesTheWindowAsItIs()
     QCOMPARE(control<QWidget>("statusText").toolTip(), sentence);
 }
 
-void MDI_MonitoringTest::workbookWithoutProgramIsTold()
+void MDI_MonitoringTest::workbookWithoutProgramIsReported()
 {
     dialogs_->expectMessage();
     window_->launcher().tellWhere(QStringLiteral("/farm/Reports/Count.xlsx"));
@@ -402,7 +402,7 @@ void MDI_MonitoringTest::workbookWithoutProgramIsTold()
     QCOMPARE(&window_->launcher(), &recording);
 }
 
-void MDI_MonitoringTest::progressPictureTakesNoRoom()
+void MDI_MonitoringTest::progressPictureMovesNothing()
 {
     ProgressPicture &picture = window_->Picture4();
     QVERIFY(picture.isHidden());

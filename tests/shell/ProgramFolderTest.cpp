@@ -7,24 +7,24 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/// Which folder is the program's, and what a first start makes in it.
+/// Which folder the program uses, and what a first start creates in it.
 class ProgramFolderTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
     void init();
-    void databasesBesideTheProgramDecide();
+    void databasesNextToTheProgramDecide();
     void firstStartMakesTheTemplates();
-    void theOfficesOwnTemplateIsKept();
-    void aFolderThatCannotBeMadeIsTold();
-    void theFirstFarmIsToldWithItsPlace();
+    void existingTemplateIsPreserved();
+    void failureToMakeTheFolderIsReported();
+    void firstFarmTextNamesTheFolder();
 
 private:
     static void write(const QString &path, const QByteArray &text);
     static QByteArray read(const QString &path);
 
     std::unique_ptr<QTemporaryDir> root_;
-    ProgramPlaces places_;
+    ProgramFolders folders_;
 };
 
 void ProgramFolderTest::write(const QString &path, const QByteArray &text)
@@ -43,52 +43,52 @@ QByteArray ProgramFolderTest::read(const QString &path)
 void ProgramFolderTest::init()
 {
     root_ = std::make_unique<QTemporaryDir>();
-    places_ = {.program = root_->filePath(QStringLiteral("bin")),
-               .user = root_->filePath(QStringLiteral("home/of user/farm-monitoring")),
-               .templates = root_->filePath(QStringLiteral("share/Templates"))};
-    QVERIFY(QDir().mkpath(places_.program));
-    QVERIFY(QDir().mkpath(places_.templates));
-    const QString installed = places_.templates + QStringLiteral("/PestMoni.xls");
+    folders_ = {.program = root_->filePath(QStringLiteral("bin")),
+                .user = root_->filePath(QStringLiteral("home/of user/farm-monitoring")),
+                .templates = root_->filePath(QStringLiteral("share/Templates"))};
+    QVERIFY(QDir().mkpath(folders_.program));
+    QVERIFY(QDir().mkpath(folders_.templates));
+    const QString installed = folders_.templates + QStringLiteral("/PestMoni.xls");
     write(installed, "installed");
     QVERIFY(QFile::setPermissions(installed, QFile::ReadOwner));
 }
 
-void ProgramFolderTest::databasesBesideTheProgramDecide()
+void ProgramFolderTest::databasesNextToTheProgramDecide()
 {
-    QCOMPARE(programFolder(places_), places_.user);
-    QVERIFY(QDir(places_.program).mkdir(QStringLiteral("DATABASES")));
-    QCOMPARE(programFolder(places_), places_.program);
+    QCOMPARE(programFolder(folders_), folders_.user);
+    QVERIFY(QDir(folders_.program).mkdir(QStringLiteral("DATABASES")));
+    QCOMPARE(programFolder(folders_), folders_.program);
 }
 
 void ProgramFolderTest::firstStartMakesTheTemplates()
 {
-    makeProgramFolder(places_.user, places_.templates);
-    const QString own = places_.user + QStringLiteral("/Templates/PestMoni.xls");
+    makeProgramFolder(folders_.user, folders_.templates);
+    const QString own = folders_.user + QStringLiteral("/Templates/PestMoni.xls");
     QCOMPARE(read(own), QByteArray("installed"));
     QVERIFY(QFile::permissions(own) & QFile::WriteOwner);
-    QVERIFY(!holdsDatabases(places_.user));
+    QVERIFY(!holdsDatabases(folders_.user));
 }
 
-void ProgramFolderTest::theOfficesOwnTemplateIsKept()
+void ProgramFolderTest::existingTemplateIsPreserved()
 {
-    QVERIFY(QDir().mkpath(places_.user + QStringLiteral("/templates")));
-    write(places_.user + QStringLiteral("/templates/PESTMONI.XLS"), "with logo");
-    makeProgramFolder(places_.user, places_.templates);
-    QCOMPARE(read(places_.user + QStringLiteral("/templates/PESTMONI.XLS")), QByteArray("with logo"));
-    QCOMPARE(QDir(places_.user + QStringLiteral("/templates")).entryList(QDir::Files).size(), 1);
+    QVERIFY(QDir().mkpath(folders_.user + QStringLiteral("/templates")));
+    write(folders_.user + QStringLiteral("/templates/PESTMONI.XLS"), "with logo");
+    makeProgramFolder(folders_.user, folders_.templates);
+    QCOMPARE(read(folders_.user + QStringLiteral("/templates/PESTMONI.XLS")), QByteArray("with logo"));
+    QCOMPARE(QDir(folders_.user + QStringLiteral("/templates")).entryList(QDir::Files).size(), 1);
 }
 
-void ProgramFolderTest::aFolderThatCannotBeMadeIsTold()
+void ProgramFolderTest::failureToMakeTheFolderIsReported()
 {
     write(root_->filePath(QStringLiteral("home")), "a file in the way");
-    QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, makeProgramFolder(places_.user, places_.templates));
+    QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, makeProgramFolder(folders_.user, folders_.templates));
 }
 
-void ProgramFolderTest::theFirstFarmIsToldWithItsPlace()
+void ProgramFolderTest::firstFarmTextNamesTheFolder()
 {
-    const QString text = firstFarmText(places_.user);
+    const QString text = firstFarmText(folders_.user);
     for (const char *command : {"import FOLDER", "demo", "create"}) {
-        const QString line = QStringLiteral("farmdata %1 \"%2/Databases\"").arg(QLatin1String(command), places_.user);
+        const QString line = QStringLiteral("farmdata %1 \"%2/Databases\"").arg(QLatin1String(command), folders_.user);
         QVERIFY2(text.contains(line), qPrintable(text));
     }
 }

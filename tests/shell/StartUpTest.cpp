@@ -1,19 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "common/ProgramLock.h"
+#include "common/FarmLock.h"
 #include "fakes/QueuedDialogs.h"
 #include "platform/basic/Clock.h"
 #include "platform/basic/TextFiles.h"
 #include "platform/controls/ItemCombo.h"
+#include "platform/dao/CommitScope.h"
+#include "platform/dao/Workspace.h"
 #include "shell/MDI_Monitoring.h"
 #include "store/Backups.h"
 #include "support/TemporaryFarm.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTest>
 
 using store::DatabaseFile;
 
-/// The load of the main window on folders that are whole, partly filled or damaged.
+/// The load of the main window on complete, incomplete and damaged folders.
 class StartUpTest : public QObject
 {
     Q_OBJECT
@@ -23,14 +26,17 @@ private Q_SLOTS:
     void withoutActiveFarmTheKeyStaysAsRead();
     void lettersInAKeyEndTheStart();
     void otherCopyIsRefusedFirst();
+    void anotherComputerMayViewTheFarm();
+    void aDeclinedViewOpensNothing();
+    void theLockOfADeadComputerIsTakenOver();
     void unopenedFilesEndTheStart_data();
     void unopenedFilesEndTheStart();
     void withoutTheSprayFileTheListIsEmpty();
     void bringsThePestFileUpToDate();
     void copyIsMadeBeforeTheFirstWrite();
     void copyIsMadeBeforeTheFirstWriteOfTheNextDay();
-    void failedCopyIsNamedAndNoHindrance();
-    void missingTemplatesAreNoHindrance();
+    void failedCopyIsReportedAndNotFatal();
+    void missingTemplatesAreNotFatal();
 
 private:
     struct Start {
@@ -39,8 +45,11 @@ private:
         std::optional<MDI_Monitoring::Load> load;
         std::optional<basic::RunTimeError> error;
 
-        explicit Start(const QString &appPath)
+        explicit Start(const QString &appPath, std::optional<controls::Answer> answer = {})
         {
+            if (answer) {
+                dialogs.queueAnswer(*answer);
+            }
             try {
                 load = window.load(appPath);
             } catch (const basic::RunTimeError &raised) {
@@ -50,6 +59,17 @@ private:
         const SessionContext &session() { return window.session(); }
         const controls::ItemCombo &farms() const { return *window.findChild<controls::ItemCombo *>(QStringLiteral("cmbFarm")); }
     };
+    static void leaveLock(const TemporaryFarm &farm, int secondsAgo);
+    /// All files of a folder, by name and content.
+    static QByteArray contentsOf(const QString &folder)
+    {
+        QByteArray all;
+        for (const QFileInfo &info : QDir(folder).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name)) {
+            QFile file(info.filePath());
+            all += info.fileName().toUtf8() + (file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray());
+        }
+        return all;
+    }
     static void handOff(const TemporaryFarm &farm, const QString &file, const QString &line)
     {
         basic::writeLine(farm.appPath() + u'/' + file, line);
@@ -124,14 +144,83 @@ void StartUpTest::otherCopyIsRefusedFirst()
     TemporaryFarm farm;
     farm.close();
     handOff(farm, QStringLiteral("FindfarmID.txt"), QStringLiteral("three"));
-    const auto other = ProgramLock::tryLock(farm.appPath());
-    QVERIFY(other != nullptr);
+    const FarmLock::Attempt other = FarmLock::tryLock(farm.databasesPath());
+    QVERIFY(other.lock != nullptr);
     Start start(farm.appPath());
     QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::OtherCopyRuns));
     QCOMPARE(start.dialogs.shown().size(), std::size_t(1));
     QCOMPARE(start.dialogs.shown().front().text, QStringLiteral("The Pest Monitoring Module is already open!"));
     QCOMPARE(start.dialogs.shown().front().icon, controls::BoxIcon::Critical);
     QVERIFY(!start.session().dbMain.isSet());
+}
+
+/// What the program on another computer has written, so many seconds ago.
+void StartUpTest::leaveLock(const TemporaryFarm &farm, int secondsAgo)
+{
+    QFile file(farm.databasesPath() + QStringLiteral("/PestMon.lock"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("computer=OFFICE-2\nuser=anna\nprocess=77\nsince=2026-05-01T08:00:00\nmachine=OFFICE-2/0123\n");
+    QVERIFY(file.flush()
+            && file.setFileTime(QDateTime::currentDateTime().addSecs(-secondsAgo), QFileDevice::FileModificationTime));
+}
+
+void StartUpTest::anotherComputerMayViewTheFarm()
+{
+    TemporaryFarm farm;
+    farm.addFarm(QStringLiteral("Riverbend"));
+    farm.addPlanting({.block = farm.addBlock({})});
+    farm.addInstruction({.completed = QDate(2026, 1, 8)});
+    farm.session.dbPest->Execute(QStringLiteral("UPDATE tblPMTrans SET PMTransWeek = 40"));
+    farm.close();
+    leaveLock(farm, 20);
+    const QByteArray before = contentsOf(farm.databasesPath());
+    Start start(farm.appPath(), controls::Answer::Yes);
+    QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::Done));
+    QVERIFY2(start.dialogs.shown().front().text.contains(QStringLiteral("anna on OFFICE-2 since 2026/05/01 08:00")),
+             qPrintable(start.dialogs.shown().front().text));
+    QCOMPARE(start.session().CurrentFarm, QStringLiteral("Riverbend"));
+    QVERIFY(start.window.statusText().contains(QStringLiteral("OFFICE-2")));
+    QVERIFY(start.window.findChild<QWidget *>(QStringLiteral("lblViewOnly")));
+    auto &store = start.window.objPestMON();
+    QCOMPARE(store.Get_PMTrans(1).longValue("PMTransWeek"), 40);
+    for (const auto status : {store.New_Add_Pest_for_Instruction(1), store.Delete_PestMonTrans(1)}) {
+        QCOMPARE(status, clsPestMONNew::Failed);
+        QCOMPARE(store.lastError()->number(), static_cast<int>(dao::DataErrorNumber::ReadOnly));
+        QVERIFY(store.lastError()->description().contains(QStringLiteral("only shows")));
+    }
+    // Not by any other way either.
+    QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, start.session().dbPest->Execute(QStringLiteral("DELETE FROM tblPMTrans")));
+    QCOMPARE(contentsOf(farm.databasesPath()), before);
+}
+
+void StartUpTest::aDeclinedViewOpensNothing()
+{
+    TemporaryFarm farm;
+    farm.close();
+    leaveLock(farm, 20);
+    Start start(farm.appPath(), controls::Answer::No);
+    QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::OtherCopyRuns));
+    QVERIFY(!start.session().dbMain.isSet());
+}
+
+void StartUpTest::theLockOfADeadComputerIsTakenOver()
+{
+    TemporaryFarm farm;
+    farm.close();
+    leaveLock(farm, 1000);
+    {
+        Start start(farm.appPath());
+        QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::Done));
+        QVERIFY(start.dialogs.shown().empty());
+        QCOMPARE(start.window.objPestMON().New_Add_Pest_for_Instruction(1), clsPestMONNew::Done);
+        // A second program on this computer is refused, also by another path to the folder.
+        const QString link = farm.appPath() + QStringLiteral("/link");
+        QVERIFY(QDir(farm.appPath()).mkdir("link") && QFile::link(farm.databasesPath(), link + "/Databases"));
+        Start second(link);
+        QCOMPARE(second.load, std::optional(MDI_Monitoring::Load::OtherCopyRuns));
+        QCOMPARE(second.dialogs.shown().front().text, MDI_Monitoring::alreadyOpenText());
+    }
+    QCOMPARE(QFileInfo(farm.databasesPath() + "/PestMon.lock").size(), 0);
 }
 
 void StartUpTest::unopenedFilesEndTheStart_data()
@@ -160,7 +249,7 @@ void StartUpTest::unopenedFilesEndTheStart()
     QCOMPARE(start.error->number(), 91);
     QVERIFY2(start.error->description().contains(store::fileName(static_cast<DatabaseFile>(file))),
              qPrintable(start.error->description()));
-    QVERIFY2(start.dialogs.shown().empty(), "nothing is said before the error itself");
+    QVERIFY2(start.dialogs.shown().empty(), "no box before the error itself");
     QVERIFY(!start.session().MenuRestore);
     QCOMPARE(QFile::exists(path), damaged);
 }
@@ -227,7 +316,7 @@ void StartUpTest::copyIsMadeBeforeTheFirstWriteOfTheNextDay()
     store.Get_Farms();
     QCOMPARE(store::listBackups(farm.databasesPath()).size(), std::size_t(1));
     {
-        dao::WriteScope scope(*start.session().dbPest);
+        dao::CommitScope scope(*start.session().dbPest);
         QCOMPARE(store.New_Add_Pest_for_Instruction(7), clsPestMONNew::Done);
         QCOMPARE(store.New_Add_Pest_for_Instruction(8), clsPestMONNew::Done);
     }
@@ -239,7 +328,7 @@ void StartUpTest::copyIsMadeBeforeTheFirstWriteOfTheNextDay()
     QCOMPARE(copy->OpenRecordset(QStringLiteral("Select * from tblPMTPest")).RecordCount(), 0);
 }
 
-void StartUpTest::missingTemplatesAreNoHindrance()
+void StartUpTest::missingTemplatesAreNotFatal()
 {
     TemporaryFarm farm;
     farm.close();
@@ -249,7 +338,7 @@ void StartUpTest::missingTemplatesAreNoHindrance()
     QVERIFY2(start.window.statusText().contains(QStringLiteral("Templates")), qPrintable(start.window.statusText()));
 }
 
-void StartUpTest::failedCopyIsNamedAndNoHindrance()
+void StartUpTest::failedCopyIsReportedAndNotFatal()
 {
     TemporaryFarm farm;
     farm.addFarm(QStringLiteral("Riverbend"));
@@ -259,7 +348,7 @@ void StartUpTest::failedCopyIsNamedAndNoHindrance()
     Start start(farm.appPath());
     QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::Done));
     QVERIFY2(start.window.statusText().contains(QStringLiteral("Backups")), qPrintable(start.window.statusText()));
-    QVERIFY2(start.window.statusText().contains(store::fileName(DatabaseFile::Spray)), "what failed before it stays named");
+    QVERIFY2(start.window.statusText().contains(store::fileName(DatabaseFile::Spray)), "the earlier failure is still reported");
 }
 
 QTEST_MAIN(StartUpTest)

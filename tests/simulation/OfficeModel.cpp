@@ -9,7 +9,7 @@
 namespace
 {
 
-/// The bare engine on a file, for questions whose answer is one number.
+/// SQLite itself on a file, for queries whose result is one number.
 class BareFile
 {
 public:
@@ -114,8 +114,8 @@ QStringList OfficeModel::differencesFrom(const QString &pestFile) const
     }
     compare(QStringLiteral("SELECT COUNT(*) FROM tblPMData"), details);
     compare(QStringLiteral("SELECT COUNT(*) FROM tblPMDataMax"), details);
-    for (const auto &[place, sum] : analyses_) {
-        compare(QStringLiteral("SELECT SUM(%1) FROM %2").arg(place.second, place.first), sum);
+    for (const auto &[field, sum] : analyses_) {
+        compare(QStringLiteral("SELECT SUM(%1) FROM %2").arg(field.second, field.first), sum);
     }
     return differences;
 }

@@ -9,7 +9,7 @@
 #include <optional>
 #include <vector>
 
-/// What the office believes its file to hold: kept from what was typed, by rules of its own, never from what the program reads.
+/// What the file of the office must hold: computed from what was typed, by rules of its own, never from what the program reads.
 class OfficeModel
 {
 public:
@@ -43,7 +43,7 @@ public:
 
     /// Counts of a block and pest completed within the days.
     int counted(int block, int pest, QDate from, QDate to) const;
-    /// Every sum that the file has otherwise, in words; the file is read by the bare engine.
+    /// Every sum that the file has otherwise, in words; the file is read by SQLite itself.
     QStringList differencesFrom(const QString &pestFile) const;
 
 private:

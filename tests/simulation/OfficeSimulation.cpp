@@ -18,6 +18,7 @@
 
 using controls::FlexGrid;
 using controls::ItemCombo;
+namespace capture = pestmon::capture;
 
 namespace
 {
@@ -25,16 +26,16 @@ namespace
 constexpr int BlockMark = 4;
 constexpr int PestMark = 3;
 
-struct AnalysisPlace {
-    const char *picture;
+struct AnalysisScreen {
+    const char *menuPicture;
     QStringView mode;
     const char *table;
 };
-constexpr std::array<AnalysisPlace, 5> AnalysisPlaces{{{"imLeave", u"Leaf", "tblLeaveAnalysis"},
-                                                       {"imAsset", u"Fruit", "tblFruitAnalysis"},
-                                                       {"imBas", u"Basic", "tblSoilBasic"},
-                                                       {"imEx", u"Ex", "tblSoilExtraction"},
-                                                       {"imMic", u"Micro", "tblSoilMicro"}}};
+constexpr std::array<AnalysisScreen, 5> AnalysisScreens{{{"imLeave", u"Leaf", "tblLeaveAnalysis"},
+                                                         {"imAsset", u"Fruit", "tblFruitAnalysis"},
+                                                         {"imBas", u"Basic", "tblSoilBasic"},
+                                                         {"imEx", u"Ex", "tblSoilExtraction"},
+                                                         {"imMic", u"Micro", "tblSoilMicro"}}};
 
 int keyInRow(const FlexGrid &grid, int row, int col)
 {
@@ -64,8 +65,8 @@ void OfficeSimulation::startYear(int year)
     driver_.click("imSpray");
     auto &from = driver_.find<controls::DatePicker>("dtpDateFrom");
     from.setFocus();
-    from.setDate(yearStart_);
-    // Leaving the field keeps the date for all screens.
+    from.choose(yearStart_);
+    // Leaving the field sets the date for all screens.
     driver_.find<FlexGrid>("grdGS").setFocus();
     driver_.click("Command1");
 }
@@ -154,8 +155,8 @@ void OfficeSimulation::capture(int key)
     auto &blocks = driver_.find<ItemCombo>("cmbBlock");
     expect(blocks.ListCount() == static_cast<int>(model_.instruction(key).blocks.size()),
            QStringLiteral("instruction %1 shows other blocks").arg(key));
-    for (int place = 0; place < blocks.ListCount(); ++place) {
-        timings_.time(QStringLiteral("choose a block"), [&] { driver_.choose("cmbBlock", blocks.List(place)); });
+    for (int index = 0; index < blocks.ListCount(); ++index) {
+        timings_.time(QStringLiteral("choose a block"), [&] { driver_.choose("cmbBlock", blocks.List(index)); });
         captureBlock(key);
     }
 }
@@ -225,9 +226,9 @@ void OfficeSimulation::complete(int key, QDate day)
 
 void OfficeSimulation::addAnalysis(int n)
 {
-    const AnalysisPlace &place = AnalysisPlaces[static_cast<std::size_t>(n / 3) % AnalysisPlaces.size()];
-    const AnalysisKind &kind = *analysisKind(place.mode);
-    driver_.click(place.picture);
+    const AnalysisScreen &screen = AnalysisScreens[static_cast<std::size_t>(n / 3) % AnalysisScreens.size()];
+    const AnalysisKind &kind = *analysisKind(screen.mode);
+    driver_.click(screen.menuPicture);
     const auto &list = driver_.find<FlexGrid>("grdLeave");
     const int before = list.Rows();
     timings_.time(QStringLiteral("add an analysis"), [&] {
@@ -247,9 +248,9 @@ void OfficeSimulation::addAnalysis(int n)
             const double value = n + static_cast<double>(box) + 0.25;
             driver_.type(QString::number(value));
             driver_.key(Qt::Key_Return);
-            // The Tab that stands for Enter is queued.
+            // The Tab that replaces Enter is queued.
             QCoreApplication::processEvents();
-            model_.analysis(QLatin1String(place.table), kind.values[box].field.toString(), value);
+            model_.analysis(QLatin1String(screen.table), kind.values[box].field.toString(), value);
         }
         driver_.key(Qt::Key_Return);
     });

@@ -9,7 +9,7 @@
 #include "shell/MDI_Monitoring.h"
 
 /// A farm office at work in the real window, a few days apart from one instruction to the next. What it types goes into the model
-/// too, and what the screens tell is compared with it at once.
+/// too, and what the screens show is compared with it at once.
 class OfficeSimulation
 {
 public:

@@ -12,8 +12,8 @@
 #include <QDir>
 #include <QTest>
 
-/// Three years of a farm office in one process. FARM_SIMULATION_INSTRUCTIONS tells how many a year; only a long life is held to
-/// its timings and memory.
+/// Three years of a farm office in one process. FARM_SIMULATION_INSTRUCTIONS is the number of instructions a year; timings and
+/// memory are checked in long runs only.
 class OfficeSimulationTest : public QObject
 {
     Q_OBJECT
@@ -51,11 +51,11 @@ void OfficeSimulationTest::threeYears()
     constexpr int Years = 3;
     constexpr int FirstYear = 2024;
     constexpr int FewInstructions = 7;
-    constexpr int LongLife = 30;
+    constexpr int LongRun = 30;
     constexpr double MaxMegabytes = 8.0;
-    bool told = false;
-    const int wanted = qEnvironmentVariableIntValue("FARM_SIMULATION_INSTRUCTIONS", &told);
-    const int perYear = told ? wanted : FewInstructions;
+    bool isSet = false;
+    const int wanted = qEnvironmentVariableIntValue("FARM_SIMULATION_INSTRUCTIONS", &isSet);
+    const int perYear = isSet ? wanted : FewInstructions;
 
     TemporaryFarm farm;
     OfficeModel model;
@@ -72,22 +72,22 @@ void OfficeSimulationTest::threeYears()
     window.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&window));
 
-    OfficeSimulation life(window, dialogs, launcher, model, timings);
+    OfficeSimulation simulation(window, dialogs, launcher, model, timings);
     for (int year = 0; year < Years; ++year) {
-        life.startYear(FirstYear + year);
+        simulation.startYear(FirstYear + year);
         for (int n = 0; n < perYear; ++n) {
-            life.work(year * perYear + n, QDate(FirstYear + year, 1, 2).addDays(n * 360 / perYear));
+            simulation.work(year * perYear + n, QDate(FirstYear + year, 1, 2).addDays(n * 360 / perYear));
         }
         timings.endYear();
         const QStringList differences = model.differencesFrom(farm.filePath(store::DatabaseFile::Pest));
         QVERIFY2(differences.isEmpty(), qPrintable(differences.join(u'\n')));
-        QVERIFY2(life.faults().isEmpty(), qPrintable(life.faults().join(u'\n')));
+        QVERIFY2(simulation.faults().isEmpty(), qPrintable(simulation.faults().join(u'\n')));
     }
     QVERIFY(dialogs.allAsExpected());
     for (const QString &line : timings.table()) {
         qInfo("%s", qPrintable(line));
     }
-    if (perYear >= LongLife) {
+    if (perYear >= LongRun) {
         QCOMPARE(timings.whatGrew(MaxMegabytes), QStringList());
     }
 }

@@ -13,16 +13,16 @@
 namespace
 {
 
-/// Memory that the process holds, what is free in it given back before.
+/// Memory of the process, after free memory was returned to the system.
 double residentMegabytes()
 {
     malloc_trim(0);
-    QFile told(QStringLiteral("/proc/self/statm"));
-    if (!told.open(QIODevice::ReadOnly)) {
-        qFatal("the process cannot tell its memory");
+    QFile statistics(QStringLiteral("/proc/self/statm"));
+    if (!statistics.open(QIODevice::ReadOnly)) {
+        qFatal("the memory of the process cannot be read");
     }
     constexpr double Megabyte = 1024.0 * 1024.0;
-    return told.readAll().split(' ').value(1).toDouble() * static_cast<double>(sysconf(_SC_PAGESIZE)) / Megabyte;
+    return statistics.readAll().split(' ').value(1).toDouble() * static_cast<double>(sysconf(_SC_PAGESIZE)) / Megabyte;
 }
 
 } // namespace

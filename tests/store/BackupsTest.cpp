@@ -2,6 +2,8 @@
 #include "ErrorOf.h"
 
 #include "platform/basic/Clock.h"
+#include "platform/dao/CommitScope.h"
+#include "platform/dao/Workspace.h"
 #include "store/Backups.h"
 #include "support/TemporaryFarm.h"
 
@@ -17,7 +19,7 @@
 
 using store::DatabaseFile;
 
-/// Dated copies of the pest database and putting one back.
+/// Dated copies of the pest database and the restore of one.
 class BackupsTest : public QObject
 {
     Q_OBJECT
@@ -37,7 +39,7 @@ private:
 private Q_SLOTS:
     void cleanup() { basic::Clock::stopAt({}); }
 
-    void theFirstCopyOfADayIsKeptAndTenInAll()
+    void theFirstCopyOfADayAndTenDaysAreRetained()
     {
         TemporaryFarm farm;
         // Left by a killed program.
@@ -50,7 +52,7 @@ private Q_SLOTS:
             goTo(day);
             store::backupForToday(farm.session);
         }
-        QCOMPARE(days(farm).size(), store::BackupDaysKept);
+        QCOMPARE(days(farm).size(), store::BackupDays);
         QCOMPARE(days(farm).first(), QString("05-13"));
         QCOMPARE(days(farm).last(), QString("05-04"));
         // A second start of the day leaves the copy from before the day's work.
@@ -59,10 +61,10 @@ private Q_SLOTS:
         const auto copy = dao::Workspace::OpenDatabase(store::listBackups(farm.databasesPath()).front().path, false, true,
                                                        store::connectText());
         QVERIFY(copy->OpenRecordset("Select * from tblPMTrans").Eof());
-        QCOMPARE(QDir(farm.databasesPath() + "/Backups").entryList(QDir::Files).size(), store::BackupDaysKept);
+        QCOMPARE(QDir(farm.databasesPath() + "/Backups").entryList(QDir::Files).size(), store::BackupDays);
     }
 
-    void noCopyTakesThePlaceOfAnother()
+    void noCopyReplacesAnother()
     {
         TemporaryFarm farm;
         goTo(0);
@@ -75,13 +77,13 @@ private Q_SLOTS:
         QCOMPARE(QFileInfo(backups[0].path).fileName(), QString("PestMon-2026-05-01-073000-2.mdb"));
         QCOMPARE(backups[0].path, latest);
         QCOMPARE(backups[1].path, later);
-        // Eleven days later the three are gone, and a damaged file has not pushed any other out.
-        for (int day = 1; day <= store::BackupDaysKept; ++day) {
+        // Eleven days later the three are gone, and a damaged file has not replaced any other.
+        for (int day = 1; day <= store::BackupDays; ++day) {
             goTo(day);
             store::backupForToday(farm.session);
         }
         QCOMPARE(days(farm).last(), QString("05-02"));
-        const QStringList kept = days(farm);
+        const QStringList before = days(farm);
         QFile pest(farm.filePath(DatabaseFile::Pest));
         QVERIFY(pest.open(QIODevice::ReadWrite) && pest.seek(pest.size() / 8192 * 4096));
         QCOMPARE(pest.write(QByteArray(4096, '\x2a')), 4096);
@@ -92,10 +94,10 @@ private Q_SLOTS:
         const int refused = static_cast<int>(basic::ErrorNumber::PathFileAccess);
         QCOMPARE(errorOf([&] { store::backupForToday(farm.session); }), refused);
         QCOMPARE(errorOf([&] { store::backUpNow(farm.databasesPath()); }), refused);
-        QCOMPARE(days(farm), kept);
+        QCOMPARE(days(farm), before);
     }
 
-    void aFolderThatCannotBeWrittenIsTold()
+    void aFolderThatCannotBeWrittenIsReported()
     {
         TemporaryFarm farm;
         QFile inTheWay(farm.databasesPath() + "/Backups");
@@ -105,7 +107,7 @@ private Q_SLOTS:
         store::backupForToday(farm.session);
     }
 
-    void aCopyIsPutBackAndTheReplacedFileKept()
+    void aCopyIsRestoredAndTheReplacedFilePreserved()
     {
         TemporaryFarm farm;
         goTo(0);
@@ -114,18 +116,18 @@ private Q_SLOTS:
         farm.addInstruction({});
         farm.close();
         const QString copy = store::listBackups(farm.databasesPath()).front().path;
-        const QString kept = store::restoreBackup(farm.databasesPath(), copy);
+        const QString replacedFile = store::restoreBackup(farm.databasesPath(), copy);
         farm.open();
         QCOMPARE(farm.count("tblPMTrans"), 1);
-        const auto replaced = dao::Workspace::OpenDatabase(kept, false, true, store::connectText());
+        const auto replaced = dao::Workspace::OpenDatabase(replacedFile, false, true, store::connectText());
         QCOMPARE(replaced->OpenRecordset("Select * from tblPMTrans").RecordCount(), 2);
-        // It is no dated copy, so it never falls to the ten that are kept.
+        // It is not a dated copy, so it is never removed as one.
         QCOMPARE(days(farm), QStringList{"05-01"});
         farm.close();
-        QVERIFY(store::restoreBackup(farm.databasesPath(), copy) != kept);
+        QVERIFY(store::restoreBackup(farm.databasesPath(), copy) != replacedFile);
     }
 
-    void aCopyTakenWhileTheProgramWritesIsWhole()
+    void aCopyMadeWhileTheProgramWritesIsConsistent()
     {
         TemporaryFarm farm;
         farm.addInstruction({.blocks = {{1, 2}}, .targets = {1}});
@@ -133,9 +135,9 @@ private Q_SLOTS:
         std::atomic<int> written = 0;
         const auto work = [&, path = farm.filePath(DatabaseFile::Pest)] {
             const auto pest = dao::Workspace::OpenDatabase(path, false, false, store::connectText());
-            // A breath between two cells, or no reader would ever find the file unlocked.
+            // A pause between two cells, or no reader would find the file unlocked.
             for (int i = 1; !enough.tryAcquire(1, 5); ++i) {
-                dao::WriteScope scope(*pest);
+                dao::CommitScope scope(*pest);
                 pest->Execute(QString("Update tblPMData set PMCount = %1").arg(i % 1000));
                 pest->Execute(QString("Insert into tblPMTPest (CTargetID) Values (%1)").arg(i));
                 pest->Execute(QString("Update tblPMDataMax set PMCountMax = %1").arg(i % 1000));
@@ -169,7 +171,7 @@ private Q_SLOTS:
         store::backupForToday(farm.session);
         farm.addInstruction({});
         const QString copy = store::listBackups(farm.databasesPath()).front().path;
-        const dao::WriteScope writing(*farm.session.dbPest);
+        const dao::CommitScope writing(*farm.session.dbPest);
         farm.session.dbPest->Execute("Delete from tblPMTrans");
         QCOMPARE(errorOf([&] { store::restoreBackup(farm.databasesPath(), copy); }),
                  static_cast<int>(dao::DataErrorNumber::FileInUse));
@@ -177,7 +179,7 @@ private Q_SLOTS:
         QCOMPARE(QDir(farm.databasesPath()).entryList({"*.new"}), QStringList());
     }
 
-    void aJournalOfTheReplacedFileIsNotPlayedIntoTheRestoredOne()
+    void aJournalOfTheReplacedFileIsNotRolledBackIntoTheRestoredOne()
     {
         TemporaryFarm farm;
         goTo(0);

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/Upgrades.h"
+#include "platform/dao/CommitScope.h"
+#include "platform/dao/Workspace.h"
 #include "store/SqlText.h"
 #include "support/TemporaryFarm.h"
 
@@ -25,7 +27,7 @@ QByteArray fingerprint(const QString &path)
     return file.open(QIODevice::ReadOnly) && hash.addData(&file) ? hash.result() : QByteArray();
 }
 
-/// The refresh told row by row: look up, add or edit, and at the end the flagged rows.
+/// The refresh row by row: look up, add or edit, and at the end the flagged rows.
 void refreshRowByRow(SessionContext &session)
 {
     dao::Recordset source =
@@ -57,11 +59,11 @@ void refreshRowByRow(SessionContext &session)
     }
 }
 
-/// A farm and a copy in any state: plantings without block, rows flagged, doubled, out of date, left over.
+/// A farm and a copy in any state: plantings without block, rows flagged, duplicate, out of date, left over.
 void fillAtRandom(TemporaryFarm &farm, unsigned int seed)
 {
-    dao::WriteScope mainScope(*farm.session.dbMain);
-    dao::WriteScope pestScope(*farm.session.dbPest);
+    dao::CommitScope mainScope(*farm.session.dbMain);
+    dao::CommitScope pestScope(*farm.session.dbPest);
     std::mt19937 random(seed);
     const auto below = [&](unsigned int limit) { return static_cast<int>(random() % limit); };
     const std::array<dao::Value, 4> names{QString("O'Brien"), QString(), dao::Null{}, QString("élan")};
@@ -92,17 +94,17 @@ class UpgradesTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theCopyEndsAsToldRowByRow()
+    void theCopyEqualsTheOneRefreshedRowByRow()
     {
         for (unsigned int seed = 1; seed <= 12; ++seed) {
             TemporaryFarm quick;
-            TemporaryFarm told;
+            TemporaryFarm expected;
             fillAtRandom(quick, seed);
-            fillAtRandom(told, seed);
+            fillAtRandom(expected, seed);
             store::Update_TempBlock(quick.session);
-            const dao::WriteScope oneWait(*told.session.dbPest);
-            refreshRowByRow(told.session);
-            QCOMPARE(quick.rows(DatabaseFile::Pest, CopyRows), told.rows(DatabaseFile::Pest, CopyRows));
+            const dao::CommitScope oneWait(*expected.session.dbPest);
+            refreshRowByRow(expected.session);
+            QCOMPARE(quick.rows(DatabaseFile::Pest, CopyRows), expected.rows(DatabaseFile::Pest, CopyRows));
         }
     }
 
@@ -155,7 +157,7 @@ private Q_SLOTS:
         QCOMPARE(farm.rows(DatabaseFile::Pest, "Select * from tblPMTrans"), QStringList{"1|True"});
     }
 
-    void anOlderFileGetsTheIndexOfToday()
+    void anOlderFileGetsTheCurrentIndexes()
     {
         TemporaryFarm farm;
         farm.addInstruction({.blocks = {{1, 3}}, .targets = {1, 2}});

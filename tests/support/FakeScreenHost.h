@@ -10,7 +10,7 @@
 
 #include <QString>
 
-/// A main window for screens under test: keeps what they tell and answers their boxes from a queue.
+/// The main window of a screen under test: records status texts and answers boxes from a queue.
 class FakeScreenHost : public ScreenHost
 {
 public:

@@ -11,7 +11,7 @@
 
 #include <memory>
 
-/// A screen on a farm of its own while the clock stands at ten o'clock, and the hands to work it. Base of the tests of screens.
+/// A screen on its own farm, with the clock stopped at ten o'clock, and helpers to drive it. Base of the tests of screens.
 template <typename Farm, typename Screen> class ScreenCase : public QObject
 {
 protected:
@@ -33,7 +33,7 @@ protected:
         screen_->activateScreen();
     }
 
-    /// Nothing may have failed unseen, and no box may be missing.
+    /// Fails on errors that the test did not expect, and on missing or additional boxes.
     void end()
     {
         QVERIFY2(host_->errors.isEmpty(), qPrintable(host_->errors.join(u' ')));
@@ -57,20 +57,18 @@ protected:
         combo.setListIndex(combo.findText(text));
     }
 
-    /// The fields that Tab reaches from one on, until one comes again; a date takes a Tab for each of its parts.
+    /// The fields that Tab reaches, in order, from the given one until one repeats.
     QString tabOrder(const char *first)
     {
         QStringList names;
-        constexpr int most = 100;
+        constexpr int maxTabs = 100;
         find<QWidget>(first).setFocus(Qt::TabFocusReason);
-        for (int tabs = 0; tabs < most; ++tabs) {
+        for (int tabs = 0; tabs < maxTabs; ++tabs) {
             const QString name = QApplication::focusWidget()->objectName();
-            if (names.isEmpty() || names.back() != name) {
-                if (names.contains(name)) {
-                    break;
-                }
-                names.append(name);
+            if (names.contains(name)) {
+                break;
             }
+            names.append(name);
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         }
         return names.join(u' ');

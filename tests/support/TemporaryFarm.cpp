@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/TemporaryFarm.h"
+#include "platform/dao/CommitScope.h"
+#include "platform/dao/Workspace.h"
 
 #include "common/WeekNumber.h"
 #include "store/SqlText.h"
@@ -22,7 +24,7 @@ QString emptyDatabases()
     static const QTemporaryDir folder;
     static const bool made = [] {
         for (const DatabaseFile file : store::AllDatabaseFiles) {
-            store::createDatabaseFile(file, folder.filePath(store::fileName(file)));
+            store::createDatabaseFile(file, folder.filePath(store::fileName(file)), TemporaryFarm::kind());
         }
         return true;
     }();
@@ -183,7 +185,7 @@ int TemporaryFarm::addInstruction(const InstructionRow &instruction)
             fail(store.lastError()->description());
         }
     };
-    dao::WriteScope scope(*session.dbPest);
+    dao::CommitScope scope(*session.dbPest);
     std::int32_t key = 0;
     const SerialDate issued = SerialDate::fromDate(instruction.issued);
     const auto week = weekNumber(instruction.issued);

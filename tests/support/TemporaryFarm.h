@@ -51,6 +51,11 @@ public:
 
     QString appPath() const { return folder_.path(); }
     QString databasesPath() const { return folder_.filePath(QStringLiteral("Databases")); }
+    /// Of the three files; the tests of the store run once for each kind.
+    static dao::FileKind kind()
+    {
+        return qEnvironmentVariable("FARM_STORAGE") == QLatin1String("jet") ? dao::FileKind::Jet : dao::FileKind::Sqlite;
+    }
     QString filePath(store::DatabaseFile file) const;
     dao::DatabaseHandle &handle(store::DatabaseFile file);
 

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FarmdataProcess.h"
 
-#include "common/ProgramLock.h"
+#include "common/FarmLock.h"
+#include "platform/dao/CommitScope.h"
+#include "platform/dao/Workspace.h"
+#include "support/HostileJournal.h"
 #include "support/TemporaryFarm.h"
 
 #include <QCryptographicHash>
@@ -64,7 +67,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<int>("status");
-        QTest::addColumn<QString>("told");
+        QTest::addColumn<QString>("expected");
         QTest::newRow("nothing") << QStringList{} << 2 << "--help";
         QTest::newRow("unknown") << QStringList{"erase", "x"} << 2 << "no such command";
         QTest::newRow("too few") << QStringList{"restore", "x"} << 2 << "restore DIR FILE";
@@ -75,13 +78,13 @@ private Q_SLOTS:
     {
         QFETCH(QStringList, arguments);
         QFETCH(int, status);
-        QFETCH(QString, told);
+        QFETCH(QString, expected);
         const FarmdataRun run = farmdata(arguments);
         QCOMPARE(run.status, status);
-        QVERIFY((status == 0 ? run.output : run.errors).contains(told));
+        QVERIFY((status == 0 ? run.output : run.errors).contains(expected));
     }
 
-    void createMakesWholeFilesAndNeverWritesOver()
+    void createMakesWholeFilesAndNeverOverwrites()
     {
         const QTemporaryDir folder;
         const QString databases = folder.filePath("new/Databases");
@@ -89,6 +92,7 @@ private Q_SLOTS:
         for (const DatabaseFile file : store::AllDatabaseFiles) {
             const auto database =
                 dao::Workspace::OpenDatabase(databases + '/' + store::fileName(file), false, true, store::connectText());
+            // A private folder has private files.
             QCOMPARE(QFile::permissions(database->Name())
                          & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
                      QFile::Permissions());
@@ -166,7 +170,7 @@ private Q_SLOTS:
         }
     }
 
-    void checkTellsAndChangesNothing()
+    void checkReportsAndChangesNothing()
     {
         TemporaryFarm farm;
         const int block = farm.addBlock({.farm = farm.addFarm("Môreson")});
@@ -203,12 +207,12 @@ private Q_SLOTS:
         const QString pest = farm.filePath(DatabaseFile::Pest);
         {
             // What a program killed here would leave behind.
-            dao::WriteScope scope(*farm.session.dbPest);
+            dao::CommitScope scope(*farm.session.dbPest);
             farm.session.dbPest->Execute("DELETE from tblPMData");
             QVERIFY(QFile::copy(pest, pest + ".killed") && QFile::copy(pest + "-journal", pest + ".killed-journal"));
             scope.rollback();
         }
-        // The engine marks its journal, and how many pages it has, before it changes the file.
+        // SQLite writes the number of pages into its journal before it changes the file.
         QFile journal(pest + ".killed-journal");
         QVERIFY(journal.open(QIODevice::ReadWrite));
         journal.write(QByteArray::fromHex("d9d505f920a163d7ffffffff"));
@@ -226,7 +230,30 @@ private Q_SLOTS:
         QCOMPARE(farm.count("tblPMData"), 3);
     }
 
-    void damageInsideIsFoundAndACopyPutsItRight()
+    void aHostileFolderHarmsNoOtherFile()
+    {
+        TemporaryFarm farm;
+        QCOMPARE(farmdata({"backup", farm.databasesPath()}).status, 0);
+        const QString copy = QDir(farm.databasesPath() + "/Backups").entryList(QDir::Files).front();
+        farm.close();
+        QFile letter(farm.appPath() + "/letter.txt");
+        QVERIFY(letter.open(QIODevice::WriteOnly));
+        QVERIFY(addHostileJournal(farm.filePath(DatabaseFile::Pest), letter.fileName()));
+        const QByteArray before = fingerprint(farm.databasesPath());
+        for (const QStringList &call :
+             {QStringList{"check", farm.databasesPath()}, QStringList{"backup", farm.databasesPath()}}) {
+            const FarmdataRun run = farmdata(call);
+            QCOMPARE(run.status, 1);
+            QVERIFY2((run.output + run.errors).contains("names the file " + letter.fileName()), qPrintable(run.errors));
+            QCOMPARE(fingerprint(farm.databasesPath()), before);
+        }
+        // A restore moves the journal away with the replaced file.
+        QVERIFY2(farmdata({"restore", farm.databasesPath(), copy}).status == 0, "the copy is sound");
+        QVERIFY(!QFile::exists(farm.filePath(DatabaseFile::Pest) + "-journal"));
+        QVERIFY(letter.exists());
+    }
+
+    void damageInsideIsFoundAndACopyRestoresIt()
     {
         TemporaryFarm farm;
         farm.addInstruction({.blocks = {{1, 20}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
@@ -235,7 +262,7 @@ private Q_SLOTS:
         QCOMPARE(farmdata({"backup", farm.databasesPath()}).status, 0);
         const QString folder = farm.databasesPath() + "/Backups/";
         const QString copy = QDir(folder).entryList(QDir::Files).front();
-        // The length and the header stay as they are; what is lost lies among the rows or their indexes.
+        // The length and the header stay as they are; what is lost belongs to the rows or their indexes.
         const auto damage = [](const QString &path) {
             QFile file(path);
             const qint64 page = 4096;
@@ -261,7 +288,7 @@ private Q_SLOTS:
         QCOMPARE(farm.rows(DatabaseFile::Pest, "Select * from tblPMData"), rows);
     }
 
-    void aCopyIsMadeAndPutBackUnlessTheProgramRuns()
+    void aCopyIsMadeAndRestoredUnlessTheProgramRuns()
     {
         TemporaryFarm farm;
         farm.addInstruction({});
@@ -271,17 +298,18 @@ private Q_SLOTS:
         farm.close();
         const QStringList copies = QDir(farm.databasesPath() + "/Backups").entryList(QDir::Files);
         QCOMPARE(copies.size(), 1);
-        const QByteArray before = fingerprint(farm.databasesPath());
+        QByteArray before;
         {
-            const auto running = ProgramLock::tryLock(farm.appPath());
-            QVERIFY(running);
+            const FarmLock::Attempt running = FarmLock::tryLock(farm.databasesPath());
+            QVERIFY(running.lock);
             run = farmdata({"restore", farm.databasesPath(), copies.front()});
             QCOMPARE(run.status, 1);
-            QVERIFY(run.errors.contains("is running"));
+            QVERIFY2(run.errors.contains(QSysInfo::machineHostName() + " since"), qPrintable(run.errors));
         }
+        before = fingerprint(farm.databasesPath());
         run = farmdata({"restore", farm.databasesPath(), farm.filePath(DatabaseFile::Main)});
         QCOMPARE(run.status, 1);
-        QVERIFY(run.errors.contains("is no copy of PestMon.mdb"));
+        QVERIFY(run.errors.contains("is not a copy of PestMon.mdb"));
         QCOMPARE(fingerprint(farm.databasesPath()), before);
 
         run = farmdata({"restore", farm.databasesPath(), copies.front()});

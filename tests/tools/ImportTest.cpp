@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FarmdataProcess.h"
 
+#include "platform/dao/Workspace.h"
 #include "store/Schema.h"
 #include "store/Upgrades.h"
 
@@ -46,26 +47,26 @@ QList<QStringList> exported(const QString &file, const QString &table)
     return rows;
 }
 
-bool isSame(const dao::Value &value, dao::FieldType type, const QString &told)
+bool isSame(const dao::Value &value, dao::FieldType type, const QString &expected)
 {
     if (std::holds_alternative<dao::Null>(value)) {
-        return told == "<NULL>";
+        return expected == "<NULL>";
     }
     switch (type) {
     case dao::FieldType::Text:
         // The other reader takes zero-length text for null.
-        return told == std::get<QString>(value) || (told == "<NULL>" && std::get<QString>(value).isEmpty());
+        return expected == std::get<QString>(value) || (expected == "<NULL>" && std::get<QString>(value).isEmpty());
     case dao::FieldType::Boolean:
-        return told == (std::get<bool>(value) ? "1" : "0");
+        return expected == (std::get<bool>(value) ? "1" : "0");
     case dao::FieldType::Date: {
         const auto date = std::get<basic::SerialDate>(value);
-        return QDateTime(date.date(), date.time()).toString("yyyy-MM-dd HH:mm:ss") == told;
+        return QDateTime(date.date(), date.time()).toString("yyyy-MM-dd HH:mm:ss") == expected;
     }
     case dao::FieldType::Single:
-        // Eight digits are told.
-        return std::abs(std::get<double>(value) - told.toDouble()) <= 1e-7 * std::abs(told.toDouble());
+        // The other reader prints eight digits.
+        return std::abs(std::get<double>(value) - expected.toDouble()) <= 1e-7 * std::abs(expected.toDouble());
     default:
-        return QString::number(std::get<std::int32_t>(value)) == told;
+        return QString::number(std::get<std::int32_t>(value)) == expected;
     }
 }
 
@@ -151,15 +152,15 @@ private Q_SLOTS:
                 continue;
             }
             const QString source = table.file == DatabaseFile::Pest ? "pestmon.MDB" : store::fileName(table.file);
-            QList<QStringList> told = exported(fixtures.file(source), table.name);
-            QVERIFY2(!told.isEmpty(), "mdb-export must be installed");
-            const QStringList header = told.takeFirst();
+            QList<QStringList> expected = exported(fixtures.file(source), table.name);
+            QVERIFY2(!expected.isEmpty(), "mdb-export must be installed");
+            const QStringList header = expected.takeFirst();
             const auto copy = openCopy(fixtures.to(), table.file);
             const dao::TableDef definition = copy->tableDef(table.name);
             dao::Recordset rows = copy->OpenRecordset("Select * from " + table.name);
-            QVERIFY(run.output.contains(QString("%1  %2 of %2 rows").arg(table.name, -20).arg(told.size())));
-            QCOMPARE(rows.RecordCount(), static_cast<int>(told.size()));
-            for (const QStringList &row : told) {
+            QVERIFY(run.output.contains(QString("%1  %2 of %2 rows").arg(table.name, -20).arg(expected.size())));
+            QCOMPARE(rows.RecordCount(), static_cast<int>(expected.size()));
+            for (const QStringList &row : expected) {
                 for (int i = 0; i < header.size(); ++i) {
                     const dao::Field *field = definition.findField(header[i]);
                     QVERIFY2(isSame(rows.value(header[i]), field->type, row[i]),
@@ -189,7 +190,7 @@ private Q_SLOTS:
         QCOMPARE(instructions.text("PMNotes"), QString());
         QVERIFY(!instructions.hasField("PMRepeat"));
         QVERIFY(!pest->tableNames().contains("tblTempBlockPlant"));
-        // A Single keeps its 32 bits: the double of the nearest float, not of the decimal.
+        // A Single has 32 bits: the double of the nearest float, not of the decimal.
         const auto leaf = pest->OpenRecordset("Select LA_Na from tblLeaveAnalysis where LeaveAnalysisID = 1");
         QCOMPARE(leaf.number(0), static_cast<double>(-0.91F));
         QCOMPARE(leaf.text(0), QString("-0.91"));
@@ -199,7 +200,7 @@ private Q_SLOTS:
     {
         const Fixtures fixtures;
         QByteArray pest = Fixtures::read(fixtures.file("PestMon.mdb"));
-        // The instruction with the highest key was deleted: the counter stands beyond it.
+        // The instruction with the highest key was deleted: the counter is beyond it.
         const int page = definitionPage(pest, 6);
         qToLittleEndian<quint32>(40, pest.data() + page * PageSize + 20);
         fixtures.put("PestMon.mdb", pest);
@@ -231,7 +232,7 @@ private Q_SLOTS:
         QVERIFY(data > 0);
         const auto slot = [&](int number) { return main.data() + data * PageSize + 14 + 2 * number; };
         const auto begin = [&](int number) { return qFromLittleEndian<quint16>(slot(number)); };
-        // The second row has outgrown the page: it lies on a page of its own, a pointer in its place.
+        // The second row has outgrown the page: it is on a page of its own, and a pointer replaces it.
         const int length = begin(0) - begin(1);
         QByteArray page(PageSize, '\0');
         page[0] = 1;
@@ -275,7 +276,7 @@ private Q_SLOTS:
         row(
             "missing file", [](const Fixtures &fixtures) { fixtures.remove("ZN4_Spray.mdb"); }, "ZN4_Spray.mdb");
         row(
-            "folder in its place",
+            "folder of that name",
             [](const Fixtures &fixtures) {
                 fixtures.remove("ZN4.mdb");
                 QDir(fixtures.from()).mkdir("ZN4.mdb");
@@ -297,7 +298,7 @@ private Q_SLOTS:
                    [](QByteArray &bytes) {
                        qToLittleEndian<quint32>(282, bytes.data() + definitionPage(bytes, 281) * PageSize + 16);
                    }),
-            "281 rows can be read from the table tblPMData, but its definition counts 282");
+            "table tblPMData, 281 rows can be read, but its definition counts 282");
         row(
             "databases in the target",
             [](const Fixtures &fixtures) {
@@ -318,9 +319,9 @@ private Q_SLOTS:
         QCOMPARE(run.status, 1);
         QVERIFY2(run.errors.contains(named), qPrintable(run.errors));
         QVERIFY(!QFile::exists(fixtures.to() + "/PestMon.mdb"));
-        QStringList beside = QDir(fixtures.file("farm")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
-        beside.removeAll("Databases");
-        QCOMPARE(beside, QStringList());
+        QStringList others = QDir(fixtures.file("farm")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+        others.removeAll("Databases");
+        QCOMPARE(others, QStringList());
     }
 };
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 /// Answers from a queue and records what would have been shown, for the scripted round and the tests. A question without a queued
-/// answer gets its preselected answer and is counted as unexpected; so is a message beyond the expected ones. Choices of a colour
-/// or a printer that were not queued are cancelled and counted as well.
+/// answer gets its preselected answer and counts as unexpected, as does a message beyond the expected ones. Colour and printer
+/// choices that were not queued are cancelled and count too.
 class QueuedDialogs : public controls::Dialogs
 {
 public:
@@ -25,7 +25,7 @@ public:
     /// The next print goes to this PDF file; an empty name cancels.
     void queuePrinter(const QString &file) { printFiles_.push_back(file); }
     const std::vector<Shown> &shown() const { return shown_; }
-    /// Everything asked for came, and nothing else did.
+    /// Exactly the expected boxes were shown.
     bool allAsExpected() const
     {
         return unexpected_ == 0 && answers_.empty() && colours_.empty() && printFiles_.empty() && expectedMessages_ == 0;

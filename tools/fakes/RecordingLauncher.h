@@ -5,7 +5,7 @@
 
 #include <QStringList>
 
-/// Starts nothing and keeps what it was asked, for the scripted round and the tests.
+/// Starts nothing and records its calls, for the scripted round and the tests.
 class RecordingLauncher : public excel::Launcher
 {
 public:
@@ -16,10 +16,10 @@ public:
         }
         return hasProgram;
     }
-    void tellWhere(const QString &path) override { told.append(path); }
+    void tellWhere(const QString &path) override { reported.append(path); }
 
     /// False: behaves as a desktop without a spreadsheet program.
     bool hasProgram = true;
     QStringList opened;
-    QStringList told;
+    QStringList reported;
 };

@@ -6,6 +6,7 @@
 
 #include "platform/basic/RunTimeError.h"
 #include "platform/basic/TextFiles.h"
+#include "platform/dao/Workspace.h"
 #include "store/Schema.h"
 
 #include <QDir>
@@ -37,7 +38,7 @@ Keys keysOf(dao::Database &database, QStringView table, QStringView field)
     return keys;
 }
 
-/// Tells faults and notes as they are found.
+/// Prints faults and notes as they are found.
 class Findings
 {
 public:
@@ -92,7 +93,7 @@ DatabasePointer open(const QString &path, bool readOnly)
     return dao::Workspace::OpenDatabase(path, false, readOnly, store::connectText());
 }
 
-/// What a killed program left half done is taken back in a copy, as the next start will do it in the file itself.
+/// Rolls the journal of a killed program back in a copy, as the next start will do in the file itself.
 DatabasePointer openRepairedCopy(const QString &path, const QTemporaryDir &copies)
 {
     const QString copy = copies.filePath(QFileInfo(path).fileName());
@@ -153,7 +154,7 @@ void noteOrphans(dao::Database &database, const Keys &known, const Reference &re
     qint64 orphans = 0;
     const Keys used = keysOf(database, reference.table, reference.field);
     for (const std::int32_t key : used) {
-        // 0 is the empty key of the older generation of rows.
+        // 0 is an empty key.
         if (key == 0 || known.contains(key)) {
             continue;
         }
@@ -191,13 +192,13 @@ void notePestOrphans(dao::Database &pest, dao::Database *main, dao::Database *sp
 }
 
 /// Rows beyond the first for the same keys that hold nothing but zeros: saving an instruction again leaves them behind.
-qint64 doubledZeroRows(dao::Database &database, QStringView table, const QStringList &keys, const QStringList &values,
-                       std::int32_t instruction)
+qint64 duplicateZeroRows(dao::Database &database, QStringView table, const QStringList &keys, const QStringList &values,
+                         std::int32_t instruction)
 {
     dao::Recordset rows = database.OpenRecordset(QStringLiteral("Select %1, %2 from %3 where PMTransID = %4 order by %1")
                                                      .arg(keys.join(u", "), values.join(u", "), table)
                                                      .arg(instruction));
-    qint64 doubled = 0;
+    qint64 duplicates = 0;
     std::vector<dao::Value> before;
     for (; !rows.Eof(); rows.MoveNext()) {
         std::vector<dao::Value> now;
@@ -210,11 +211,11 @@ qint64 doubledZeroRows(dao::Database &database, QStringView table, const QString
             zero = zero && rows.longValue(static_cast<int>(keys.size()) + i) == 0;
         }
         if (zero && now == before) {
-            ++doubled;
+            ++duplicates;
         }
         before = std::move(now);
     }
-    return doubled;
+    return duplicates;
 }
 
 void noteDuplicateRows(dao::Database &pest, Findings &findings)
@@ -224,14 +225,14 @@ void noteDuplicateRows(dao::Database &pest, Findings &findings)
     qint64 data = 0;
     qint64 totals = 0;
     for (const std::int32_t instruction : instructions) {
-        data += doubledZeroRows(pest, u"tblPMData", {"BlockID", "CTargetID", "PMBPunt"},
-                                {"PMCount", "PMCountUnder", "PMCountUpper", "PMYes", "PMYesUnder", "PMYesUpper"}, instruction);
-        totals += doubledZeroRows(
+        data += duplicateZeroRows(pest, u"tblPMData", {"BlockID", "CTargetID", "PMBPunt"},
+                                  {"PMCount", "PMCountUnder", "PMCountUpper", "PMYes", "PMYesUnder", "PMYesUpper"}, instruction);
+        totals += duplicateZeroRows(
             pest, u"tblPMDataMax", {"CTargetID", "BlockID"},
             {"PMCountMax", "PMCountUnderMax", "PMCountUpperMax", "PMYesMax", "PMYesUnderMax", "PMYesUpperMax"}, instruction);
         progress.advance();
     }
-    findings.note(data, QStringLiteral("doubled zero rows of tblPMData, as saving an instruction again makes them"));
+    findings.note(data, QStringLiteral("duplicate zero rows of tblPMData, as saving an instruction again makes them"));
     findings.note(totals, QStringLiteral("further zero rows of tblPMDataMax, as every instruction has them"));
 }
 

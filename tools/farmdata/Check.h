@@ -3,6 +3,6 @@
 
 #include <QString>
 
-/// Reads the three databases through and tells what is wrong and what is worth knowing. Changes nothing. Returns whether
-/// nothing is wrong; notes count as nothing wrong.
+/// Reads the three databases and prints faults, and notes that are worth knowing. Changes nothing. Returns whether there are no
+/// faults.
 bool checkFarm(const QString &databasesFolder);

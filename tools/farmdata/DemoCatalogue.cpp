@@ -2,6 +2,7 @@
 #include "DemoCatalogue.h"
 
 #include "platform/basic/Clock.h"
+#include "platform/dao/CommitScope.h"
 
 #include <array>
 
@@ -182,9 +183,9 @@ public:
     void add(std::initializer_list<dao::Value> values)
     {
         rows_.AddNew();
-        std::size_t place = 0;
+        std::size_t column = 0;
         for (const dao::Value &value : values) {
-            rows_.set(fields_[place++], value);
+            rows_.set(fields_[column++], value);
         }
         rows_.Update();
     }
@@ -235,7 +236,7 @@ DemoCatalogue demoCatalogue()
 void writeDemoCatalogue(const DemoCatalogue &catalogue, SessionContext &session)
 {
     dao::Database &main = *session.dbMain;
-    dao::WriteScope mainScope(main);
+    dao::CommitScope mainScope(main);
     TableWriter farms(main, "tblFarms", {"FarmID", "Farm", "isactive"});
     farms.add({FarmMoreson, "Môreson", true});
     farms.add({FarmRietvlei, "Rietvlei Estate", true});
@@ -264,7 +265,7 @@ void writeDemoCatalogue(const DemoCatalogue &catalogue, SessionContext &session)
     ingredients.add({2, "Mineral oil"});
     mainScope.commit();
 
-    dao::WriteScope sprayScope(*session.dbSpray);
+    dao::CommitScope sprayScope(*session.dbSpray);
     writeSpray(catalogue, *session.dbSpray);
     sprayScope.commit();
 }

@@ -5,6 +5,8 @@
 #include "DemoRounds.h"
 
 #include "platform/basic/Clock.h"
+#include "platform/dao/CommitScope.h"
+#include "platform/dao/Workspace.h"
 #include "store/Schema.h"
 #include "store/Upgrades.h"
 #include "store/clsPestMONNew.h"
@@ -15,7 +17,7 @@
 namespace
 {
 
-/// Usual laboratory values; each sample lies within a fifth of them.
+/// Usual laboratory values; each sample deviates by up to a fifth.
 constexpr clsPestMONNew::PlantValues LeaveUsual{2.3F, 0.14F, 1.1F, 3.8F, 0.35F, 0.04F, 55.0F, 120.0F, 9.0F, 32.0F, 85.0F};
 constexpr clsPestMONNew::PlantValues FruitUsual{0.9F, 0.11F, 1.6F, 0.42F, 0.09F, 0.02F, 8.0F, 31.0F, 4.0F, 9.0F, 22.0F};
 constexpr std::array<float, 7> SoilBasicUsual{30.0F, 6.4F, 5.6F, 28.0F, 7.5F, 14.0F, 1.2F};
@@ -34,7 +36,7 @@ template <std::size_t Size> std::array<float, Size> sample(const std::array<floa
 void writeAnalyses(const DemoCatalogue &catalogue, SessionContext &session)
 {
     constexpr int EveryOtherPlanting = 2;
-    dao::WriteScope scope(*session.dbPest);
+    dao::CommitScope scope(*session.dbPest);
     clsPestMONNew store(session);
     Dice dice(19);
     const auto check = [&](clsPestMONNew::Status status) {

@@ -6,6 +6,7 @@
 #include "common/MonitoringConstants.h"
 #include "common/WeekNumber.h"
 #include "platform/basic/Clock.h"
+#include "platform/dao/CommitScope.h"
 #include "store/clsPestMONNew.h"
 
 #include <QDate>
@@ -25,7 +26,7 @@ using enum DemoType;
 constexpr int Weeks = 104;
 constexpr int WeeksOfYear = 52;
 
-/// A round that is walked again and again: each time repeats the one before.
+/// A round that is repeated at a fixed interval.
 struct Round {
     int farm;
     std::vector<DemoType> types;
@@ -35,8 +36,8 @@ struct Round {
     int dayOfWeek;
     QString person;
     QString note;
-    std::size_t mostBlocks;
-    std::size_t mostTargets;
+    std::size_t maxBlocks;
+    std::size_t maxTargets;
 };
 
 const std::vector<Round> &rounds()
@@ -51,11 +52,11 @@ const std::vector<Round> &rounds()
     return all;
 }
 
-template <typename Item, typename Match> std::vector<Item> firstOf(const std::vector<Item> &all, std::size_t most, Match match)
+template <typename Item, typename Match> std::vector<Item> firstOf(const std::vector<Item> &all, std::size_t limit, Match match)
 {
     std::vector<Item> chosen;
     std::copy_if(all.begin(), all.end(), std::back_inserter(chosen), match);
-    chosen.resize(std::min(chosen.size(), most));
+    chosen.resize(std::min(chosen.size(), limit));
     return chosen;
 }
 
@@ -109,11 +110,11 @@ public:
 
     void write(const Round &round, QDate issued, std::optional<QDate> completed)
     {
-        const std::vector<DemoBlock> blocks = firstOf(catalogue_.blocks, round.mostBlocks, [&](const DemoBlock &block) {
+        const std::vector<DemoBlock> blocks = firstOf(catalogue_.blocks, round.maxBlocks, [&](const DemoBlock &block) {
             return block.farm == round.farm && block.active
                 && std::find(round.types.begin(), round.types.end(), block.type) != round.types.end();
         });
-        const std::vector<DemoTarget> targets = firstOf(catalogue_.targets, round.mostTargets, [&](const DemoTarget &target) {
+        const std::vector<DemoTarget> targets = firstOf(catalogue_.targets, round.maxTargets, [&](const DemoTarget &target) {
             return round.kinds.contains(target.kind)
                 && std::find_first_of(target.types.begin(), target.types.end(), round.types.begin(), round.types.end())
                 != target.types.end();
@@ -187,7 +188,7 @@ bool isChristmasWeek(QDate monday)
 
 double Dice::unit()
 {
-    // A step of the multiply-and-mix kind; good enough for a picture of a season.
+    // One step of a multiply-and-mix generator, which is random enough for a demonstration.
     state_ += 0x9E3779B97F4A7C15ULL;
     std::uint64_t mixed = state_;
     mixed = (mixed ^ (mixed >> 30)) * 0xBF58476D1CE4E5B9ULL;
@@ -201,7 +202,7 @@ void writeDemoRounds(const DemoCatalogue &catalogue, SessionContext &session)
     constexpr int DaysToComplete = 2;
     const QDate today = basic::Clock::today();
     const QDate thisMonday = today.addDays(1 - today.dayOfWeek());
-    dao::WriteScope scope(*session.dbPest);
+    dao::CommitScope scope(*session.dbPest);
     RoundWriter writer(catalogue, session);
     Progress progress(QStringLiteral("Making two seasons"), Weeks);
     for (int week = 0; week < Weeks; ++week) {

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-/// Numbers that look like chance and are the same in every run.
+/// Pseudo-random numbers, the same in every run.
 class Dice
 {
 public:

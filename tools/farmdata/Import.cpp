@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Import.h"
 
-#include "JetFile.h"
 #include "Output.h"
 #include "Progress.h"
 #include "Staging.h"
 
 #include "platform/basic/RunTimeError.h"
 #include "platform/basic/TextFiles.h"
+#include "platform/dao/CommitScope.h"
+#include "platform/dao/FileFormat.h"
+#include "platform/dao/JetValues.h"
+#include "platform/dao/Workspace.h"
+#include "platform/jet/Database.h"
 
 #include <QFile>
 
@@ -23,12 +27,12 @@ using store::SchemaTable;
 namespace
 {
 
-/// A table to copy: its definition in the copy, and for each of its fields the place in a row of the source.
+/// A table to copy: its definition in the copy, and for each of its fields the position in a row of the source.
 struct TableCopy {
-    JetTable source;
+    jet::TableDefinition source;
     dao::TableDef target;
-    std::vector<std::size_t> places;
-    /// Place of the autonumber among the target's fields.
+    std::vector<std::size_t> positions;
+    /// Position of the autonumber among the target's fields.
     std::optional<int> autonumber;
     QStringList absentFields;
     QStringList leftOutFields;
@@ -36,7 +40,7 @@ struct TableCopy {
 
 struct FileCopy {
     DatabaseFile file;
-    std::unique_ptr<JetFile> source;
+    std::unique_ptr<jet::Database> source;
     std::vector<TableCopy> tables;
     QStringList absentTables;
     QStringList leftOutTables;
@@ -47,57 +51,32 @@ bool sameName(const QString &left, const QString &right)
     return left.compare(right, Qt::CaseInsensitive) == 0;
 }
 
-QString nameOf(JetType type)
+QString nameOf(jet::ColumnType type)
 {
-    static const std::map<JetType, QString> names{
-        {JetType::Boolean, QStringLiteral("a Boolean")},     {JetType::Byte, QStringLiteral("a Byte")},
-        {JetType::Integer, QStringLiteral("an Integer")},    {JetType::Long, QStringLiteral("a Long")},
-        {JetType::Single, QStringLiteral("a Single")},       {JetType::Double, QStringLiteral("a Double")},
-        {JetType::Date, QStringLiteral("a Date")},           {JetType::Text, QStringLiteral("a Text")},
-        {JetType::Other, QStringLiteral("of another type")},
+    static const std::map<FieldType, QString> names{
+        {FieldType::Boolean, QStringLiteral("a Boolean")}, {FieldType::Integer, QStringLiteral("an Integer")},
+        {FieldType::Long, QStringLiteral("a Long")},       {FieldType::Single, QStringLiteral("a Single")},
+        {FieldType::Double, QStringLiteral("a Double")},   {FieldType::Date, QStringLiteral("a Date")},
+        {FieldType::Text, QStringLiteral("a Text")},
     };
-    return names.at(type);
+    const std::optional<FieldType> like = dao::fieldTypeOf(type);
+    return like ? names.at(*like) : QStringLiteral("of another type");
 }
 
-/// The type that holds every value of the source's; nothing for types that the databases do not know.
-std::optional<FieldType> typeLike(JetType type)
+bool fits(jet::ColumnType source, FieldType target)
 {
-    switch (type) {
-    case JetType::Boolean:
-        return FieldType::Boolean;
-    case JetType::Byte:
-    case JetType::Integer:
-        return FieldType::Integer;
-    case JetType::Long:
-        return FieldType::Long;
-    case JetType::Single:
-        return FieldType::Single;
-    case JetType::Double:
-        return FieldType::Double;
-    case JetType::Date:
-        return FieldType::Date;
-    case JetType::Text:
-        return FieldType::Text;
-    case JetType::Other:
-        break;
-    }
-    return std::nullopt;
-}
-
-bool fits(JetType source, FieldType target)
-{
-    const std::optional<FieldType> like = typeLike(source);
+    const std::optional<FieldType> like = dao::fieldTypeOf(source);
     return like == target || (target == FieldType::Long && like == FieldType::Integer)
         || (target == FieldType::Double && like == FieldType::Single);
 }
 
-/// The field as the copy has it: the program's type where it is settled, the source's where it is open, and room for the
-/// source's longest text.
-std::optional<dao::Field> fieldFor(const SchemaTable &table, const dao::Field &wanted, const JetField &found)
+/// The field as the copy has it: the program's type where it is settled, the source's where it is open, and long enough
+/// for the source's longest text.
+std::optional<dao::Field> fieldFor(const SchemaTable &table, const dao::Field &wanted, const jet::ColumnDefinition &found)
 {
     dao::Field field = wanted;
     if (store::isOfOpenType(table, wanted.name)) {
-        const std::optional<FieldType> type = typeLike(found.type);
+        const std::optional<FieldType> type = dao::fieldTypeOf(found.type);
         if (!type) {
             return std::nullopt;
         }
@@ -106,12 +85,12 @@ std::optional<dao::Field> fieldFor(const SchemaTable &table, const dao::Field &w
         return std::nullopt;
     }
     if (field.type == FieldType::Text) {
-        field.size = std::max(field.size, found.size);
+        field.size = std::max(field.size, found.characters());
     }
     return field;
 }
 
-/// Definition without the fields that the source lacks. A key that the source does not guard against doubles is no primary
+/// Definition without the fields that the source lacks. A key that the source does not guard against duplicates is no primary
 /// key in the copy, so that no row is refused.
 dao::TableDef definitionOf(const SchemaTable &table, const std::vector<dao::Field> &fields, bool keyIsUnique)
 {
@@ -129,15 +108,22 @@ dao::TableDef definitionOf(const SchemaTable &table, const std::vector<dao::Fiel
     return definition;
 }
 
-TableCopy planTable(const SchemaTable &wanted, JetTable source, QStringList &faults)
+/// Whether the primary key of the table is this column alone.
+bool isPrimary(const jet::TableDefinition &table, const jet::ColumnDefinition &column)
+{
+    const jet::IndexDefinition *key = table.primaryKey();
+    return key != nullptr && key->columns.size() == 1 && &table.columns[key->columns.front().column] == &column;
+}
+
+TableCopy planTable(const SchemaTable &wanted, jet::TableDefinition source, QStringList &faults)
 {
     TableCopy copy{std::move(source), dao::TableDef(wanted.name), {}, {}, {}, {}};
     std::vector<dao::Field> fields;
     bool keyIsUnique = wanted.hasAutonumber();
     for (const dao::Field &field : wanted.fields) {
-        const auto found = std::find_if(copy.source.fields.begin(), copy.source.fields.end(),
-                                        [&](const JetField &one) { return sameName(one.name, field.name); });
-        if (found == copy.source.fields.end()) {
+        const auto found = std::find_if(copy.source.columns.begin(), copy.source.columns.end(),
+                                        [&](const jet::ColumnDefinition &one) { return sameName(one.name, field.name); });
+        if (found == copy.source.columns.end()) {
             if (store::isOptionalField(wanted, field.name)) {
                 copy.absentFields.append(field.name);
             } else {
@@ -153,13 +139,13 @@ TableCopy planTable(const SchemaTable &wanted, JetTable source, QStringList &fau
         if (target->autoIncrement) {
             copy.autonumber = static_cast<int>(fields.size());
         }
-        if (field.name == wanted.key && found->primary) {
+        if (field.name == wanted.key && isPrimary(copy.source, *found)) {
             keyIsUnique = true;
         }
         fields.push_back(*target);
-        copy.places.push_back(static_cast<std::size_t>(found - copy.source.fields.begin()));
+        copy.positions.push_back(static_cast<std::size_t>(found - copy.source.columns.begin()));
     }
-    for (const JetField &field : copy.source.fields) {
+    for (const jet::ColumnDefinition &field : copy.source.columns) {
         const bool known = std::any_of(wanted.fields.begin(), wanted.fields.end(),
                                        [&](const dao::Field &one) { return sameName(one.name, field.name); });
         if (!known) {
@@ -177,14 +163,14 @@ FileCopy planFile(DatabaseFile file, const QString &from, QStringList &faults)
     if (!path) {
         throw RunTimeError(ErrorNumber::FileNotFound, QStringLiteral("%1 does not exist.").arg(wantedPath));
     }
-    FileCopy copy{file, std::make_unique<JetFile>(*path), {}, {}, {}};
+    FileCopy copy{file, jet::Database::open(*path, dao::passwordIn(store::connectText())), {}, {}, {}};
     const QStringList present = copy.source->tableNames();
     for (const SchemaTable &table : store::schema()) {
         if (table.file != file) {
             continue;
         }
         if (present.contains(table.name, Qt::CaseInsensitive)) {
-            copy.tables.push_back(planTable(table, copy.source->table(table.name), faults));
+            copy.tables.push_back(planTable(table, copy.source->definition(table.name), faults));
         } else if (table.optional) {
             copy.absentTables.append(table.name);
         } else {
@@ -198,35 +184,35 @@ FileCopy planFile(DatabaseFile file, const QString &from, QStringList &faults)
     return copy;
 }
 
-/// The next number of the autonumber comes after the last that the source ever gave out, also when its row is gone.
-void keepNextNumber(dao::Database &database, const TableCopy &table, std::int32_t highest)
+/// The next autonumber follows the last one that the source assigned, also when its row is gone.
+void continueNumbering(dao::Database &database, const TableCopy &table, std::int32_t highest)
 {
-    if (!table.autonumber || table.source.lastAutonumber <= highest) {
+    if (!table.autonumber || table.source.lastAutoNumber <= highest) {
         return;
     }
     const QString key = table.target.Fields()[static_cast<std::size_t>(*table.autonumber)].name;
     dao::Recordset rows = database.OpenRecordset(QStringLiteral("Select * from %1 where %2 =0").arg(table.target.Name(), key),
                                                  dao::RecordsetType::Dynaset);
     rows.AddNew();
-    rows.set(key, table.source.lastAutonumber);
+    rows.set(key, table.source.lastAutoNumber);
     rows.Update();
     database.Execute(
-        QStringLiteral("Delete from %1 where %2 =%3").arg(table.target.Name(), key).arg(table.source.lastAutonumber));
+        QStringLiteral("Delete from %1 where %2 =%3").arg(table.target.Name(), key).arg(table.source.lastAutoNumber));
 }
 
-void copyRows(const JetFile &source, dao::Database &database, const TableCopy &table, Progress &progress)
+void copyRows(const jet::Database &source, dao::Database &database, const TableCopy &table, Progress &progress)
 {
     const QString &name = table.target.Name();
     const std::vector<dao::Field> &fields = table.target.Fields();
     dao::Recordset rows = database.OpenRecordset(QStringLiteral("Select * from %1").arg(name), dao::RecordsetType::Dynaset);
     std::int32_t highest = 0;
     std::uint32_t number = 0;
-    const std::uint32_t count = source.readRows(table.source.name, [&](const JetFile::Row &row) {
+    source.readRows(table.source.name, [&](const jet::Row &row) {
         ++number;
         try {
             rows.AddNew();
             for (std::size_t i = 0; i < fields.size(); ++i) {
-                rows.set(static_cast<int>(i), row[table.places[i]]);
+                rows.set(static_cast<int>(i), dao::valueOf(row.values[table.positions[i]]));
             }
             if (table.autonumber) {
                 highest = std::max(highest, rows.longValue(*table.autonumber));
@@ -238,22 +224,13 @@ void copyRows(const JetFile &source, dao::Database &database, const TableCopy &t
         }
         progress.advance();
     });
-    if (count != table.source.rowCount) {
-        throw RunTimeError(ErrorNumber::DeviceError,
-                           QStringLiteral("%1: %2 rows can be read from the table %3, but its definition counts %4. Repair the "
-                                          "file in the suite first.")
-                               .arg(source.path())
-                               .arg(count)
-                               .arg(name)
-                               .arg(table.source.rowCount));
-    }
-    keepNextNumber(database, table, highest);
+    continueNumbering(database, table, highest);
 }
 
 void copyFile(const FileCopy &copy, const QString &path, Progress &progress)
 {
     const std::unique_ptr<dao::Database> database = dao::Workspace::CreateDatabase(path, store::connectText());
-    dao::WriteScope scope(*database);
+    dao::CommitScope scope(*database);
     for (const TableCopy &table : copy.tables) {
         database->Append(table.target);
         copyRows(*copy.source, *database, table, progress);
@@ -261,7 +238,7 @@ void copyFile(const FileCopy &copy, const QString &path, Progress &progress)
     scope.commit();
 }
 
-void tell(const FileCopy &copy)
+void report(const FileCopy &copy)
 {
     printLine(store::fileName(copy.file));
     for (const TableCopy &table : copy.tables) {
@@ -309,8 +286,7 @@ void importFarm(const QString &from, const QString &databasesFolder)
     }
     staging.moveIn();
     for (const FileCopy &copy : copies) {
-        tell(copy);
+        report(copy);
     }
-    printLine(QStringLiteral("%1 rows imported. The password of the source files was not asked: their pages are read without it.")
-                  .arg(total));
+    printLine(QStringLiteral("%1 rows imported.").arg(total));
 }

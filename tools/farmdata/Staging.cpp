@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Staging.h"
 
+#include "platform/basic/Permissions.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/basic/TextFiles.h"
 
@@ -17,7 +18,7 @@ using basic::RunTimeError;
 Staging::Staging(const QString &databasesFolder) : target_(QDir(databasesFolder).absolutePath())
 {
     if (QFileInfo::exists(target_) && !QFileInfo(target_).isDir()) {
-        throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("%1 is no folder.").arg(target_));
+        throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("%1 is not a folder.").arg(target_));
     }
     for (const store::DatabaseFile file : store::AllDatabaseFiles) {
         if (const auto present = basic::findPath(target_ + u'/' + store::fileName(file))) {
@@ -26,7 +27,7 @@ Staging::Staging(const QString &databasesFolder) : target_(QDir(databasesFolder)
         }
     }
     const QString parent = QFileInfo(target_).absolutePath();
-    QDir().mkpath(parent);
+    basic::makeFolder(parent);
     staged_ = std::make_unique<QTemporaryDir>(target_ + QStringLiteral(".new-XXXXXX"));
     if (!staged_->isValid()) {
         throw RunTimeError(ErrorNumber::PathFileAccess,
@@ -41,14 +42,18 @@ QString Staging::path(store::DatabaseFile file) const
 
 void Staging::moveIn()
 {
-    // In one step where nothing stands in the way, so that also a killed program leaves all three or none.
+    basic::followFolder(staged_->path());
+    for (const store::DatabaseFile file : store::AllDatabaseFiles) {
+        basic::followFolder(path(file));
+    }
+    // In one step where the target does not exist, so that also a killed program leaves all three or none.
     std::error_code error;
     std::filesystem::rename(staged_->path().toStdU16String(), target_.toStdU16String(), error);
     if (!error) {
         staged_->setAutoRemove(false);
         return;
     }
-    QDir().mkpath(target_);
+    basic::makeFolder(target_);
     QStringList moved;
     for (const store::DatabaseFile file : store::AllDatabaseFiles) {
         const QString to = target_ + u'/' + store::fileName(file);
@@ -56,8 +61,9 @@ void Staging::moveIn()
             for (const QString &one : moved) {
                 QFile::remove(one);
             }
-            throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("%1 cannot be written; nothing was made.").arg(to));
+            throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("%1 cannot be written; nothing was created.").arg(to));
         }
+        basic::followFolder(to);
         moved.append(to);
     }
 }

@@ -8,11 +8,11 @@
 
 #include <memory>
 
-/// New databases on their way: made in a folder beside the target, moved in when all three are whole.
+/// New databases: created in a temporary folder next to the target and moved there when all three are complete.
 class Staging
 {
 public:
-    /// Refuses a target that has one of the databases, or that is no folder.
+    /// Refuses a target that has one of the databases, or that is not a folder.
     explicit Staging(const QString &databasesFolder);
 
     QString path(store::DatabaseFile file) const;

@@ -7,7 +7,7 @@
 #include "Progress.h"
 #include "Staging.h"
 
-#include "common/ProgramLock.h"
+#include "common/FarmLock.h"
 #include "platform/basic/RunTimeError.h"
 #include "store/Backups.h"
 
@@ -18,10 +18,6 @@
 #include <algorithm>
 #include <functional>
 #include <vector>
-
-#ifdef Q_OS_UNIX
-#include <sys/stat.h>
-#endif
 
 namespace
 {
@@ -81,24 +77,24 @@ bool backup(const QStringList &arguments)
 bool restore(const QStringList &arguments)
 {
     const QString folder = folderOf(arguments[0]);
-    const QString appPath = QFileInfo(folder).absolutePath();
-    const std::unique_ptr<ProgramLock> lock = ProgramLock::tryLock(appPath);
-    if (!lock) {
+    const FarmLock::Attempt attempt = FarmLock::tryLock(folder);
+    if (!attempt.lock) {
         throw basic::RunTimeError(
             basic::ErrorNumber::PermissionDenied,
-            QStringLiteral("The program in %1 is running; close it, then restore again. Nothing was changed.").arg(appPath));
+            QStringLiteral("%1 has the farm open; close the program, then restore again. Nothing was changed.")
+                .arg(attempt.holder->text()));
     }
-    // A name alone is looked for among the copies.
+    // A plain name is searched for among the copies.
     const QString inBackups = folder + QStringLiteral("/Backups/") + arguments[1];
     const QString file = !QFileInfo::exists(arguments[1]) && QFileInfo::exists(inBackups) ? inBackups : arguments[1];
-    QString kept;
+    QString replaced;
     {
-        Progress progress(QStringLiteral("Reading the copy through"), 100);
-        kept = store::restoreBackup(folder, QFileInfo(file).absoluteFilePath(), [&](int percent) { progress.show(percent); });
+        Progress progress(QStringLiteral("Checking the copy"), 100);
+        replaced = store::restoreBackup(folder, QFileInfo(file).absoluteFilePath(), [&](int percent) { progress.show(percent); });
     }
     printLine(QStringLiteral("Restored %1.").arg(file));
-    if (!kept.isEmpty()) {
-        printLine(QStringLiteral("The file that it replaced is kept as %1.").arg(kept));
+    if (!replaced.isEmpty()) {
+        printLine(QStringLiteral("The replaced file was moved to %1.").arg(replaced));
     }
     return true;
 }
@@ -145,15 +141,15 @@ const std::vector<Command> &commands()
         {"create", {"DIR"}, "makes three empty databases", create},
         {"demo", {"DIR"}, "makes the databases of an invented farm office with two seasons of work", demo},
         {"import", {"FROM", "DIR"}, "makes the databases from the suite's three Jet files in the folder FROM", import},
-        {"check", {"DIR"}, "reads everything and tells what is wrong; changes nothing", check},
-        {"backup", {"DIR"}, "makes a dated copy of PestMon.mdb; those of ten days are kept", backup},
+        {"check", {"DIR"}, "reads everything and reports faults; changes nothing", check},
+        {"backup", {"DIR"}, "makes a dated copy of PestMon.mdb; those of ten days are retained", backup},
+        {"restore", {"DIR", "FILE"}, "restores PestMon.mdb from a copy; the replaced file is moved to Backups", restore},
         {"lists export", {"DIR", "FILE"}, "writes farms, blocks, crops, workers, pests and seasons to a workbook", listsExport},
         {"lists import",
          {"DIR", "FILE"},
          "takes them from a workbook or .csv, all rows or none; a row without key is new",
          listsImport,
          {DryRun, ByName}},
-        {"restore", {"DIR", "FILE"}, "puts a copy back in the place of PestMon.mdb and keeps the file that it replaces", restore},
     };
     return all;
 }
@@ -165,7 +161,7 @@ void printHelp()
         printLine(QStringLiteral("  %1\n      %2").arg(command.usage(), command.help));
     }
     printLine(
-        QStringLiteral("\nDIR is the Databases folder. Existing databases are never written over. The exit status is 0 only on "
+        QStringLiteral("\nDIR is the Databases folder. Existing databases are never overwritten. The exit status is 0 only on "
                        "success."));
 }
 
@@ -205,10 +201,6 @@ int run(const QStringList &arguments)
 
 int main(int argc, char *argv[])
 {
-#ifdef Q_OS_UNIX
-    // As the program itself: databases and copies are for their user alone.
-    ::umask(S_IRWXG | S_IRWXO);
-#endif
     const QCoreApplication application(argc, argv);
     return run(QCoreApplication::arguments().mid(1));
 }

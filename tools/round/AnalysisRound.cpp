@@ -6,6 +6,7 @@
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/ItemCombo.h"
 #include "platform/dao/Database.h"
+#include "platform/dao/Workspace.h"
 #include "shell/MDI_Monitoring.h"
 #include "store/Schema.h"
 
@@ -59,7 +60,7 @@ void AnalysisRound::playKind(const char *picture, const AnalysisKind &kind)
 {
     driver_.click(picture);
     report_.step(QStringLiteral("%1: %2 listed").arg(kind.name).arg(driver_.find<FlexGrid>("grdLeave").Rows() - 2));
-    report_.picture(window_, QStringLiteral("%1-list").arg(kind.mode.toString().toLower()));
+    report_.screenshot(window_, QStringLiteral("%1-list").arg(kind.mode.toString().toLower()));
     add(kind, FirstAdded);
     change(kind, FirstChanged);
     filter(kind);
@@ -89,7 +90,7 @@ void AnalysisRound::typeBoxes(const AnalysisKind &kind, int first)
     for (std::size_t box = 0; box < kind.values.size(); ++box) {
         driver_.type(numberFor(first, box));
         driver_.key(Qt::Key_Return);
-        // The Tab that stands for Enter is queued.
+        // Enter queues a Tab.
         QCoreApplication::processEvents();
     }
 }
@@ -113,7 +114,7 @@ void AnalysisRound::add(const AnalysisKind &kind, int first)
     }
     typeBoxes(kind, first);
     report_.check(driver_.find<QWidget>("Command3").hasFocus(), QStringLiteral("Enter leads from box to box to Save"));
-    report_.picture(window_, QStringLiteral("%1-panel").arg(kind.mode.toString().toLower()));
+    report_.screenshot(window_, QStringLiteral("%1-panel").arg(kind.mode.toString().toLower()));
     driver_.key(Qt::Key_Return);
     report_.check(driver_.find<FlexGrid>("grdLeave").Rows() == before + 1, QStringLiteral("one analysis more is listed"));
     key_ = newestKey();
@@ -153,7 +154,7 @@ void AnalysisRound::filter(const AnalysisKind &kind)
     }
     report_.step(
         QStringLiteral("%1: %2 of %3 in the group %4").arg(kind.name).arg(shown).arg(grid.Rows() - 2).arg(groups.Text()));
-    report_.picture(window_, QStringLiteral("%1-filtered").arg(kind.mode.toString().toLower()));
+    report_.screenshot(window_, QStringLiteral("%1-filtered").arg(kind.mode.toString().toLower()));
 }
 
 void AnalysisRound::remove(const AnalysisKind &kind)
@@ -168,12 +169,12 @@ void AnalysisRound::remove(const AnalysisKind &kind)
         report_.compare(dialogs_.takeLastText(), QStringLiteral("The analysis was deleted"), QStringLiteral("message on Delete"));
     }
     report_.check(driver_.find<FlexGrid>("grdLeave").Rows() == before - (kind.remove ? 1 : 0),
-                  QStringLiteral("Delete takes the analysis out of the list, but for trace elements"));
+                  QStringLiteral("Delete removes the analysis from the list, except trace elements"));
 }
 
 void AnalysisRound::compareWithFile(const AnalysisKind &kind, int row, int first)
 {
-    // A second look at the file, past everything that the program remembers.
+    // Through a second connection, so that nothing cached is read.
     const auto file = dao::Workspace::OpenDatabase(window_.session().PestDBFile, false, true, store::connectText());
     const dao::Recordset found =
         file->OpenRecordset(QStringLiteral("Select * from %1 where %2 = %3").arg(tableOf(kind), kind.keyField, key_));

@@ -103,15 +103,15 @@ void GraphRound::drawEachKind()
 {
     auto &kinds = driver_.find<ItemCombo>("cbo_6");
     // The list shows its first kind, while the chart begins as another.
-    report_.picture(window_, QStringLiteral("graph"));
+    report_.screenshot(window_, QStringLiteral("graph"));
     for (int kind = 0; kind < kinds.ListCount(); ++kind) {
         kinds.setListIndex(kind);
-        report_.picture(driver_.find<QWidget>("fmeGraph"), QStringLiteral("graph-%1").arg(kinds.Text()));
+        report_.screenshot(driver_.find<QWidget>("fmeGraph"), QStringLiteral("graph-%1").arg(kinds.Text()));
     }
     kinds.setListIndex(3);
     driver_.click("chk_0");
     driver_.click("chk_1");
-    report_.picture(window_, QStringLiteral("graph-markers-labels"));
+    report_.screenshot(window_, QStringLiteral("graph-markers-labels"));
     driver_.click("chk_1");
 }
 
@@ -120,7 +120,7 @@ void GraphRound::zoom()
     const QSize before = driver_.find<ChartView>("chGraph").size();
     driver_.click("cmd_2");
     driver_.click("cmd_2");
-    report_.picture(window_, QStringLiteral("graph-zoomed"));
+    report_.screenshot(window_, QStringLiteral("graph-zoomed"));
     driver_.click("cmd_3");
     driver_.click("cmd_3");
     report_.check(driver_.find<ChartView>("chGraph").size() == before,
@@ -135,7 +135,7 @@ void GraphRound::style()
         if (!dialog) {
             return;
         }
-        report_.picture(*dialog, QStringLiteral("graph-styles"));
+        report_.screenshot(*dialog, QStringLiteral("graph-styles"));
         dialog->findChild<QLineEdit *>(QStringLiteral("txtLW"))->setText(QStringLiteral("60"));
         dialog->findChild<QPushButton *>(QStringLiteral("cmdGSOK"))->click();
     });
@@ -157,11 +157,11 @@ void GraphRound::otherAxes()
     driver_.click("OptW_1");
     driver_.click("cmd_0");
     report_.check(driver_.find<ChartView>("chGraph").model().RowCount() >= 366, QStringLiteral("a year of days is drawn"));
-    report_.picture(window_, QStringLiteral("graph-dates"));
+    report_.screenshot(window_, QStringLiteral("graph-dates"));
     driver_.click("OptW_2");
     driver_.click("cmd_0");
-    report_.picture(window_, QStringLiteral("graph-points"));
+    report_.screenshot(window_, QStringLiteral("graph-points"));
     driver_.click("opt_2");
     driver_.click("cmd_0");
-    report_.picture(window_, QStringLiteral("graph-farm"));
+    report_.screenshot(window_, QStringLiteral("graph-farm"));
 }

@@ -6,6 +6,7 @@
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/ItemCombo.h"
 #include "platform/dao/Database.h"
+#include "platform/dao/Workspace.h"
 #include "screens/ChildScreen.h"
 #include "shell/MDI_Monitoring.h"
 #include "store/Schema.h"
@@ -20,6 +21,7 @@
 namespace
 {
 
+namespace capture = pestmon::capture;
 constexpr int NotesColumn = 7;
 constexpr int DoneColumn = 3;
 constexpr int IssuedColumn = 2;
@@ -43,10 +45,10 @@ void MonitoringRound::openScreen()
 {
     report_.step(QStringLiteral("Started on %1, farm \"%2\"").arg(window_.session().AppPath, window_.session().CurrentFarm));
     report_.check(!window_.session().CurrentFarm.isEmpty(), QStringLiteral("a farm is chosen"));
-    report_.picture(window_, QStringLiteral("menu"));
+    report_.screenshot(window_, QStringLiteral("menu"));
     driver_.click("imSpray");
     report_.check(driver_.find<controls::FlexGrid>("grdGS").isVisible(), QStringLiteral("the list of instructions shows"));
-    report_.picture(window_, QStringLiteral("list"));
+    report_.screenshot(window_, QStringLiteral("list"));
 }
 
 void MonitoringRound::playCounts()
@@ -56,7 +58,7 @@ void MonitoringRound::playCounts()
     typeCounts();
     refuseTooLarge();
     compareWithFile();
-    report_.picture(window_, QStringLiteral("counts"));
+    report_.screenshot(window_, QStringLiteral("counts"));
     paper_.printFilledSheet();
     complete();
     checkList(countNotes(), 2);
@@ -69,7 +71,7 @@ void MonitoringRound::playAnswers()
     openCapture(notes);
     toggleAnswers();
     compareWithFile();
-    report_.picture(window_, QStringLiteral("answers"));
+    report_.screenshot(window_, QStringLiteral("answers"));
     paper_.printFilledSheet();
     complete();
     checkList(notes, 1);
@@ -114,7 +116,7 @@ void MonitoringRound::issue(const QString &method, const QString &notes, int blo
     report_.compare(dialogs_.takeLastText(), QStringLiteral("The monitoring instruction was saved - Print the field forms !"),
                     QStringLiteral("message after Save"));
     report_.check(driver_.find<QPushButton>("cmdPALL").isVisible(), QStringLiteral("a saved instruction can be printed"));
-    report_.picture(window_, QStringLiteral("editor"));
+    report_.screenshot(window_, QStringLiteral("editor"));
     paper_.printFieldSheets();
     driver_.click("cmdTCancel");
 }
@@ -122,7 +124,7 @@ void MonitoringRound::issue(const QString &method, const QString &notes, int blo
 void MonitoringRound::openCapture(const QString &notes)
 {
     const int row = driver_.findRow("grdGS", NotesColumn, notes);
-    report_.check(row > 0, QStringLiteral("the new instruction stands in the list"));
+    report_.check(row > 0, QStringLiteral("the new instruction is in the list"));
     if (row < 0) {
         return;
     }
@@ -229,21 +231,21 @@ void MonitoringRound::checkList(const QString &notes, int rows)
         if (grid.TextMatrix(row, NotesColumn) == notes) {
             done.append(grid.TextMatrix(row, DoneColumn));
             issued.append(grid.TextMatrix(row, IssuedColumn));
-            const bool green = grid.CellBackColor(row, NotesColumn) == controls::mark::Green;
+            const bool green = grid.CellBackColor(row, NotesColumn) == controls::cellColour::Green;
             report_.check(green == (done.back() == QLatin1String("Yes")), QStringLiteral("completed rows are green, others not"));
         }
     }
     const QString expected = rows == 2 ? QStringLiteral("Yes, No") : QStringLiteral("Yes");
     report_.compare(done.join(QStringLiteral(", ")), expected, QStringLiteral("the instruction and its successor in the list"));
     report_.check(issued.removeDuplicates() == rows - 1, QStringLiteral("the successor bears the same date"));
-    report_.picture(window_, QStringLiteral("list-completed"));
+    report_.screenshot(window_, QStringLiteral("list-completed"));
     report_.step(QStringLiteral("In the list: %1").arg(done.join(QStringLiteral(", "))));
 }
 
 void MonitoringRound::compareWithFile()
 {
     const SessionContext &session = window_.session();
-    // A second look at the file, past everything that the program remembers.
+    // Through a second connection, so that nothing cached is read.
     const auto file = dao::Workspace::OpenDatabase(session.PestDBFile, false, true, store::connectText());
     const auto &grid = driver_.find<controls::FlexGrid>("grdPest");
     const bool counts = session.CurrentPMMethod == QLatin1String("Count");
@@ -264,7 +266,7 @@ void MonitoringRound::compareWithFile()
             const int stored =
                 total ? found.longValue(counts ? "PMCountMax" : "PMYesMax") : found.longValue(counts ? "PMCount" : "PMYes");
             const bool answer = !counts && !total;
-            const int shown = answer ? (grid.CellBackColor(row, col) == controls::mark::Red ? -1 : 0)
+            const int shown = answer ? (grid.CellBackColor(row, col) == controls::cellColour::Red ? -1 : 0)
                                      : static_cast<int>(basic::Val(grid.TextMatrix(row, col)));
             report_.compare(QString::number(stored), QString::number(shown),
                             QStringLiteral("row %1, pest %2 in the file").arg(row).arg(pest));
@@ -276,7 +278,7 @@ void MonitoringRound::compareWithFile()
 
 void MonitoringRound::reopen(const QString &notes)
 {
-    report_.step(QStringLiteral("Started anew"));
+    report_.step(QStringLiteral("Restarted"));
     driver_.click("imSpray");
     driver_.click("chkAll");
     const int row = driver_.findRow("grdGS", NotesColumn, notes);

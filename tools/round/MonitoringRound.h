@@ -25,7 +25,7 @@ public:
     void playAnswers();
     /// Both records reports and the stored sheets; the menu is open afterwards.
     void playReports();
-    /// Opens what was typed once more, in a program started anew.
+    /// Opens what was typed once more, in a restarted program.
     void reopen(const QString &notes);
 
     static QString countNotes();

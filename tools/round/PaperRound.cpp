@@ -79,7 +79,7 @@ void PaperRound::runReports()
     driver_.click("ImPM");
     driver_.click("cmdSAllP");
     driver_.click("cmdSAll");
-    report_.picture(window_, QStringLiteral("pest-monitor-info"));
+    report_.screenshot(window_, QStringLiteral("pest-monitor-info"));
     for (const char *button : {"cmdExcel", "cmdPALL"}) {
         waitForANewName();
         expectWorkbook(button, QStringLiteral("Pest Monitor Reports"), QStringLiteral("Report_"), QStringLiteral(".xls"));
@@ -92,7 +92,7 @@ void PaperRound::openStored()
     driver_.click("imFF");
     auto &files = driver_.find<controls::FileList>("filePre");
     report_.check(files.ListCount() > 0, QStringLiteral("the field sheets are listed"));
-    report_.picture(window_, QStringLiteral("existing-field-sheets"));
+    report_.screenshot(window_, QStringLiteral("existing-field-sheets"));
     if (files.ListCount() > 0) {
         const qsizetype before = launcher_.opened.size();
         QTest::mouseClick(files.viewport(), Qt::LeftButton, {}, files.visualItemRect(files.item(0)).center());
@@ -101,12 +101,12 @@ void PaperRound::openStored()
     driver_.click("Command1");
 }
 
-void PaperRound::makePictures()
+void PaperRound::renderWorkbooks()
 {
     const QString office = QStandardPaths::findExecutable(QStringLiteral("soffice"));
     const QString painter = QStandardPaths::findExecutable(QStringLiteral("pdftoppm"));
     if (office.isEmpty() || painter.isEmpty()) {
-        report_.step(QStringLiteral("No office program is installed: the workbooks stay without pictures"));
+        report_.step(QStringLiteral("No office program is installed: the workbooks are not rendered"));
         return;
     }
     QStringList workbooks = launcher_.opened;
@@ -129,5 +129,5 @@ void PaperRound::makePictures()
                                QStringLiteral("3"), page + QStringLiteral(".pdf"), page}),
                       QStringLiteral("%1 has pages").arg(name));
     }
-    report_.step(QStringLiteral("Pictures of the workbooks: %1").arg(QDir::toNativeSeparators(pages.path())));
+    report_.step(QStringLiteral("Images of the workbooks: %1").arg(QDir::toNativeSeparators(pages.path())));
 }

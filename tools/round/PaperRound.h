@@ -9,8 +9,8 @@
 
 class MDI_Monitoring;
 
-/// Everything of the round that ends as a workbook: each is printed from its screen, looked for in its folder under its name, and
-/// at the end turned into pictures where an office program is installed.
+/// The workbooks of the round: each is printed from its screen and checked in its folder; at the end they are rendered as images
+/// if an office program is installed.
 class PaperRound
 {
 public:
@@ -25,10 +25,10 @@ public:
     /// With the menu open.
     void runReports();
     void openStored();
-    void makePictures();
+    void renderWorkbooks();
 
 private:
-    /// Clicks, and checks that one workbook more was handed over, which lies below Reports in `folder`, named `begin` ... `end`.
+    /// Clicks, and checks that one more workbook was opened: in `folder` below Reports, named `begin` ... `end`.
     void expectWorkbook(const char *button, const QString &folder, const QString &begin, const QString &end);
 
     MDI_Monitoring &window_;

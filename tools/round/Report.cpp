@@ -44,19 +44,19 @@ void Report::compare(const QString &found, const QString &expected, const QStrin
     check(found == expected, QStringLiteral("%1: found \"%2\", expected \"%3\"").arg(what, found, expected));
 }
 
-void Report::picture(QWidget &window, const QString &name)
+void Report::screenshot(QWidget &window, const QString &name)
 {
     // Layouts and repaints that are still due come first.
     constexpr int Settled = 300;
     QTest::qWait(Settled);
     const QString file = QStringLiteral("%1-%2.png").arg(++pictureNumber_, 2, 10, QLatin1Char('0')).arg(name);
     const QString path = QDir(pictures_).filePath(file);
-    check(window.grab().save(path), QStringLiteral("the picture %1 could not be written").arg(path));
+    check(window.grab().save(path), QStringLiteral("the screenshot %1 could not be written").arg(path));
 }
 
 bool Report::finish() const
 {
-    print(QStringLiteral("%1 checks held, %2 failed. Pictures: %3")
+    print(QStringLiteral("%1 checks passed, %2 failed. Screenshots: %3")
               .arg(held_)
               .arg(failed_)
               .arg(QDir::toNativeSeparators(pictures_)));

@@ -5,20 +5,20 @@
 
 class QWidget;
 
-/// What the round did and whether it held: a line a step on standard output, numbered pictures in a folder.
+/// The steps and checks of the round: a line for each step on standard output, numbered screenshots in a folder.
 class Report
 {
 public:
     explicit Report(QString pictures);
 
     void step(const QString &text);
-    /// Counts and prints a failure; what holds is only counted.
+    /// Counts a check, and prints it when it fails.
     void check(bool holds, const QString &what);
-    /// The same for two texts, telling both when they differ.
+    /// The same for two texts; prints both when they differ.
     void compare(const QString &found, const QString &expected, const QString &what);
-    void picture(QWidget &window, const QString &name);
+    void screenshot(QWidget &window, const QString &name);
     const QString &pictures() const { return pictures_; }
-    /// Prints the sum; true when everything held.
+    /// Prints the sum; true when no check failed.
     bool finish() const;
 
 private:

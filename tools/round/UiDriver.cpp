@@ -18,7 +18,8 @@ using controls::ItemCombo;
 
 QWidget *UiDriver::findWidget(const char *name) const
 {
-    // The menu and a screen, or two screens while one is let go, may bear controls of one name; hands reach what shows.
+    // The menu and a screen, or two screens while one is being closed, may have controls of the same name; the visible one is
+    // meant.
     const auto all = window_.findChildren<QWidget *>(QLatin1String(name));
     const auto shown = std::find_if(all.begin(), all.end(), [](const QWidget *widget) { return widget->isVisible(); });
     return shown != all.end() ? *shown : all.value(0);

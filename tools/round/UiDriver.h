@@ -11,7 +11,7 @@ class FlexGrid;
 class ItemCombo;
 } // namespace controls
 
-/// Drives a window as a person would: by mouse and keys on the controls of the given names.
+/// Drives a window by mouse and keys on the controls of the given names.
 class UiDriver
 {
 public:

@@ -47,7 +47,7 @@ void runProgram(const QString &folder, Report &report, const std::function<void(
                   {window, dialogs, report},
                   {window, dialogs, launcher, report}};
     play(rounds);
-    report.check(dialogs.allAsExpected(), QStringLiteral("no box came that was not expected, and none stayed away"));
+    report.check(dialogs.allAsExpected(), QStringLiteral("exactly the expected boxes were shown"));
 }
 
 bool playOn(const QString &folder)
@@ -60,7 +60,7 @@ bool playOn(const QString &folder)
         rounds.monitoring.playReports();
         rounds.analyses.play();
         rounds.graphs.play();
-        rounds.papers.makePictures();
+        rounds.papers.renderWorkbooks();
     });
     runProgram(folder, report, [](Rounds &rounds) { rounds.monitoring.reopen(MonitoringRound::countNotes()); });
     return report.finish();
@@ -76,7 +76,7 @@ int main(int argc, char **argv)
     if ((arguments.size() != 2 && !dark) || arguments[1].startsWith(QLatin1Char('-'))) {
         QTextStream(stderr)
             << "Usage: round FOLDER [dark]\n\nPlays a monitoring round through the real screens, light or dark, on the "
-               "farm whose Databases folder lies in FOLDER, and changes that farm.\n";
+               "farm whose Databases folder is in FOLDER, and changes that farm.\n";
         return EXIT_FAILURE;
     }
     controls::Theme::apply(application, dark);

@@ -8,7 +8,7 @@
 
 namespace
 {
-/// How a template is printed and how wide its columns stand; its cells are empty, the reports write them.
+/// How a template is printed and how wide its columns are; its cells are empty, the reports write them.
 struct Template {
     const char *file;
     const char *title;
@@ -27,33 +27,33 @@ constexpr std::array<Template, 2> Templates{{
 constexpr double SideMargin = 1.25;
 constexpr double TopMargin = 1.9;
 
-void make(const Template &told, const QDir &folder)
+void make(const Template &wanted, const QDir &folder)
 {
     excel::Application application;
     application.setDisplayAlerts(false);
     const excel::Workbook book = application.Workbooks().Add();
     const excel::Worksheet sheet = book.Worksheets(1);
-    for (std::size_t column = 0; column < told.widths.size(); ++column) {
-        sheet.Columns(QChar(u'A' + static_cast<char16_t>(column))).setColumnWidth(told.widths[column]);
+    for (std::size_t column = 0; column < wanted.widths.size(); ++column) {
+        sheet.Columns(QChar(u'A' + static_cast<char16_t>(column))).setColumnWidth(wanted.widths[column]);
     }
     excel::PageSetup page = sheet.PageSetup();
     page.setPaperSize(excel::xlPaperA4);
-    page.setOrientation(told.orientation);
+    page.setOrientation(wanted.orientation);
     page.setLeftMargin(application.CentimetersToPoints(SideMargin));
     page.setRightMargin(application.CentimetersToPoints(SideMargin));
     page.setTopMargin(application.CentimetersToPoints(TopMargin));
     page.setBottomMargin(application.CentimetersToPoints(TopMargin));
     // As many pages down as the rows take, but no column on a page of its own.
     page.setFitToPagesWide(1);
-    page.setPrintTitleRows(QLatin1String(told.titleRows));
-    page.setLeftHeader(QLatin1String(told.title));
+    page.setPrintTitleRows(QLatin1String(wanted.titleRows));
+    page.setLeftHeader(QLatin1String(wanted.title));
     page.setRightHeader(QStringLiteral("&D"));
     page.setCenterFooter(QStringLiteral("Page &P of &N"));
-    excel::Workbook(book).SaveAs(folder.filePath(QLatin1String(told.file)), excel::xlExcel8);
+    excel::Workbook(book).SaveAs(folder.filePath(QLatin1String(wanted.file)), excel::xlExcel8);
 }
 } // namespace
 
-/// make_templates FOLDER: writes the templates there, replacing what stands there.
+/// make_templates FOLDER: writes the templates there, replacing those that exist.
 int main(int count, char **arguments)
 {
     if (count != 2) {
@@ -66,8 +66,8 @@ int main(int count, char **arguments)
         return 1;
     }
     try {
-        for (const Template &told : Templates) {
-            make(told, folder);
+        for (const Template &wanted : Templates) {
+            make(wanted, folder);
         }
     } catch (const basic::RunTimeError &error) {
         std::fprintf(stderr, "%s\n", error.what());

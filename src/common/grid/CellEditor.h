@@ -13,6 +13,6 @@ class FlexGrid;
 /// left and the top do not count.
 void Place_Cell_Editor(const controls::FlexGrid &grid, QWidget &box);
 
-/// Sends keys to the widget that has the focus: plain characters, or one of "{TAB}" and "{ENTER}". `wait` lets them be handled
-/// before it returns; otherwise they are queued.
+/// Sends keys to the focused widget: plain characters, or "{TAB}" or "{ENTER}". With `wait` they are handled before it returns,
+/// otherwise queued.
 void Send_Keys(const QString &keys, bool wait);

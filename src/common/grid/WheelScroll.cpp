@@ -17,8 +17,8 @@ bool isForward(std::uint16_t amount)
 std::optional<WheelScroll> takeWheel(std::int32_t &remainder, bool up, std::uint16_t amount, int systemLines)
 {
     constexpr int pageMode = 65535;
-    constexpr int mostLines = 32;
-    constexpr int usualLines = 3;
+    constexpr int maxLines = 32;
+    constexpr int defaultLines = 3;
     // A backward turn passes a notch at once, however small it is, since its amount is unsigned.
     remainder += amount;
     if (std::abs(remainder) < WheelNotch) {
@@ -28,6 +28,6 @@ std::optional<WheelScroll> takeWheel(std::int32_t &remainder, bool up, std::uint
     if (systemLines < 0 || systemLines >= pageMode) {
         return WheelScroll{up ? ScrollCode::PageUp : ScrollCode::PageDown, 1};
     }
-    const int lines = systemLines == 0 || systemLines > mostLines ? usualLines : systemLines;
+    const int lines = systemLines == 0 || systemLines > maxLines ? defaultLines : systemLines;
     return WheelScroll{up ? ScrollCode::LineUp : ScrollCode::LineDown, lines};
 }

@@ -4,12 +4,12 @@
 #include <cstdint>
 #include <optional>
 
-/// What a scroll asks of a grid; the numbers are those of a window system's scroll message.
+/// Kinds of scrolling, numbered as in a window system's scroll message.
 enum class ScrollCode { LineUp = 0, LineDown = 1, PageUp = 2, PageDown = 3 };
 
 struct WheelScroll {
     ScrollCode code;
-    /// How often the code is carried out.
+    /// How often to scroll.
     int times;
 
     bool operator==(const WheelScroll &) const = default;
@@ -24,6 +24,6 @@ std::uint16_t wheelAmount(int turn);
 /// Whether an amount is a forward turn: its top four bits are clear.
 bool isForward(std::uint16_t amount);
 
-/// Adds the amount to the remainder; once a notch is full, tells what to scroll and keeps the rest. `systemLines` is the system's
-/// lines per notch; -1, and 65535 and above, stand for a page a notch, 0 and more than 32 for three lines.
+/// Adds the amount to the remainder; a full notch gives a scroll and leaves the rest as remainder. `systemLines` is the system's
+/// lines per notch; -1, and 65535 and above, mean a page per notch, 0 and more than 32 mean three lines.
 std::optional<WheelScroll> takeWheel(std::int32_t &remainder, bool up, std::uint16_t amount, int systemLines);

@@ -18,7 +18,7 @@ namespace
 /// Wheel movement not yet turned into lines; one for all windows, never reset.
 std::int32_t WheelRemainder = 0;
 
-/// Stands before the whole program, since a wheel turn reaches the child under the pointer before its window.
+/// Filters the events of the whole program, since a wheel event reaches the child under the pointer before its window.
 class WheelHook : public QObject
 {
     Q_OBJECT
@@ -34,7 +34,7 @@ public:
             deleteLater();
         }
         const auto *under = event->type() == QEvent::Wheel ? qobject_cast<QWidget *>(watched) : nullptr;
-        // Lists that hang open are windows of their own and keep their wheel.
+        // Open lists are separate windows and handle their own wheel events.
         if (!under || (under != &window_ && (under->isWindow() || !window_.isAncestorOf(under)))) {
             return false;
         }
@@ -42,7 +42,7 @@ public:
     }
 
 private:
-    /// A grid that does not show, or takes no input, leaves the turn to what lies under the pointer.
+    /// A hidden or disabled grid leaves the event to the widget under the pointer.
     bool take(QWheelEvent &event)
     {
         if (!target_ || !target_->isVisible() || !target_->isEnabled() || event.angleDelta().y() == 0) {
@@ -62,8 +62,8 @@ private:
         return event.phase() != Qt::NoScrollPhase || event.device()->type() == QInputDevice::DeviceType::TouchPad;
     }
 
-    /// Fingers move in steps of a few units, dozens a second. They count as a wheel once they have come a notch one way, as far
-    /// downwards as upwards.
+    /// A touchpad sends dozens of small steps a second. They count as a wheel once they add up to a notch in one direction, the
+    /// same distance up and down.
     int wholeNotches(int turn)
     {
         const bool turnedBack = (turn < 0) != (travel_ < 0);

@@ -6,8 +6,8 @@
 namespace basic
 {
 
-/// Waits until a file, or the names in a folder, are on the disk, where the system can be asked for that. For what follows a
-/// rename or stands in for a file that is about to be replaced; a path that cannot be opened is left alone.
+/// Waits until a file, or the names in a folder, are on the disk, where the system can be asked for that. To be called after a
+/// rename and before a file is replaced; a path that cannot be opened is ignored.
 void syncToDisk(const QString &path);
 
 } // namespace basic

@@ -2,6 +2,7 @@
 #include "platform/basic/Formats.h"
 
 #include <QLocale>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <array>
@@ -64,7 +65,7 @@ Decimal decimalOf(float value)
     return fromScientific(std::string_view(buffer.data(), static_cast<std::size_t>(end - buffer.data())));
 }
 
-/// Keeps `count` digits (which may be none or fewer), halves away from zero.
+/// Leaves `count` digits (which may be none or fewer), halves away from zero.
 void roundDigits(Decimal &number, int count)
 {
     if (count >= static_cast<int>(number.digits.size())) {
@@ -96,37 +97,22 @@ QString fixedText(Decimal number, int decimals)
             : '0';
     };
     std::string text;
-    for (int place = std::max(number.exponent, 1); place > 0; --place) {
-        text.push_back(digitAt(number.exponent - place));
+    for (int digit = std::max(number.exponent, 1); digit > 0; --digit) {
+        text.push_back(digitAt(number.exponent - digit));
     }
     if (decimals > 0) {
         text.push_back('.');
     }
-    for (int place = 0; place < decimals; ++place) {
-        text.push_back(digitAt(number.exponent + place));
+    for (int digit = 0; digit < decimals; ++digit) {
+        text.push_back(digitAt(number.exponent + digit));
     }
     const bool isZero = text.find_first_not_of("0.") == std::string::npos;
     return QString::fromStdString(number.negative && !isZero ? "-" + text : text);
 }
 
-QString plainText(const Decimal &number, int largestExponent)
+QString plainText(const Decimal &number)
 {
-    const auto count = static_cast<int>(number.digits.size());
-    if (count == 0) {
-        return QStringLiteral("0");
-    }
-    if (number.exponent > -4 && number.exponent <= largestExponent) {
-        return fixedText(number, std::max(count - number.exponent, 0));
-    }
-    std::string text = number.negative ? "-" : "";
-    text += number.digits.front();
-    if (count > 1) {
-        text += '.';
-        text += number.digits.substr(1);
-    }
-    const int power = number.exponent - 1;
-    return QString::fromStdString(text)
-        + QStringLiteral("E%1%2").arg(power < 0 ? '-' : '+').arg(std::abs(power), 2, 10, QLatin1Char('0'));
+    return fixedText(number, std::max(static_cast<int>(number.digits.size()) - number.exponent, 0));
 }
 
 QString digitsOf(int value, int width)
@@ -198,7 +184,7 @@ QString longDate(QDate date)
 
 QString shortDate(QDate date)
 {
-    // Asking the system for its form costs more than using it, and lists use it thousands of times.
+    // Reading the format from the system costs more than using it, and lists use it thousands of times.
     thread_local QLocale locale = QLocale::c();
     thread_local QString format;
     if (const QLocale current; format.isEmpty() || current != locale) {
@@ -211,30 +197,29 @@ QString shortDate(QDate date)
     return locale.toString(date, format);
 }
 
-QDate dateFromText(QStringView text)
+QDate dateFromText(QStringView text, DateOrder order)
 {
+    static const QRegularExpression yearFirst(QStringLiteral("^([0-9]{4})[-/.]([0-9]{1,2})[-/.]([0-9]{1,2})$"));
+    static const QRegularExpression yearLast(QStringLiteral("^([0-9]{1,2})[-/.]([0-9]{1,2})[-/.]([0-9]{4})$"));
+    static const QRegularExpression digitsOnly(QStringLiteral("^([0-9]{4})([0-9]{2})([0-9]{2})$"));
     text = text.trimmed();
-    const QChar separator = text.contains(u'/') ? u'/' : u'-';
-    const auto parts = text.split(separator);
-    if (parts.size() != 3) {
-        return {};
+    const auto dateIn = [text](const QRegularExpression &form, int year, int month, int day) {
+        const QRegularExpressionMatch match = form.match(text);
+        return match.hasMatch()
+            ? QDate(match.capturedView(year).toInt(), match.capturedView(month).toInt(), match.capturedView(day).toInt())
+            : QDate();
+    };
+    const QDate day = dateIn(yearFirst, 1, 2, 3);
+    if (day.isValid()) {
+        return day;
     }
-    std::array<int, 3> numbers{};
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
-        const QStringView part = parts[static_cast<qsizetype>(i)].trimmed();
-        if (!std::all_of(part.begin(), part.end(), [](QChar c) { return c >= u'0' && c <= u'9'; })) {
-            return {};
-        }
-        numbers[i] = part.toInt();
+    const QDate dayFirst = dateIn(yearLast, 3, 2, 1);
+    if (order == DateOrder::Typed) {
+        return dayFirst.isValid() ? dayFirst : dateIn(digitsOnly, 1, 2, 3);
     }
-    if (parts[0].trimmed().size() == 4) {
-        return QDate(numbers[0], numbers[1], numbers[2]);
-    }
-    if (parts[2].trimmed().size() != 4) {
-        return {};
-    }
-    const QDate dayFirst(numbers[2], numbers[1], numbers[0]);
-    return dayFirst.isValid() ? dayFirst : QDate(numbers[2], numbers[0], numbers[1]);
+    const QDate monthFirst = dateIn(yearLast, 3, 1, 2);
+    const bool takesDayFirst = dayFirst.isValid() && (order == DateOrder::DayFirst || !monthFirst.isValid());
+    return takesDayFirst ? dayFirst : monthFirst;
 }
 
 QString formatFixed(double value, int decimals)
@@ -249,12 +234,17 @@ QString formatFixedSingle(float value, int decimals)
 
 QString singleText(float value)
 {
-    return std::isfinite(value) ? plainText(decimalOf(value), 9) : QString::number(static_cast<double>(value));
+    if (!std::isfinite(value)) {
+        return QString::number(static_cast<double>(value));
+    }
+    std::array<char, 40> buffer;
+    const auto end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::scientific).ptr;
+    return plainText(fromScientific(std::string_view(buffer.data(), static_cast<std::size_t>(end - buffer.data()))));
 }
 
 QString doubleText(double value)
 {
-    return std::isfinite(value) ? plainText(decimalOf(value), 15) : QString::number(value);
+    return std::isfinite(value) ? plainText(decimalOf(value)) : QString::number(value);
 }
 
 QString booleanText(bool value)

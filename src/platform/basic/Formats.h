@@ -9,7 +9,7 @@ namespace basic
 {
 
 /// Formats a date by a pattern of d, dd, m, mm, nn (minutes), h, hh, s, ss, yy, yyyy without regard to case; a run of
-/// m directly after an h run also means minutes. Other characters stand for themselves. Digits are always 0 to 9.
+/// m directly after an h run also means minutes. Other characters are copied. Digits are always 0 to 9.
 QString formatDate(SerialDate date, QStringView pattern);
 QString formatDate(QDate date, QStringView pattern);
 
@@ -17,19 +17,23 @@ QString formatDate(QDate date, QStringView pattern);
 QString longDate(QDate date);
 QString shortDate(QDate date);
 
-/// Reads a date as people leave it in a text file: yyyy/mm/dd, yyyy-mm-dd, dd/mm/yyyy (day first unless that gives no
-/// date). An invalid QDate when the text is none of these.
-QDate dateFromText(QStringView text);
+/// Which number of a date comes first when the year comes last. The other order is tried when the first one gives no date, except
+/// for Typed, which knows the day first only, and the eight digits yyyymmdd besides.
+enum class DateOrder { DayFirst, MonthFirst, Typed };
 
-/// `decimals` digits behind a point whatever the locale, halves away from zero: "#0" is 0 decimals, "#0.00" is 2.
+/// Reads a date: the year with four digits first or last, month and day with one or two, parted by "/", "-" or ".". An invalid
+/// QDate for any other text.
+QDate dateFromText(QStringView text, DateOrder order = DateOrder::DayFirst);
+
+/// `decimals` digits after a point whatever the locale, halves away from zero: "#0" is 0 decimals, "#0.00" is 2.
 QString formatFixed(double value, int decimals);
 /// The same for a 32-bit float, rounded from its seven digits: 2.675 gives 2.68.
 QString formatFixedSingle(float value, int decimals);
 
-/// Shortest decimal text of a 32-bit float, at most 7 digits: 1.1, never 1.10000002384186. Powers of ten beyond its digits are
-/// written as 1E+12.
+/// Shortest decimal text that reads back as the same 32-bit float: 1.1, never 1.10000002384186. Without an exponent, so that
+/// Val() reads it whole.
 QString singleText(float value);
-/// Shortest decimal text of a double, at most 15 digits, point whatever the locale.
+/// Decimal text of a double, at most 15 digits without an exponent, point whatever the locale.
 QString doubleText(double value);
 
 /// "True" or "False", as a Boolean joined to a text.

@@ -8,7 +8,7 @@
 namespace basic
 {
 
-/// The number a text begins with: blanks skipped, an optional sign, digits and one point; anything behind it is
+/// The number a text begins with: blanks skipped, an optional sign, digits and one point; anything after it is
 /// ignored, a text without a number is 0. "12ab" is 12, "-3.5" is -3.5, "1e3" is 1, "ab" is 0.
 double Val(QStringView text);
 

@@ -24,7 +24,7 @@ enum class ErrorNumber : int {
     ObjectNotSet = 91,
 };
 
-/// Every failure of the platform rooms: a number that handlers may test and a sentence for people.
+/// Every failure of the platform modules: a number that handlers may test and a sentence for people.
 class RunTimeError : public std::exception
 {
 public:
@@ -41,7 +41,7 @@ private:
     QByteArray what_;
 };
 
-/// Runs `body` and swallows a RunTimeError, nothing else: the one form of "leaves silently".
+/// Runs `body` and swallows a RunTimeError, nothing else.
 /// Returns whether the body ran to its end.
 template <typename Body> bool runOrIgnore(Body &&body)
 {

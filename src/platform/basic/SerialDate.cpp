@@ -12,7 +12,7 @@ namespace
 constexpr int SecondsPerDay = 86400;
 /// 1 January 100, and the day after 31 December 9999.
 constexpr double FirstDay = -657434.0;
-constexpr double BehindLastDay = 2958466.0;
+constexpr double AfterLastDay = 2958466.0;
 const QDate &epoch()
 {
     static const QDate date(1899, 12, 30);
@@ -38,7 +38,7 @@ SerialDate SerialDate::fromDateTime(QDate date, QTime time)
 // Written so that not-a-number is none.
 bool SerialDate::isOnCalendar() const
 {
-    return days_ > FirstDay - 1.0 && days_ < BehindLastDay;
+    return days_ > FirstDay - 1.0 && days_ < AfterLastDay;
 }
 
 QDate SerialDate::date() const

@@ -9,7 +9,7 @@
 namespace basic
 {
 
-/// A point in time as the databases keep it: days since 1899-12-30, the fraction being the time of day.
+/// A point in time as the databases store it: days since 1899-12-30, the fraction being the time of day.
 /// Before that day the whole days are negative while the time of day still counts upwards, so
 /// -1.25 is 1899-12-29 06:00. No time zone: what was stored comes back bit for bit.
 class SerialDate
@@ -22,7 +22,7 @@ public:
     static SerialDate fromDateTime(QDate date, QTime time);
 
     constexpr double days() const { return days_; }
-    /// The zero date 1899-12-30 00:00 stands for "never set" where it is read from a file.
+    /// The zero date 1899-12-30 00:00 means "never set" where it is read from a file.
     constexpr bool isZero() const { return days_ == 0.0; }
     /// Invalid for a number of days outside the years 100 to 9999, which only a damaged file holds.
     QDate date() const;

@@ -2,6 +2,7 @@
 #include "platform/basic/TextFiles.h"
 
 #include "platform/basic/Numbers.h"
+#include "platform/basic/Permissions.h"
 #include "platform/basic/RunTimeError.h"
 
 #include <QDir>
@@ -20,7 +21,7 @@ namespace basic
 namespace
 {
 
-// Bytes 0x80 to 0x9F of Windows-1252; the five unused bytes stand for the control characters of their own number.
+// Bytes 0x80 to 0x9F of Windows-1252; the five unused bytes are the control characters of the same number.
 constexpr std::array<char16_t, 32> UpperControls = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                                     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
                                                     0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
@@ -61,10 +62,10 @@ struct FoundPath {
     bool complete = true;
 };
 
-/// Follows the parts of a path as far as they exist; the rest is joined as told.
-FoundPath followPath(const QString &told)
+/// Follows the parts of a path as far as they exist; the rest is appended unchanged.
+FoundPath followPath(const QString &requested)
 {
-    const QString path = withSlashes(told);
+    const QString path = withSlashes(requested);
     FoundPath found{path.startsWith(u'/') ? QStringLiteral("/") : QStringLiteral("."), !path.isEmpty()};
     for (const QString &part : path.split(u'/', Qt::SkipEmptyParts)) {
         const auto entry = found.complete ? findEntry(found.path, part) : std::nullopt;
@@ -74,11 +75,11 @@ FoundPath followPath(const QString &told)
     return found;
 }
 
-QByteArray readWhole(const QString &told)
+QByteArray readWhole(const QString &requested)
 {
-    const auto path = findPath(told);
+    const auto path = findPath(requested);
     if (!path) {
-        throw RunTimeError(ErrorNumber::FileNotFound, QStringLiteral("File not found: %1").arg(told));
+        throw RunTimeError(ErrorNumber::FileNotFound, QStringLiteral("File not found: %1").arg(requested));
     }
     QFile file(*path);
     if (QFileInfo(*path).isDir() || !file.open(QIODevice::ReadOnly)) {
@@ -108,7 +109,7 @@ QString decodeText(const QByteArray &bytes)
 {
     QStringDecoder decoder(QStringDecoder::Utf8);
     QString text = decoder(bytes);
-    // An unfinished sequence at the end is an error only once the decoder is flushed, so it is looked for in its text.
+    // An unfinished sequence at the end is an error only once the decoder is flushed, so the decoded text is checked for it.
     const bool wellFormed =
         !decoder.hasError() && text.toUtf8().size() + (bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0) == bytes.size();
     return wellFormed ? text : fromWindows1252(bytes);
@@ -139,25 +140,29 @@ std::int32_t readFirstLong(const QString &path)
     const bool isPlain = std::all_of(item.begin(), item.end(), [](QChar c) { return QStringView(u"0123456789+-.").contains(c); });
     bool isNumber = false;
     const double value = QLocale::c().toDouble(item, &isNumber);
-    const QString told =
+    const QString description =
         QStringLiteral("The file %1 holds \"%2\" where a number is expected. Correct or delete it.").arg(path, item);
     if (!isPlain || !isNumber) {
-        throw RunTimeError(ErrorNumber::TypeMismatch, told);
+        throw RunTimeError(ErrorNumber::TypeMismatch, description);
     }
     try {
         return toLong32(value);
     } catch (const RunTimeError &) {
-        throw RunTimeError(ErrorNumber::Overflow, told);
+        throw RunTimeError(ErrorNumber::Overflow, description);
     }
 }
 
 void writeLine(const QString &path, const QString &line)
 {
     QSaveFile file(pathForWriting(path));
+    const bool isNew = !QFileInfo::exists(file.fileName());
     const QByteArray bytes = line.toUtf8() + '\n';
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
         throw RunTimeError(ErrorNumber::PathFileAccess,
                            QStringLiteral("The file %1 cannot be written: %2").arg(file.fileName(), file.errorString()));
+    }
+    if (isNew) {
+        followFolder(file.fileName());
     }
 }
 

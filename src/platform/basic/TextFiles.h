@@ -9,11 +9,11 @@
 namespace basic
 {
 
-/// Finds the stored path for a path told with any letter case and with "\" or "/" between folders, each part compared
-/// without regard to case; nothing when some part does not exist.
+/// Finds the stored path for a path in any letter case and with "\" or "/" between folders, each part compared without regard to
+/// case; nothing when some part does not exist.
 std::optional<QString> findPath(const QString &path);
 
-/// The path to write to: the existing entry when one matches without regard to case, else the path as told with "/".
+/// The path to write to: the existing entry when one matches without regard to case, else the path itself with "/".
 QString pathForWriting(const QString &path);
 
 /// Windows-1252, unless the bytes are well-formed UTF-8 (with or without byte order mark).
@@ -26,7 +26,7 @@ QString readFirstItem(const QString &path);
 /// The same, read as a 32-bit number: error 13 for text, 6 beyond the range. An empty item is 0.
 std::int32_t readFirstLong(const QString &path);
 
-/// Replaces the file by `line` and a line end, UTF-8, written beside and renamed. Error 75 when that fails.
+/// Replaces the file by `line` and a line end, UTF-8, written to a temporary file and renamed. Error 75 when that fails.
 void writeLine(const QString &path, const QString &line);
 
 } // namespace basic

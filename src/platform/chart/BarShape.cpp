@@ -10,17 +10,19 @@ namespace chart
 namespace
 {
 
-/// Part of a row's width that its bars fill.
+/// Share of a row's width that its bars fill.
 constexpr double Filled = 0.8;
+constexpr double FilledOnPaper = 0.9;
 constexpr double MaxWidth = 56.0;
 /// Narrower bars would look dotted with a hatch.
-constexpr double NarrowestHatched = 8.0;
+constexpr double MinHatchedWidth = 8.0;
+constexpr double MinHatchedWidthOnPaper = 2.0;
 
-/// Whole pixels where possible, so that equal bars look equal.
-double barWidth(double rowWidth, std::size_t bars)
+/// Whole pixels on the screen, so that equal bars look equal.
+double barWidth(double rowWidth, std::size_t bars, bool forPaper)
 {
-    const double width = std::min(rowWidth * Filled / static_cast<double>(bars), MaxWidth);
-    return std::max(std::floor(width), 1.0);
+    const double width = std::min(rowWidth * (forPaper ? FilledOnPaper : Filled) / static_cast<double>(bars), MaxWidth);
+    return std::max(forPaper ? width : std::floor(width), 1.0);
 }
 
 QPolygonF slanted(const QPointF &from, const QPointF &to, const QPointF &depth)
@@ -34,7 +36,8 @@ void BarShape::arrange(const PlotFrame &frame, const DepthSlot &slot)
 {
     ownPoints().clear();
     const auto bars = series().size();
-    const double width = barWidth(frame.rowWidth(), bars);
+    const bool forPaper = style(series().front()).forPaper;
+    const double width = barWidth(frame.rowWidth(), bars, forPaper);
     const double pitch = std::min(width, frame.rowWidth() / static_cast<double>(bars));
     // Deeper than wide would look like a plank.
     const double depth = std::hypot(slot.thickness.x(), slot.thickness.y());
@@ -48,10 +51,10 @@ void BarShape::arrange(const PlotFrame &frame, const DepthSlot &slot)
             }
             // A counted zero is a line on the axis, unlike an empty cell.
             const double height = frame.y(0.0) - frame.y(*value);
+            const double x = left + pitch * static_cast<double>(bar);
             const double shown = std::abs(height) < 1.0 ? 1.0 : height;
-            const QRectF body = QRectF(std::round(left + pitch * static_cast<double>(bar)), frame.y(0.0) - shown, width, shown)
-                                    .normalized()
-                                    .translated(slot.offset);
+            const QRectF body =
+                QRectF(forPaper ? x : std::round(x), frame.y(0.0) - shown, width, shown).normalized().translated(slot.offset);
             const double end = *value < 0.0 ? body.bottom() : body.top();
             ownPoints().push_back({{series()[bar], row}, *value, QPointF(body.center().x(), end), body});
         }
@@ -68,9 +71,12 @@ void BarShape::paint(QPainter &painter, const QRectF &exposed) const
     paintMarkers(painter, exposed);
 }
 
-Hatch BarShape::hatchOf(const DrawnPoint &point) const
+void BarShape::addHatchOf(const DrawnPoint &point, std::vector<QLineF> &lines) const
 {
-    return point.body.width() < NarrowestHatched ? Hatch::None : style(point.index.series).hatch;
+    const SeriesStyle &each = style(point.index.series);
+    if (point.body.width() >= (each.forPaper ? MinHatchedWidthOnPaper : MinHatchedWidth)) {
+        addHatch(lines, each, point.body);
+    }
 }
 
 void BarShape::paintFlat(QPainter &painter, const QRectF &exposed) const
@@ -81,7 +87,7 @@ void BarShape::paintFlat(QPainter &painter, const QRectF &exposed) const
         for (const DrawnPoint &point : points()) {
             if (point.index.series == column && point.body.intersects(exposed)) {
                 areas.push_back(point.body);
-                addHatch(hatch, hatchOf(point), point.body);
+                addHatchOf(point, hatch);
             }
         }
         painter.setPen(Qt::NoPen);
@@ -108,7 +114,7 @@ void BarShape::paintSolid(QPainter &painter, const QRectF &exposed) const
         painter.setBrush(each.fill);
         painter.drawRect(point.body);
         std::vector<QLineF> hatch;
-        addHatch(hatch, hatchOf(point), point.body);
+        addHatchOf(point, hatch);
         drawHatch(painter, each, hatch);
     }
 }

@@ -16,7 +16,7 @@ public:
     void paint(QPainter &painter, const QRectF &exposed) const override;
 
 private:
-    Hatch hatchOf(const DrawnPoint &point) const;
+    void addHatchOf(const DrawnPoint &point, std::vector<QLineF> &lines) const;
     void paintFlat(QPainter &painter, const QRectF &exposed) const;
     void paintSolid(QPainter &painter, const QRectF &exposed) const;
 

@@ -2,6 +2,7 @@
 #include "platform/chart/Chart.h"
 
 #include "platform/basic/RunTimeError.h"
+#include "platform/chart/ValueScale.h"
 
 #include <algorithm>
 
@@ -189,7 +190,27 @@ void Chart::setChartData(const DataTable &table)
     rowLabels_.clear();
     columnLabels_.clear();
     columnLabelCount_ = 0;
+    rowNoun_.clear();
+    unitRows_.clear();
     takeCounts();
+}
+
+QString Chart::tableText() const
+{
+    QStringList cells{AxisTitle(AxisId::X)};
+    for (int column = 1; column <= ColumnCount(); ++column) {
+        cells.append(columnLabelAt(column));
+    }
+    QString text = cells.join(u'\t') + u'\n';
+    for (int row = 1; row <= RowCount(); ++row) {
+        cells = {rowLabelAt(row)};
+        for (int column = 1; column <= ColumnCount(); ++column) {
+            const std::optional<double> value = table_.value(row, column);
+            cells.append(value ? valueText(*value) : QString());
+        }
+        text += cells.join(u'\t') + u'\n';
+    }
+    return text;
 }
 
 Series &Chart::series(int column)

@@ -99,6 +99,15 @@ public:
     /// Replaces the whole table with its counts; the column label count becomes 0 and all labels become empty.
     void setChartData(const DataTable &table);
     const DataTable &ChartData() const { return table_; }
+    /// The noun before a row label in point texts, such as "week"; empty for none. setChartData() clears it, as the next.
+    const QString &rowNoun() const { return rowNoun_; }
+    void setRowNoun(const QString &noun) { rowNoun_ = noun; }
+    /// Rows, counted from 1, that begin a unit such as a month: a grid line each, and labels where not every row has space for
+    /// one.
+    const std::vector<int> &unitRows() const { return unitRows_; }
+    void setUnitRows(std::vector<int> rows) { unitRows_ = std::move(rows); }
+    /// The table with its labels as tab-separated lines, values as valueText(); empty cells stay empty.
+    QString tableText() const;
 
     /// The style of a column; call Refresh() after a change.
     Series &series(int column);
@@ -149,6 +158,8 @@ private:
     QStringList rowLabels_;
     QStringList columnLabels_;
     int columnLabelCount_ = 0;
+    QString rowNoun_;
+    std::vector<int> unitRows_;
     int row_ = 1;
     int column_ = 1;
     std::vector<Series> series_;

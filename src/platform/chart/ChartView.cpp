@@ -62,12 +62,17 @@ void ChartView::followPalette()
     chart_.setPlotColours(isDark(palette()) ? PlotColours::dark() : PlotColours::light());
 }
 
+int ChartView::legendWidth() const
+{
+    return parentWidget() ? std::min(width(), parentWidget()->width()) : width();
+}
+
 const Plot &ChartView::plot() const
 {
     if (!plot_) {
-        plot_ = std::make_unique<Plot>(chart_, chart_.plotColours(), font(), size());
+        plot_ = std::make_unique<Plot>(chart_, chart_.plotColours(), font(), size(), legendWidth());
     } else if (plot_->size() != size()) {
-        plot_->layOut(size());
+        plot_->layOut(size(), legendWidth());
     }
     return *plot_;
 }
@@ -99,8 +104,9 @@ QString ChartView::pointText(const PointIndex &index) const
     const QString value = valueText(point->value);
     const bool slice = shapeKindOf(chart_.series(index.series).SeriesType) == ShapeKind::Pie;
     const QString name = chart_.columnLabelAt(index.series);
+    const QString noun = chart_.rowNoun().isEmpty() ? QString() : chart_.rowNoun() + u' ';
     return slice ? QStringLiteral("%1: %2").arg(name, value)
-                 : QStringLiteral("%1, %2: %3").arg(name, chart_.rowLabelAt(index.point), value);
+                 : QStringLiteral("%1, %2%3: %4").arg(name, noun, chart_.rowLabelAt(index.point), value);
 }
 
 QRect ChartView::legendRectangle(const QSize &size) const
@@ -110,7 +116,7 @@ QRect ChartView::legendRectangle(const QSize &size) const
 
 void ChartView::paintOn(QPainter &painter, const QSize &size) const
 {
-    paperPlot(*this, size).paint(painter, QRectF(QPointF(), size));
+    Plot(chart_, PlotColours::paper(), font(), size).paint(painter, QRectF(QPointF(), size));
 }
 
 QPixmap ChartView::picture(const QSize &size, qreal pixelRatio) const
@@ -130,13 +136,20 @@ void ChartView::EditCopy(const QSize &size) const
 void ChartView::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    plot().paint(painter, QRectF(event->rect()));
+    // A chart larger than its viewport shows the legend at the corner of the visible part.
+    plot().paint(painter, QRectF(event->rect()), visibleRegion().boundingRect().topLeft());
     if (const auto current = currentPoint()) {
         const QPainterPath ring = plot().ringOf(*current);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.strokePath(ring, QPen(chart_.plotColours().background, 5.0));
         painter.strokePath(ring, QPen(chart_.plotColours().text, hasFocus() ? 2.0 : 1.0));
     }
+}
+
+void ChartView::moveEvent(QMoveEvent *event)
+{
+    QWidget::moveEvent(event);
+    update(); // the legend stays in place while the rest moves
 }
 
 void ChartView::mousePressEvent(QMouseEvent *event)
@@ -157,6 +170,11 @@ void ChartView::mouseReleaseEvent(QMouseEvent *event)
 
 void ChartView::keyPressEvent(QKeyEvent *event)
 {
+    if (event->matches(QKeySequence::Copy) && chart_.RowCount() > 0) {
+        QGuiApplication::clipboard()->setText(chart_.tableText());
+        Q_EMIT TableCopied();
+        return;
+    }
     const auto index = chart_.AllowSelections() ? indexAfter(event->key()) : std::nullopt;
     if (!index) {
         QWidget::keyPressEvent(event);

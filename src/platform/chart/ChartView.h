@@ -40,7 +40,7 @@ public:
     /// Of the legend, in logical pixels of a view of the given size; empty without a legend.
     QRect legendRectangle(const QSize &size) const;
 
-    /// The chart in the light colours as vectors, in logical pixels of `size` from the painter's origin.
+    /// The chart in the colours for paper, in logical pixels of `size` from the painter's origin.
     void paintOn(QPainter &painter, const QSize &size) const;
     QPixmap picture(const QSize &size, qreal pixelRatio = 1.0) const;
     /// Copies an image of the given size to the clipboard.
@@ -52,15 +52,19 @@ Q_SIGNALS:
     void PointSelected(int series, int point);
     /// After every mouse click and after every selection by keyboard.
     void Click();
+    /// After Ctrl+C has copied the table as text.
+    void TableCopied();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void moveEvent(QMoveEvent *event) override;
     bool event(QEvent *event) override;
 
 private:
+    int legendWidth() const;
     /// Laid out for the current size; recreated after each change of the chart.
     const Plot &plot() const;
     void followPalette();

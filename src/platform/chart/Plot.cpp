@@ -69,14 +69,14 @@ private:
 
 } // namespace
 
-Plot::Plot(const Chart &chart, const PlotColours &plotColours, const QFont &font, const QSize &size)
+Plot::Plot(const Chart &chart, const PlotColours &plotColours, const QFont &font, const QSize &size, int legendWidth)
     : chart_(chart), plotColours_(plotColours), textFont_(inPixels(font, 1.0)), tickFont_(inPixels(font, TickFontPart)),
       headFont_(bold(inPixels(font, 1.15))), legend_(chart, plotColours, textFont_), axes_(chart, plotColours_, textFont_)
 {
     if (!isEmpty()) {
         shapes_ = shapesOf(chart_, plotColours_);
     }
-    layOut(size);
+    layOut(size, legendWidth);
 }
 
 bool Plot::hasAxes() const
@@ -91,9 +91,10 @@ bool Plot::hasPie() const
                        [](const Series &each) { return shapeKindOf(each.SeriesType) == ShapeKind::Pie; });
 }
 
-void Plot::layOut(const QSize &size)
+void Plot::layOut(const QSize &size, int legendWidth)
 {
     size_ = size;
+    legendWidth_ = legendWidth > 0 ? legendWidth : size.width();
     if (isEmpty()) {
         return;
     }
@@ -196,11 +197,28 @@ std::pair<std::vector<AxisTick>, QFont> Plot::rowLabels(double rowWidth) const
             shown = labelsThatFit(rowWidths_, rowWidth, LabelGap);
         }
     }
+    if (shown.size() < all && !chart_.unitRows().empty()) {
+        return {unitLabels(), tickFont_};
+    }
     std::vector<AxisTick> ticks;
     std::transform(shown.begin(), shown.end(), std::back_inserter(ticks), [this](int label) {
         return AxisTick{static_cast<double>(label + 1), rowText(label + 1)};
     });
     return {ticks, font};
+}
+
+std::vector<AxisTick> Plot::unitLabels() const
+{
+    std::vector<AxisTick> ticks;
+    double occupied = -LabelGap;
+    for (const int row : chart_.unitRows()) {
+        const double half = rowWidths_[static_cast<std::size_t>(row - 1)] / 2.0;
+        if (frame_.x(row) - half >= occupied + LabelGap || ticks.empty()) {
+            ticks.push_back({static_cast<double>(row), rowText(row)});
+            occupied = frame_.x(row) + half;
+        }
+    }
+    return ticks;
 }
 
 QPointF Plot::depthAt(const QSize &size) const
@@ -225,7 +243,7 @@ int Plot::headHeight(double left)
     if (!chart_.TitleText().isEmpty()) {
         top += QFontMetricsF(headFont_).height() + Edge / 2.0;
     }
-    legend_.arrange(QPointF(left, top), size_.width() - left - 2 * Edge);
+    legend_.arrange(QPointF(left, top), legendWidth_ - left - 2 * Edge);
     if (const QRectF names = legend_.rectangle(); !names.isEmpty()) {
         top = names.bottom();
     }
@@ -281,7 +299,7 @@ void Plot::placeValueLabels()
     }
 }
 
-void Plot::paint(QPainter &painter, const QRectF &exposed) const
+void Plot::paint(QPainter &painter, const QRectF &exposed, const QPointF &legendOffset) const
 {
     painter.save();
     painter.fillRect(exposed.intersected(QRectF(QPointF(), size_)), plotColours_.background);
@@ -297,18 +315,22 @@ void Plot::paint(QPainter &painter, const QRectF &exposed) const
     }
     paintValueLabels(painter, exposed);
     if (!isEmpty()) {
-        paintHead(painter);
+        paintHead(painter, legendOffset);
     }
     painter.restore();
 }
 
-void Plot::paintHead(QPainter &painter) const
+void Plot::paintHead(QPainter &painter, const QPointF &legendOffset) const
 {
     const double left = hasAxes() ? frame_.front.left() : Edge;
     painter.setFont(headFont_);
     painter.setPen(plotColours_.text);
     painter.drawText(QRectF(left, Edge, size_.width() - left - Edge, QFontMetricsF(headFont_).height()),
                      Qt::AlignLeft | Qt::AlignVCenter, chart_.TitleText());
+    if (!legendOffset.isNull()) {
+        painter.translate(legendOffset);
+        painter.fillRect(legend_.rectangle().adjusted(-Edge, -Edge / 2.0, Edge, Edge / 2.0), plotColours_.background);
+    }
     legend_.paint(painter);
 }
 

@@ -16,14 +16,16 @@ namespace chart
 class Plot
 {
 public:
-    Plot(const Chart &chart, const PlotColours &plotColours, const QFont &font, const QSize &size);
+    /// `legendWidth` is the width available for the legend, 0 for that of the plot.
+    Plot(const Chart &chart, const PlotColours &plotColours, const QFont &font, const QSize &size, int legendWidth = 0);
     Plot(const Plot &) = delete;
     Plot &operator=(const Plot &) = delete;
 
-    void layOut(const QSize &size);
+    void layOut(const QSize &size, int legendWidth = 0);
     QSize size() const { return size_; }
-    /// Paints at least the exposed part, in logical pixels from the painter's origin.
-    void paint(QPainter &painter, const QRectF &exposed) const;
+    /// Paints at least the exposed part, in logical pixels from the painter's origin. The legend is moved by `legendOffset`, to
+    /// stay visible where only a part of the plot is.
+    void paint(QPainter &painter, const QRectF &exposed, const QPointF &legendOffset = {}) const;
 
     std::optional<PointIndex> pointAt(const QPointF &position) const;
     const DrawnPoint *drawnPoint(const PointIndex &index) const;
@@ -64,7 +66,8 @@ private:
     int headHeight(double left);
     void arrangeShapes();
     void placeValueLabels();
-    void paintHead(QPainter &painter) const;
+    void paintHead(QPainter &painter, const QPointF &legendOffset) const;
+    std::vector<AxisTick> unitLabels() const;
     void paintValueLabels(QPainter &painter, const QRectF &exposed) const;
 
     const Chart &chart_;
@@ -73,6 +76,7 @@ private:
     QFont tickFont_;
     QFont headFont_;
     QSize size_;
+    int legendWidth_ = 0;
     PlotFrame frame_;
     Legend legend_;
     PlotAxes axes_;

@@ -84,6 +84,10 @@ void PlotAxes::paintGrid(QPainter &painter) const
             grid.emplace_back(corner, corner + depth);
         }
     }
+    for (const int row : chart_.unitRows()) {
+        const QPointF foot = QPointF(frame_.x(row), front.bottom()) + depth;
+        grid.emplace_back(foot, QPointF(foot.x(), front.top() + depth.y()));
+    }
     if (depth.isNull()) {
         drawSharp(painter, grid, plotColours_.line);
         return;

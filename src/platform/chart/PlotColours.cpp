@@ -18,4 +18,12 @@ PlotColours PlotColours::dark()
             QColor(0x7D8977), {QColor(0x7CC482), QColor(0xF0A45A), QColor(0x7DB2EE), QColor(0xC0A0E6), QColor(0xF08A98)}};
 }
 
+PlotColours PlotColours::paper()
+{
+    PlotColours colours = light();
+    colours.series = {QColor(0x235C2C), QColor(0xF3B073), QColor(0x4A86C5), QColor(0xCDB6E8), QColor(0x7A1227)};
+    colours.forPaper = true;
+    return colours;
+}
+
 } // namespace chart

@@ -8,7 +8,7 @@
 namespace chart
 {
 
-/// Background, text and line colours, and the defaults of the series. Paper is always drawn with light().
+/// Background, text and line colours, and the defaults of the series.
 struct PlotColours {
     static constexpr int SeriesColours = 5;
 
@@ -18,9 +18,13 @@ struct PlotColours {
     QColor line; ///< grid
     QColor border; ///< axes
     std::array<QColor, SeriesColours> series;
+    /// Bars then fill their row to the fraction of a pixel, and hatches are fine.
+    bool forPaper = false;
 
     static PlotColours light();
     static PlotColours dark();
+    /// As light(), but the lightness of the series alternates, so that they differ on a grey print.
+    static PlotColours paper();
 };
 
 } // namespace chart

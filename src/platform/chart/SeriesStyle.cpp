@@ -16,6 +16,7 @@ namespace
 
 constexpr double TwipsPerPixel = 15.0;
 constexpr double HatchStep = 6.0;
+constexpr double PaperHatchStep = 3.0;
 constexpr std::array Hatches = {Hatch::None, Hatch::Rising, Hatch::Falling, Hatch::Level, Hatch::Crossed};
 
 /// Alternating stroke and gap, in pen widths; empty for a continuous line.
@@ -164,6 +165,7 @@ SeriesStyle styleOf(const Chart &chart, int column, const PlotColours &plotColou
     style.markerPen = colour(ColourRole::MarkerPen);
     style.markerFill = colour(ColourRole::MarkerFill);
     style.paper = plotColours.background;
+    style.forPaper = plotColours.forPaper;
     style.penWidth = std::max(0.5, series.Pen.Width / TwipsPerPixel);
     style.penStyle = series.Pen.Style;
     style.marker = shown && series.Marker.Size > 0 ? series.Marker.Style : MarkerStyle::None;
@@ -240,10 +242,12 @@ void drawMarkers(QPainter &painter, const SeriesStyle &style, const std::vector<
     painter.drawLines(lines.data(), static_cast<int>(lines.size()));
 }
 
-void addHatch(std::vector<QLineF> &lines, Hatch hatch, const QRectF &area)
+void addHatch(std::vector<QLineF> &lines, const SeriesStyle &style, const QRectF &area)
 {
-    const auto eachStep = [](double from, double to, const auto &add) {
-        for (double step = std::ceil(from / HatchStep) * HatchStep; step < to; step += HatchStep) {
+    const Hatch hatch = style.hatch;
+    const double gap = style.forPaper ? PaperHatchStep : HatchStep;
+    const auto eachStep = [gap](double from, double to, const auto &add) {
+        for (double step = std::ceil(from / gap) * gap; step < to; step += gap) {
             add(step);
         }
     };
@@ -268,7 +272,9 @@ void addHatch(std::vector<QLineF> &lines, Hatch hatch, const QRectF &area)
 
 void drawHatch(QPainter &painter, const SeriesStyle &style, const std::vector<QLineF> &lines)
 {
-    painter.setPen(QPen(mixed(style.fill, style.paper, 0.45), 1.0, Qt::SolidLine, Qt::FlatCap));
+    const bool lightFill = style.fill.lightness() > 150;
+    const QColor colour = mixed(style.fill, style.forPaper && lightFill ? QColor(Qt::black) : style.paper, 0.45);
+    painter.setPen(QPen(colour, style.forPaper ? 0.8 : 1.0, Qt::SolidLine, Qt::FlatCap));
     painter.drawLines(lines.data(), static_cast<int>(lines.size()));
 }
 
@@ -278,7 +284,7 @@ void fillArea(QPainter &painter, const SeriesStyle &style, const QPainterPath &a
     painter.setBrush(style.fill);
     painter.drawPath(area);
     std::vector<QLineF> lines;
-    addHatch(lines, style.hatch, area.boundingRect());
+    addHatch(lines, style, area.boundingRect());
     if (!lines.empty()) {
         painter.save();
         painter.setClipPath(area, Qt::IntersectClip);

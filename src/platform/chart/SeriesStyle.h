@@ -28,6 +28,7 @@ struct SeriesStyle {
     double markerPenWidth = 0.0;
     bool showLabels = false;
     Hatch hatch = Hatch::None;
+    bool forPaper = false;
 };
 
 /// `marker` is None where markers are not shown.
@@ -42,7 +43,7 @@ void drawRun(QPainter &painter, const SeriesStyle &style, const QPolygonF &run, 
 void drawMarkers(QPainter &painter, const SeriesStyle &style, const std::vector<QPointF> &positions);
 
 /// The hatch of a rectangle, aligned with that of every other.
-void addHatch(std::vector<QLineF> &lines, Hatch hatch, const QRectF &area);
+void addHatch(std::vector<QLineF> &lines, const SeriesStyle &style, const QRectF &area);
 void drawHatch(QPainter &painter, const SeriesStyle &style, const std::vector<QLineF> &lines);
 /// Fills an area of any form, with the style's hatch.
 void fillArea(QPainter &painter, const SeriesStyle &style, const QPainterPath &area);

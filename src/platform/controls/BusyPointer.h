@@ -7,8 +7,8 @@
 namespace controls
 {
 
-/// The busy pointer while work lasts that grows with the farm. It comes at once, since nothing could show it later in work that
-/// runs through; work over too soon to be seen leaves no trace. Keys typed meanwhile wait and are taken afterwards.
+/// Shows the busy pointer during work whose length grows with the farm. It shows at once, because blocking work could not show it
+/// later. Keys typed meanwhile are queued and handled afterwards.
 class BusyPointer
 {
 public:

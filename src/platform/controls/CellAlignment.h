@@ -6,7 +6,7 @@
 namespace controls
 {
 
-/// Where a cell's text stands; Default leaves it to the column, and in a column to the left.
+/// Horizontal alignment of a cell's text. Default takes the column's; a column's Default is Left.
 enum class CellAlignment : quint8 { Default, Left, Centre, Right };
 
 } // namespace controls

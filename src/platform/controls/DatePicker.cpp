@@ -1,21 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/DatePicker.h"
 
-#include "platform/controls/DateText.h"
+#include "platform/basic/Formats.h"
+#include "platform/controls/CalendarPopup.h"
+#include "platform/controls/Theme.h"
 
+#include <QAction>
 #include <QApplication>
-#include <QCalendarWidget>
 #include <QKeyEvent>
-#include <QLineEdit>
-#include <QSignalBlocker>
-#include <QStyleOptionComboBox>
-#include <QTextCharFormat>
+#include <QRegularExpressionValidator>
 #include <QTimer>
-
-#include <algorithm>
-#include <iterator>
-#include <utility>
-#include <vector>
 
 namespace controls
 {
@@ -23,283 +17,193 @@ namespace controls
 namespace
 {
 
-const QString Separators = QStringLiteral("/-.");
-
-/// A button reached by its letter acts while the focus stays where it is. Alt by itself also leads to other windows.
+/// A shortcut acts while the focus stays here. Alt by itself may also lead to another window.
 bool mayStartAction(const QKeyEvent &key)
 {
     return key.key() == Qt::Key_Insert || ((key.modifiers() & Qt::AltModifier) && key.key() != Qt::Key_Alt);
 }
 
-bool opensCalendar(const QKeyEvent &key)
+bool isCalendarKey(const QKeyEvent &key)
 {
     const bool arrow = key.key() == Qt::Key_Down || key.key() == Qt::Key_Up;
     return key.key() == Qt::Key_F4 || (arrow && (key.modifiers() & Qt::AltModifier));
 }
 
-bool endsTyping(const QKeyEvent &key)
+QString textOf(QDate date)
 {
-    switch (key.key()) {
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-    case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-    case Qt::Key_Enter:
-    case Qt::Key_Return:
-        return true;
-    default:
-        return false;
-    }
+    return QStringLiteral("%1/%2/%3")
+        .arg(date.year(), 4, 10, QChar(u'0'))
+        .arg(date.month(), 2, 10, QChar(u'0'))
+        .arg(date.day(), 2, 10, QChar(u'0'));
 }
 
-bool changesText(const QKeyEvent &key)
+/// A typed date; nothing for other text. A year before 1900, such as 0511, is nearly always mistyped.
+std::optional<QDate> readDate(const QString &text)
 {
-    return key.key() == Qt::Key_Backspace || key.key() == Qt::Key_Delete || key.matches(QKeySequence::Paste)
-        || key.matches(QKeySequence::Cut);
+    constexpr int earliestYear = 1900;
+    const QDate date = basic::dateFromText(text, basic::DateOrder::Typed);
+    return date.isValid() && date.year() >= earliestYear ? std::optional(date) : std::nullopt;
 }
 
-/// The character that a key types, nothing for a command.
-QChar typedCharacter(const QKeyEvent &key)
+/// Keyboards of some locales type digits of their own.
+QString withPlainDigits(QString text)
 {
-    const bool command = key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-    return command || key.text().isEmpty() ? QChar() : key.text().at(0);
-}
-
-/// A stretch of digits in the typed text, between separators.
-struct Part {
-    int begin;
-    int length;
-
-    int end() const { return begin + length; }
-};
-
-std::vector<Part> partsOf(const QString &text)
-{
-    std::vector<Part> parts{{0, 0}};
-    for (int i = 0; i < text.size(); ++i) {
-        if (Separators.contains(text.at(i))) {
-            parts.push_back({i + 1, 0});
-        } else {
-            ++parts.back().length;
+    for (QChar &character : text) {
+        if (character.isDigit()) {
+            character = QChar(u'0' + character.digitValue());
         }
     }
-    return parts;
-}
-
-std::vector<Part>::const_iterator partAt(const std::vector<Part> &parts, int position)
-{
-    return std::find_if(parts.begin(), std::prev(parts.end()), [position](const Part &part) { return position <= part.end(); });
-}
-
-constexpr int YearDigits = 4;
-constexpr int OtherDigits = 2;
-
-/// Only a text that begins with its year is filled part by part.
-bool yearLeads(const std::vector<Part> &parts)
-{
-    return parts.size() == 3 && parts.front().length == YearDigits;
-}
-
-bool isFull(const std::vector<Part> &parts, std::vector<Part>::const_iterator part)
-{
-    return yearLeads(parts) && (part == parts.begin() || part->length == OtherDigits);
-}
-
-int cursorOf(const QLineEdit &line)
-{
-    return line.hasSelectedText() ? line.selectionStart() : line.cursorPosition();
-}
-
-/// To the line alone: the date edit would take every move of the cursor for the end of a section.
-void sendTo(QLineEdit &line, QKeyEvent &key)
-{
-    static_cast<QObject &>(line).event(&key);
+    return text;
 }
 
 } // namespace
 
-DatePicker::DatePicker(QWidget *parent) : QDateEdit(parent), announced_(date())
+DatePicker::DatePicker(QWidget *parent)
+    : QLineEdit(parent), opensCalendar_(addAction(Theme::icon(QStringLiteral("calendar")), TrailingPosition))
 {
-    setDisplayFormat(QStringLiteral("yyyy/MM/dd"));
-    setCalendarPopup(true);
-    // A half-typed year must not be taken for a date: typing counts when it is finished, arrows and calendar at once.
-    setKeyboardTracking(false);
-    setFocusPolicy(Qt::StrongFocus);
-    connect(this, &QDateEdit::dateChanged, this, &DatePicker::announce);
+    setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[\\p{Nd}/. -]*")), this));
+    opensCalendar_->setToolTip(tr("Calendar"));
+    connect(opensCalendar_, &QAction::triggered, this, &DatePicker::openCalendar);
+    setValue(QDate::currentDate());
 }
 
 void DatePicker::setValue(QDate date)
 {
-    if (!date.isValid()) {
-        return;
+    if (date.isValid()) {
+        value_ = date;
+        setText(textOf(date));
     }
-    stopTyping();
-    const QSignalBlocker silent(this);
-    setDate(date);
-    announced_ = this->date();
 }
 
-void DatePicker::announce(QDate date)
+void DatePicker::choose(QDate date)
 {
-    if (date != announced_) {
-        announced_ = date;
+    const QDate former = value_;
+    setValue(date);
+    if (value_ != former) {
         Q_EMIT Change();
     }
 }
 
-void DatePicker::startTyping()
+bool DatePicker::acceptText()
 {
-    typing_ = true;
-    lineEdit()->blockSignals(true);
-}
-
-void DatePicker::stopTyping()
-{
-    typing_ = false;
-    movedOn_ = false;
-    lineEdit()->blockSignals(false);
-}
-
-/// Ends the typing as well.
-bool DatePicker::interpretText()
-{
-    if (!typing_) {
+    const QString typed = text();
+    if (typed == textOf(value_)) {
         return true;
     }
-    const QString text = lineEdit()->text();
-    const std::vector<Part> parts = partsOf(text);
-    const auto part = yearLeads(parts) ? partAt(parts, cursorOf(*lineEdit())) : std::prev(parts.end());
-    const auto section = std::min<std::ptrdiff_t>(std::distance(parts.begin(), part), sectionCount() - 1);
-    const std::optional<QDate> typed = readDate(text);
-    stopTyping();
-    setDate(typed.value_or(date()));
-    setSelectedSection(sectionAt(yearLeads(parts) ? static_cast<int>(section) : sectionCount() - 1));
-    if (!typed) {
-        Q_EMIT refused(tr("\"%1\" is no date; %2 stays").arg(text, this->text()));
-    }
-    return typed.has_value();
-}
-
-/// A digit over a full part begins it anew; one that fills its part leads to the next.
-void DatePicker::typeDigit(QKeyEvent &key)
-{
-    QLineEdit &line = *lineEdit();
-    const std::vector<Part> before = partsOf(line.text());
-    if (const auto part = partAt(before, cursorOf(line)); !line.hasSelectedText() && isFull(before, part)) {
-        line.setSelection(part->begin, part->length);
-    }
-    sendTo(line, key);
-    const std::vector<Part> after = partsOf(line.text());
-    const auto part = partAt(after, line.cursorPosition());
-    const auto next = std::next(part);
-    movedOn_ = isFull(after, part) && line.cursorPosition() == part->end() && next != after.end();
-    if (movedOn_) {
-        line.setSelection(next->begin, next->length);
-    }
-}
-
-/// A separator leads to the next part. After one or two digits in the place of the year it begins a date of another order.
-void DatePicker::typeSeparator(QKeyEvent &key)
-{
-    if (std::exchange(movedOn_, false)) {
-        return;
-    }
-    QLineEdit &line = *lineEdit();
-    const std::vector<Part> parts = partsOf(line.text());
-    const auto part = partAt(parts, cursorOf(line));
-    const bool otherOrder = part == parts.begin() && part->length < YearDigits;
-    if (otherOrder) {
-        line.setText(line.text().left(part->end()));
-    }
-    if (otherOrder || std::next(part) == parts.end()) {
-        sendTo(line, key);
+    const std::optional<QDate> date = readDate(withPlainDigits(typed));
+    if (date) {
+        choose(*date);
     } else {
-        line.setSelection(std::next(part)->begin, std::next(part)->length);
+        setValue(value_);
+        Q_EMIT refused(tr("\"%1\" is not a valid date; keeping %2").arg(typed, text()));
     }
-}
-
-/// What is typed may be anything on the way to a date of any order.
-QValidator::State DatePicker::validate(QString &input, int &pos) const
-{
-    if (!typing_) {
-        return QDateEdit::validate(input, pos);
-    }
-    const bool possible = std::all_of(input.cbegin(), input.cend(), [](QChar typed) {
-        return (typed >= u'0' && typed <= u'9') || typed == u' ' || Separators.contains(typed);
-    });
-    return possible ? QValidator::Intermediate : QValidator::Invalid;
+    return date.has_value();
 }
 
 bool DatePicker::event(QEvent *event)
 {
-    if (event->type() == QEvent::ShortcutOverride && mayStartAction(static_cast<QKeyEvent &>(*event)) && !interpretText()) {
+    if (event->type() == QEvent::ShortcutOverride && mayStartAction(static_cast<QKeyEvent &>(*event)) && !acceptText()) {
         // Nothing is started, or saved, with a date that the user did not mean.
         event->accept();
         return true;
     }
-    return QDateEdit::event(event);
+    return QLineEdit::event(event);
 }
 
 void DatePicker::keyPressEvent(QKeyEvent *event)
 {
-    const QChar typed = typedCharacter(*event);
-    const bool digit = typed >= u'0' && typed <= u'9';
-    const bool separator = !typed.isNull() && Separators.contains(typed);
-    if (opensCalendar(*event)) {
+    const int key = event->key();
+    if (isCalendarKey(*event)) {
         openCalendar();
+    } else if (key == Qt::Key_Up || key == Qt::Key_Down) {
+        step(key == Qt::Key_Up ? 1 : -1);
+    } else if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        acceptText();
+        selectAll();
+        event->ignore();
+    } else if (key == Qt::Key_Escape && text() != textOf(value_)) {
+        setValue(value_);
+        selectAll();
+    } else {
+        QLineEdit::keyPressEvent(event);
+    }
+}
+
+DatePicker::Part DatePicker::partAt(int position) const
+{
+    const QString digits = text();
+    const auto isDigit = [&digits](int index) { return index >= 0 && index < digits.size() && digits.at(index).isDigit(); };
+    int begin = position;
+    while (isDigit(begin - 1)) {
+        --begin;
+    }
+    int end = position;
+    while (isDigit(end)) {
+        ++end;
+    }
+    return {begin, end - begin};
+}
+
+void DatePicker::step(int steps)
+{
+    if (isReadOnly() || !acceptText()) {
         return;
     }
-    if (digit || separator || changesText(*event)) {
-        startTyping();
-    } else if (endsTyping(*event)) {
-        interpretText();
-    }
-    if (digit) {
-        typeDigit(*event);
-    } else if (separator) {
-        typeSeparator(*event);
-    } else if (typing_) {
-        movedOn_ = false;
-        sendTo(*lineEdit(), *event);
+    const bool whole = hasSelectedText() && selectedText() == text();
+    const Part part = partAt(hasSelectedText() ? selectionStart() : cursorPosition());
+    if (!whole && part.begin == 0) {
+        choose(value_.addYears(steps));
+    } else if (!whole && part.begin + part.length < text().size()) {
+        choose(value_.addMonths(steps));
     } else {
-        QDateEdit::keyPressEvent(event);
+        choose(value_.addDays(steps));
     }
+    whole ? selectAll() : setSelection(part.begin, part.length);
 }
 
-void DatePicker::mousePressEvent(QMouseEvent *event)
+/// A click selects the year, month or day, which typing then replaces.
+void DatePicker::mouseReleaseEvent(QMouseEvent *event)
 {
-    interpretText();
-    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday}) {
-        // A farm works on these days too, and red means damage here.
-        calendarWidget()->setWeekdayTextFormat(day, QTextCharFormat());
+    QLineEdit::mouseReleaseEvent(event);
+    if (!hasSelectedText() && text() == textOf(value_)) {
+        const Part part = partAt(cursorPosition());
+        setSelection(part.begin, part.length);
     }
-    QDateEdit::mousePressEvent(event);
 }
 
-/// The date edit opens its calendar for the mouse alone.
 void DatePicker::openCalendar()
 {
-    QStyleOptionComboBox option;
-    option.initFrom(this);
-    option.editable = true;
-    const QPointF arrow = style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxArrow, this).center();
-    QMouseEvent press(QEvent::MouseButtonPress, arrow, mapToGlobal(arrow), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    mousePressEvent(&press);
+    if (isReadOnly() || !acceptText()) {
+        return;
+    }
+    setFocus();
+    if (!calendar_) {
+        calendar_ = new CalendarPopup(this);
+        connect(calendar_, &CalendarPopup::chosen, this, &DatePicker::choose);
+    }
+    calendar_->openAt(*this, value_);
 }
 
 void DatePicker::focusOutEvent(QFocusEvent *event)
 {
-    if (!interpretText() && event->reason() == Qt::MouseFocusReason) {
+    // Neither a menu or the calendar of the field nor another window ends the typing.
+    const bool left = event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason;
+    if (left && !acceptText() && event->reason() == Qt::MouseFocusReason) {
         dropNextPress();
     }
-    QDateEdit::focusOutEvent(event);
-    // The calendar takes the focus for a moment without the field being left.
-    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason) {
+    QLineEdit::focusOutEvent(event);
+    if (left) {
         Q_EMIT LostFocus();
     }
 }
 
-/// The focus goes first, then the press reaches what was clicked, in the same turn of the event loop.
+void DatePicker::changeEvent(QEvent *event)
+{
+    QLineEdit::changeEvent(event);
+    opensCalendar_->setVisible(!isReadOnly());
+}
+
+/// The focus moves before the press reaches the clicked widget, in the same turn of the event loop.
 void DatePicker::dropNextPress()
 {
     qApp->installEventFilter(this);
@@ -312,18 +216,7 @@ bool DatePicker::eventFilter(QObject *watched, QEvent *event)
         qApp->removeEventFilter(this);
         return true;
     }
-    return QDateEdit::eventFilter(watched, event);
-}
-
-bool DatePicker::focusNextPrevChild(bool next)
-{
-    interpretText();
-    return QDateEdit::focusNextPrevChild(next);
-}
-
-void DatePicker::wheelEvent(QWheelEvent *event)
-{
-    event->ignore();
+    return QLineEdit::eventFilter(watched, event);
 }
 
 } // namespace controls

@@ -1,60 +1,64 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QDateEdit>
+#include <QDate>
+#include <QLineEdit>
 
 namespace controls
 {
 
-/// A date with a calendar, shown as yyyy/MM/dd.
+class CalendarPopup;
+
+/// A date shown as yyyy/MM/dd in every locale, with a calendar behind the icon.
 ///
-/// Arrows turn the year, month or day at once; the mouse wheel changes nothing. Typed digits go over the year, month or day where
-/// the cursor stands and on to the next one, or make up a whole date as readDate() knows them; either is taken when the field is
-/// left, and before a key that may start something elsewhere without leaving it: Insert, or any with Alt. A text that is no date
-/// gives way to the former date; the key that ended it starts nothing, and a click that did presses no button.
-class DatePicker : public QDateEdit
+/// A date can be typed as yyyy/MM/dd, dd/MM/yyyy or yyyyMMdd, also with dashes or points. It is taken by Enter, when the field is
+/// left, and before a key that may act while the focus stays here: Insert, or any with Alt. Other text is refused: the former
+/// date returns, and the key or click that ended the typing starts nothing. Up and Down change the year, month or day at the
+/// cursor, or the day when all is selected.
+class DatePicker : public QLineEdit
 {
     Q_OBJECT
 public:
     explicit DatePicker(QWidget *parent = nullptr);
 
-    QDate Value() const { return date(); }
+    QDate Value() const { return value_; }
     /// Silent. An invalid date is ignored.
     void setValue(QDate date);
-    /// Takes what is typed; in place of the base's own, which knows only its sections. False when it is no date.
-    bool interpretText();
+    /// Sets the date as the user does: raises Change when it differs.
+    void choose(QDate date);
+    /// Takes what was typed. False when it is not a date; refused() was raised then.
+    bool acceptText();
 
 Q_SIGNALS:
-    /// The user changed the date, once per finished change of keys, arrows or calendar.
+    /// The user changed the date; once per finished input.
     void Change();
-    /// The field was left; not for its own calendar, nor when the whole window is left.
+    /// The field was left; not for its own calendar, nor for another window.
     void LostFocus();
-    /// What was typed is no date; `why` says so in a sentence for the user.
+    /// The typed text is not a date; `why` is a sentence for the user.
     void refused(const QString &why);
 
 protected:
     bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
-    bool focusNextPrevChild(bool next) override;
-    void wheelEvent(QWheelEvent *event) override;
-    QValidator::State validate(QString &input, int &pos) const override;
+    void changeEvent(QEvent *event) override;
 
 private:
-    void announce(QDate date);
-    void dropNextPress();
+    /// A stretch of digits in the text.
+    struct Part {
+        int begin;
+        int length;
+    };
+    Part partAt(int position) const;
+    void step(int steps);
     void openCalendar();
-    void startTyping();
-    void stopTyping();
-    void typeDigit(QKeyEvent &key);
-    void typeSeparator(QKeyEvent &key);
+    void dropNextPress();
 
-    QDate announced_;
-    bool typing_ = false;
-    /// The last digit filled its part and the next one is selected; a separator typed now is behind the times.
-    bool movedOn_ = false;
+    QDate value_;
+    QAction *opensCalendar_;
+    CalendarPopup *calendar_ = nullptr;
 };
 
 } // namespace controls

@@ -37,7 +37,7 @@ QString titleOr(const QString &title)
     return title.isEmpty() ? QGuiApplication::applicationDisplayName() : title;
 }
 
-/// Ends by Yes or No alone: a key pressed out of habit must not answer whether typed input is kept.
+/// Ends by Yes or No only: an Esc pressed out of habit must not discard typed input.
 class QuestionBox : public QMessageBox
 {
 public:
@@ -58,9 +58,9 @@ protected:
 void MessageBoxes::message(const QString &text, const QString &title, BoxIcon icon)
 {
     QMessageBox box(boxIcon(icon), titleOr(title), text, QMessageBox::Ok, parent_);
-    // Texts of errors may hold file names and quotes; none of them is meant as markup.
+    // Error texts may contain file names and quotes, which are not markup.
     box.setTextFormat(Qt::PlainText);
-    // A path or a command in it can be taken over into another window.
+    // A path or a command can be copied into another window.
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     box.exec();
 }

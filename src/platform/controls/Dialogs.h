@@ -16,21 +16,21 @@ namespace controls
 enum class BoxIcon { None, Critical, Exclamation, Question, Information };
 enum class Answer { Yes, No };
 
-/// The one seam for every message, question, colour and printer choice. Boxes without a title of their own bear the program's.
+/// The seam for all messages, questions, colour and printer dialogs. Boxes without a title show the program's name.
 class Dialogs
 {
 public:
     virtual ~Dialogs() = default;
     virtual void message(const QString &text, const QString &title = {}, BoxIcon icon = BoxIcon::None) = 0;
-    /// Yes and No, `preselected` being what Enter gives. Esc and the window's close leave it open.
+    /// Yes and No; `preselected` is the answer for Enter. Esc and the close button of the window do nothing.
     virtual Answer question(const QString &text, const QString &title, Answer preselected) = 0;
-    /// Nothing when the user cancels, as with the printer.
+    /// Nothing when the user cancels.
     virtual std::optional<QColor> chooseColour(const QColor &initial, const QString &title) = 0;
-    /// Sets the printer up as the user likes it; false when the user cancels.
+    /// Lets the user set up the printer; false when the user cancels.
     virtual bool choosePrinter(QPrinter &printer) = 0;
 };
 
-/// Shows real boxes over `parent`.
+/// Shows modal boxes over `parent`.
 class MessageBoxes : public Dialogs
 {
 public:

@@ -18,7 +18,7 @@ FileList::FileList(QWidget *parent) : QListWidget(parent)
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setUniformItemSizes(true);
     connect(this, &QListWidget::itemClicked, this, [this](const QListWidgetItem *item) {
-        // Kept, since whoever listens may fill the list anew.
+        // A copy, because a slot may refill the list.
         const QString name = item->text();
         Q_EMIT Click(name);
     });

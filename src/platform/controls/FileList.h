@@ -6,7 +6,7 @@
 namespace controls
 {
 
-/// The names of the files in a folder, in alphabetical order. A folder that is not there shows as empty.
+/// The names of the files in a folder, in alphabetical order. A missing folder shows as empty.
 class FileList : public QListWidget
 {
     Q_OBJECT
@@ -14,14 +14,14 @@ public:
     explicit FileList(QWidget *parent = nullptr);
 
     QString Path() const { return path_; }
-    /// Shows the files that lie in the folder now; also when it is the folder that was shown already. Silent.
+    /// Reads the folder again, even when the path is the same. Silent.
     void setPath(const QString &folder);
     int ListCount() const { return count(); }
-    /// What stands in the middle while there is no file.
+    /// Shown in the middle while there are no files.
     void setEmptyText(const QString &text);
 
 Q_SIGNALS:
-    /// A file was clicked, once also when it was double clicked, or Enter or Space was pressed on it.
+    /// A file was clicked (once for a double click), or Enter or Space was pressed on it.
     void Click(const QString &fileName);
 
 protected:

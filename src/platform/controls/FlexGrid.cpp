@@ -2,7 +2,10 @@
 #include "platform/controls/FlexGrid.h"
 
 #include "platform/controls/FlexGridPrivate.h"
+#include "platform/controls/GridAccessible.h"
 
+#include <QHelpEvent>
+#include <QPainter>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -14,7 +17,7 @@ namespace controls
 FlexGrid::FlexGrid(QWidget *parent) : QAbstractScrollArea(parent), d_(std::make_unique<Private>(*this))
 {
     installGridAccessibility();
-    // A press sets the current cell before it takes the focus, so the focus is not left to Qt.
+    // A press sets the current cell before it takes the focus, so Qt must not set the focus.
     setFocusPolicy(Qt::TabFocus);
     viewport()->setAutoFillBackground(false);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
@@ -51,7 +54,7 @@ void FlexGrid::setRows(int rows)
     Private::check(rows, std::numeric_limits<int>::max(), "Row count");
     d_->state.store.setRows(rows);
     d_->state.rows.setCount(rows);
-    d_->keepCurrentInside();
+    d_->clampCurrentCell();
     d_->layoutLater();
 }
 
@@ -61,7 +64,7 @@ void FlexGrid::setCols(int cols)
     d_->state.store.setCols(cols);
     d_->state.cols.setCount(cols);
     d_->state.colAlignments.resize(static_cast<std::size_t>(cols), CellAlignment::Default);
-    d_->keepCurrentInside();
+    d_->clampCurrentCell();
     d_->layoutLater();
 }
 
@@ -295,7 +298,7 @@ void FlexGrid::showCell(int row, int col)
             d_->setFirst(axis, bar, line);
             return;
         }
-        // Scroll on until the line's far edge is inside, but never past the line itself.
+        // Scroll until the line's far edge is visible, but never past the line itself.
         while (!axis.isFullyShown(line, extent) && bar->value() < bar->maximum()) {
             bar->setValue(bar->value() + 1);
         }
@@ -393,7 +396,95 @@ QString FlexGrid::cellDescription(int row, int col) const
 
 void FlexGrid::setKeyClicks(KeyClick keys)
 {
-    d_->keyClicks = keys;
+    d_->input.setKeyClicks(keys);
+}
+
+QSize FlexGrid::sizeHint() const
+{
+    return {480, 320};
+}
+
+QSize FlexGrid::minimumSizeHint() const
+{
+    return {160, 96};
+}
+
+bool FlexGrid::event(QEvent *event)
+{
+    if (event->type() == QEvent::LayoutRequest) {
+        d_->layOut();
+    }
+    return QAbstractScrollArea::event(event);
+}
+
+void FlexGrid::paintEvent(QPaintEvent *)
+{
+    d_->painted();
+    d_->layOut();
+    QPainter painter(viewport());
+    const GridView view = d_->view();
+    GridPainter(d_->state, view).paint(painter);
+}
+
+void FlexGrid::resizeEvent(QResizeEvent *event)
+{
+    QAbstractScrollArea::resizeEvent(event);
+    d_->layoutLater();
+}
+
+void FlexGrid::scrollContentsBy(int, int)
+{
+    if (d_->scrolledTo(horizontalScrollBar()->value(), verticalScrollBar()->value())) {
+        Q_EMIT Scroll();
+    }
+}
+
+void FlexGrid::mousePressEvent(QMouseEvent *event)
+{
+    d_->input.mousePress(*event);
+}
+
+void FlexGrid::mouseDoubleClickEvent(QMouseEvent *)
+{
+    d_->input.doubleClick();
+}
+
+void FlexGrid::keyPressEvent(QKeyEvent *event)
+{
+    d_->input.keyPress(*event);
+}
+
+void FlexGrid::focusInEvent(QFocusEvent *event)
+{
+    QAbstractScrollArea::focusInEvent(event);
+    d_->repaintLater();
+    d_->announceCurrent();
+    Q_EMIT GotFocus();
+}
+
+void FlexGrid::focusOutEvent(QFocusEvent *event)
+{
+    QAbstractScrollArea::focusOutEvent(event);
+    d_->repaintLater();
+    Q_EMIT LostFocus();
+}
+
+bool FlexGrid::viewportEvent(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip) {
+        return QAbstractScrollArea::viewportEvent(event);
+    }
+    d_->input.toolTip(static_cast<QHelpEvent &>(*event));
+    return true;
+}
+
+void FlexGrid::changeEvent(QEvent *event)
+{
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange || event->type() == QEvent::PaletteChange
+        || event->type() == QEvent::EnabledChange) {
+        d_->layoutLater();
+    }
 }
 
 } // namespace controls

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/controls/CellAlignment.h"
-#include "platform/controls/Marks.h"
+#include "platform/controls/CellColours.h"
 
 #include <QAbstractScrollArea>
 #include <QString>
@@ -15,12 +15,11 @@
 namespace controls
 {
 
-/// A grid over its own compact cell store, quick at 50,000 rows.
+/// A grid with its own compact cell store, fast at 50,000 rows.
 ///
-/// Rows and columns count from 0; the first FixedRows and FixedCols stay in place when the rest scrolls. Widths and heights are
-/// in twips, 15 to a pixel of the stored measure; the view draws 10 twips to a logical pixel. A row or column of size 0 is hidden
-/// and keeps its number. Setters never raise a signal; signals come from the user's mouse and keys alone.
-/// Rows or columns out of range raise error 9.
+/// Rows and columns count from 0; the first FixedRows and FixedCols do not scroll. Widths and heights are in twips, TwipsPerPixel
+/// to a logical pixel. A row or column of size 0 is hidden and keeps its number. Setters never raise a signal; only the user's
+/// mouse and keys do. Rows or columns out of range raise error 9.
 class FlexGrid : public QAbstractScrollArea
 {
     Q_OBJECT
@@ -31,7 +30,7 @@ public:
     explicit FlexGrid(QWidget *parent = nullptr);
     ~FlexGrid() override;
 
-    /// Empties texts, values, colours, bold, alignment and merging; keeps counts, widths and heights.
+    /// Resets texts, values, colours, bold, alignment and merging, but not counts, widths and heights.
     void Clear();
     int Rows() const;
     int Cols() const;
@@ -54,11 +53,11 @@ public:
     /// Of the current cell.
     QString Text() const { return TextMatrix(Row(), Col()); }
     void setText(const QString &text) { setTextMatrix(Row(), Col(), text); }
-    /// A value kept beside the text of a cell, such as its date; invalid when none was set. setTextMatrix drops it.
+    /// A value behind the text of a cell, such as its date; invalid when none was set. setTextMatrix removes it.
     QVariant cellValue(int row, int col) const;
     void setCellValue(int row, int col, const QVariant &value);
 
-    /// 0xBBGGRR, as those of `mark`; nothing for a cell never painted.
+    /// 0xBBGGRR, as in cellColour; nothing for a cell without a colour.
     std::optional<int> CellBackColor(int row, int col) const;
     void setCellBackColor(int row, int col, int colour);
     bool CellFontBold(int row, int col) const;
@@ -90,42 +89,42 @@ public:
     /// Scrolls as little as needed to show the cell.
     void showCell(int row, int col);
 
-    /// While false the view does not repaint; true paints once.
+    /// While false the view does not repaint; setting true repaints once.
     bool Redraw() const;
     void setRedraw(bool redraw);
 
-    /// Columns that share the width left over, as a matter of the view alone; ColWidth stays.
+    /// Columns that share the spare width when drawn; ColWidth is unchanged.
     void setStretchColumns(const QList<int> &columns);
     /// A row drawn with the accent bar and lines of a selection; -1 for none.
     void setSelectedRow(int row);
     int selectedRow() const;
-    /// Draw the text "0" in the muted colour, so that the counts stand out. Off unless set.
+    /// Draws the text "0" in the muted colour, which emphasises the counts. Off by default.
     void setMuteZeros(bool mute);
-    /// Draw a tick on yellow and red cells without text; it is no text of the cell. On unless set.
+    /// Draws a tick on yellow and red cells without text; it is not part of the text. On by default.
     void setTicks(bool ticks);
 
-    /// Where a cell lies in the viewport, in logical pixels; empty for a hidden or scrolled-out cell.
+    /// A cell's area in the viewport, in logical pixels; empty for a hidden or scrolled-out cell.
     QRect cellRect(int row, int col) const;
-    /// Where a cell begins in the viewport by the fixed extent and what lies between it and the first row and column shown, also
-    /// for a hidden cell; one scrolled out at the near edges begins where the fixed ones end.
+    /// A cell's top left corner in the viewport, also of a hidden cell. A cell scrolled out at the top or left begins where the
+    /// fixed ones end.
     QPoint cellOrigin(int row, int col) const;
     /// Row and column under a point of the viewport, fixed ones included; nothing beyond the last cell.
     std::optional<std::pair<int, int>> cellAt(QPoint position) const;
 
-    /// Gives screen reader and tool tip what a cell says; without it a default names row, column header, text and mark.
+    /// Describes a cell to screen readers and in tool tips; the default names row, column header, text and colour.
     void setCellDescriber(std::function<QString(int row, int col)> describer);
     QString cellDescription(int row, int col) const;
 
 Q_SIGNALS:
-    /// The mouse was pressed on a cell that is not fixed, which has become the current one; also Space or F2 on the current cell
-    /// when setKeyClicks asks for it. The cell becomes current first, then the grid takes the focus, then Click comes: whoever
-    /// loses the focus to the grid already finds the new Row and Col. Where he moves them, the cell becomes current once more.
+    /// The mouse was pressed on a cell that is not fixed, now the current one; or Space or F2 was pressed, as set by
+    /// setKeyClicks. The cell becomes current first, then the grid takes the focus, then Click is raised: a widget that loses the
+    /// focus to the grid already finds the new Row and Col. If it moves them, the pressed cell becomes current again.
     void Click(int row, int col);
     /// After Click of the first press, for the same cell.
     void DblClick(int row, int col);
     /// A key moved the current cell to another row or column.
     void cellMovedByKey(int row, int col);
-    /// A key that moves nothing, before the grid does anything with it. Setting `event.accept()` ends the key there.
+    /// A key that does not move the current cell, before the grid handles it. An accepted event is not handled further.
     void KeyDown(QKeyEvent *event);
     void GotFocus();
     void LostFocus();
@@ -153,6 +152,7 @@ protected:
     void scrollContentsBy(int dx, int dy) override;
 
 private:
+    friend class FlexGridInput;
     class Private;
     std::unique_ptr<Private> d_;
 };

@@ -5,7 +5,6 @@
 
 #include <QAccessible>
 #include <QCoreApplication>
-#include <QKeyEvent>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -27,7 +26,7 @@ void FlexGrid::Private::checkCell(int row, int col) const
     check(col, state.cols.count(), "Column");
 }
 
-void FlexGrid::Private::keepCurrentInside()
+void FlexGrid::Private::clampCurrentCell()
 {
     state.row = std::clamp(state.row, 0, std::max(0, state.rows.count() - 1));
     state.col = std::clamp(state.col, 0, std::max(0, state.cols.count() - 1));
@@ -56,15 +55,15 @@ void FlexGrid::Private::layOut()
         return;
     }
     layingOut_ = true;
-    const QSize most = grid_.maximumViewportSize();
+    const QSize maximum = grid_.maximumViewportSize();
     QScrollBar *across = grid_.horizontalScrollBar();
     QScrollBar *down = grid_.verticalScrollBar();
     state.cols.spread(0);
-    bool showDown = state.rows.total() > most.height();
+    bool showDown = state.rows.total() > maximum.height();
     const int barWidth = down->sizeHint().width();
-    const bool showAcross = state.cols.total() > most.width() - (showDown ? barWidth : 0);
-    showDown = showDown || (showAcross && state.rows.total() > most.height() - across->sizeHint().height());
-    viewSize_ = {most.width() - (showDown ? barWidth : 0), most.height() - (showAcross ? across->sizeHint().height() : 0)};
+    const bool showAcross = state.cols.total() > maximum.width() - (showDown ? barWidth : 0);
+    showDown = showDown || (showAcross && state.rows.total() > maximum.height() - across->sizeHint().height());
+    viewSize_ = {maximum.width() - (showDown ? barWidth : 0), maximum.height() - (showAcross ? across->sizeHint().height() : 0)};
     state.cols.spread(viewSize_.width());
     layOutBar(down, state.rows, viewSize_.height());
     layOutBar(across, state.cols, viewSize_.width());
@@ -75,12 +74,12 @@ void FlexGrid::Private::layOut()
 void FlexGrid::Private::layOutBar(QScrollBar *bar, GridAxis &axis, int extent)
 {
     const int last = axis.lastPosition(extent);
-    const int place = std::min(axis.position(axis.first()), last);
+    const int position = std::min(axis.position(axis.first()), last);
     bar->setPageStep(axis.page(extent));
     bar->setSingleStep(1);
     bar->setRange(0, last);
-    bar->setValue(place);
-    axis.setFirst(axis.lineAt(place));
+    bar->setValue(position);
+    axis.setFirst(axis.lineAt(position));
 }
 
 void FlexGrid::Private::setFirst(const GridAxis &axis, QScrollBar *bar, int line)
@@ -91,7 +90,7 @@ void FlexGrid::Private::setFirst(const GridAxis &axis, QScrollBar *bar, int line
 
 bool FlexGrid::Private::scrolledTo(int horizontal, int vertical)
 {
-    // A layout sets the bars by itself: the place among the lines that show changes with the lines hidden above.
+    // A layout moves the bars too: positions among the visible lines change with the lines hidden above.
     if (layingOut_) {
         return false;
     }
@@ -121,59 +120,6 @@ void FlexGrid::Private::announceText(int row, int col) const
         QAccessibleEvent event(&grid_, QAccessible::NameChanged);
         event.setChild(row * state.cols.count() + col);
         QAccessible::updateAccessibility(&event);
-    }
-}
-
-bool FlexGrid::Private::isSelectable(int row, int col) const
-{
-    return row < state.rows.count() && col < state.cols.count() && !state.isFixed(row, col);
-}
-
-int FlexGrid::Private::neighbour(const GridAxis &axis, int line, int steps) const
-{
-    // From a hidden line, position() already names the next one that shows; one step less leads there.
-    const bool fromHidden = line < axis.count() && (axis.isHidden(line) || line < axis.fixed());
-    const int place = axis.position(line) + (fromHidden && steps > 0 ? steps - 1 : steps);
-    return axis.lineAt(place);
-}
-
-std::optional<std::pair<int, int>> FlexGrid::Private::keyTarget(const QKeyEvent &event) const
-{
-    if (event.modifiers() & (Qt::AltModifier | Qt::MetaModifier)) {
-        return std::nullopt;
-    }
-    if (state.rows.positions() == 0 || state.cols.positions() == 0) {
-        return std::nullopt;
-    }
-    const bool control = event.modifiers() & Qt::ControlModifier;
-    const auto &rows = state.rows;
-    const auto &cols = state.cols;
-    const int page = rows.page(viewSize_.height());
-    const int firstCol = cols.lineAt(0);
-    const int lastCol = cols.lineAt(cols.positions() - 1);
-    const int firstRow = rows.lineAt(0);
-    const int lastRow = rows.lineAt(rows.positions() - 1);
-    const int shownRow = neighbour(rows, state.row, 0);
-    const int shownCol = neighbour(cols, state.col, 0);
-    switch (event.key()) {
-    case Qt::Key_Up:
-        return std::pair(control ? firstRow : neighbour(rows, state.row, -1), shownCol);
-    case Qt::Key_Down:
-        return std::pair(control ? lastRow : neighbour(rows, state.row, 1), shownCol);
-    case Qt::Key_Left:
-        return std::pair(shownRow, control ? firstCol : neighbour(cols, state.col, -1));
-    case Qt::Key_Right:
-        return std::pair(shownRow, control ? lastCol : neighbour(cols, state.col, 1));
-    case Qt::Key_PageUp:
-        return std::pair(neighbour(rows, state.row, -page), shownCol);
-    case Qt::Key_PageDown:
-        return std::pair(neighbour(rows, state.row, page), shownCol);
-    case Qt::Key_Home:
-        return std::pair(control ? firstRow : shownRow, firstCol);
-    case Qt::Key_End:
-        return std::pair(control ? lastRow : shownRow, lastCol);
-    default:
-        return std::nullopt;
     }
 }
 

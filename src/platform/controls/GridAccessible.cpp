@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/controls/FlexGridPrivate.h"
+#include "platform/controls/GridAccessible.h"
+
+#include "platform/controls/FlexGrid.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -12,7 +14,7 @@ namespace controls
 namespace
 {
 
-/// What a screen reader sees of one cell.
+/// One cell as a screen reader sees it.
 class CellAccessible : public QAccessibleInterface, public QAccessibleTableCellInterface
 {
 public:
@@ -102,7 +104,7 @@ private:
     int col_;
 };
 
-/// The grid as a table. Children are its cells row by row, the fixed ones included.
+/// The grid as a table. Its children are all cells, row by row, including the fixed ones.
 class GridAccessible : public QAccessibleWidget, public QAccessibleTableInterface
 {
 public:
@@ -148,7 +150,7 @@ public:
         if (const auto known = cells_.constFind(key); known != cells_.constEnd()) {
             return QAccessible::accessibleInterface(*known);
         }
-        // The cache of Qt owns what is registered; the destructor gives it back.
+        // Qt's cache owns registered interfaces; the destructor deletes them there.
         auto *cell = new CellAccessible(&grid(), row, col);
         cells_.insert(key, QAccessible::registerAccessibleInterface(cell));
         return cell;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/GridAxis.h"
 
+#include "platform/controls/Twips.h"
+
 #include <algorithm>
 
 namespace controls
@@ -11,7 +13,7 @@ namespace
 
 int pixels(int twips)
 {
-    return twips == 0 ? 0 : std::max(1, (twips + GridAxis::TwipsPerPixel / 2) / GridAxis::TwipsPerPixel);
+    return twips == 0 ? 0 : std::max(1, (twips + TwipsPerPixel / 2) / TwipsPerPixel);
 }
 
 } // namespace
@@ -129,9 +131,9 @@ int GridAxis::lastPosition(int extent) const
     if (positions() == 0) {
         return 0;
     }
-    const int room = extent - fixedExtent();
-    const auto fits = [this, room](int line) { return total() - start(line) > room; };
-    const auto found = std::partition_point(scrolled_.begin(), scrolled_.end(), fits);
+    const int available = extent - fixedExtent();
+    const auto overflows = [this, available](int line) { return total() - start(line) > available; };
+    const auto found = std::partition_point(scrolled_.begin(), scrolled_.end(), overflows);
     return std::min(static_cast<int>(found - scrolled_.begin()), positions() - 1);
 }
 
@@ -194,8 +196,8 @@ std::vector<int> GridAxis::shownWithin(int extent) const
             lines.push_back(line);
         }
     }
-    for (int place = position(first()); place < positions(); ++place) {
-        const int line = lineAt(place);
+    for (int index = position(first()); index < positions(); ++index) {
+        const int line = lineAt(index);
         if (*viewStart(line) >= extent) {
             break;
         }

@@ -10,25 +10,23 @@
 namespace controls
 {
 
-/// The rows or the columns of a grid as lengths: stored twips, drawn pixels, and which line stands first behind the fixed ones.
-/// Sums are rebuilt on the first question after a change, so filling a grid line by line costs one pass.
+/// The rows or the columns of a grid as lengths: stored twips, drawn pixels, and the first scrolled line shown. Sums are rebuilt
+/// on the first query after a change, so filling a grid line by line costs one pass.
 class GridAxis
 {
 public:
-    static constexpr int TwipsPerPixel = 10;
-
     explicit GridAxis(int defaultTwips) : defaultTwips_(defaultTwips) {}
 
     int count() const { return static_cast<int>(twips_.size()); }
     void setCount(int count);
-    /// Never more than count(), though a larger number comes back into force when lines are added.
+    /// Never more than count(), but a larger number takes effect when lines are added.
     int fixed() const { return std::min(fixed_, count()); }
     void setFixed(int fixed);
     int twips(int line) const { return twips_[static_cast<std::size_t>(line)]; }
     void setTwips(int line, int twips);
     bool isHidden(int line) const { return twips(line) == 0; }
 
-    /// Lines that share what `extent` pixels leave over; their stored twips stay as they are.
+    /// Lines that share the spare pixels of `extent`; their stored twips are unchanged.
     void setStretched(const QList<int> &lines);
     void spread(int extent);
 
@@ -36,23 +34,23 @@ public:
     int total() const { return start(count()); }
     int fixedExtent() const { return start(fixed()); }
 
-    /// First scrolled line that shows; a hidden one gives way to the next that shows.
+    /// First scrolled line shown; for a hidden one the next that shows.
     int first() const;
     void setFirst(int line);
-    /// Place of a line among those that show and scroll, counted from 0; of a hidden line the place of the next.
+    /// Index of a line among those that show and scroll, from 0; for a hidden line that of the next.
     int position(int line) const;
-    /// The line at a place, kept within the lines there are; the first scrolled line when none shows.
+    /// The line at such an index, clamped to the valid range; the first scrolled line when none shows.
     int lineAt(int position) const;
     int positions() const;
-    /// The last place to which scrolling makes sense: from there on everything fits into `extent`.
+    /// The last position worth scrolling to: from there on everything fits into `extent`.
     int lastPosition(int extent) const;
-    /// How many lines fit behind the fixed ones, starting from the current first line; at least 1.
+    /// How many scrolled lines fit, starting from the current first line; at least 1.
     int page(int extent) const;
 
     /// Distance of a line from the edge of the view; nothing when it is hidden or scrolled out at the near edge.
     std::optional<int> viewStart(int line) const;
-    /// Distance of a line from the edge of the view by what lies between it and first(), whether it shows or not; a fixed line
-    /// and one scrolled out at the near edge count as the first.
+    /// Distance of a line from the edge of the view, whether it shows or not; a fixed line and one scrolled out at the near edge
+    /// count as the first.
     int origin(int line) const;
     bool isFullyShown(int line, int extent) const;
     /// The line under a pixel of the view; nothing beyond the last one.

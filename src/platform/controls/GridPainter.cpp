@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/GridPainter.h"
 
-#include "platform/controls/Marks.h"
+#include "platform/controls/CellColours.h"
 #include "platform/controls/Theme.h"
 
 #include <QPainter>
@@ -46,15 +46,15 @@ void paintTick(QPainter &painter, const QRect &rect)
     painter.restore();
 }
 
-/// Breaks a text at words into at most `most` lines; the last one keeps what is left over.
-QStringList wrapped(const QString &text, const QFont &font, int width, int most)
+/// Breaks a text at words into at most `maxLines` lines; the last one gets the remaining text.
+QStringList wrapped(const QString &text, const QFont &font, int width, int maxLines)
 {
     QTextLayout layout(text, font);
     QStringList lines;
     layout.beginLayout();
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         line.setLineWidth(width);
-        const bool last = lines.size() + 1 == most;
+        const bool last = lines.size() + 1 == maxLines;
         lines += (last ? text.mid(line.textStart()) : text.mid(line.textStart(), line.textLength())).trimmed();
         if (last) {
             break;
@@ -77,8 +77,8 @@ const QFontMetrics &GridPainter::metricsOf(int row, int col) const
     return state_.drawnBold(row, col) ? boldMetrics_ : plainMetrics_;
 }
 
-/// Edges moved to whole device pixels, so that fills meet without gaps at scales such as 1.25. A length of one pixel becomes a
-/// line of even strength that ends where the cell ends.
+/// Rounds edges to whole device pixels, so that fills meet without gaps at scales such as 1.25. A length of one pixel becomes a
+/// line of even width that ends where the cell ends.
 QRectF GridPainter::onPixels(const QPainter &painter, const QRectF &rect) const
 {
     const QTransform &device = painter.deviceTransform();
@@ -110,12 +110,12 @@ void GridPainter::paint(QPainter &painter)
 
 void GridPainter::paintCells(QPainter &painter)
 {
-    const auto firstBeside = [](const std::vector<int> &lines, int fixed) {
+    const auto firstScrolled = [](const std::vector<int> &lines, int fixed) {
         const auto scrolled = std::find_if(lines.begin(), lines.end(), [fixed](int line) { return line >= fixed; });
         return scrolled == lines.end() ? lines.back() : *scrolled;
     };
-    const int firstRow = firstBeside(rows_, state_.rows.fixed());
-    const int firstCol = firstBeside(cols_, state_.cols.fixed());
+    const int firstRow = firstScrolled(rows_, state_.rows.fixed());
+    const int firstCol = firstScrolled(cols_, state_.cols.fixed());
     for (const int row : rows_) {
         const int upper = row < state_.rows.fixed() ? 0 : firstRow;
         int drawnTo = -1;
@@ -156,7 +156,7 @@ GridPainter::Colours GridPainter::coloursOf(int row, int col) const
     const PaletteColours &colours = Theme::colours();
     const GridCell &cell = state_.store.at(row, col);
     const QColor text = view_.enabled ? colours.text : colours.disabled;
-    if (state_.isMarked(row, col)) {
+    if (state_.isColoured(row, col)) {
         return {fromStored(cell.colour), Qt::black};
     }
     if (state_.isFixed(row, col)) {
@@ -181,15 +181,15 @@ void GridPainter::paintCell(QPainter &painter, int row, int col, const QRect &re
 }
 
 /// Texts that would just be cut short get a narrower edge; those that are cut short all the same begin where the others do. A
-/// header with room for two lines wraps instead.
+/// header with space for two lines wraps instead.
 int GridPainter::padding(int row, int col, const QSize &cell) const
 {
     const int text = metricsOf(row, col).horizontalAdvance(state_.store.at(row, col).text);
     const bool narrowHelps = text + 2 * TextPadding >= cell.width() && text + 2 * NarrowPadding < cell.width();
-    return narrowHelps && mostLines(row, col, cell.height()) == 1 ? NarrowPadding : TextPadding;
+    return narrowHelps && maxLinesOf(row, col, cell.height()) == 1 ? NarrowPadding : TextPadding;
 }
 
-int GridPainter::mostLines(int row, int col, int height) const
+int GridPainter::maxLinesOf(int row, int col, int height) const
 {
     if (row >= state_.rows.fixed()) {
         return 1;
@@ -197,36 +197,36 @@ int GridPainter::mostLines(int row, int col, int height) const
     return std::clamp(height / std::max(1, metricsOf(row, col).lineSpacing()), 1, MaxLines);
 }
 
-QStringList GridPainter::linesOf(int row, int col, const QSize &room) const
+QStringList GridPainter::linesOf(int row, int col, const QSize &space) const
 {
     const QString &text = state_.store.at(row, col).text;
     const QFontMetrics &metrics = metricsOf(row, col);
-    const int most = mostLines(row, col, room.height());
-    if (most == 1 || metrics.horizontalAdvance(text) <= room.width()) {
+    const int maxLines = maxLinesOf(row, col, space.height());
+    if (maxLines == 1 || metrics.horizontalAdvance(text) <= space.width()) {
         return {text};
     }
-    return wrapped(text, state_.drawnBold(row, col) ? bold_ : view_.font, room.width(), most);
+    return wrapped(text, state_.drawnBold(row, col) ? bold_ : view_.font, space.width(), maxLines);
 }
 
 void GridPainter::paintText(QPainter &painter, int row, int col, const QRect &rect, const QColor &ink) const
 {
     const QFontMetrics &metrics = metricsOf(row, col);
     const int inset = padding(row, col, rect.adjusted(0, 0, -1, -1).size());
-    const QRect room = rect.adjusted(inset, 0, -inset - 1, -1);
+    const QRect space = rect.adjusted(inset, 0, -inset - 1, -1);
     const CellAlignment alignment = state_.alignment(row, col);
     const Qt::Alignment horizontal = alignment == CellAlignment::Centre ? Qt::AlignHCenter
         : alignment == CellAlignment::Right                             ? Qt::AlignRight
                                                                         : Qt::AlignLeft;
-    const QStringList lines = linesOf(row, col, room.size());
+    const QStringList lines = linesOf(row, col, space.size());
     painter.setFont(state_.drawnBold(row, col) ? bold_ : view_.font);
     painter.setPen(ink);
-    const int spacing = lines.size() > 1 ? std::min(metrics.lineSpacing(), room.height() / static_cast<int>(lines.size())) : 0;
-    int top = lines.size() > 1 ? room.top() + (room.height() - spacing * static_cast<int>(lines.size())) / 2 : room.top();
-    for (const QString &line : lines) {
-        const QRect place(room.left(), top, room.width(), lines.size() > 1 ? spacing : room.height());
+    const int spacing = lines.size() > 1 ? std::min(metrics.lineSpacing(), space.height() / static_cast<int>(lines.size())) : 0;
+    int top = lines.size() > 1 ? space.top() + (space.height() - spacing * static_cast<int>(lines.size())) / 2 : space.top();
+    for (const QString &text : lines) {
+        const QRect line(space.left(), top, space.width(), lines.size() > 1 ? spacing : space.height());
         const QString shown =
-            metrics.horizontalAdvance(line) > room.width() ? metrics.elidedText(line, Qt::ElideRight, room.width()) : line;
-        painter.drawText(place, static_cast<int>(horizontal | Qt::AlignVCenter) | Qt::TextSingleLine | Qt::TextDontClip, shown);
+            metrics.horizontalAdvance(text) > space.width() ? metrics.elidedText(text, Qt::ElideRight, space.width()) : text;
+        painter.drawText(line, static_cast<int>(horizontal | Qt::AlignVCenter) | Qt::TextSingleLine | Qt::TextDontClip, shown);
         top += spacing;
     }
 }
@@ -241,10 +241,10 @@ bool GridPainter::isElided(int row, int col) const
     const QRect rect = spanRect(span);
     const QFontMetrics &metrics = metricsOf(row, col);
     const int inset = padding(row, col, rect.adjusted(0, 0, -1, -1).size());
-    const QSize room(rect.width() - 2 * inset - 1, rect.height() - 1);
-    const QStringList lines = linesOf(row, col, room);
+    const QSize space(rect.width() - 2 * inset - 1, rect.height() - 1);
+    const QStringList lines = linesOf(row, col, space);
     return std::any_of(lines.begin(), lines.end(),
-                       [&](const QString &line) { return metrics.horizontalAdvance(line) > room.width(); });
+                       [&](const QString &line) { return metrics.horizontalAdvance(line) > space.width(); });
 }
 
 void GridPainter::paintSelectedRow(QPainter &painter)
@@ -265,7 +265,7 @@ void GridPainter::paintSelectedRow(QPainter &painter)
     fill(painter, QRectF(0, *top, SelectionBar, height - 1), colours.accent);
 }
 
-/// A hidden column has no place for the frame; while the keys work here, the first one that shows tells at least the row.
+/// A hidden column cannot show the frame; with the focus, the first visible column shows at least the row.
 int GridPainter::currentColumnShown() const
 {
     if (!state_.cols.isHidden(state_.col) || !view_.focused) {
@@ -287,7 +287,7 @@ void GridPainter::paintCurrentCell(QPainter &painter)
         return;
     }
     const QRectF cell(*left, *top, state_.cols.size(col) - 1, state_.rows.size(state_.row) - 1);
-    const QColor ink = state_.isMarked(state_.row, col) ? QColor(Qt::black) : Theme::colours().text;
+    const QColor ink = state_.isColoured(state_.row, col) ? QColor(Qt::black) : Theme::colours().text;
     const double width = view_.focused ? 2 : 1;
     fill(painter, QRectF(cell.left(), cell.top(), cell.width(), width), ink);
     fill(painter, QRectF(cell.left(), cell.bottom() - width, cell.width(), width), ink);

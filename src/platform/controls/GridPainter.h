@@ -13,7 +13,7 @@ class QPainter;
 namespace controls
 {
 
-/// How the view around the cells is to be drawn.
+/// State of the view around the cells.
 struct GridView {
     QSize size;
     QFont font;
@@ -21,14 +21,14 @@ struct GridView {
     bool enabled = true;
 };
 
-/// Draws what of a grid lies in its view, and knows which texts do not fit.
+/// Draws the visible part of a grid, and knows which texts do not fit.
 class GridPainter
 {
 public:
     GridPainter(const GridState &state, const GridView &view);
 
     void paint(QPainter &painter);
-    /// Whether a cell shows its text cut short.
+    /// Whether a cell's text is elided.
     bool isElided(int row, int col) const;
 
 private:
@@ -44,9 +44,9 @@ private:
     void paintCurrentCell(QPainter &painter);
     QRect spanRect(const CellSpan &span) const;
     Colours coloursOf(int row, int col) const;
-    QStringList linesOf(int row, int col, const QSize &room) const;
+    QStringList linesOf(int row, int col, const QSize &space) const;
     int padding(int row, int col, const QSize &cell) const;
-    int mostLines(int row, int col, int height) const;
+    int maxLinesOf(int row, int col, int height) const;
     const QFontMetrics &metricsOf(int row, int col) const;
     QRectF onPixels(const QPainter &painter, const QRectF &rect) const;
     void fill(QPainter &painter, const QRectF &rect, const QColor &colour) const;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/GridState.h"
 
-#include "platform/controls/Marks.h"
+#include "platform/controls/CellColours.h"
 
 #include <QStringList>
 
@@ -13,16 +13,16 @@ namespace controls
 namespace
 {
 
-QString markName(qint32 colour)
+QString colourName(qint32 colour)
 {
     switch (colour) {
-    case mark::Yellow:
+    case cellColour::Yellow:
         return GridState::tr("yellow");
-    case mark::Red:
+    case cellColour::Red:
         return GridState::tr("red");
-    case mark::Green:
+    case cellColour::Green:
         return GridState::tr("green");
-    case mark::PaleYellow:
+    case cellColour::PaleYellow:
         return GridState::tr("pale yellow");
     default:
         return GridState::tr("marked");
@@ -45,10 +45,10 @@ template <typename Equal> std::pair<int, int> widen(int from, int first, int las
 
 } // namespace
 
-bool GridState::isMarked(int cellRow, int cellCol) const
+bool GridState::isColoured(int cellRow, int cellCol) const
 {
     const qint32 colour = store.at(cellRow, cellCol).colour;
-    return colour != GridCell::NoColour && colour != mark::White;
+    return colour != GridCell::NoColour && colour != cellColour::White;
 }
 
 CellAlignment GridState::alignment(int cellRow, int cellCol) const
@@ -65,7 +65,7 @@ bool GridState::drawnBold(int cellRow, int cellCol) const
 bool GridState::showsTick(int cellRow, int cellCol) const
 {
     const GridCell &cell = store.at(cellRow, cellCol);
-    return ticks && cell.text.isEmpty() && (cell.colour == mark::Yellow || cell.colour == mark::Red);
+    return ticks && cell.text.isEmpty() && (cell.colour == cellColour::Yellow || cell.colour == cellColour::Red);
 }
 
 CellSpan GridState::spanOf(int cellRow, int cellCol, int firstRow, int lastRow, int firstCol, int lastCol) const
@@ -124,8 +124,8 @@ QString GridState::describe(int cellRow, int cellCol) const
         return cell.text;
     }
     QStringList parts{rowName(cellRow), columnName(cellCol), cell.text};
-    if (isMarked(cellRow, cellCol)) {
-        parts += markName(cell.colour);
+    if (isColoured(cellRow, cellCol)) {
+        parts += colourName(cell.colour);
     }
     parts.removeAll(QString());
     return parts.join(QStringLiteral(", "));

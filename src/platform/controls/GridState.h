@@ -20,9 +20,9 @@ struct CellSpan {
     int cols = 1;
 };
 
-/// All that a grid knows apart from its window: what its painter, its screen-reader side and its input work on.
+/// A grid's state apart from its widget, shared by painter, accessibility and input.
 struct GridState {
-    /// Twips of a row and of a column not yet sized.
+    /// Default twips of a row and of a column.
     GridState(int rowHeight, int colWidth) : rows(rowHeight), cols(colWidth) {}
 
     GridStore store;
@@ -39,13 +39,13 @@ struct GridState {
     std::function<QString(int row, int col)> describer;
 
     bool isFixed(int cellRow, int cellCol) const { return cellRow < rows.fixed() || cellCol < cols.fixed(); }
-    bool isMarked(int cellRow, int cellCol) const;
+    bool isColoured(int cellRow, int cellCol) const;
     CellAlignment alignment(int cellRow, int cellCol) const;
-    /// Fixed rows are always drawn bold.
+    /// Fixed rows are always bold.
     bool drawnBold(int cellRow, int cellCol) const;
     bool showsTick(int cellRow, int cellCol) const;
-    /// The equal neighbours of a cell in a merged row, else in a merged column, looked for between the given bounds. A span
-    /// never crosses the edge of the fixed part; empty cells stay alone.
+    /// The equal neighbours of a cell in a merged row, else in a merged column, within the given bounds. A span never crosses the
+    /// edge of the fixed part; empty cells are not merged.
     CellSpan spanOf(int cellRow, int cellCol, int firstRow, int lastRow, int firstCol, int lastCol) const;
 
     QString describe(int cellRow, int cellCol) const;

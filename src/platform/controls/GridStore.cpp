@@ -13,7 +13,7 @@ void GridStore::setCols(int cols)
         if (stored.cells.size() > width) {
             stored.cells.resize(width);
         }
-        std::erase_if(stored.values, [cols](const KeptValue &kept) { return kept.col >= cols; });
+        std::erase_if(stored.values, [cols](const CellValue &entry) { return entry.col >= cols; });
     }
     cols_ = cols;
 }
@@ -28,10 +28,10 @@ void GridStore::clear()
 
 const GridCell &GridStore::at(int rowIndex, int col) const
 {
-    static const GridCell never;
+    static const GridCell empty;
     const StoredRow &stored = row(rowIndex);
     const auto index = static_cast<std::size_t>(col);
-    return index < stored.cells.size() ? stored.cells[index] : never;
+    return index < stored.cells.size() ? stored.cells[index] : empty;
 }
 
 GridCell &GridStore::edit(int rowIndex, int col)
@@ -56,14 +56,14 @@ void GridStore::setText(int rowIndex, int col, const QString &text)
 QVariant GridStore::value(int rowIndex, int col) const
 {
     const auto &values = row(rowIndex).values;
-    const auto found = std::find_if(values.begin(), values.end(), [col](const KeptValue &kept) { return kept.col == col; });
+    const auto found = std::find_if(values.begin(), values.end(), [col](const CellValue &entry) { return entry.col == col; });
     return found == values.end() ? QVariant() : found->value;
 }
 
 void GridStore::setValue(int rowIndex, int col, const QVariant &value)
 {
     auto &values = row(rowIndex).values;
-    std::erase_if(values, [col](const KeptValue &kept) { return kept.col == col; });
+    std::erase_if(values, [col](const CellValue &entry) { return entry.col == col; });
     if (value.isValid()) {
         values.push_back({col, value});
     }

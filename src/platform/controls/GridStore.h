@@ -11,7 +11,7 @@
 namespace controls
 {
 
-/// One cell of a grid as it is kept: 32 bytes, so that a list of 50,000 rows stays small.
+/// One stored cell: 32 bytes, so that a list of 50,000 rows stays small.
 struct GridCell {
     static constexpr qint32 NoColour = -1;
 
@@ -22,8 +22,8 @@ struct GridCell {
     CellAlignment alignment = CellAlignment::Default;
 };
 
-/// The cells of a grid. A row takes room only from its first changed cell on; cells never written read as empty.
-/// Rows and columns are not checked here.
+/// The cells of a grid. A row takes memory only once a cell is changed; cells never written read as empty. Rows and columns are
+/// not checked here.
 class GridStore
 {
 public:
@@ -35,19 +35,19 @@ public:
 
     const GridCell &at(int row, int col) const;
     GridCell &edit(int row, int col);
-    /// Writes the text and drops the value beside it.
+    /// Sets the text and removes the value.
     void setText(int row, int col, const QString &text);
     QVariant value(int row, int col) const;
     void setValue(int row, int col, const QVariant &value);
 
 private:
-    struct KeptValue {
+    struct CellValue {
         int col;
         QVariant value;
     };
     struct StoredRow {
         std::vector<GridCell> cells;
-        std::vector<KeptValue> values;
+        std::vector<CellValue> values;
     };
 
     StoredRow &row(int index) { return rows_[static_cast<std::size_t>(index)]; }

@@ -14,10 +14,10 @@ namespace controls
 namespace
 {
 
-/// From this size on a picture is drawn with the thin line, or it would look heavy beside its caption.
-constexpr double PictureSize = 40;
+/// From this size on icons are drawn with a thin line, or they would look heavy next to their caption.
+constexpr double ThinLineSize = 40;
 
-/// The one fill of the icons.
+/// The only fill colour of the icons.
 const QString LeafGreen = QStringLiteral("#4C9A4E");
 
 } // namespace
@@ -32,7 +32,7 @@ QByteArray IconEngine::tinted(QIcon::Mode mode, double logicalSize) const
     if (mode == QIcon::Disabled) {
         text.replace(LeafGreen, Theme::colours().line.name());
     }
-    if (logicalSize >= PictureSize) {
+    if (logicalSize >= ThinLineSize) {
         text.replace(QStringLiteral("stroke-width=\"1.5\""), QStringLiteral("stroke-width=\"1\""));
     }
     return text.toUtf8();

@@ -7,8 +7,8 @@
 namespace controls
 {
 
-/// Draws one line icon in a colour of the palette, sharp at every size and scale. Colours are looked up at each drawing, so
-/// the icon follows a change from light to dark.
+/// Draws one line icon in a colour of the palette, sharp at every size and scale. Colours are looked up at each drawing, so the
+/// icon follows a change from light to dark.
 class IconEngine : public QIconEngine
 {
 public:

@@ -30,14 +30,14 @@ ItemCombo::ItemCombo(QWidget *parent) : QComboBox(parent)
     setCompleter(nullptr);
     setFocusPolicy(Qt::StrongFocus);
     setMaxVisibleItems(16);
-    // The style sheet reaches the entries of this delegate alone.
+    // The style sheet styles entries only with this delegate.
     setItemDelegate(new QStyledItemDelegate(this));
     lineEdit()->installEventFilter(this);
     connect(this, &QComboBox::activated, this, [this](int index) {
         chosen_ = index;
         Q_EMIT Click();
     });
-    // Once editing ends, QComboBox raises activated for an equal entry, but not for the one that it had before.
+    // When editing ends, QComboBox emits activated for an equal entry, but not for the one chosen before.
     connect(lineEdit(), &QLineEdit::textEdited, this, [this](const QString &text) {
         chosen_ = indexOf(text);
         Q_EMIT Change();
@@ -49,7 +49,7 @@ void ItemCombo::AddItem(const QString &text, qint32 itemData)
     const QSignalBlocker silent(this);
     const QString shown = currentText();
     addItem(text, itemData);
-    // The first entry would else select itself.
+    // Otherwise the first entry would select itself.
     if (chosen_ < 0) {
         setCurrentIndex(-1);
         setEditText(shown);

@@ -6,8 +6,8 @@
 namespace controls
 {
 
-/// An editable list of texts, each with a key as item data. The text may be one that is not in the list: it is shown, kept, and
-/// the list index is then -1. The mouse wheel over a closed box scrolls the screen and changes nothing.
+/// An editable list of texts, each with a key as item data. The text need not be in the list; the list index is then -1. The
+/// mouse wheel over a closed box scrolls the screen and changes nothing.
 class ItemCombo : public QComboBox
 {
     Q_OBJECT

@@ -64,7 +64,7 @@ QSize PictureButton::sizeHint() const
 void PictureButton::mouseMoveEvent(QMouseEvent *event)
 {
     QToolButton::mouseMoveEvent(event);
-    // The button would else hand the move on to the ground below, which takes the border off.
+    // Ignored, the event would reach the widget below, which removes the border.
     event->accept();
     Q_EMIT MouseMove();
 }

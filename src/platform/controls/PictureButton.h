@@ -6,7 +6,7 @@
 namespace controls
 {
 
-/// A menu picture over its caption. The hover border is set from outside, since the menu decides when it goes off.
+/// A menu picture over its caption. The menu sets the hover border.
 class PictureButton : public QToolButton
 {
     Q_OBJECT
@@ -15,7 +15,7 @@ public:
 
     bool hasHoverBorder() const { return hoverBorder_; }
     void setHoverBorder(bool on);
-    /// A disabled picture is drawn muted and shows `reason` as its tool tip.
+    /// Disables the picture, drawn muted, with `reason` as its tool tip.
     void setUnavailable(const QString &reason);
     void setAvailable();
     QSize sizeHint() const override;

@@ -6,7 +6,7 @@
 namespace controls
 {
 
-/// Keeps a grid from repainting while it is filled. At the end it paints whatever stands, also when an error ends the filling.
+/// Suspends a grid's repainting while it is filled. It repaints at the end of the scope, also after an error.
 class RedrawPause
 {
 public:

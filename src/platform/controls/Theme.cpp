@@ -62,7 +62,7 @@ const NamedMember *memberOf(const QString &name)
     return found == Members.end() ? nullptr : &*found;
 }
 
-/// The two columns of the palette file.
+/// Both columns of the palette file.
 struct Palettes {
     PaletteColours light;
     PaletteColours dark;
@@ -81,7 +81,7 @@ struct Palettes {
     }
 };
 
-bool darkForm = false;
+bool darkPalette = false;
 
 QPalette paletteOf(const PaletteColours &colours)
 {
@@ -121,7 +121,7 @@ QPalette paletteOf(const PaletteColours &colours)
 QString styleSheet()
 {
     QString sheet = readResource(QStringLiteral(":/farm/style/look.qss"));
-    // Longest names first, since "base" may begin a longer name.
+    // Longest names first, because one name may be the beginning of another.
     std::vector<NamedMember> byLength(Members.begin(), Members.end());
     std::sort(byLength.begin(), byLength.end(),
               [](const NamedMember &a, const NamedMember &b) { return qstrlen(a.name) > qstrlen(b.name); });
@@ -129,7 +129,7 @@ QString styleSheet()
         sheet.replace(u'@' + QLatin1String(entry.name), (Theme::colours().*(entry.member)).name());
     }
     return sheet.replace(QStringLiteral("@icons"),
-                         darkForm ? QStringLiteral(":/farm/tinted/dark") : QStringLiteral(":/farm/tinted/light"));
+                         darkPalette ? QStringLiteral(":/farm/tinted/dark") : QStringLiteral(":/farm/tinted/light"));
 }
 
 } // namespace
@@ -141,7 +141,7 @@ void Theme::apply(QApplication &application)
 
 void Theme::apply(QApplication &application, bool dark)
 {
-    darkForm = dark;
+    darkPalette = dark;
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setPalette(paletteOf(colours()));
     QFont font = QApplication::font();
@@ -154,13 +154,13 @@ void Theme::apply(QApplication &application, bool dark)
 
 bool Theme::isDark()
 {
-    return darkForm;
+    return darkPalette;
 }
 
 const PaletteColours &Theme::colours()
 {
     static const Palettes palettes;
-    return darkForm ? palettes.dark : palettes.light;
+    return darkPalette ? palettes.dark : palettes.light;
 }
 
 QColor Theme::colour(const QString &name)

@@ -10,7 +10,8 @@ class QApplication;
 namespace controls
 {
 
-/// The colours of one form, light or dark. The names in the style sheet and in resources/style/palette.txt stand behind each.
+/// The colours of the light or the dark palette. The comments give their names in the style sheet and in
+/// resources/style/palette.txt.
 struct PaletteColours {
     QColor window;
     QColor base;
@@ -28,8 +29,8 @@ struct PaletteColours {
     QColor danger;
 };
 
-/// The look of the program: Fusion, the palette, the style sheet with its names filled in, the icons tinted.
-/// Before apply() the light colours hold.
+/// The appearance of the program: the Fusion style, a palette, the style sheet with its colour names filled in, tinted icons.
+/// Until apply() is called the light colours are in effect.
 class Theme
 {
 public:
@@ -38,10 +39,10 @@ public:
     static void apply(QApplication &application, bool dark);
     static bool isDark();
     static const PaletteColours &colours();
-    /// Of a colour's name in the palette file; error 5 for a name that is not there.
+    /// A colour by its name in the palette file; error 5 for an unknown name.
     static QColor colour(const QString &name);
-    /// An icon of resources/icons by its name without ending ("add"), with its disabled form. `colourName` is a name of the
-    /// palette: "text", "onacc", "danger", "muted". The icon follows the palette by itself. Error 53 without such an icon.
+    /// An icon of resources/icons by its base name ("add"), also drawn disabled. `colourName` is a name of the palette: "text",
+    /// "onacc", "danger", "muted". The icon follows palette changes. Error 53 for an unknown icon.
     static QIcon icon(const QString &name, const QString &colourName = QStringLiteral("text"));
 };
 

@@ -18,7 +18,7 @@ struct DeclaredType {
     FieldType type;
     QLatin1String text;
 };
-// The engine derives the storage class from the words inside: INT, TEXT, REAL.
+// SQLite derives the storage class from the words inside: INT, TEXT, REAL.
 constexpr std::array DeclaredTypes{
     DeclaredType{FieldType::Boolean, QLatin1String("BOOLEAN INTEGER")},
     DeclaredType{FieldType::Integer, QLatin1String("SMALLINT")},
@@ -52,7 +52,7 @@ Field fieldFromDeclaration(const QString &name, const QString &declared)
     return field;
 }
 
-/// The field that becomes the engine's own row number: an autonumber, or a single Long primary key.
+/// The field that becomes SQLite's row number: an autonumber, or a single Long primary key.
 int keyFieldOf(const TableDef &definition)
 {
     const auto &fields = definition.Fields();
@@ -76,7 +76,7 @@ QByteArray fieldList(const TableDef &definition, const Index &index)
         const Field *field = definition.findField(name);
         if (field == nullptr) {
             throw DataError(DataErrorNumber::ItemNotFound,
-                            QStringLiteral("The index %1 of %2 names a field %3 that is not there.")
+                            QStringLiteral("The index %1 of %2 names a field %3 that does not exist.")
                                 .arg(index.name, definition.Name(), name));
         }
         list += (list.isEmpty() ? "" : ", ") + quoteName(field->name);

@@ -11,28 +11,28 @@
 namespace dao
 {
 
-/// What is known of one table, and what is kept for writing to it quickly.
+/// What is known of one table, and its prepared insert.
 struct TableInfo {
     QString name;
     QByteArray quotedName;
     std::vector<Field> fields;
     std::vector<QByteArray> quotedFields;
     std::vector<Index> indexes;
-    /// Position of the field that is the row's own number in the engine, -1 without one.
+    /// Position of the field that is SQLite's row number, -1 without one.
     int keyField = -1;
 
     /// Without regard to case; -1 when there is none.
     int findField(QStringView fieldName) const;
     bool hasAutonumber() const { return keyField >= 0 && fields[static_cast<std::size_t>(keyField)].autoIncrement; }
 
-    /// The highest autonumber given out, and the transaction in which it was last read from the file.
+    /// The highest autonumber assigned, and the transaction in which it was last read from the file.
     std::int64_t lastKey = 0;
     std::uint64_t lastKeyEpoch = 0;
     std::unique_ptr<Statement> insert;
 };
 
 /// The tables of a file, read when first asked for. The declared types in the file's own schema carry the field types, sizes and
-/// AllowZeroLength, so that the file describes itself. Tables of this layer and of the engine are hidden.
+/// AllowZeroLength, so that the file describes itself. Tables of this layer and of SQLite are hidden.
 class Catalog
 {
 public:
@@ -43,7 +43,7 @@ public:
     QStringList tableNames();
     /// To be called after a change to the schema.
     void forget();
-    /// Whether the schema is another than what was read, by a writer on another connection.
+    /// Whether a writer on another connection has changed the schema since it was read.
     bool isOutdated();
 
     /// The statements that make a table and its indexes.

@@ -44,7 +44,7 @@ std::vector<Range> ClauseReader::splitAtCommas(Range range) const
     while (true) {
         const std::size_t comma = findOutsideBrackets(range, [this](std::size_t at) { return tokens_[at].isSymbol(u","); });
         if (comma == range.begin) {
-            failSyntax(QStringLiteral("something is missing beside a comma or at the end"));
+            failSyntax(QStringLiteral("something is missing next to a comma or at the end"));
         }
         parts.push_back({range.begin, comma});
         if (comma == range.end) {
@@ -59,7 +59,7 @@ Clauses ClauseReader::clausesOf(Range range) const
     struct Clause {
         QStringView word;
         bool needsBy;
-        Range Clauses::*place;
+        Range Clauses::*clause;
     };
     static constexpr std::array Order{
         Clause{u"from", false, &Clauses::from},    Clause{u"where", false, &Clauses::where},
@@ -78,7 +78,7 @@ Clauses ClauseReader::clausesOf(Range range) const
         if (at != range.end) {
             clauses.*current = {begin, at};
             requireContent(clauses.*current);
-            current = clause.place;
+            current = clause.clause;
             begin = at + (clause.needsBy ? 2 : 1);
         }
     }
@@ -104,7 +104,7 @@ void ClauseReader::readFrom(Range range, Scope &scope, std::vector<Range> &condi
         } else if (isSymbolAt(at, u",") || isWordAt(at, u"join")) {
             ++at;
         } else {
-            failSyntax(QStringLiteral("\"%1\" is not understood behind FROM").arg(tokens_[at].text));
+            failSyntax(QStringLiteral("\"%1\" is not understood after FROM").arg(tokens_[at].text));
         }
     }
 }
@@ -147,7 +147,7 @@ std::size_t ClauseReader::readFromTable(std::size_t at, std::size_t end, Scope &
         from.alias = tokens_[at].text.toString();
         ++at;
     } else if (hasAs) {
-        failSyntax(QStringLiteral("a name is expected behind AS"));
+        failSyntax(QStringLiteral("a name is expected after AS"));
     }
     scope.tables.push_back(std::move(from));
     return at;

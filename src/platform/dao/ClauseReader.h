@@ -48,7 +48,7 @@ struct Clauses {
     Range orderBy;
 };
 
-/// One entry of the list behind SELECT: an expression with or without an alias, table.* or *.
+/// One entry of the list after SELECT: an expression with or without an alias, table.* or *.
 struct SelectItem {
     Range expression;
     QString alias;
@@ -56,7 +56,7 @@ struct SelectItem {
     bool all = false;
 };
 
-/// Finds the structure of a statement and what its names mean. 3075 where the text has no sense, 3061 for a name that is no
+/// Finds the structure of a statement and what its names mean. 3075 where the text makes no sense, 3061 for a name that is no
 /// field, 3078 for an unknown table.
 class ClauseReader
 {
@@ -72,7 +72,7 @@ public:
     bool isSymbolAt(std::size_t at, QStringView symbol) const { return at < count() && tokens_[at].isSymbol(symbol); }
     bool isWordAt(std::size_t at, QStringView word) const { return at < count() && tokens_[at].isWord(word); }
     bool isDotAt(std::size_t at) const { return isSymbolAt(at, u".") || isSymbolAt(at, u"!"); }
-    /// A word behind a dot is a name, whatever it spells.
+    /// A word after a dot is a name, whatever it spells.
     bool isClauseWord(std::size_t at, QStringView word) const { return isWordAt(at, word) && !(at > 0 && isDotAt(at - 1)); }
 
     /// Position of the bracket that closes the one at `open`.

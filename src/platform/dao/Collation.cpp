@@ -14,7 +14,7 @@ namespace
 {
 
 // Weights: 0 counts for nothing (accents), signs from 1, digits from 64, letters from 80, everything else at its code
-// point behind them. The two tie breakers come behind all plain letters, so "coop" stands before "co-op".
+// point after them. The two tie breakers come after all plain letters, so "coop" sorts before "co-op".
 constexpr std::uint32_t Ignored = 0;
 constexpr std::uint32_t Apostrophe = 200;
 constexpr std::uint32_t Hyphen = 201;

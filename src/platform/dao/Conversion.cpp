@@ -51,11 +51,11 @@ Value wholeFor(const Field &field, double number)
 
 Value realFor(const Field &field, double number)
 {
-    const double kept = field.type == FieldType::Single ? static_cast<double>(static_cast<float>(number)) : number;
-    if (!std::isfinite(kept)) {
+    const double stored = field.type == FieldType::Single ? static_cast<double>(static_cast<float>(number)) : number;
+    if (!std::isfinite(stored)) {
         failRange(field);
     }
-    return kept == 0.0 ? 0.0 : kept;
+    return stored == 0.0 ? 0.0 : stored;
 }
 
 Value dateFor(const Field &field, const Value &value)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/dao/Database.h"
 
+#include "platform/dao/CommitScope.h"
 #include "platform/dao/Conversion.h"
 #include "platform/dao/Engine.h"
 #include "platform/dao/RecordsetState.h"
@@ -17,6 +18,16 @@ Database::~Database() = default;
 const QString &Database::Name() const
 {
     return state_->engine->path();
+}
+
+bool Database::isReadOnly() const
+{
+    return state_->engine->storage().isReadOnly();
+}
+
+bool Database::isMirrored() const
+{
+    return state_->engine->storage().isMirror();
 }
 
 Recordset Database::OpenRecordset(const QString &sql, RecordsetType type)
@@ -49,8 +60,10 @@ void Database::Append(const TableDef &definition)
     if (definition.Fields().empty()) {
         throw DataError(DataErrorNumber::SyntaxError, QStringLiteral("The table %1 has no fields.").arg(definition.Name()));
     }
-    WriteScope scope(*this);
+    CommitScope scope(*this);
     try {
+        engine.prepareWrite();
+        engine.storage().createTable(definition);
         for (const QByteArray &sql : Catalog::createStatements(definition)) {
             Statement statement(engine.connection(), sql);
             engine.write(statement);
@@ -76,18 +89,20 @@ void Database::Append(const QString &table, const Field &field)
             basic::ErrorNumber::InvalidArgument,
             QStringLiteral("An autonumber cannot be added to the table %1, which is in the file already.").arg(table));
     }
+    CommitScope scope(*this);
+    engine.prepareWrite();
+    engine.storage().addField(definition, field);
     Statement statement(engine.connection(),
                         "ALTER TABLE " + quoteName(definition.Name()) + " ADD COLUMN " + Catalog::columnDeclaration(field));
     engine.write(statement);
     engine.forgetSchema();
+    scope.commit();
 }
 
 void Database::Append(const QString &table, const Index &index)
 {
     Engine &engine = *state_->engine;
-    Statement statement(engine.connection(), Catalog::indexStatement(tableDef(table), index));
-    engine.write(statement);
-    engine.forgetSchema();
+    engine.changeIndexes(Catalog::indexStatement(tableDef(table), index));
 }
 
 void Database::removeIndex(const QString &table, const QString &index)
@@ -102,9 +117,7 @@ void Database::removeIndex(const QString &table, const QString &index)
         throw DataError(DataErrorNumber::ItemNotFound,
                         QStringLiteral("There is no index %1 of %2 (item not found).").arg(index, definition.Name()));
     }
-    Statement statement(engine.connection(), "DROP INDEX " + Catalog::storedIndexName(definition, *found));
-    engine.write(statement);
-    engine.forgetSchema();
+    engine.changeIndexes("DROP INDEX " + Catalog::storedIndexName(definition, *found));
 }
 
 TableDef Database::tableDef(const QString &name) const
@@ -123,6 +136,21 @@ TableDef Database::tableDef(const QString &name) const
         definition.Append(index);
     }
     return definition;
+}
+
+void Database::backupTo(const QString &path) const
+{
+    state_->engine->storage().copyTo(path, state_->engine->isInTransaction());
+}
+
+QStringList Database::checkIntegrity(const std::function<void(int percent)> &progress) const
+{
+    return state_->engine->storage().checkIntegrity(progress);
+}
+
+QStringList Database::checkPages() const
+{
+    return state_->engine->storage().checkPages();
 }
 
 QStringList Database::tableNames() const

@@ -18,12 +18,12 @@ namespace dao
 ///
 /// SQL is taken in the dialect that the screens write: names without regard to case, bare or in [brackets]; #mm/dd/yyyy# dates;
 /// True and False; table!field or table.field; Datepart('yyyy', field); joins by comma or INNER JOIN, in round brackets or not;
-/// nested IN (Select ...); text in single quotes, a doubled quote inside standing for one. Literals become bound
+/// nested IN (Select ...); text in single quotes, where two quotes mean one. Literals become bound
 /// parameters, so a statement is parsed once per shape. A name that is no field raises 3061, an unknown table 3078, text that
 /// cannot be read 3075.
 ///
 /// Text compares and sorts without regard to case and accents; apostrophes and hyphens only break ties.
-/// Whatever writes raises 3022 for a key that is there already, 3027 in a file opened for reading, 3260 when another program
+/// A write raises 3022 for a key that exists already, 3027 in a file opened for reading, 3260 when another program
 /// has been writing for two seconds, 3026 on a full disk and 3043 when the disk fails; reading raises 3049 on a damaged page.
 /// Closing happens with the object. Not for use from several threads.
 class Database
@@ -37,6 +37,9 @@ public:
 
     /// Full path of the file.
     const QString &Name() const;
+    bool isReadOnly() const;
+    /// Whether the file is read through a mirror, which has only the indexes of the file.
+    bool isMirrored() const;
 
     Recordset OpenRecordset(const QString &sql, RecordsetType type = RecordsetType::Snapshot);
     /// Runs an UPDATE, INSERT or DELETE statement; returns the number of rows that it touched.
@@ -49,7 +52,8 @@ public:
     /// Adds a field to a table in the file; existing rows hold null in it, a Boolean False. 3191 when the table has one of that
     /// name.
     void Append(const QString &table, const Field &field);
-    /// Builds an index over the rows of a table in the file; its name is that of tableDef's indexes.
+    /// Builds an index over the rows of a table in the file; its name is that of tableDef's indexes. Of a Jet file only the
+    /// mirror has it.
     void Append(const QString &table, const Index &index);
     /// 3265 when the table has no index of that name, or when it is the key.
     void removeIndex(const QString &table, const QString &index);
@@ -57,52 +61,18 @@ public:
     TableDef tableDef(const QString &name) const;
     QStringList tableNames() const;
 
-    /// Copies the whole database, as of one moment, to a file that must not exist: 75. Written beside and renamed.
+    /// Copies the whole database, as of one moment, to a file that must not exist: 75. Written under another name and renamed.
     void backupTo(const QString &path) const;
     /// Reads the whole file and returns what is wrong with it; empty when nothing is.
     QStringList checkIntegrity(const std::function<void(int percent)> &progress = {}) const;
     /// The same without comparing rows with their indexes: about a second for two million rows, a tenth of the whole check.
     QStringList checkPages() const;
 
-    /// The engine's state, for WriteScope and the recordsets.
+    /// The state, for CommitScope and the recordsets.
     State &state() { return *state_; }
 
 private:
     std::unique_ptr<State> state_;
-};
-
-/// Bulk work as one unit of the file: changes between construction and destruction reach the disk together at the end.
-/// Also when an error passes through, what was written before it stays (a partly done step is kept, as the screens' rules
-/// say); a process killed inside a scope leaves nothing of it. Scopes nest; the outermost counts. Call commit() to learn of a
-/// failed write; the destructor is silent and rolls back when the commit fails. The file is locked for other writers from the
-/// first write on, not before, so a scope that writes nothing costs nothing. When the engine itself undoes the scope (a full
-/// disk can make it), every later write and the commit raise that error again, until the outermost scope has ended.
-class WriteScope
-{
-public:
-    explicit WriteScope(Database &database);
-    ~WriteScope();
-    WriteScope(const WriteScope &) = delete;
-    WriteScope &operator=(const WriteScope &) = delete;
-    void commit();
-    /// Drops everything written since construction.
-    void rollback();
-
-private:
-    Database &database_;
-    bool open_ = true;
-};
-
-/// Where databases are opened and made.
-class Workspace
-{
-public:
-    /// Opens an existing file; never creates one. `connect` holds ";pwd=..." . 3024 no such file, 3031 wrong password, 3051 no
-    /// rights or a folder in its place, 3045 opened exclusively elsewhere, 3049 damaged, 3343 no database of this program. The
-    /// path is found without regard to case. A file without the right to write opens all the same; writing to it raises 3027.
-    static std::unique_ptr<Database> OpenDatabase(const QString &path, bool exclusive, bool readOnly, const QString &connect);
-    /// Makes a new empty file with the password of `connect`. An existing file is refused with 75.
-    static std::unique_ptr<Database> CreateDatabase(const QString &path, const QString &connect);
 };
 
 } // namespace dao

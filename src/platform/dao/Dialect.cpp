@@ -14,10 +14,10 @@ namespace
 
 struct Function {
     QStringView name;
-    QByteArrayView engineName;
+    QByteArrayView sqliteName;
     bool aggregate;
     /// Its result has the type of its argument.
-    bool keepsType;
+    bool hasArgumentType;
 };
 constexpr std::array Functions{
     Function{u"Sum", "sum", true, false},
@@ -29,10 +29,10 @@ constexpr std::array Functions{
     Function{u"Datepart", "datepart", false, false},
 };
 
-/// Words that stand in expressions, with their spelling in the engine's SQL.
+/// Words of expressions, with their spelling in SQLite's SQL.
 struct Keyword {
     QStringView word;
-    QByteArrayView engineText;
+    QByteArrayView sqliteText;
 };
 constexpr std::array Keywords{
     Keyword{u"and", "AND"},       Keyword{u"or", "OR"},     Keyword{u"not", "NOT"},           Keyword{u"in", "IN"},
@@ -124,12 +124,12 @@ private:
     void emitSymbol(const Token &token)
     {
         if (token.isSymbol(u".") || token.isSymbol(u"!") || token.isSymbol(u";")) {
-            ClauseReader::failSyntax(QStringLiteral("\"%1\" stands where it has no meaning").arg(token.text));
+            ClauseReader::failSyntax(QStringLiteral("\"%1\" has no meaning here").arg(token.text));
         }
         emitText(token.isSymbol(u"&") ? QByteArray("||") : token.text.toLatin1());
     }
 
-    /// Emits the name, keyword or function at `at` and returns the position behind it.
+    /// Emits the name, keyword or function at `at` and returns the position after it.
     std::size_t emitName(std::size_t at, std::size_t end, const Scope &scope)
     {
         const Token &token = reader_.token(at);
@@ -144,7 +144,7 @@ private:
         }
         if (token.kind == TokenKind::Word && at + 1 < end && reader_.token(at + 1).isSymbol(u"(")) {
             if (const auto function = findWord(Functions, token.text); function != Functions.end()) {
-                emitText(function->engineName);
+                emitText(function->sqliteName);
                 return at + 1;
             }
         }
@@ -154,7 +154,7 @@ private:
         }
         if (token.kind == TokenKind::Word) {
             if (const auto keyword = findWord(Keywords, token.text); keyword != Keywords.end()) {
-                emitText(keyword->engineText);
+                emitText(keyword->sqliteText);
                 return at + 1;
             }
         }
@@ -273,7 +273,7 @@ private:
         const auto function = reader_.token(range.begin).kind == TokenKind::Word
             ? findWord(Functions, reader_.token(range.begin).text)
             : Functions.end();
-        if (function != Functions.end() && function->keepsType && reader_.isSymbolAt(range.begin + 1, u"(")
+        if (function != Functions.end() && function->hasArgumentType && reader_.isSymbolAt(range.begin + 1, u"(")
             && reader_.closingOf(range.begin + 1, range.end) == range.end - 1) {
             const FoundField argument = reader_.fieldIn({range.begin + 2, range.end - 1}, scope);
             if (argument.from != nullptr) {
@@ -389,7 +389,7 @@ private:
             const std::size_t equals =
                 reader_.findOutsideBrackets(part, [this](std::size_t at) { return reader_.token(at).isSymbol(u"="); });
             if (equals >= part.end - 1 || equals == part.begin) {
-                ClauseReader::failSyntax(QStringLiteral("field = value is expected behind SET"));
+                ClauseReader::failSyntax(QStringLiteral("field = value is expected after SET"));
             }
             const FoundField found = reader_.fieldIn({part.begin, equals}, scope);
             if (found.field < 0) {

@@ -21,17 +21,17 @@ struct ResultColumn {
     std::optional<FieldType> type;
 };
 
-/// A statement in the engine's SQL. Literal n of the token list is its parameter n + 1.
+/// A statement in SQLite's SQL. Literal n of the token list is its parameter n + 1.
 struct Translation {
     QByteArray sql;
     std::vector<ResultColumn> columns;
-    /// Set for a query whose rows are rows of one table: the engine's row number then stands behind the last column.
+    /// Set for a query whose rows are rows of one table: SQLite's row number then follows the last column.
     std::shared_ptr<TableInfo> table;
     /// Literals that are written to a field as they are, which have to pass that field's checks.
     std::vector<std::pair<int, Field>> assignments;
 };
 
-/// Translates a SELECT. Every name is looked up here, so that 3061 and 3078 come from us and what reaches the engine is quoted.
+/// Translates a SELECT. Every name is looked up here, so that 3061 and 3078 are raised here and what reaches SQLite is quoted.
 /// Rows that ORDER BY leaves equal come in the order of their keys.
 Translation translateSelect(const TokenList &list, const TableLookup &lookup);
 /// Translates an UPDATE, INSERT or DELETE.

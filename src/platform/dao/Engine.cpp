@@ -86,8 +86,8 @@ bool Query::isUpdatable() const
                        [](const ResultColumn &column) { return column.field >= 0; });
 }
 
-Engine::Engine(Connection connection, bool exclusive)
-    : connection_(std::move(connection)), catalog_(connection_), exclusive_(exclusive)
+Engine::Engine(std::unique_ptr<Storage> storage, bool exclusive)
+    : storage_(std::move(storage)), catalog_(storage_->connection()), exclusive_(exclusive)
 {
 }
 
@@ -104,6 +104,10 @@ Engine::BoundQuery Engine::action(const QString &sql)
 Engine::BoundQuery Engine::find(QueryCache &cache, const QString &sql)
 {
     TokenList list = tokenise(sql);
+    if (!isInTransaction() && storage_->refresh()) {
+        ++changeStamp_;
+        refreshSchema();
+    }
     if (cache.queries.size() > MaxQueries) {
         cache.queries.clear();
     }
@@ -126,11 +130,17 @@ Engine::BoundQuery Engine::find(QueryCache &cache, const QString &sql)
 std::shared_ptr<Query> Engine::prepare(const TokenList &list, Translate translate)
 {
     auto query = std::make_shared<Query>();
-    query->translation = translate(list, [this](QStringView name) { return catalog_.find(name); });
+    query->translation = translate(list, [this](QStringView name) {
+        auto table = catalog_.find(name);
+        if (!table) {
+            storage_->requireReadable(name);
+        }
+        return table;
+    });
     for (const ResultColumn &column : query->translation.columns) {
         query->foldedNames.push_back(column.name.toLower());
     }
-    query->statement.emplace(connection_, query->translation.sql);
+    query->statement.emplace(connection(), query->translation.sql);
     return query;
 }
 
@@ -155,23 +165,27 @@ Statement &Engine::prepared(const QByteArray &sql)
 {
     std::shared_ptr<Statement> &statement = statements_[sql];
     if (!statement) {
-        statement = std::make_shared<Statement>(connection_, sql);
+        statement = std::make_shared<Statement>(connection(), sql);
     }
     return *statement;
 }
 
 int Engine::write(Statement &statement)
 {
+    if (storage_->isMirror() && scopes_ == 0) {
+        return writeAlone(statement);
+    }
     beginScopes();
     ++changeStamp_;
     try {
         while (statement.step()) {}
     } catch (const DataError &error) {
         // A full disk and the like can undo the whole transaction, earlier writes of the scopes included.
-        if (begunScopes_ > 0 && connection_.isAutocommit()) {
+        if (begunScopes_ > 0 && connection().isAutocommit()) {
             lost_ = error;
             begunScopes_ = 0;
             ++transactionEpoch_;
+            storage_->abandonWrite();
             // Tables made inside the scopes are gone with them.
             forgetSchema();
         }
@@ -181,7 +195,33 @@ int Engine::write(Statement &statement)
         }
         throw;
     }
-    return connection_.changes();
+    return connection().changes();
+}
+
+void Engine::changeIndexes(const QByteArray &sql)
+{
+    if (storage_->isMirror()) {
+        connection().execute(sql);
+    } else {
+        Statement statement(connection(), sql);
+        write(statement);
+    }
+    forgetSchema();
+}
+
+int Engine::writeAlone(Statement &statement)
+{
+    openScope();
+    try {
+        const int rows = write(statement);
+        commitScope();
+        return rows;
+    } catch (const basic::RunTimeError &) {
+        if (scopes_ > 0) {
+            rollbackScope();
+        }
+        throw;
+    }
 }
 
 std::int32_t Engine::nextKey(TableInfo &table)
@@ -212,7 +252,10 @@ void Engine::beginScopes()
         throw lostError();
     }
     while (begunScopes_ < scopes_) {
-        connection_.execute(begunScopes_ == 0 ? "BEGIN IMMEDIATE" : "SAVEPOINT scope");
+        if (begunScopes_ == 0) {
+            storage_->beginWrite();
+        }
+        connection().execute(begunScopes_ == 0 ? "BEGIN IMMEDIATE" : "SAVEPOINT scope");
         if (begunScopes_ == 0) {
             ++transactionEpoch_;
         }
@@ -238,9 +281,12 @@ void Engine::endTransaction(const QByteArray &sql)
     --scopes_;
     const bool hasBegun = begunScopes_ > scopes_;
     if (hasBegun) {
+        if (scopes_ == 0 && sql == "COMMIT") {
+            storage_->commitWrite();
+        }
         begunScopes_ = scopes_;
         ++transactionEpoch_;
-        connection_.execute(sql);
+        connection().execute(sql);
     }
 }
 
@@ -259,9 +305,10 @@ void Engine::commitScope()
         if (scopes_ > 0) {
             lost_ = error;
         }
-        if (!connection_.isAutocommit()) {
-            connection_.execute("ROLLBACK");
+        if (!connection().isAutocommit()) {
+            connection().execute("ROLLBACK");
         }
+        storage_->abandonWrite();
         forgetSchema();
         throw;
     }
@@ -274,7 +321,11 @@ void Engine::rollbackScope()
         endLostScope();
         return;
     }
-    endTransaction(scopes_ == 1 ? "ROLLBACK" : "ROLLBACK TO scope; RELEASE scope");
+    const bool isWhole = scopes_ == 1;
+    endTransaction(isWhole ? "ROLLBACK" : "ROLLBACK TO scope; RELEASE scope");
+    if (isWhole) {
+        storage_->abandonWrite();
+    }
     // Tables made inside the scope are gone with it.
     forgetSchema();
 }

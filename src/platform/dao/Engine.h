@@ -4,6 +4,7 @@
 #include "platform/dao/Catalog.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/Dialect.h"
+#include "platform/dao/Storage.h"
 
 #include <QHash>
 
@@ -14,7 +15,7 @@
 namespace dao
 {
 
-/// A statement kept ready, with what is known of its result.
+/// A prepared statement, with what is known of its result.
 struct Query {
     Translation translation;
     /// Names of the columns in lower case, for finding them.
@@ -29,15 +30,16 @@ struct Query {
     bool isUpdatable() const;
 };
 
-/// One open file: its connection, its prepared statements, its transaction. Recordsets share it with the database object.
+/// One open file: its storage, its prepared statements, its transaction. Recordsets share it with the database object.
 class Engine
 {
 public:
-    Engine(Connection connection, bool exclusive);
+    Engine(std::unique_ptr<Storage> storage, bool exclusive);
 
-    Connection &connection() { return connection_; }
+    Storage &storage() { return *storage_; }
+    Connection &connection() { return storage_->connection(); }
     Catalog &catalog() { return catalog_; }
-    const QString &path() const { return connection_.path(); }
+    const QString &path() const { return storage_->path(); }
     bool isExclusive() const { return exclusive_; }
 
     struct BoundQuery {
@@ -46,7 +48,7 @@ public:
     };
     BoundQuery select(const QString &sql);
     BoundQuery action(const QString &sql);
-    /// Tables have come or changed: nothing prepared is valid any more.
+    /// To be called when tables were added or changed: nothing prepared is valid any more.
     void forgetSchema();
     /// Forgets the schema when a writer on another connection has changed it; returns whether that was so.
     bool refreshSchema();
@@ -55,17 +57,22 @@ public:
     Statement &prepared(const QByteArray &sql);
     /// Runs a writing statement inside the open scopes, if there are any; returns the rows touched.
     int write(Statement &statement);
+    /// Creates or drops an index, in the mirror alone where there is one.
+    void changeIndexes(const QByteArray &sql);
     /// The next autonumber of a table.
     std::int32_t nextKey(TableInfo &table);
 
-    /// Changes with every write of this connection, so that a reader knows when to look again.
+    /// Changes with every write of this connection, so that a reader knows when to read again.
     std::uint64_t changeStamp() const { return changeStamp_; }
+
+    /// Begins the transaction of the open scopes, if it has not begun; for a change that comes before the first write.
+    void prepareWrite() { beginScopes(); }
 
     void openScope();
     void commitScope();
     void rollbackScope();
     /// A scope with writes of its own, waiting for its commit.
-    bool isInTransaction() const { return !connection_.isAutocommit(); }
+    bool isInTransaction() const { return !storage_->connection().isAutocommit(); }
 
 private:
     using Translate = Translation (*)(const TokenList &, const TableLookup &);
@@ -76,6 +83,8 @@ private:
         QHash<QString, std::shared_ptr<Query>> queries = {};
     };
 
+    /// A statement outside the scopes, in a transaction of its own.
+    int writeAlone(Statement &statement);
     BoundQuery find(QueryCache &cache, const QString &sql);
     std::shared_ptr<Query> prepare(const TokenList &list, Translate translate);
     void beginScopes();
@@ -83,7 +92,7 @@ private:
     DataError lostError() const;
     void endLostScope();
 
-    Connection connection_;
+    std::unique_ptr<Storage> storage_;
     Catalog catalog_;
     bool exclusive_;
     QueryCache selects_{translateSelect};

@@ -27,10 +27,10 @@ constexpr int SaltSize = 16;
 
 [[noreturn]] void failDamaged(const QString &path, const QString &what)
 {
-    throw DataError(DataErrorNumber::DamagedFile, QStringLiteral("%1 is damaged: %2. Put back a backup of it.").arg(path, what));
+    throw DataError(DataErrorNumber::DamagedFile, QStringLiteral("%1 is damaged: %2. Restore it from a backup.").arg(path, what));
 }
 
-/// Reads through the engine's own file, since closing a second one would drop the locks that this process holds on it.
+/// Reads through SQLite's own file handle, since closing a second one would drop the locks that this process holds on it.
 QByteArray readHeader(const Connection &connection, std::int64_t &size)
 {
     sqlite3_file *file = nullptr;
@@ -74,12 +74,8 @@ void checkHeader(const Connection &connection)
     if (size == 0) {
         failDamaged(path, QStringLiteral("it is empty"));
     }
-    const QByteArrayView kind = QByteArrayView(header).sliced(4, 15);
-    if (kind == "Standard Jet DB" || kind == "Standard ACE DB") {
-        failFormat(path, QStringLiteral("is a file of the earlier program; it can be read in with \"farmdata import\"."));
-    }
     if (!header.startsWith(QByteArrayView("SQLite format 3\0", 16))) {
-        failFormat(path, QStringLiteral("is no database of this program."));
+        failFormat(path, QStringLiteral("is not a database of this program."));
     }
     if (size < HeaderSize) {
         failDamaged(path, QStringLiteral("most of it is missing"));
@@ -89,7 +85,7 @@ void checkHeader(const Connection &connection)
     }
     const quint32 declared = qFromBigEndian<quint16>(header.constData() + 16);
     const std::int64_t pageSize = declared == 1 ? 65536 : declared;
-    // The page count holds only when the same writer changed it last, which the two counters tell.
+    // The page count is valid only when the same writer changed it last, that is when the two counters are equal.
     const bool isCountValid = numberAt(header, 24) == numberAt(header, 92);
     if (isCountValid && size < pageSize * numberAt(header, 28)) {
         failDamaged(path, QStringLiteral("a part of it is missing"));

@@ -6,18 +6,18 @@
 namespace dao
 {
 
-/// Marks the files of this program in the header of the engine's file format ("Farm" as four bytes).
+/// Marks the files of this program in the header of the SQLite format ("Farm" as four bytes).
 inline constexpr int ApplicationId = 0x4661726D;
 
-/// Refuses what is no sound file of ours by its first bytes and its length: 3343, 3049. A file with a journal beside it is left
-/// to the engine, which repairs it first.
+/// Refuses a file that is not a sound database of ours by its first bytes and its length: 3343, 3049. A file with a journal is
+/// left to SQLite, which rolls it back first.
 void checkHeader(const Connection &connection);
-/// After the engine has read the file: refuses a database of another program.
+/// After SQLite has read the file: refuses a database of another program.
 void checkApplication(Connection &connection);
 
 /// The password after "pwd=" in a connect text such as ";pwd=secret"; empty without one.
 QString passwordIn(const QString &connect);
-/// Keeps a salted hash of the password in the file. A gate against the wrong file, no encryption.
+/// Stores a salted hash of the password in the file. It guards against the wrong file and encrypts nothing.
 void storePassword(Connection &connection, const QString &password);
 /// 3031 when the password is another.
 void checkPassword(Connection &connection, const QString &password);

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/dao/Maintenance.h"
+
 #include "platform/basic/DiskSync.h"
-#include "platform/dao/Database.h"
-#include "platform/dao/Engine.h"
+#include "platform/dao/DataError.h"
+#include "platform/dao/Sqlite.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -17,8 +19,9 @@ namespace dao
 namespace
 {
 
-/// Steps of the engine between two reports of progress.
+/// Steps of SQLite between two reports of progress.
 constexpr int StepsPerReport = 50000;
+constexpr qint64 ChunkSize = 1 << 20;
 
 void copyPages(const Connection &from, const Connection &to)
 {
@@ -39,10 +42,31 @@ void copyPages(const Connection &from, const Connection &to)
 [[noreturn]] void failBackup(const QString &path, const QString &reason)
 {
     throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess,
-                              QStringLiteral("The copy %1 cannot be made: %2").arg(path, reason));
+                              QStringLiteral("The copy %1 cannot be created: %2").arg(path, reason));
 }
 
-/// Counts the engine's steps while it checks a file, against what the tables' sizes let expect.
+/// Fills a file under another name, then gives it its name and the permissions of the source.
+void writeCopy(const QString &from, const QString &path, const std::function<void(const QString &part)> &fill)
+{
+    if (QFileInfo::exists(path)) {
+        failBackup(path, QStringLiteral("there is a file of this name."));
+    }
+    QTemporaryFile target(path + QLatin1String(".XXXXXX.part"));
+    if (!target.open()) {
+        failBackup(path, target.errorString());
+    }
+    target.close();
+    fill(target.fileName());
+    // QTemporaryFile would go by its own idea of the name, and rename of QFile never replaces a file.
+    if (!QFile::rename(target.fileName(), path)) {
+        failBackup(path, QStringLiteral("the finished copy cannot be given its name."));
+    }
+    target.setAutoRemove(false);
+    QFile::setPermissions(path, QFile::permissions(from));
+    basic::syncToDisk(QFileInfo(path).absolutePath());
+}
+
+/// Counts SQLite's steps while it checks a file, against the number that the sizes of the tables suggest.
 struct Progress {
     const std::function<void(int)> &report;
     double expectedSteps;
@@ -75,23 +99,29 @@ private:
 };
 
 /// About ten steps for a row and as many for each of its index entries.
-double expectedSteps(Engine &engine)
+double expectedSteps(const Connection &connection)
 {
     double steps = StepsPerReport;
-    for (const QString &name : engine.catalog().tableNames()) {
-        if (const auto table = engine.catalog().find(name)) {
-            const auto rows = engine.connection().number("SELECT max(rowid) FROM " + table->quotedName);
-            // A file from elsewhere may count its rows below zero.
-            steps += static_cast<double>(std::max<std::int64_t>(rows, 0)) * 10.0 * static_cast<double>(1 + table->indexes.size());
-        }
+    Statement tables(connection,
+                     "SELECT name, (SELECT count(*) FROM sqlite_schema AS i WHERE i.type = 'index' AND i.tbl_name = t.name)"
+                     " FROM sqlite_schema AS t WHERE type = 'table'");
+    while (tables.step()) {
+        const std::string_view name = tables.textAt(0);
+        const auto indexes = static_cast<double>(tables.integerAt(1));
+        Statement rows(connection,
+                       "SELECT max(rowid) FROM "
+                           + quoteName(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()))));
+        // A file from elsewhere may count its rows below zero.
+        const std::int64_t count = rows.step() ? std::max<std::int64_t>(rows.integerAt(0), 0) : 0;
+        steps += static_cast<double>(count) * 10.0 * (1.0 + indexes);
     }
     return steps;
 }
 
-QStringList rowsOf(Engine &engine, const char *pragma)
+QStringList rowsOf(const Connection &connection, const char *pragma)
 {
     QStringList rows;
-    for (Statement check(engine.connection(), pragma); check.step();) {
+    for (Statement check(connection, pragma); check.step();) {
         const auto text = check.textAt(0);
         rows.push_back(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
     }
@@ -115,42 +145,39 @@ QStringList problemsFoundBy(const std::function<QStringList()> &check)
 
 } // namespace
 
-void Database::backupTo(const QString &path) const
+void copyFile(const Connection &from, const QString &path)
 {
-    if (QFileInfo::exists(path)) {
-        failBackup(path, QStringLiteral("there is a file of this name."));
-    }
-    QTemporaryFile target(path + QLatin1String(".XXXXXX.part"));
-    if (!target.open()) {
-        failBackup(path, target.errorString());
-    }
-    target.close();
-    {
-        Connection copy(target.fileName(), Connection::Mode::ReadWrite);
-        Engine &engine = *state_->engine;
-        // Writes of an open scope are not part of the file yet, so another connection reads it.
-        if (engine.isInTransaction() && !engine.isExclusive()) {
-            copyPages(Connection(engine.path(), Connection::Mode::ReadOnly), copy);
-        } else {
-            copyPages(engine.connection(), copy);
-        }
-    }
-    // QTemporaryFile would go by its own idea of the name, and rename of QFile never replaces a file.
-    if (!QFile::rename(target.fileName(), path)) {
-        failBackup(path, QStringLiteral("the finished copy cannot be given its name."));
-    }
-    target.setAutoRemove(false);
-    QFile::setPermissions(path, QFile::permissions(Name()));
-    basic::syncToDisk(QFileInfo(path).absolutePath());
+    writeCopy(from.path(), path, [&from](const QString &part) {
+        Connection copy(part, Connection::Mode::ReadWrite);
+        copyPages(from, copy);
+    });
 }
 
-QStringList Database::checkIntegrity(const std::function<void(int percent)> &progress) const
+void copyBytes(const QString &from, const QString &path)
 {
-    Engine &engine = *state_->engine;
+    writeCopy(from, path, [&](const QString &part) {
+        QFile source(from);
+        QFile target(part);
+        if (!source.open(QIODevice::ReadOnly) || !target.open(QIODevice::WriteOnly)) {
+            failBackup(path, source.isOpen() ? target.errorString() : source.errorString());
+        }
+        QByteArray chunk;
+        while (!(chunk = source.read(ChunkSize)).isEmpty()) {
+            if (target.write(chunk) != chunk.size()) {
+                failBackup(path, target.errorString());
+            }
+        }
+        target.close();
+        basic::syncToDisk(part);
+    });
+}
+
+QStringList checkIntegrity(Connection &connection, const std::function<void(int percent)> &progress)
+{
     const QStringList problems = problemsFoundBy([&] {
-        Progress counted{progress, expectedSteps(engine)};
-        const ProgressReports reports(engine.connection().get(), counted);
-        return rowsOf(engine, "PRAGMA integrity_check");
+        Progress counted{progress, expectedSteps(connection)};
+        const ProgressReports reports(connection.get(), counted);
+        return rowsOf(connection, "PRAGMA integrity_check");
     });
     if (progress) {
         progress(100);
@@ -158,9 +185,9 @@ QStringList Database::checkIntegrity(const std::function<void(int percent)> &pro
     return problems;
 }
 
-QStringList Database::checkPages() const
+QStringList checkPages(Connection &connection)
 {
-    return problemsFoundBy([this] { return rowsOf(*state_->engine, "PRAGMA quick_check"); });
+    return problemsFoundBy([&] { return rowsOf(connection, "PRAGMA quick_check"); });
 }
 
 } // namespace dao

@@ -25,7 +25,7 @@ struct ResultColumn;
 /// Rows that ORDER BY leaves equal, or that have none, come in the order of their keys.
 ///
 /// Fields are named without regard to case, as the query names them (alias or field name). Where two tables of a join give
-/// the same name, the plain name means the first and "table.field" tells them apart. An unknown name raises 3265.
+/// the same name, the plain name means the first and "table.field" distinguishes them. An unknown name raises 3265.
 /// Whatever needs a current row raises 3021 without one.
 class Recordset
 {
@@ -37,7 +37,7 @@ public:
     ~Recordset();
 
     bool Bof() const;
-    /// True behind the last row, and for an empty set. (The layer's own name is a macro of the C library.)
+    /// True after the last row, and for an empty set. (The layer's own name is a macro of the C library.)
     bool Eof() const;
     /// Rows in the set, whether visited or not, without those deleted through it.
     int RecordCount() const;
@@ -47,16 +47,16 @@ public:
     void MovePrevious();
     /// Past the last row Eof becomes true; a further move raises 3021.
     void MoveNext();
-    /// Lets the rows go; afterwards the set is empty.
+    /// Releases the rows; afterwards the set is empty.
     void Close();
 
-    /// Starts a new row. The autonumber has its value at once and keeps it if Update follows; a row brought from another file may
-    /// set it.
+    /// Starts a new row. The autonumber has its value at once and retains it if Update follows; a row that comes from another
+    /// file may set it.
     void AddNew();
     void Edit();
     /// Writes the fields set since AddNew or Edit (after Edit only those that differ from what is stored); durable when it
-    /// returns, unless a WriteScope is open. After AddNew the current row is the one that was current before. 3020 without AddNew
-    /// or Edit. On failure nothing is written and the row stays in editing.
+    /// returns, unless a CommitScope is open. After AddNew the current row is the one that was current before. 3020 without
+    /// AddNew or Edit. On failure nothing is written and the row stays in editing.
     void Update();
     void CancelUpdate();
     /// Deletes the current row; until a move, reading it raises 3167.

@@ -50,7 +50,7 @@ void Recordset::State::moveBy(int direction)
     const int count = rows.count();
     do {
         position = std::clamp(position + direction, -1, count);
-    } while (hasCurrentPlace() && isRemoved(position));
+    } while (isOnRow() && isRemoved(position));
     stamp = openStamp;
 }
 
@@ -62,7 +62,7 @@ void Recordset::State::moveToEdge(int edge)
 
 void Recordset::State::requireRow() const
 {
-    if (!hasCurrentPlace()) {
+    if (!isOnRow()) {
         throw DataError(DataErrorNumber::NoCurrentRecord, QStringLiteral("No current record."));
     }
     if (isRemoved(position)) {

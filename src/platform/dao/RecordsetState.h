@@ -12,7 +12,7 @@
 namespace dao
 {
 
-/// What stands behind a recordset: the rows found, the place in them, and the row being added or edited.
+/// The state of a recordset: the rows found, the position in them, and the row being added or edited.
 struct Recordset::State {
     enum class Editing { None, Adding, Editing };
 
@@ -21,7 +21,7 @@ struct Recordset::State {
     /// Moves by one in this direction, over rows that were deleted through this set; past either end is allowed.
     void moveBy(int direction);
     void moveToEdge(int edge);
-    bool hasCurrentPlace() const { return position >= 0 && position < rows.count(); }
+    bool isOnRow() const { return position >= 0 && position < rows.count(); }
     /// 3021 without a current row, 3167 for a deleted one.
     void requireRow() const;
     /// Reads the current row again when this connection has written since; 3167 when it is gone.

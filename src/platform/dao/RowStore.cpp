@@ -53,7 +53,7 @@ void RowStore::replace(int row, const Statement &statement)
         replacedBytes_ += cell.kind == Cell::Kind::Text ? cell.length : 0;
         cell = read(statement, column);
     }
-    // A row may be read again as often as the set stands open.
+    // An open set may read a row again any number of times.
     if (replacedBytes_ > bytes_.size() / 2) {
         compact();
     }
@@ -61,16 +61,16 @@ void RowStore::replace(int row, const Statement &statement)
 
 void RowStore::compact()
 {
-    std::string kept;
-    kept.reserve(bytes_.size() - replacedBytes_);
+    std::string compacted;
+    compacted.reserve(bytes_.size() - replacedBytes_);
     for (Cell &cell : cells_) {
         if (cell.kind == Cell::Kind::Text) {
             const std::string_view held = text(cell);
-            cell.offset = kept.size();
-            kept.append(held);
+            cell.offset = compacted.size();
+            compacted.append(held);
         }
     }
-    bytes_ = std::move(kept);
+    bytes_ = std::move(compacted);
     replacedBytes_ = 0;
 }
 

@@ -12,26 +12,26 @@
 namespace dao
 {
 
-/// One value as the engine stores it.
+/// One value as SQLite stores it.
 struct Cell {
     enum class Kind : std::uint8_t { Null, Integer, Real, Text };
     union {
         std::int64_t integer;
         double real;
-        /// Where a text begins in the store's bytes.
+        /// Offset of a text in the store's bytes.
         std::uint64_t offset;
     };
     std::uint32_t length;
     Kind kind;
 };
 
-/// The rows of a result, kept compactly and decoded only when they are read. Rows and columns count from 0.
+/// The rows of a result, stored compactly and decoded only when they are read. Rows and columns count from 0.
 class RowStore
 {
 public:
     explicit RowStore(int columns, bool hasKeys) : columns_(columns), hasKeys_(hasKeys) {}
 
-    /// Takes over the statement's current row. With keys, the key stands behind the last column.
+    /// Takes over the statement's current row. With keys, the key follows the last column.
     void append(const Statement &statement);
     void replace(int row, const Statement &statement);
 

@@ -2,6 +2,7 @@
 #include "platform/dao/Sqlite.h"
 
 #include "platform/dao/Collation.h"
+#include "platform/dao/DatabaseVfs.h"
 #include "platform/dao/DateParts.h"
 
 #include <sqlite3.h>
@@ -17,13 +18,13 @@ namespace
 
 constexpr int BusyMilliseconds = 2000;
 
-int compareForEngine(void *, int leftSize, const void *left, int rightSize, const void *right)
+int compareForSqlite(void *, int leftSize, const void *left, int rightSize, const void *right)
 {
     return compareText({static_cast<const char *>(left), static_cast<std::size_t>(leftSize)},
                        {static_cast<const char *>(right), static_cast<std::size_t>(rightSize)});
 }
 
-void datePartForEngine(sqlite3_context *context, int, sqlite3_value **arguments)
+void datePartForSqlite(sqlite3_context *context, int, sqlite3_value **arguments)
 {
     if (sqlite3_value_type(arguments[1]) == SQLITE_NULL) {
         return;
@@ -60,18 +61,18 @@ DataError errorFor(int code, const QString &path, const QString &message, int sy
                 QStringLiteral("The disk is full, so %1 was not changed. Free some space and try again.").arg(path)};
     case SQLITE_READONLY:
         if (code == SQLITE_READONLY_ROLLBACK) {
-            return {
-                Number::NeedsRepair,
-                QStringLiteral("%1 was left in the middle of a write. The next start takes back what was half done.").arg(path)};
+            return {Number::NeedsRepair,
+                    QStringLiteral("%1 was left in the middle of a write. The next start rolls the unfinished write back.")
+                        .arg(path)};
         }
         return {Number::ReadOnly,
-                QStringLiteral("%1 cannot be written. Check the rights of the file and of its folder.").arg(path)};
+                QStringLiteral("%1 cannot be written. Check the permissions of the file and of its folder.").arg(path)};
     case SQLITE_CANTOPEN:
         return {Number::CannotOpenFile,
-                QStringLiteral("%1 cannot be opened. Check the rights of the file and of its folder.").arg(path)};
+                QStringLiteral("%1 cannot be opened. Check the permissions of the file and of its folder.").arg(path)};
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-        return {Number::DamagedFile, QStringLiteral("%1 is damaged. Put back a backup of it.").arg(path)};
+        return {Number::DamagedFile, QStringLiteral("%1 is damaged. Restore it from a backup.").arg(path)};
     case SQLITE_CONSTRAINT:
         if (code == SQLITE_CONSTRAINT_NOTNULL) {
             return {Number::NullKey, QStringLiteral("A key in %1 cannot be null (%2).").arg(path, message)};
@@ -82,23 +83,52 @@ DataError errorFor(int code, const QString &path, const QString &message, int sy
     }
 }
 
+/// A file may come from anywhere: no code that it contains is run, and only what this program needs is possible. The limits are
+/// well above what its own files and queries reach.
+void guardAgainstFile(sqlite3 *handle)
+{
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    for (const auto &[limit, value] : {std::pair{SQLITE_LIMIT_ATTACHED, 0}, std::pair{SQLITE_LIMIT_TRIGGER_DEPTH, 0},
+                                       std::pair{SQLITE_LIMIT_LENGTH, 1'000'000}, std::pair{SQLITE_LIMIT_SQL_LENGTH, 100'000},
+                                       std::pair{SQLITE_LIMIT_COLUMN, 300}, std::pair{SQLITE_LIMIT_COMPOUND_SELECT, 3},
+                                       std::pair{SQLITE_LIMIT_EXPR_DEPTH, 100}, std::pair{SQLITE_LIMIT_FUNCTION_ARG, 8},
+                                       std::pair{SQLITE_LIMIT_VDBE_OP, 250'000}}) {
+        sqlite3_limit(handle, limit, value);
+    }
+}
+
 } // namespace
 
 void Connection::Closer::operator()(sqlite3 *handle) const
 {
-    // Statements may outlive the connection in a recordset; the engine closes after the last of them.
+    // Statements may outlive the connection in a recordset; SQLite closes after the last of them.
     sqlite3_close_v2(handle);
 }
 
-Connection::Connection(const QString &path, Mode mode) : path_(path)
+Connection::Connection(const QString &path, Mode mode)
+    : Connection((refuseForeignJournal(path), path), path.toUtf8().constData(),
+                 mode == Mode::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE, confinedVfs())
 {
-    // Counting its memory costs the engine a lock at every allocation. It refuses once another part of the process has
-    // started it, which does no harm.
+}
+
+Connection Connection::inMemory(const QString &path)
+{
+    Connection connection(path, ":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY, nullptr);
+    connection.execute("PRAGMA journal_mode=MEMORY; PRAGMA temp_store=MEMORY");
+    return connection;
+}
+
+Connection::Connection(const QString &path, const char *file, int flags, const char *vfs) : path_(path)
+{
+    // Counting its memory costs SQLite a lock at every allocation. It refuses once another part of the process has started it,
+    // which does no harm.
     static const int withoutCounting = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
     Q_UNUSED(withoutCounting);
     sqlite3 *handle = nullptr;
-    const int flags = mode == Mode::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
-    const int code = sqlite3_open_v2(path.toUtf8().constData(), &handle, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+    const int code = sqlite3_open_v2(file, &handle, flags | SQLITE_OPEN_NOMUTEX, vfs);
     handle_.reset(handle);
     if (code != SQLITE_OK) {
         fail(code);
@@ -107,13 +137,9 @@ Connection::Connection(const QString &path, Mode mode) : path_(path)
     sqlite3_busy_timeout(handle, BusyMilliseconds);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-    // A file may come from anywhere: nothing that it brings along is run, only its tables are read and written.
-    sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
-    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
-    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    sqlite3_create_collation(handle, CollationName, SQLITE_UTF8, nullptr, compareForEngine);
-    sqlite3_create_function(handle, "datepart", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, datePartForEngine, nullptr,
+    guardAgainstFile(handle);
+    sqlite3_create_collation(handle, CollationName, SQLITE_UTF8, nullptr, compareForSqlite);
+    sqlite3_create_function(handle, "datepart", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, datePartForSqlite, nullptr,
                             nullptr);
 }
 
@@ -150,6 +176,9 @@ void Connection::fail(int code) const
 {
     if ((code & 0xFF) == SQLITE_NOMEM) {
         throw std::bad_alloc();
+    }
+    if ((code & 0xFF) == SQLITE_CANTOPEN) {
+        refuseForeignJournal(path_);
     }
     const QString message = handle_ ? QString::fromUtf8(sqlite3_errmsg(get())) : QString();
     throw errorFor(code, path_, message, handle_ ? sqlite3_system_errno(get()) : 0);
@@ -219,7 +248,7 @@ bool Statement::step()
         sqlite3_reset(get());
         return false;
     }
-    // The connection keeps the message of the failed step through the reset.
+    // The connection retains the message of the failed step through the reset.
     sqlite3_reset(get());
     connection_->fail(code);
 }

@@ -14,7 +14,7 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// Owners of the engine's C objects; inside this room only.
+/// Owners of SQLite's C objects; for this module only.
 namespace dao
 {
 
@@ -24,11 +24,13 @@ public:
     enum class Mode { ReadWrite, ReadOnly };
     /// Opens an existing file and sets up this program's collation, functions and waiting time; reads nothing of it yet.
     Connection(const QString &path, Mode mode);
+    /// An empty private database in memory; `path` is the name in error messages.
+    static Connection inMemory(const QString &path);
 
     sqlite3 *get() const { return handle_.get(); }
     const QString &path() const { return path_; }
     bool isReadOnly() const;
-    /// True outside a transaction; a full disk may end one behind our back.
+    /// True outside a transaction; a full disk may end one.
     bool isAutocommit() const;
     int changes() const;
 
@@ -36,10 +38,12 @@ public:
     void execute(const QByteArray &sql);
     /// One whole number, 0 when there is no row.
     std::int64_t number(const QByteArray &sql);
-    /// Raises the data layer's error for the engine's result code.
+    /// Raises the data layer's error for SQLite's result code.
     [[noreturn]] void fail(int code) const;
 
 private:
+    Connection(const QString &path, const char *file, int flags, const char *vfs);
+
     struct Closer {
         void operator()(sqlite3 *handle) const;
     };
@@ -47,7 +51,7 @@ private:
     QString path_;
 };
 
-/// Text in double quotes for use as a name in the engine's SQL.
+/// Text in double quotes for use as a name in SQLite's SQL.
 QByteArray quoteName(const QString &name);
 
 class Statement
@@ -56,7 +60,7 @@ public:
     /// Raises 3075 when the text cannot be read.
     Statement(const Connection &connection, const QByteArray &sql);
 
-    /// Parameters and columns count from 1 and from 0, as in the engine.
+    /// Parameters count from 1 and columns from 0, as in SQLite.
     void bind(int parameter, const Value &value);
     void bindKey(int parameter, std::int64_t key);
     void bindBytes(int parameter, const QByteArray &bytes);
@@ -79,7 +83,7 @@ private:
     std::unique_ptr<sqlite3_stmt, Finalizer> handle_;
 };
 
-/// Makes a statement ready to run again when a reader leaves, however it leaves.
+/// Resets a statement at the end of a scope.
 class ResetAtEnd
 {
 public:

@@ -16,7 +16,7 @@ struct Field {
     FieldType type = FieldType::Long;
     int size = 0;
     bool allowZeroLength = true;
-    /// The engine gives the next number, from 1, never one twice.
+    /// SQLite assigns the next number, from 1, never one twice.
     bool autoIncrement = false;
 };
 

@@ -21,7 +21,7 @@ bool isDigit(QChar c)
     return c >= u'0' && c <= u'9';
 }
 
-// Nearly all characters of a query are plain ones, which need no look into the tables of Unicode.
+// Nearly all characters of a query are ASCII, which needs no Unicode tables.
 bool startsWord(QChar c)
 {
     const bool isPlainLetter = (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_';
@@ -62,7 +62,7 @@ public:
                 readSymbol();
             }
         }
-        // A closing semicolon says nothing.
+        // A closing semicolon has no meaning.
         if (!list_.tokens.empty() && list_.tokens.back().isSymbol(u";")) {
             list_.tokens.pop_back();
         }
@@ -122,7 +122,7 @@ private:
         addLiteral(numberOf(begin));
     }
 
-    /// The number between `begin` and the place reached: a Long where it is whole and fits.
+    /// The number between `begin` and the current position: a Long where it is whole and fits.
     Value numberOf(qsizetype begin)
     {
         const QStringView text = sql_.mid(begin, at_ - begin);

@@ -24,15 +24,15 @@ struct Token {
     bool isName() const { return kind == TokenKind::Word || kind == TokenKind::Bracketed; }
 };
 
-/// A statement taken apart. The shape is the text with every literal replaced by a mark: statements of one shape differ in
-/// their literals only.
+/// A statement split into tokens. The shape is the text with every literal replaced by a placeholder: statements of one shape
+/// differ in their literals only.
 struct TokenList {
     std::vector<Token> tokens;
     std::vector<Value> literals;
     QString shape;
 };
 
-/// Raises 3075 for text that cannot be read. The tokens look into `sql`, which has to outlive them.
+/// Raises 3075 for text that cannot be read. The tokens refer to `sql`, which has to outlive them.
 TokenList tokenise(const QString &sql);
 
 } // namespace dao

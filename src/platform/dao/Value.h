@@ -16,7 +16,7 @@ struct Null {
 };
 
 /// What a field holds. Integer and Long come as int32, Single and Double as double (a Single already rounded to 32 bits),
-/// Boolean as bool, whatever the engine behind stores.
+/// Boolean as bool, whatever SQLite stores.
 using Value = std::variant<Null, bool, std::int32_t, double, QString, basic::SerialDate>;
 
 enum class FieldType { Boolean, Integer, Long, Single, Double, Date, Text };

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/dao/Workspace.h"
+
 #include "platform/basic/TextFiles.h"
-#include "platform/dao/Database.h"
 #include "platform/dao/Engine.h"
 #include "platform/dao/FileFormat.h"
+#include "platform/dao/JetStorage.h"
+#include "platform/dao/SqliteStorage.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -15,89 +18,81 @@ namespace dao
 namespace
 {
 
-// A rollback journal, so that at rest the file alone holds everything, and a wait for the disk at every commit. Pages are looked
-// over as they are read, since damage must be told and not followed.
-constexpr const char *Settings =
-    "PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA; PRAGMA temp_store=MEMORY; PRAGMA cache_size=-8000;"
-    "PRAGMA cell_size_check=ON;";
-
-QString existingFile(const QString &told)
+QString existingFile(const QString &requested)
 {
-    const auto path = basic::findPath(told);
+    const auto path = basic::findPath(requested);
     if (!path) {
-        throw DataError(DataErrorNumber::FileNotFound, QStringLiteral("Could not find the file %1.").arg(told));
+        throw DataError(DataErrorNumber::FileNotFound, QStringLiteral("Could not find the file %1.").arg(requested));
     }
     const QFileInfo info(*path);
-    if (info.isDir() || !info.isReadable()) {
+    if (!info.isFile() || !info.isReadable()) {
         throw DataError(DataErrorNumber::CannotOpenFile,
-                        info.isDir() ? QStringLiteral("%1 is a folder, not a database file.").arg(*path)
-                                     : QStringLiteral("%1 cannot be opened: there are no rights to read it.").arg(*path));
+                        !info.isFile() ? QStringLiteral("%1 is not a file.").arg(*path)
+                                       : QStringLiteral("%1 cannot be opened: you have no permission to read it.").arg(*path));
     }
     return info.absoluteFilePath();
 }
 
-/// The first reading of the file: repairs what a killed program left behind and takes the lock of an exclusive opening.
-void readFirst(Connection &connection, bool exclusive)
+std::function<void(const QString &)> &noticeHandler()
 {
-    try {
-        if (exclusive) {
-            connection.execute("PRAGMA locking_mode=EXCLUSIVE");
-            connection.execute(connection.isReadOnly() ? "BEGIN; SELECT 1 FROM sqlite_schema; COMMIT"
-                                                       : "BEGIN EXCLUSIVE; COMMIT");
-        }
-        connection.number("SELECT count(*) FROM sqlite_schema");
-        connection.execute(Settings);
-    } catch (const DataError &error) {
-        if (error.number() != static_cast<int>(DataErrorNumber::Locked)) {
-            throw;
-        }
-        throw DataError(DataErrorNumber::FileInUse,
-                        QStringLiteral("%1 is in use by another program. Close it there and try again.").arg(connection.path()));
-    }
+    static std::function<void(const QString &)> handler;
+    return handler;
 }
 
-std::unique_ptr<Database> databaseOn(Connection connection, bool exclusive)
+std::unique_ptr<Database> databaseOn(std::unique_ptr<Storage> storage, bool exclusive)
 {
     auto state = std::make_unique<Database::State>();
-    state->engine = std::make_shared<Engine>(std::move(connection), exclusive);
+    state->engine = std::make_shared<Engine>(std::move(storage), exclusive);
     return std::make_unique<Database>(std::move(state));
 }
 
 } // namespace
 
-std::unique_ptr<Database> Workspace::OpenDatabase(const QString &path, bool exclusive, bool readOnly, const QString &connect)
+void Workspace::setNoticeHandler(std::function<void(const QString &)> handler)
 {
-    Connection connection(existingFile(path), readOnly ? Connection::Mode::ReadOnly : Connection::Mode::ReadWrite);
-    checkHeader(connection);
-    readFirst(connection, exclusive);
-    checkApplication(connection);
-    checkPassword(connection, passwordIn(connect));
-    return databaseOn(std::move(connection), exclusive);
+    noticeHandler() = std::move(handler);
 }
 
-std::unique_ptr<Database> Workspace::CreateDatabase(const QString &path, const QString &connect)
+void Workspace::notice(const QString &sentence)
+{
+    if (noticeHandler()) {
+        noticeHandler()(sentence);
+    }
+}
+
+FileKind Workspace::fileKind(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return FileKind::Sqlite;
+    }
+    constexpr qint64 identified = 19;
+    const QByteArray name = file.read(identified).mid(4);
+    return name == "Standard Jet DB" || name == "Standard ACE DB" ? FileKind::Jet : FileKind::Sqlite;
+}
+
+QStringList Workspace::companionFiles(const QString &path)
+{
+    return fileKind(path) == FileKind::Jet ? JetStorage::companionFiles(path) : QStringList{path + QLatin1String("-journal")};
+}
+
+std::unique_ptr<Database> Workspace::OpenDatabase(const QString &path, bool exclusive, bool readOnly, const QString &connect)
+{
+    const QString file = existingFile(path);
+    const QString password = passwordIn(connect);
+    if (fileKind(file) == FileKind::Jet) {
+        return databaseOn(JetStorage::open(file, readOnly, password), exclusive);
+    }
+    return databaseOn(SqliteStorage::open(file, exclusive, readOnly, password), exclusive);
+}
+
+std::unique_ptr<Database> Workspace::CreateDatabase(const QString &path, const QString &connect, FileKind kind)
 {
     const QString target = QFileInfo(basic::pathForWriting(path)).absoluteFilePath();
-    QFile file(target);
-    if (!file.open(QIODevice::NewOnly)) {
-        throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess,
-                                  QFileInfo::exists(target)
-                                      ? QStringLiteral("The file %1 exists already.").arg(target)
-                                      : QStringLiteral("The file %1 cannot be made: %2").arg(target, file.errorString()));
+    if (kind == FileKind::Jet) {
+        return databaseOn(JetStorage::create(target, passwordIn(connect)), false);
     }
-    file.close();
-    try {
-        Connection connection(target, Connection::Mode::ReadWrite);
-        connection.execute(Settings);
-        connection.execute("BEGIN IMMEDIATE");
-        connection.execute("PRAGMA application_id=" + QByteArray::number(ApplicationId));
-        storePassword(connection, passwordIn(connect));
-        connection.execute("COMMIT");
-        return databaseOn(std::move(connection), false);
-    } catch (const basic::RunTimeError &) {
-        file.remove();
-        throw;
-    }
+    return databaseOn(SqliteStorage::create(target, passwordIn(connect)), false);
 }
 
 } // namespace dao

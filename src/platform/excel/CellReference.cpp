@@ -107,13 +107,4 @@ Area parseRows(QStringView text)
     return area;
 }
 
-QString columnLetters(int column)
-{
-    QString letters;
-    for (int rest = column; rest >= 0; rest = rest / 26 - 1) {
-        letters.prepend(QChar(u'A' + rest % 26));
-    }
-    return letters;
-}
-
 } // namespace excel

@@ -16,7 +16,5 @@ Area parseArea(QStringView text);
 Area parseColumns(QStringView text);
 /// "$1:$7" or "3": rows from 0; columns 0.
 Area parseRows(QStringView text);
-/// 0 is "A", 26 "AA".
-QString columnLetters(int column);
 
 } // namespace excel

@@ -22,17 +22,22 @@ std::optional<double> plainNumber(const QString &text)
     const qsizetype start = text.startsWith(u'-') || text.startsWith(u'+') ? 1 : 0;
     int digits = 0;
     int points = 0;
+    // Digits from the first to the last that is not zero; zeros outside them cost no precision.
+    int significant = 0;
+    int sinceFirst = 0;
     for (qsizetype at = start; at < text.size(); ++at) {
         const char16_t letter = text[at].unicode();
         if (letter >= u'0' && letter <= u'9') {
             ++digits;
+            sinceFirst += sinceFirst > 0 || letter != u'0' ? 1 : 0;
+            significant = letter == u'0' ? significant : sinceFirst;
         } else if (letter == u'.' && points == 0) {
             ++points;
         } else {
             return std::nullopt;
         }
     }
-    if (digits == 0 || digits > MaxDigits) {
+    if (digits == 0 || significant > MaxDigits) {
         return std::nullopt;
     }
     return QLocale::c().toDouble(QStringView(text).mid(text.startsWith(u'+') ? 1 : 0));

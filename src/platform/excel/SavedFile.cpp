@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/excel/SavedFile.h"
 
+#include "platform/basic/Permissions.h"
 #include "platform/excel/BiffWriter.h"
 #include "platform/excel/ExcelError.h"
 #include "platform/excel/XlsxWriter.h"
@@ -35,8 +36,12 @@ void saveBook(const model::Book &book, const QString &path, int format)
     }
     const QByteArray bytes = bytesOf(book, path, format);
     QSaveFile file(path);
+    const bool isNew = !QFileInfo::exists(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
         refuse(path, file.errorString());
+    }
+    if (isNew) {
+        basic::followFolder(path);
     }
 }
 

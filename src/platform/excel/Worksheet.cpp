@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/excel/Worksheet.h"
 
+#include "platform/basic/ColumnLetters.h"
 #include "platform/excel/CellReference.h"
 #include "platform/excel/ColumnFit.h"
 #include "platform/excel/ExcelError.h"
@@ -104,7 +105,7 @@ double Columns::ColumnWidth() const
 
 QString Columns::Address() const
 {
-    return QStringLiteral("$%1:$%2").arg(columnLetters(first_), columnLetters(last_));
+    return QStringLiteral("$%1:$%2").arg(basic::columnLetters(first_), basic::columnLetters(last_));
 }
 
 PageSetup::PageSetup(std::shared_ptr<Book> book, Sheet *sheet) : book_(std::move(book)), sheet_(sheet) {}
@@ -145,7 +146,8 @@ void PageSetup::setPrintTitleColumns(const QString &columns)
 QString PageSetup::PrintTitleColumns() const
 {
     const auto &titles = sheet().page.titleColumns;
-    return titles ? QStringLiteral("$%1:$%2").arg(columnLetters(titles->first), columnLetters(titles->last)) : QString();
+    return titles ? QStringLiteral("$%1:$%2").arg(basic::columnLetters(titles->first), basic::columnLetters(titles->last))
+                  : QString();
 }
 
 void PageSetup::setLeftHeader(const QString &text)
@@ -340,7 +342,7 @@ Range Worksheet::Cells(int row, int column) const
     }
     const Sheet &target = sheet();
     if (!target.hasCells || row > target.book->rowLimit || column > target.book->columnLimit) {
-        checkInside(target, area, columnLetters(area.left) + QString::number(row));
+        checkInside(target, area, basic::columnLetters(area.left) + QString::number(row));
     }
     return {book_, sheet_, area};
 }

@@ -24,6 +24,17 @@ std::uint32_t DataPage::slotCount() const
     return count;
 }
 
+std::size_t DataPage::unusedBytes() const
+{
+    const std::uint32_t count = slotCount();
+    const std::size_t slotsEnd = 14 + 2 * std::size_t{count};
+    const std::size_t rowsBegin = count == 0 ? PageSize : entry(count - 1) & OffsetMask;
+    if (rowsBegin < slotsEnd || rowsBegin > PageSize) {
+        throw Fault(QStringLiteral("the last row of the page is outside it"));
+    }
+    return rowsBegin - slotsEnd;
+}
+
 Bytes DataPage::bytes(std::uint32_t slot) const
 {
     const std::uint32_t count = slotCount();

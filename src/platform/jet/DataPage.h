@@ -18,6 +18,9 @@ public:
     /// Page of the definition of the table that the rows belong to; 0 for usage maps.
     std::uint32_t owner() const { return page_.longAt(4); }
     std::uint32_t slotCount() const;
+    /// What the page itself counts, and what there is between the table of slots and the rows.
+    std::uint16_t freeBytes() const { return page_.shortAt(2); }
+    std::size_t unusedBytes() const;
 
     /// Deleted, or the new place of a row that is reached through its pointer.
     bool isSkipped(std::uint32_t slot) const { return (entry(slot) & 0x8000) != 0; }

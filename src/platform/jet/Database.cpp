@@ -1,41 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/jet/Database.h"
 
-#include "platform/jet/Catalogue.h"
+#include "platform/jet/CommitBytes.h"
+#include "platform/jet/DatabaseState.h"
+#include "platform/jet/PageCommit.h"
 #include "platform/jet/Properties.h"
-#include "platform/jet/RowReader.h"
-
-#include <map>
 
 namespace jet
 {
 
-struct Database::State {
-    State(const QString &path, const QString &userPassword);
-
-    /// Runs `body`; its Fault goes on as an Error that names the file and the table.
-    template <typename Body> auto naming(const QString &table, Body &&body) const
-    {
-        try {
-            return body();
-        } catch (const Fault &fault) {
-            failDamaged(table, fault.sentence());
-        }
-    }
-    [[noreturn]] void failDamaged(const QString &table, const QString &sentence) const;
-
-    const TableDefinition &definition(const QString &table);
-
-    QString password;
-    Stamp stamp;
-    Pager pager;
-    RowPages rowPages{pager};
-    Catalogue catalogue;
-    /// By the page of the definition.
-    std::map<std::uint32_t, TableDefinition> definitions;
-};
-
-Database::State::State(const QString &path, const QString &userPassword)
+DatabaseState::DatabaseState(const QString &path, const QString &userPassword)
     : password(userPassword), stamp(stampOf(path)), pager(path)
 {
     if (pager.header().password != password) {
@@ -44,7 +18,7 @@ Database::State::State(const QString &path, const QString &userPassword)
     catalogue = naming(QStringLiteral("MSysObjects"), [&] { return readCatalogue(pager, rowPages); });
 }
 
-void Database::State::failDamaged(const QString &table, const QString &sentence) const
+void DatabaseState::failDamaged(const QString &table, const QString &sentence) const
 {
     throw Error(
         ErrorNumber::Damaged,
@@ -52,7 +26,7 @@ void Database::State::failDamaged(const QString &table, const QString &sentence)
             .arg(pager.path(), table, sentence));
 }
 
-const TableDefinition &Database::State::definition(const QString &table)
+TableDefinition &DatabaseState::definition(const QString &table)
 {
     const CatalogueEntry *entry = catalogue.find(table);
     if (!entry) {
@@ -83,13 +57,48 @@ const TableDefinition &Database::State::definition(const QString &table)
     return definitions.emplace(entry->definitionPage, std::move(definition)).first->second;
 }
 
-Database::Database(std::unique_ptr<State> state) : state_(std::move(state)) {}
+void DatabaseState::forgetDefinitions()
+{
+    definitions.clear();
+    rowPages.forget();
+    catalogue = naming(QStringLiteral("MSysObjects"), [&] { return readCatalogue(pager, rowPages); });
+}
+
+Database::Database(std::unique_ptr<LockFile> lock, std::unique_ptr<DatabaseState> state)
+    : lock_(std::move(lock)), state_(std::move(state))
+{
+}
 
 Database::~Database() = default;
 
-std::unique_ptr<Database> Database::open(const QString &path, const QString &password)
+namespace
 {
-    return std::unique_ptr<Database>(new Database(std::make_unique<State>(path, password)));
+
+/// Undoes a change that was cut short. One that is just being written is waited for: while it lasts there is no slot to be had.
+void undoUnfinished(const QString &path, LockFile *lock)
+{
+    if (!hasRollback(path)) {
+        return;
+    }
+    const auto own = lock ? nullptr : std::make_unique<LockFile>(path);
+    if (hasRollback(path)) {
+        const auto others = (lock ? *lock : *own).keepOthersOut();
+        rollBack(path);
+    }
+}
+
+} // namespace
+
+std::unique_ptr<Database> Database::open(const QString &path, const QString &password, Access access)
+{
+    // A file that is none of these gets no lock file.
+    std::unique_ptr<LockFile> lock;
+    if (access == Access::ReadWrite) {
+        Pager{path};
+        lock = std::make_unique<LockFile>(path);
+    }
+    undoUnfinished(path, lock.get());
+    return std::unique_ptr<Database>(new Database(std::move(lock), std::make_unique<DatabaseState>(path, password)));
 }
 
 const QString &Database::path() const
@@ -157,13 +166,18 @@ const Stamp &Database::stamp() const
     return state_->stamp;
 }
 
+bool Database::isSettled() const
+{
+    return stampOf(path()) == state_->stamp && CommitBytes::writers(state_->pager.page(0)).empty();
+}
+
 bool Database::refresh()
 {
     if (stampOf(path()) == state_->stamp) {
         return false;
     }
     // Made before the old one goes, so that a file that cannot be read leaves the object as it was.
-    state_ = std::make_unique<State>(path(), state_->password);
+    state_ = std::make_unique<DatabaseState>(path(), state_->password);
     return true;
 }
 

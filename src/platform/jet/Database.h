@@ -24,13 +24,24 @@ struct Row {
     const std::vector<Value> &values;
 };
 
+enum class Access {
+    /// The file is not touched, nor is its lock file. A change that was cut short is undone first all the same.
+    ReadOnly,
+    /// The file may be changed by a Transaction. As long as it is open, an entry in the lock file says so.
+    ReadWrite,
+};
+
+struct DatabaseState;
+class LockFile;
+
 /// A Jet 4 file. Every failure is an Error. What is damaged is named with table, page and row, and the other tables stay
 /// readable. Pages are held once read: what the object shows is the file as it was then, until `refresh`.
 class Database
 {
 public:
     /// 3024 no such file, 3051 cannot be read, 3031 another password, 3343 no Jet 4 file, 3049 its list of tables is damaged.
-    static std::unique_ptr<Database> open(const QString &path, const QString &password);
+    /// For writing also 3045 no room in the lock file.
+    static std::unique_ptr<Database> open(const QString &path, const QString &password, Access access = Access::ReadOnly);
     ~Database();
     Database(const Database &) = delete;
     Database &operator=(const Database &) = delete;
@@ -53,10 +64,16 @@ public:
     /// When the file has changed since, drops all that was read of it and opens it again. Returns whether it has.
     bool refresh();
 
+    /// Whether what was read is of one piece: the file has not changed since, and nobody was writing it.
+    bool isSettled() const;
+
 private:
-    struct State;
-    explicit Database(std::unique_ptr<State> state);
-    std::unique_ptr<State> state_;
+    friend class Transaction;
+    Database(std::unique_ptr<LockFile> lock, std::unique_ptr<DatabaseState> state);
+
+    /// For writing alone.
+    std::unique_ptr<LockFile> lock_;
+    std::unique_ptr<DatabaseState> state_;
 };
 
 } // namespace jet

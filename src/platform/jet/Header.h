@@ -3,6 +3,7 @@
 
 #include "platform/jet/Bytes.h"
 
+#include <QByteArray>
 #include <QString>
 
 namespace jet
@@ -37,5 +38,7 @@ struct Header {
 
 /// Reads the first page of a Jet 4 file.
 Header readHeader(Bytes page);
+/// The first page of a new file.
+QByteArray newHeader(const QString &password, double created);
 
 } // namespace jet

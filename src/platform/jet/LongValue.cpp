@@ -31,37 +31,62 @@ QByteArray copyOf(Bytes bytes)
     return {reinterpret_cast<const char *>(bytes.data()), static_cast<qsizetype>(bytes.size())};
 }
 
-} // namespace
+RowPosition positionOf(std::uint32_t pointer)
+{
+    return {pointer >> 8, static_cast<std::uint8_t>(pointer)};
+}
 
-QByteArray readLongValue(const Pager &pager, Bytes cell, std::size_t &budget)
+/// Calls `take(position, content)` for each piece of a value that is outside its row.
+template <typename Take> void forEachPiece(const Pager &pager, Bytes cell, std::size_t &budget, Take &&take)
 {
     const std::uint32_t start = cell.longAt(0);
     const std::size_t length = start & LengthMask;
-    if ((start & InRow) != 0) {
-        return copyOf(cell.part(CellHeader, length));
-    }
     if (length > budget) {
         throw Fault(QStringLiteral("the long values of the table are longer than the file"));
     }
     budget -= length;
     std::uint32_t pointer = cell.longAt(4);
     if ((start & InOnePiece) != 0) {
-        return copyOf(piece(pager, pointer).part(0, length));
+        take(positionOf(pointer), piece(pager, pointer).part(0, length));
+        return;
     }
-    QByteArray value;
-    value.reserve(static_cast<qsizetype>(length));
-    while (static_cast<std::size_t>(value.size()) < length) {
+    for (std::size_t rest = length; rest > 0;) {
         const Bytes bytes = piece(pager, pointer);
-        const std::size_t rest = length - static_cast<std::size_t>(value.size());
         const Bytes content = bytes.part(4, std::min(rest, bytes.from(4).size()));
         // A piece without content would let a circle of pointers run for ever.
         if (content.size() == 0) {
-            throw Fault(QStringLiteral("a long value ends after %1 of %2 bytes").arg(value.size()).arg(length));
+            throw Fault(QStringLiteral("a long value ends after %1 of %2 bytes").arg(length - rest).arg(length));
         }
-        value.append(copyOf(content));
+        take(positionOf(pointer), content);
+        rest -= content.size();
         pointer = bytes.longAt(0);
     }
+}
+
+bool isInRow(Bytes cell)
+{
+    return (cell.longAt(0) & InRow) != 0;
+}
+
+} // namespace
+
+QByteArray readLongValue(const Pager &pager, Bytes cell, std::size_t &budget)
+{
+    if (isInRow(cell)) {
+        return copyOf(cell.part(CellHeader, cell.longAt(0) & LengthMask));
+    }
+    QByteArray value;
+    forEachPiece(pager, cell, budget, [&](RowPosition, Bytes content) { value.append(copyOf(content)); });
     return value;
+}
+
+std::vector<RowPosition> longValuePieces(const Pager &pager, Bytes cell, std::size_t budget)
+{
+    std::vector<RowPosition> pieces;
+    if (!isInRow(cell)) {
+        forEachPiece(pager, cell, budget, [&](RowPosition position, Bytes) { pieces.push_back(position); });
+    }
+    return pieces;
 }
 
 } // namespace jet

@@ -2,8 +2,11 @@
 #pragma once
 
 #include "platform/jet/Bytes.h"
+#include "platform/jet/Value.h"
 
 #include <QByteArray>
+
+#include <vector>
 
 namespace jet
 {
@@ -14,5 +17,7 @@ class Pager;
 /// pages of long values, in one piece or in a chain of pieces. No two values share their pieces: `budget`, at first the length
 /// of the file in bytes, is what the values of a table may still take, so that crossed chains end.
 QByteArray readLongValue(const Pager &pager, Bytes cell, std::size_t &budget);
+/// Where the pieces of a value are; none for one that is in its row.
+std::vector<RowPosition> longValuePieces(const Pager &pager, Bytes cell, std::size_t budget);
 
 } // namespace jet

@@ -20,14 +20,14 @@ constexpr qint64 PageBytes = static_cast<qint64>(PageSize);
 /// Row pointers have three bytes for the page.
 constexpr qint64 MostPages = 0xFFFFFF;
 
-Bytes bytesOf(const QByteArray &bytes)
+Bytes viewOf(const QByteArray &bytes)
 {
     return {reinterpret_cast<const unsigned char *>(bytes.constData()), static_cast<std::size_t>(bytes.size())};
 }
 
 void requireJet4(const QString &path, const QByteArray &firstPage)
 {
-    switch (fileKind(bytesOf(firstPage))) {
+    switch (fileKind(viewOf(firstPage))) {
     case FileKind::Jet4:
         return;
     case FileKind::TooOld:
@@ -82,7 +82,8 @@ Pager::Pager(const QString &path) : path_(path), file_(path)
                         .arg(path));
     }
     pageCount_ = static_cast<std::uint32_t>(size / PageBytes);
-    header_ = readHeader(bytesOf(firstPage));
+    filePageCount_ = pageCount_;
+    header_ = readHeader(viewOf(firstPage));
     chunks_.resize((pageCount_ + PagesPerChunk - 1) / PagesPerChunk);
 }
 
@@ -91,11 +92,7 @@ Bytes Pager::page(std::uint32_t number) const
     if (number >= pageCount_) {
         throw Fault(QStringLiteral("it leads to page %1, but the file has %2").arg(number).arg(pageCount_));
     }
-    const std::uint32_t chunk = number / PagesPerChunk;
-    if (!chunks_[chunk]) {
-        readChunk(chunk);
-    }
-    return {chunks_[chunk]->data() + number % PagesPerChunk * PageSize, PageSize};
+    return {bytesOf(number), PageSize};
 }
 
 Bytes Pager::page(std::uint32_t number, std::uint8_t type) const
@@ -108,10 +105,84 @@ Bytes Pager::page(std::uint32_t number, std::uint8_t type) const
     return bytes;
 }
 
+unsigned char *Pager::edit(std::uint32_t number)
+{
+    page(number);
+    unsigned char *const bytes = bytesOf(number);
+    const auto [edit, isNew] = edits_.try_emplace(number);
+    if (isNew) {
+        edit->second = std::make_unique<Page>();
+        std::copy_n(bytes, PageSize, edit->second->begin());
+    }
+    return bytes;
+}
+
+std::uint32_t Pager::append()
+{
+    if (pageCount_ >= MostPages) {
+        throw Fault(QStringLiteral("it is full"));
+    }
+    const std::uint32_t number = pageCount_++;
+    const std::uint32_t chunk = number / PagesPerChunk;
+    if (chunk == chunks_.size()) {
+        chunks_.push_back(std::make_unique<Chunk>());
+    }
+    std::fill_n(bytesOf(number), PageSize, std::uint8_t{0});
+    edits_.try_emplace(number);
+    return number;
+}
+
+std::vector<PageEdit> Pager::edits() const
+{
+    std::vector<PageEdit> edits;
+    for (const auto &[number, before] : edits_) {
+        edits.push_back({number, before ? before->data() : nullptr, bytesOf(number)});
+    }
+    return edits;
+}
+
+void Pager::acceptEdits()
+{
+    edits_.clear();
+    filePageCount_ = pageCount_;
+}
+
+void Pager::revertEdits()
+{
+    for (const auto &[number, before] : edits_) {
+        if (before) {
+            std::copy_n(before->begin(), PageSize, bytesOf(number));
+        }
+    }
+    edits_.clear();
+    pageCount_ = filePageCount_;
+    chunks_.resize((pageCount_ + PagesPerChunk - 1) / PagesPerChunk);
+}
+
+std::array<unsigned char, PageSize> Pager::encoded(std::uint32_t number, const unsigned char *bytes) const
+{
+    Page page;
+    std::copy_n(bytes, PageSize, page.begin());
+    if (header_.codingKey != 0 && number != 0) {
+        applyRc4(keyOf(header_.codingKey, number), page);
+    }
+    return page;
+}
+
+unsigned char *Pager::bytesOf(std::uint32_t number) const
+{
+    const std::uint32_t chunk = number / PagesPerChunk;
+    if (!chunks_[chunk]) {
+        readChunk(chunk);
+    }
+    return chunks_[chunk]->data() + number % PagesPerChunk * PageSize;
+}
+
 void Pager::readChunk(std::uint32_t chunk) const
 {
     const std::uint32_t first = chunk * PagesPerChunk;
-    const std::uint32_t count = std::min(PagesPerChunk, pageCount_ - first);
+    // Pages behind those of the file are in memory alone.
+    const std::uint32_t count = std::min(PagesPerChunk, filePageCount_ - first);
     auto pages = std::make_unique<Chunk>();
     const qint64 length = count * PageBytes;
     if (!file_.seek(first * PageBytes) || file_.read(reinterpret_cast<char *>(pages->data()), length) != length) {

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -27,8 +28,16 @@ struct Stamp {
 /// Stamp of a file that may be absent or unreadable: size -1.
 Stamp stampOf(const QString &path);
 
-/// The pages of a Jet 4 file, decoded, read when they are first asked for and held from then on. What it hands out is good for
-/// as long as the pager lives.
+/// A page that has been changed in memory.
+struct PageEdit {
+    std::uint32_t page = 0;
+    /// Nothing for a page that the file does not have yet.
+    const unsigned char *before = nullptr;
+    const unsigned char *after = nullptr;
+};
+
+/// The pages of a Jet 4 file, decoded, read when they are first asked for and held from then on. Bytes that it returns stay good
+/// as long as the pager lives, but change with their page. Changes stay in memory: see PageCommit.
 class Pager
 {
 public:
@@ -43,16 +52,37 @@ public:
     /// The same, and a Fault unless the page begins with that type.
     Bytes page(std::uint32_t number, std::uint8_t type) const;
 
+    /// The bytes of a page that is to be changed.
+    unsigned char *edit(std::uint32_t number);
+    /// A page of zeros behind the last one.
+    std::uint32_t append();
+    /// Ascending.
+    std::vector<PageEdit> edits() const;
+    bool hasEdits() const { return !edits_.empty(); }
+    /// How many pages the file itself has.
+    std::uint32_t filePageCount() const { return filePageCount_; }
+    /// The changes are in the file now.
+    void acceptEdits();
+    /// Everything as it was.
+    void revertEdits();
+    /// The bytes of a page as they are in the file.
+    std::array<unsigned char, PageSize> encoded(std::uint32_t number, const unsigned char *bytes) const;
+
 private:
+    using Page = std::array<unsigned char, PageSize>;
     static constexpr std::uint32_t PagesPerChunk = 16;
     using Chunk = std::array<unsigned char, PagesPerChunk * PageSize>;
 
+    unsigned char *bytesOf(std::uint32_t number) const;
     void readChunk(std::uint32_t chunk) const;
 
     QString path_;
     mutable QFile file_;
     std::uint32_t pageCount_ = 0;
+    std::uint32_t filePageCount_ = 0;
     Header header_;
+    /// What changed pages held before; nothing for pages that are new.
+    std::map<std::uint32_t, std::unique_ptr<Page>> edits_;
     mutable std::vector<std::unique_ptr<Chunk>> chunks_;
 };
 

@@ -3,8 +3,6 @@
 
 #include "platform/jet/TextCodec.h"
 
-#include <vector>
-
 namespace jet
 {
 
@@ -16,6 +14,7 @@ constexpr std::uint16_t NamesChunk = 0x80;
 constexpr std::uint16_t ColumnChunk = 1;
 constexpr std::size_t ChunkHeader = 6;
 constexpr std::uint8_t BooleanType = 1;
+const QString AllowZeroLength = QStringLiteral("AllowZeroLength");
 
 std::vector<QString> readNames(Bytes bytes)
 {
@@ -43,11 +42,30 @@ void readColumn(Bytes bytes, const std::vector<QString> &names, QHash<QString, b
         if (name >= names.size()) {
             throw Fault(QStringLiteral("an entry of the table's properties has no name"));
         }
-        if (entry.byteAt(3) == BooleanType && names[name] == u"AllowZeroLength") {
+        if (entry.byteAt(3) == BooleanType && names[name] == AllowZeroLength) {
             found.insert(column.toLower(), entry.byteAt(8) != 0);
         }
         at += length;
     }
+}
+
+template <typename Number> QByteArray littleEndian(Number number)
+{
+    QByteArray bytes(sizeof number, '\0');
+    qToLittleEndian(number, bytes.data());
+    return bytes;
+}
+
+QByteArray nameBytes(const QString &name)
+{
+    const QByteArray text = encodeText(name, false);
+    return littleEndian(static_cast<std::uint16_t>(text.size())) + text;
+}
+
+QByteArray chunk(std::uint16_t kind, const QByteArray &content)
+{
+    return littleEndian(static_cast<std::uint32_t>(ChunkHeader + static_cast<std::size_t>(content.size()))) + littleEndian(kind)
+        + content;
 }
 
 } // namespace
@@ -77,6 +95,20 @@ QHash<QString, bool> allowZeroLengthByColumn(Bytes blob)
         at += length;
     }
     return found;
+}
+
+QByteArray allowZeroLengthBlob(const std::vector<std::pair<QString, bool>> &columns)
+{
+    constexpr std::uint16_t EntrySize = 9;
+    constexpr std::uint8_t OfDefinition = 1;
+    QByteArray blob = littleEndian(Magic) + chunk(NamesChunk, nameBytes(AllowZeroLength));
+    for (const auto &[column, isAllowed] : columns) {
+        const QByteArray head = nameBytes(column);
+        const QByteArray entry = littleEndian(EntrySize) + littleEndian(OfDefinition) + littleEndian(BooleanType)
+            + littleEndian(std::uint16_t{0}) + littleEndian(std::uint16_t{1}) + littleEndian(std::uint8_t{isAllowed});
+        blob += chunk(ColumnChunk, littleEndian(static_cast<std::uint32_t>(4 + head.size())) + head + entry);
+    }
+    return blob;
 }
 
 } // namespace jet

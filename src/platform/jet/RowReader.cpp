@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/jet/RowReader.h"
 
+#include "platform/jet/ColumnSize.h"
 #include "platform/jet/LongValue.h"
 #include "platform/jet/RowBytes.h"
 #include "platform/jet/TextCodec.h"
@@ -25,30 +26,6 @@ DataPage rowPage(const Pager &pager, std::uint32_t number, std::uint32_t owner)
             QStringLiteral("page %1 belongs to the definition on page %2 and not %3").arg(number).arg(page.owner()).arg(owner));
     }
     return page;
-}
-
-/// Bytes that a fixed column of a type takes, whatever its definition says; 0 where that says it alone.
-std::size_t sizeOf(ColumnType type)
-{
-    switch (type) {
-    case ColumnType::Byte:
-        return 1;
-    case ColumnType::Integer:
-        return 2;
-    case ColumnType::Long:
-    case ColumnType::Single:
-        return 4;
-    case ColumnType::Currency:
-    case ColumnType::Double:
-    case ColumnType::Date:
-        return 8;
-    case ColumnType::Guid:
-        return 16;
-    case ColumnType::Numeric:
-        return 17;
-    default:
-        return 0;
-    }
 }
 
 QString &textIn(Value &value)
@@ -157,9 +134,7 @@ void RowDecoder::decodeColumn(const RowBytes &row, const ColumnDefinition &colum
         value = Null{};
         return;
     }
-    const std::size_t size = sizeOf(column.type);
-    const Bytes cell =
-        column.isFixed ? row.fixed(column.fixedOffset, size != 0 ? size : column.length) : row.variable(column.variableIndex);
+    const Bytes cell = column.isFixed ? row.fixed(column.fixedOffset, fixedBytes(column)) : row.variable(column.variableIndex);
     switch (column.type) {
     case ColumnType::Byte:
         value = std::int32_t{cell.byteAt(0)};

@@ -48,6 +48,8 @@ public:
     /// Ascending: the pages of the table's map when they hold as many rows as its definition counts, else all pages that name it
     /// their owner, since the maps of a file that was not closed properly are stale. A Fault when neither gives the number.
     std::vector<std::uint32_t> of(const TableDefinition &table);
+    /// The pages have changed.
+    void forget() { byOwner_.reset(); }
 
 private:
     std::uint32_t rowsOn(const std::vector<std::uint32_t> &pages, std::uint32_t owner) const;

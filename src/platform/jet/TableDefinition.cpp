@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/jet/TableDefinition.h"
 
+#include "platform/jet/DefinitionLayout.h"
 #include "platform/jet/Pager.h"
 #include "platform/jet/TextCodec.h"
 
@@ -12,26 +13,8 @@ namespace jet
 namespace
 {
 
-constexpr std::size_t PageHeader = 8;
-constexpr std::size_t NextPageOffset = 4;
-constexpr std::size_t RowCountOffset = 16;
-constexpr std::size_t AutoNumberOffset = 20;
-constexpr std::size_t TableTypeOffset = 40;
-constexpr std::size_t ColumnCountOffset = 41;
-constexpr std::size_t VariableCountOffset = 43;
-constexpr std::size_t ColumnsOffset = 45;
-constexpr std::size_t IndexNamesOffset = 47;
-constexpr std::size_t IndexesOffset = 51;
-constexpr std::size_t OwnedPagesOffset = 55;
-constexpr std::size_t FreePagesOffset = 59;
-constexpr std::size_t CountsOffset = 63;
-constexpr std::size_t CountSize = 12;
-constexpr std::size_t ColumnSize = 25;
-constexpr std::size_t TreeSize = 52;
-constexpr std::size_t IndexNameSize = 28;
-constexpr std::size_t ColumnsPerTree = 10;
-constexpr std::uint8_t SystemTable = 0x53;
-constexpr std::uint16_t NoColumn = 0xFFFF;
+using namespace DefinitionLayout;
+
 /// At least the format's own limits; a damaged count must not make a table of millions.
 constexpr std::uint32_t MostColumns = 255;
 constexpr std::uint32_t MostIndexes = 1000;
@@ -54,8 +37,6 @@ RowPosition positionAt(Bytes bytes, std::size_t offset)
 
 ColumnDefinition readColumn(Bytes bytes)
 {
-    constexpr std::uint8_t Fixed = 0x01;
-    constexpr std::uint8_t AutoLong = 0x04;
     constexpr std::uint8_t Compressed = 0x01;
     ColumnDefinition column;
     column.type = static_cast<ColumnType>(bytes.byteAt(0));
@@ -64,10 +45,12 @@ ColumnDefinition readColumn(Bytes bytes)
     if (column.type == ColumnType::Numeric) {
         column.precision = bytes.byteAt(11);
         column.scale = bytes.byteAt(12);
+    } else {
+        column.sortOrder = bytes.longAt(11);
     }
-    const std::uint8_t flags = bytes.byteAt(15);
-    column.isFixed = (flags & Fixed) != 0;
-    column.isAutoNumber = (flags & AutoLong) != 0;
+    column.flags = bytes.byteAt(15);
+    column.isFixed = (column.flags & ColumnFlag::Fixed) != 0;
+    column.isAutoNumber = (column.flags & ColumnFlag::AutoNumber) != 0;
     column.isCompressed = (bytes.byteAt(16) & Compressed) != 0;
     column.fixedOffset = bytes.shortAt(21);
     column.length = bytes.shortAt(23);
@@ -94,9 +77,6 @@ std::vector<ColumnDefinition> readColumns(Bytes bytes, std::size_t &at)
 
 IndexDefinition readTree(Bytes bytes, const std::vector<ColumnDefinition> &columns)
 {
-    constexpr std::uint8_t Unique = 0x01;
-    constexpr std::uint8_t IgnoresNulls = 0x02;
-    constexpr std::uint8_t Required = 0x08;
     IndexDefinition index;
     for (std::size_t i = 0; i < ColumnsPerTree; ++i) {
         const std::uint16_t number = bytes.shortAt(4 + 3 * i);
@@ -112,49 +92,59 @@ IndexDefinition readTree(Bytes bytes, const std::vector<ColumnDefinition> &colum
     index.ownedPages = positionAt(bytes, 34);
     index.rootPage = bytes.longAt(38);
     const std::uint8_t flags = bytes.byteAt(46);
-    index.isUnique = (flags & Unique) != 0;
-    index.ignoresNulls = (flags & IgnoresNulls) != 0;
-    index.isRequired = (flags & Required) != 0;
+    index.isUnique = (flags & IndexFlag::Unique) != 0;
+    index.ignoresNulls = (flags & IndexFlag::IgnoresNulls) != 0;
+    index.isRequired = (flags & IndexFlag::Required) != 0;
     return index;
 }
 
-/// What the names add to the trees; the name of an index goes before that of a relation.
-void nameTrees(Bytes bytes, std::size_t at, std::uint32_t nameCount, std::vector<IndexDefinition> &indexes)
+/// What the names add to the trees; the name of an index goes before that of a relation. Returns where the names end.
+std::size_t nameTrees(Bytes bytes, std::size_t at, std::uint32_t nameCount, TableDefinition &table)
 {
-    constexpr std::uint8_t Primary = 1;
-    constexpr std::uint8_t Relation = 2;
     std::size_t nameAt = at + IndexNameSize * nameCount;
     for (std::uint32_t i = 0; i < nameCount; ++i, at += IndexNameSize) {
         const std::uint32_t number = bytes.longAt(at + 8);
         const std::uint8_t kind = bytes.byteAt(at + 23);
         const QString name = readName(bytes, nameAt);
-        if (number >= indexes.size()) {
+        if (number >= table.indexes.size()) {
             throw Fault(QStringLiteral("the index %1 has no tree").arg(name));
         }
-        IndexDefinition &index = indexes[number];
+        IndexDefinition &index = table.indexes[number];
+        if (kind == RelationName) {
+            table.relations.append(name);
+        }
         if (index.name.isEmpty() || index.isRelation) {
             index.name = name;
-            index.isRelation = kind == Relation;
+            index.isRelation = kind == RelationName;
         }
-        index.isPrimary = index.isPrimary || kind == Primary;
+        index.isPrimary = index.isPrimary || kind == PrimaryName;
     }
+    return nameAt;
 }
 
-std::vector<IndexDefinition> readIndexes(Bytes bytes, std::size_t at, const std::vector<ColumnDefinition> &columns)
+std::vector<LongValuePages> readLongValuePages(Bytes bytes, std::size_t at)
+{
+    std::vector<LongValuePages> pages;
+    for (; bytes.shortAt(at) != NoColumn; at += 10) {
+        pages.push_back({bytes.shortAt(at), positionAt(bytes, at + 2), positionAt(bytes, at + 6)});
+    }
+    return pages;
+}
+
+/// Moves `at` behind the indexes.
+void readIndexes(Bytes bytes, std::size_t &at, TableDefinition &table)
 {
     const std::uint32_t count = bytes.longAt(IndexesOffset);
     const std::uint32_t nameCount = bytes.longAt(IndexNamesOffset);
     if (count > MostIndexes || nameCount > MostIndexes) {
         throw Fault(QStringLiteral("the definition counts %1 indexes").arg(std::max(count, nameCount)));
     }
-    std::vector<IndexDefinition> indexes;
     for (std::uint32_t i = 0; i < count; ++i, at += TreeSize) {
-        indexes.push_back(readTree(bytes.part(at, TreeSize), columns));
-        indexes.back().number = i;
-        indexes.back().distinctKeys = bytes.longAt(CountsOffset + CountSize * i + 4);
+        table.indexes.push_back(readTree(bytes.part(at, TreeSize), table.columns));
+        table.indexes.back().number = i;
+        table.indexes.back().distinctKeys = bytes.longAt(CountsOffset + CountSize * i + 4);
     }
-    nameTrees(bytes, at, nameCount, indexes);
-    return indexes;
+    at = nameTrees(bytes, at, nameCount, table);
 }
 
 } // namespace
@@ -205,7 +195,8 @@ TableDefinition readDefinition(const Pager &pager, std::uint32_t firstPage)
         table.freePages = positionAt(bytes, FreePagesOffset);
         std::size_t at = CountsOffset + CountSize * std::size_t{bytes.longAt(IndexesOffset)};
         table.columns = readColumns(bytes, at);
-        table.indexes = readIndexes(bytes, at, table.columns);
+        readIndexes(bytes, at, table);
+        table.longValues = readLongValuePages(bytes, at);
         return table;
     });
 }

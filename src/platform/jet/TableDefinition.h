@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <optional>
@@ -50,6 +51,10 @@ struct ColumnDefinition {
     bool isCompressed = false;
     /// Text and Memo; nothing where the file does not say.
     std::optional<bool> allowsZeroLength;
+    /// Text and Memo: locale, 0x0409 for the general order, and in the highest byte its version.
+    std::uint32_t sortOrder = 0;
+    /// As the file has them; among them what is said apart here.
+    std::uint8_t flags = 0;
     /// Numeric alone: digits in all, and behind the point.
     std::uint8_t precision = 0;
     std::uint8_t scale = 0;
@@ -85,6 +90,13 @@ struct IndexDefinition {
     std::uint32_t distinctKeys = 0;
 };
 
+/// The pages of the long values of a Memo or OLE column.
+struct LongValuePages {
+    std::uint16_t columnNumber = 0;
+    RowPosition ownedPages;
+    RowPosition freePages;
+};
+
 struct TableDefinition {
     QString name;
     /// First page of the definition, which the pages of rows name as their owner.
@@ -102,6 +114,9 @@ struct TableDefinition {
     /// In the order of the columns' numbers, which is that of their making.
     std::vector<ColumnDefinition> columns;
     std::vector<IndexDefinition> indexes;
+    /// Names of the relations to other tables that the file enforces.
+    QStringList relations;
+    std::vector<LongValuePages> longValues;
     /// Why the table's properties (AllowZeroLength) cannot be read; empty when they can.
     QString propertiesFault;
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/jet/TextCodec.h"
 
+#include <algorithm>
+
 namespace jet
 {
 
@@ -55,6 +57,24 @@ QString decodeText(Bytes bytes)
     QString text;
     decodeText(bytes, text);
     return text;
+}
+
+QByteArray encodeText(const QString &text, bool compress)
+{
+    constexpr char16_t Mark = CompressedMark;
+    const bool isShorter = text.size() > 2;
+    const bool isOneByte =
+        std::all_of(text.begin(), text.end(), [](QChar one) { return one.unicode() > 0 && one.unicode() < 0x100; });
+    if (compress && isShorter && isOneByte) {
+        return "\xFF\xFE" + text.toLatin1();
+    }
+    QByteArray bytes(2 * text.size(), '\0');
+    qToLittleEndian<char16_t>(text.utf16(), text.size(), bytes.data());
+    // A text that begins with the mark itself would be taken for a compressed one: it is written as one, in a run of two bytes.
+    if (!text.isEmpty() && text.at(0) == Mark) {
+        bytes.prepend("\xFF\xFE\0", 3);
+    }
+    return bytes;
 }
 
 } // namespace jet

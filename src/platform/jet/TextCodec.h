@@ -3,6 +3,7 @@
 
 #include "platform/jet/Bytes.h"
 
+#include <QByteArray>
 #include <QString>
 
 namespace jet
@@ -12,5 +13,7 @@ namespace jet
 /// character at the end is left out.
 void decodeText(Bytes bytes, QString &text);
 QString decodeText(Bytes bytes);
+/// Compressed where that is asked for, possible and shorter.
+QByteArray encodeText(const QString &text, bool compress);
 
 } // namespace jet

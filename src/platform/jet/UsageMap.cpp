@@ -57,4 +57,16 @@ std::vector<std::uint32_t> pagesInMap(const Pager &pager, RowPosition map)
     });
 }
 
+std::vector<std::uint32_t> pagesOfMap(const Pager &pager, RowPosition map)
+{
+    std::vector<std::uint32_t> pages;
+    const Bytes row = DataPage(pager.page(map.page, PageType::Data)).bytes(map.slot);
+    for (std::size_t at = 1; row.byteAt(0) == Referenced && at + 4 <= row.size(); at += 4) {
+        if (const std::uint32_t page = row.longAt(at); page != 0) {
+            pages.push_back(page);
+        }
+    }
+    return pages;
+}
+
 } // namespace jet

@@ -12,7 +12,7 @@ using controls::FlexGrid;
 namespace
 {
 
-/// Takes keys down as "+a" and "-a", and ends itself on the press of "q".
+/// Records keys as "+a" and "-a", and deletes itself on the press of "q".
 class KeyNotes : public QWidget
 {
 public:
@@ -34,21 +34,21 @@ private:
 
 } // namespace
 
-/// Where the edit box comes to lie, above all over a cell that does not show, and what becomes of keys sent to one that ends.
+/// The position of the edit box, also over a hidden cell, and keys sent to a widget that is deleted.
 class CellEditorTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void boxLiesOverTheCell_data();
-    void boxLiesOverTheCell();
-    void keysEndWithWhatTheyWereSentTo_data();
-    void keysEndWithWhatTheyWereSentTo();
+    void boxCoversTheCell_data();
+    void boxCoversTheCell();
+    void keysEndWithTheirWidget_data();
+    void keysEndWithTheirWidget();
 };
 
-void CellEditorTest::boxLiesOverTheCell_data()
+void CellEditorTest::boxCoversTheCell_data()
 {
     QTest::addColumn<QPoint>("cell"); // column, row
-    QTest::addColumn<QPoint>("place"); // whose cell has the same left and top edge
+    QTest::addColumn<QPoint>("expected"); // the cell with the same top left corner
     QTest::newRow("first shown") << QPoint(3, 5) << QPoint(3, 5);
     QTest::newRow("further on") << QPoint(6, 8) << QPoint(6, 8);
     QTest::newRow("hidden, where the next one begins") << QPoint(4, 6) << QPoint(5, 7);
@@ -56,10 +56,10 @@ void CellEditorTest::boxLiesOverTheCell_data()
     QTest::newRow("scrolled out at the top") << QPoint(6, 2) << QPoint(6, 5);
 }
 
-void CellEditorTest::boxLiesOverTheCell()
+void CellEditorTest::boxCoversTheCell()
 {
     QFETCH(QPoint, cell);
-    QFETCH(QPoint, place);
+    QFETCH(QPoint, expected);
     QWidget window;
     FlexGrid grid(&window);
     QWidget box(&window);
@@ -74,17 +74,17 @@ void CellEditorTest::boxLiesOverTheCell()
     grid.setCell(cell.y(), cell.x());
     Place_Cell_Editor(grid, box);
     const QPoint inset(2, 2);
-    QCOMPARE(box.pos(), grid.viewport()->mapTo(&window, grid.cellRect(place.y(), place.x()).topLeft()) + inset);
+    QCOMPARE(box.pos(), grid.viewport()->mapTo(&window, grid.cellRect(expected.y(), expected.x()).topLeft()) + inset);
 }
 
-void CellEditorTest::keysEndWithWhatTheyWereSentTo_data()
+void CellEditorTest::keysEndWithTheirWidget_data()
 {
     QTest::addColumn<bool>("wait");
     QTest::newRow("at once") << true;
     QTest::newRow("queued") << false;
 }
 
-void CellEditorTest::keysEndWithWhatTheyWereSentTo()
+void CellEditorTest::keysEndWithTheirWidget()
 {
     QFETCH(bool, wait);
     QWidget window;

@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-/// Movement that does not fill a notch, the sign of a word, and the system settings at their limits.
+/// Partial notches, the sign of the amount, and the limits of the system setting.
 class WheelScrollTest : public QObject
 {
     Q_OBJECT

@@ -10,7 +10,7 @@
 
 using controls::FlexGrid;
 
-/// A window with two grids and a button: which grid a turn scrolls, and what is left to itself.
+/// A window with two grids and a button: which grid a wheel event scrolls.
 class modMousewheelTest : public QObject
 {
     Q_OBJECT
@@ -18,10 +18,10 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void theGridThatLastGotTheFocusScrolls();
-    void aNotchIsAsManyRowsAsTheSystemSays();
+    void aNotchFollowsTheSystemSetting();
     void aPageAtATime();
-    void aHiddenOrDisabledGridLeavesTheTurn();
-    void fingersScrollAsFarDownAsUp();
+    void aHiddenOrDisabledGridIgnoresTheWheel();
+    void touchpadScrollsTheSameUpAndDown();
     void unhookedTheGridUnderThePointerScrolls();
     void aClosedWindowIsUnhooked();
 
@@ -63,7 +63,7 @@ void modMousewheelTest::build()
     QApplication::setActiveWindow(window_);
     upper_->setFocus();
     QVERIFY(QTest::qWaitForWindowExposed(window_));
-    // Asking for it lays the grids out.
+    // The query lays the grids out.
     QCOMPARE(upper_->TopRow(), lower_->TopRow());
 }
 
@@ -75,8 +75,8 @@ void modMousewheelTest::cleanup()
 
 void modMousewheelTest::turn(QWidget &under, int angle, Qt::ScrollPhase phase)
 {
-    const QPointF place(5, 5);
-    QWheelEvent event(place, under.mapToGlobal(place), {}, {0, angle}, Qt::NoButton, Qt::NoModifier, phase, false);
+    const QPointF position(5, 5);
+    QWheelEvent event(position, under.mapToGlobal(position), {}, {0, angle}, Qt::NoButton, Qt::NoModifier, phase, false);
     QApplication::sendEvent(&under, &event);
 }
 
@@ -95,7 +95,7 @@ void modMousewheelTest::theGridThatLastGotTheFocusScrolls()
     QCOMPARE(lower_->TopRow(), 4);
 }
 
-void modMousewheelTest::aNotchIsAsManyRowsAsTheSystemSays()
+void modMousewheelTest::aNotchFollowsTheSystemSetting()
 {
     QApplication::setWheelScrollLines(5);
     turn(*upper_->viewport(), -120);
@@ -114,7 +114,7 @@ void modMousewheelTest::aPageAtATime()
     QCOMPARE(upper_->TopRow(), 1);
 }
 
-void modMousewheelTest::aHiddenOrDisabledGridLeavesTheTurn()
+void modMousewheelTest::aHiddenOrDisabledGridIgnoresTheWheel()
 {
     upper_->setEnabled(false);
     upper_->setFocus();
@@ -128,7 +128,7 @@ void modMousewheelTest::aHiddenOrDisabledGridLeavesTheTurn()
     QCOMPARE(upper_->TopRow(), 1);
 }
 
-void modMousewheelTest::fingersScrollAsFarDownAsUp()
+void modMousewheelTest::touchpadScrollsTheSameUpAndDown()
 {
     for (int step = 0; step < 24; ++step) {
         turn(*upper_->viewport(), -15, Qt::ScrollUpdate);

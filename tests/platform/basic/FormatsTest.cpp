@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/basic/Formats.h"
+#include "platform/basic/Numbers.h"
 
 #include <QLocale>
 #include <QTest>
+
+#include <bit>
+#include <cmath>
+#include <random>
 
 using namespace basic;
 
@@ -14,6 +19,7 @@ private Q_SLOTS:
     void fixedRoundsHalvesAwayFromZero();
     void singlesAreRoundedFromTheirOwnText();
     void numbersAreShortAndPlain();
+    void everySingleReadsBackUnchanged();
     void datesFollowThePattern_data();
     void datesFollowThePattern();
     void shortDateHasFourDigitsOfTheYear();
@@ -56,15 +62,30 @@ void FormatsTest::singlesAreRoundedFromTheirOwnText()
 void FormatsTest::numbersAreShortAndPlain()
 {
     QCOMPARE(singleText(1.1F), QStringLiteral("1.1"));
-    QCOMPARE(singleText(100.0F / 3), QStringLiteral("33.33333"));
+    QCOMPARE(singleText(100.0F / 3), QStringLiteral("33.333332"));
     QCOMPARE(singleText(100000.0F), QStringLiteral("100000"));
     QCOMPARE(singleText(-0.25F), QStringLiteral("-0.25"));
     QCOMPARE(singleText(-0.0F), QStringLiteral("0"));
     QCOMPARE(doubleText(0.1 + 0.2), QStringLiteral("0.3"));
     QCOMPARE(doubleText(-0.0), QStringLiteral("0"));
     QCOMPARE(doubleText(3000000000.0), QStringLiteral("3000000000"));
-    QCOMPARE(doubleText(0.00001), QStringLiteral("1E-05"));
-    QCOMPARE(doubleText(-1.5e20), QStringLiteral("-1.5E+20"));
+    QCOMPARE(doubleText(0.00001), QStringLiteral("0.00001"));
+    QCOMPARE(doubleText(-1.5e20), QStringLiteral("-150000000000000000000"));
+    QCOMPARE(singleText(0.00005F), QStringLiteral("0.00005"));
+    QCOMPARE(singleText(1e10F), QStringLiteral("10000000000"));
+    QCOMPARE(singleText(-0.000125F), QStringLiteral("-0.000125"));
+}
+
+void FormatsTest::everySingleReadsBackUnchanged()
+{
+    std::mt19937 random(5);
+    for (int i = 0; i < 20000; ++i) {
+        const auto value = std::bit_cast<float>(static_cast<std::uint32_t>(random()));
+        if (std::isfinite(value)) {
+            const QString text = singleText(value);
+            QVERIFY2(static_cast<float>(Val(text)) == value, qPrintable(text));
+        }
+    }
 }
 
 void FormatsTest::datesFollowThePattern_data()

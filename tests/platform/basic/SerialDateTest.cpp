@@ -47,7 +47,7 @@ void SerialDateTest::daysOffTheCalendar_data()
     QTest::newRow("before the first") << -657435.0 << QDate();
     QTest::newRow("first") << -657434.5 << QDate(100, 1, 1);
     QTest::newRow("last") << 2958465.5 << QDate(9999, 12, 31);
-    QTest::newRow("behind the last") << 2958466.0 << QDate();
+    QTest::newRow("after the last") << 2958466.0 << QDate();
 }
 
 void SerialDateTest::daysOffTheCalendar()

@@ -51,7 +51,7 @@ void TextFilesTest::firstItem_data()
     QTest::addColumn<QString>("item");
     QTest::newRow("plain line") << QByteArray("Rietvlei\r\nmore") << "Rietvlei";
     QTest::newRow("comma ends it") << QByteArray("  Rietvlei , 7") << "Rietvlei";
-    QTest::newRow("quoted keeps commas") << QByteArray("\"Smith, Sons\",7\r\n") << "Smith, Sons";
+    QTest::newRow("quoted with commas") << QByteArray("\"Smith, Sons\",7\r\n") << "Smith, Sons";
     QTest::newRow("quote never closed") << QByteArray("\"Rietvlei") << "Rietvlei";
     QTest::newRow("quote alone") << QByteArray("\"") << "";
     QTest::newRow("empty line") << QByteArray("\r\n") << "";
@@ -118,7 +118,7 @@ void TextFilesTest::pathsAreFoundInAnyCase()
     QCOMPARE(pathForWriting(folder.path() + "/databases/PestMon.mdb"), stored);
     QCOMPARE(pathForWriting(folder.path() + "\\databases\\New.mdb"), folder.filePath("Databases/New.mdb"));
     QVERIFY(!findPath(folder.path() + "\\Reports\\a.xls"));
-    // Two names that differ in case only: the one as told wins.
+    // Two names that differ in case only: the exact match wins.
     write(folder.filePath("Databases/PestMon.mdb"), "y");
     QCOMPARE(findPath(folder.path() + "\\databases\\PestMon.mdb").value_or(QString()), folder.filePath("Databases/PestMon.mdb"));
 }

@@ -27,6 +27,9 @@ private Q_SLOTS:
     void narrowBarsAreNotHatched();
     void everyMarkerAndLineIsSeen();
     void paperKeepsSizeAndColours();
+    void seriesDifferOnAGreyPrint();
+    void aZoomedChartShowsItsLegend();
+    void copyTakesTheTable();
     void aPointIsSelectedBeforeTheClick();
     void arrowsMoveOverGapsAndSeries();
     void withoutSelectionsAClickIsAClick();
@@ -175,10 +178,62 @@ void ChartViewTest::paperKeepsSizeAndColours()
         view.paintOn(painter, QSize(300, 200));
         QCOMPARE(painter.transform(), QTransform::fromScale(2.0, 2.0));
         painter.end();
-        QCOMPARE(page.pixelColor(chip * 2), PlotColours::light().series[0]);
+        QCOMPARE(page.pixelColor(chip * 2), PlotColours::paper().series[0]);
         QCOMPARE(page.pixelColor(1, 1), PlotColours::light().background);
         QCOMPARE(page.pixelColor(598, 398), PlotColours::light().background);
     }
+}
+
+void ChartViewTest::seriesDifferOnAGreyPrint()
+{
+    const PlotColours paper = PlotColours::paper();
+    for (std::size_t series = 1; series < paper.series.size(); ++series) {
+        const int difference = qGray(paper.series[series].rgb()) - qGray(paper.series[series - 1].rgb());
+        QVERIFY2(std::abs(difference) > 50, qPrintable(QString::number(difference)));
+    }
+    // Five bars in each of 53 rows: a third of the paper's width must not stay white.
+    ChartView view;
+    fillChart(view.model(), ChartType::Bar2d, std::vector<Column>(5, Column(53, 9.0)));
+    QImage page(1050, 700, QImage::Format_RGB32);
+    QPainter painter(&page);
+    view.paintOn(painter, page.size());
+    painter.end();
+    int white = 0;
+    for (int x = 100; x < 950; ++x) {
+        white += page.pixelColor(x, 400) == paper.background ? 1 : 0;
+    }
+    QVERIFY2(white < 850 * 0.2, qPrintable(QString::number(white)));
+}
+
+void ChartViewTest::aZoomedChartShowsItsLegend()
+{
+    QWidget viewport;
+    viewport.resize(400, 300);
+    auto *view = new ChartView(&viewport);
+    fillChart(view->model(), ChartType::Bar2d, {{5, 9}});
+    view->setGeometry(-500, -900, 1600, 1200);
+    viewport.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&viewport));
+    const QImage seen = viewport.grab().toImage();
+    const QColor chip = view->model().plotColours().series[0];
+    int pixels = 0;
+    for (int y = 0; y < 40; ++y) {
+        for (int x = 0; x < 200; ++x) {
+            pixels += seen.pixelColor(x, y) == chip ? 1 : 0;
+        }
+    }
+    QVERIFY2(pixels >= 100 && pixels <= 200, qPrintable(QString::number(pixels)));
+}
+
+void ChartViewTest::copyTakesTheTable()
+{
+    ChartView view;
+    fillChart(view.model(), ChartType::Line2d, {{5, std::nullopt}, {7.5, 0}});
+    view.model().setAxisTitle(AxisId::X, QStringLiteral("Week"));
+    QSignalSpy copied(&view, &ChartView::TableCopied);
+    QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(copied.count(), 1);
+    QCOMPARE(QGuiApplication::clipboard()->text().replace(u',', u'.'), QStringLiteral("Week\tS1\tS2\n1\t5\t7.5\n2\t\t0\n"));
 }
 
 void ChartViewTest::aPointIsSelectedBeforeTheClick()

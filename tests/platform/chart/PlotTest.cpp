@@ -20,6 +20,7 @@ private Q_SLOTS:
     void anEmptyCellHasNoPoint();
     void axesAndLegendShowTheTable();
     void xyCountsItsRows();
+    void unitRowsAreLabelledWhereNotAllFit();
     void withoutNumbersNoAxisTexts();
     void valueLabelsNeverCover_data() { addTypes(); }
     void valueLabelsNeverCover();
@@ -115,6 +116,22 @@ void PlotTest::xyCountsItsRows()
     QCOMPARE(texts(plotOf(model).rowTicks()), QStringList({"1", "2", "3"}));
     model.setChartType(ChartType::Line2d);
     QCOMPARE(texts(plotOf(model).rowTicks()), QStringList({"1", "15 Mar", "3"}));
+}
+
+void PlotTest::unitRowsAreLabelledWhereNotAllFit()
+{
+    Chart model;
+    fillChart(model, ChartType::Line2d, {wave(365, 0)});
+    std::vector<int> months;
+    for (int row = 15; row <= 365; row += 30) {
+        months.push_back(row);
+    }
+    model.setUnitRows(months);
+    const Plot plot = plotOf(model);
+    QVERIFY(plot.rowTicks().size() > 3);
+    for (std::size_t tick = 0; tick < plot.rowTicks().size(); ++tick) {
+        QVERIFY(std::find(months.begin(), months.end(), static_cast<int>(plot.rowTicks()[tick].position)) != months.end());
+    }
 }
 
 void PlotTest::withoutNumbersNoAxisTexts()

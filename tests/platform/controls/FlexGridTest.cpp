@@ -10,23 +10,23 @@
 #include <QVBoxLayout>
 
 using controls::FlexGrid;
-namespace mark = controls::mark;
+namespace cellColour = controls::cellColour;
 
 /// Cells, counting, scrolling, keys and mouse of the grid.
 class FlexGridTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void textDropsTheValueBesideIt();
-    void clearKeepsMeasures();
-    void neverPaintedIsNoColour();
+    void textRemovesTheValue();
+    void clearPreservesSizes();
+    void unpaintedCellHasNoColour();
     void linesOutOfRangeRaiseNine();
-    void fewerRowsPullTheCurrentCellIn();
+    void fewerRowsClampTheCurrentCell();
     void twipsBecomePixels();
-    void hiddenRowsKeepTheirNumber();
+    void hiddenRowsPreserveTheirNumber();
     void topRowStopsWhereTheLastRowFits();
     void showCellScrollsAsLittleAsNeeded();
-    void hidingRowsAboveKeepsTheTopRow();
+    void hidingRowsAboveLeavesTheTopRow();
     void keysSkipHiddenAndFixed_data();
     void keysSkipHiddenAndFixed();
     void settersAreSilent();
@@ -34,7 +34,7 @@ private Q_SLOTS:
     void doubleClickNamesThePressedCell();
     void fixedCellsTakeNoClicks();
     void otherKeysGoToTheScreenFirst();
-    void screenReaderHearsTheMark();
+    void screenReaderGetsTheColour();
 
 private:
     /// 3 fixed columns of which two hidden, 2 fixed rows, 20 more rows, 4 value columns of which one hidden; shown.
@@ -63,7 +63,7 @@ void FlexGridTest::fill(FlexGrid &grid)
     grid.show();
 }
 
-void FlexGridTest::textDropsTheValueBesideIt()
+void FlexGridTest::textRemovesTheValue()
 {
     FlexGrid grid;
     grid.setCellValue(1, 1, QDate(2026, 5, 4));
@@ -78,13 +78,13 @@ void FlexGridTest::textDropsTheValueBesideIt()
     QCOMPARE(grid.TextMatrix(1, 1), QString());
 }
 
-void FlexGridTest::clearKeepsMeasures()
+void FlexGridTest::clearPreservesSizes()
 {
     FlexGrid grid;
     fill(grid);
     grid.setMergeRow(0, true);
     grid.setColAlignment(3, controls::CellAlignment::Centre);
-    grid.setCellBackColor(5, 3, mark::Red);
+    grid.setCellBackColor(5, 3, cellColour::Red);
     grid.Clear();
     QCOMPARE(grid.Rows(), 22);
     QCOMPARE(grid.ColWidth(2), 500);
@@ -95,12 +95,12 @@ void FlexGridTest::clearKeepsMeasures()
     QVERIFY(!grid.CellBackColor(5, 3));
 }
 
-void FlexGridTest::neverPaintedIsNoColour()
+void FlexGridTest::unpaintedCellHasNoColour()
 {
     FlexGrid grid;
     QVERIFY(!grid.CellBackColor(1, 0));
-    grid.setCellBackColor(1, 0, mark::White);
-    QCOMPARE(grid.CellBackColor(1, 0), std::optional<int>(mark::White));
+    grid.setCellBackColor(1, 0, cellColour::White);
+    QCOMPARE(grid.CellBackColor(1, 0), std::optional<int>(cellColour::White));
     QVERIFY(!grid.CellBackColor(1, 1));
 }
 
@@ -122,7 +122,7 @@ void FlexGridTest::linesOutOfRangeRaiseNine()
     QCOMPARE(numberOf([&] { grid.setTopRow(2); }), 9);
 }
 
-void FlexGridTest::fewerRowsPullTheCurrentCellIn()
+void FlexGridTest::fewerRowsClampTheCurrentCell()
 {
     FlexGrid grid;
     fill(grid);
@@ -152,7 +152,7 @@ void FlexGridTest::twipsBecomePixels()
     QTRY_COMPARE(grid.cellRect(1, 6).right(), grid.viewport()->width() - 1);
 }
 
-void FlexGridTest::hiddenRowsKeepTheirNumber()
+void FlexGridTest::hiddenRowsPreserveTheirNumber()
 {
     FlexGrid grid;
     fill(grid);
@@ -199,7 +199,7 @@ void FlexGridTest::showCellScrollsAsLittleAsNeeded()
     QCOMPARE(scrolled.size(), 2);
 }
 
-void FlexGridTest::hidingRowsAboveKeepsTheTopRow()
+void FlexGridTest::hidingRowsAboveLeavesTheTopRow()
 {
     FlexGrid grid;
     fill(grid);
@@ -293,12 +293,12 @@ void FlexGridTest::doubleClickNamesThePressedCell()
     FlexGrid grid;
     fill(grid);
     QSignalSpy doubles(&grid, &FlexGrid::DblClick);
-    // A press on the row that is cut off below scrolls it into view, so the second press lies over its neighbour.
+    // A press on the row that is cut off below scrolls it into view, so the second press is on its neighbour.
     const int cut = grid.cellAt(QPoint(60, grid.viewport()->height() - 3))->first;
     QVERIFY(!grid.RowIsVisible(cut));
-    const QPoint place(60, grid.viewport()->height() - 3);
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, place);
-    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, place);
+    const QPoint position(60, grid.viewport()->height() - 3);
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, position);
+    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, position);
     QCOMPARE(doubles.size(), 1);
     QCOMPARE(doubles.at(0).at(0).toInt(), grid.Row());
 }
@@ -308,8 +308,8 @@ void FlexGridTest::fixedCellsTakeNoClicks()
     FlexGrid grid;
     fill(grid);
     QSignalSpy clicks(&grid, &FlexGrid::Click);
-    for (const QPoint place : {QPoint(60, 10), QPoint(60, 50), QPoint(10, 100), QPoint(10, 10)}) {
-        QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, place);
+    for (const QPoint position : {QPoint(60, 10), QPoint(60, 50), QPoint(10, 100), QPoint(10, 10)}) {
+        QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, position);
     }
     QTest::mouseClick(grid.viewport(), Qt::RightButton, {}, grid.cellRect(3, 3).center());
     QCOMPARE(clicks.size(), 0);
@@ -338,12 +338,12 @@ void FlexGridTest::otherKeysGoToTheScreenFirst()
     QCOMPARE(keys.join(u'|'), QStringLiteral(" ||7| "));
 }
 
-void FlexGridTest::screenReaderHearsTheMark()
+void FlexGridTest::screenReaderGetsTheColour()
 {
     FlexGrid grid;
     fill(grid);
     grid.setTextMatrix(4, 3, QStringLiteral("7"));
-    grid.setCellBackColor(4, 3, mark::Yellow);
+    grid.setCellBackColor(4, 3, cellColour::Yellow);
     grid.setCell(4, 3);
     auto *table = QAccessible::queryAccessibleInterface(&grid)->tableInterface();
     QVERIFY(table != nullptr);

@@ -35,7 +35,7 @@ void CollationTest::orderedTexts()
         "",     " a",    "#1",    "10",    "9",      "a",    "Ábel",   "Abels", "co op", "coop",
         "Coop", "co'op", "CO-OP", "coopa", "co-opb", "Eben", "éclair", "Zulu",  "аб",
     };
-    // Capitals do not count, so equal neighbours keep their place in a stable sort.
+    // Capitals do not count, so equal neighbours stay in order in a stable sort.
     std::vector<std::string> shuffled(ordered.rbegin(), ordered.rend());
     std::iter_swap(std::find(shuffled.begin(), shuffled.end(), "coop"), std::find(shuffled.begin(), shuffled.end(), "Coop"));
     std::stable_sort(shuffled.begin(), shuffled.end(), [](const auto &a, const auto &b) { return compareText(a, b) < 0; });

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "TestFile.h"
+#include "ThingsFile.h"
+
+#include "platform/dao/CommitScope.h"
 
 #include <QDir>
 #include <QFile>
@@ -67,7 +69,7 @@ private Q_SLOTS:
     void aFieldIsAddedToOldRows();
     void lockedByAnother();
     void readOnlyReadsButDoesNotWrite();
-    void rightsThatAreMissing();
+    void missingPermissions();
     void copyIsOfOneMoment();
     void anExistingFileIsNeverReplaced();
 };
@@ -93,7 +95,7 @@ void WorkspaceTest::filesThatCannotBeOpened_data()
     row(
         "of another program", [](QFile &file) { putAt(file, 68, "abcd"); }, 3343);
     row(
-        "file of the earlier program", [](QFile &file) { putAt(file, 0, QByteArray("\0\1\0\0Standard Jet DB\0", 20)); }, 3343);
+        "Jet file", [](QFile &file) { putAt(file, 0, QByteArray("\0\1\0\0Standard Jet DB\0", 20)); }, 3343);
     row(
         "noise", [](QFile &file) { putAt(file, 0, QByteArray(file.size(), 'z')); }, 3343);
 }
@@ -101,7 +103,7 @@ void WorkspaceTest::filesThatCannotBeOpened_data()
 void WorkspaceTest::filesThatCannotBeOpened()
 {
     QFETCH(std::function<void(QFile &)>, damage);
-    TestFile file;
+    ThingsFile file;
     file.close();
     change(file.path(), damage);
     QTEST(errorOf([&] { file.openAgain(); }), "error");
@@ -109,7 +111,7 @@ void WorkspaceTest::filesThatCannotBeOpened()
 
 void WorkspaceTest::wrongPassword()
 {
-    TestFile file;
+    ThingsFile file;
     file.close();
     for (const char *connect : {";pwd=Secret", ";pwd=", "", ";pwd=secret "}) {
         QCOMPARE(errorOf([&] { Workspace::OpenDatabase(file.path(), false, false, QString::fromLatin1(connect)); }), 3031);
@@ -119,7 +121,7 @@ void WorkspaceTest::wrongPassword()
 
 void WorkspaceTest::missingFilesAndFolders()
 {
-    const TestFile file;
+    const ThingsFile file;
     const QString missing = file.folder() + "/Gone.mdb";
     QCOMPARE(errorOf([&] { Workspace::OpenDatabase(missing, false, false, ";pwd=secret"); }), 3024);
     QVERIFY(!QFile::exists(missing));
@@ -129,9 +131,9 @@ void WorkspaceTest::missingFilesAndFolders()
 
 void WorkspaceTest::damageInsideIsFound()
 {
-    TestFile file;
+    ThingsFile file;
     {
-        WriteScope scope(*file);
+        CommitScope scope(*file);
         for (int i = 0; i < 2000; ++i) {
             file.add(QString::number(i), i);
         }
@@ -158,14 +160,14 @@ void WorkspaceTest::damageInsideIsFound()
 
 void WorkspaceTest::theFileAloneHoldsEverything()
 {
-    TestFile file;
+    ThingsFile file;
     file.add("a");
     QCOMPARE(QDir(file.folder()).entryList(QDir::Files), QStringList{"Things.mdb"});
 }
 
 void WorkspaceTest::definitionsComeBack()
 {
-    TestFile file;
+    ThingsFile file;
     TableDef made("tblMany");
     made.Append(TableDef::CreateField("First", FieldType::Long));
     made.Append(TableDef::CreateField("Second", FieldType::Text, 20));
@@ -195,7 +197,7 @@ void WorkspaceTest::definitionsComeBack()
 
 void WorkspaceTest::aFieldIsAddedToOldRows()
 {
-    TestFile file;
+    ThingsFile file;
     file.add("a");
     const auto other = file.openAgain();
     QCOMPARE(other->OpenRecordset("Select * from Things").fieldCount(), 9);
@@ -212,11 +214,11 @@ void WorkspaceTest::aFieldIsAddedToOldRows()
 
 void WorkspaceTest::lockedByAnother()
 {
-    TestFile file;
+    ThingsFile file;
     file.add("a");
     const auto other = file.openAgain();
     {
-        WriteScope scope(*other);
+        CommitScope scope(*other);
         other->Execute("Update Things set Big = 5");
         QCOMPARE(errorOf([&] { file->Execute("Update Things set Big = 6"); }), 3260);
         QCOMPARE(file->OpenRecordset("Select * from Things").longValue("Big"), 0);
@@ -231,7 +233,7 @@ void WorkspaceTest::lockedByAnother()
 
 void WorkspaceTest::readOnlyReadsButDoesNotWrite()
 {
-    TestFile file;
+    ThingsFile file;
     file.add("a");
     const auto reader = file.openAgain(true);
     Recordset set = reader->OpenRecordset("Select * from Things", RecordsetType::Dynaset);
@@ -239,15 +241,15 @@ void WorkspaceTest::readOnlyReadsButDoesNotWrite()
     set.Edit();
     set.set("Name", QStringLiteral("b"));
     QCOMPARE(errorOf([&] { set.Update(); }), 3027);
-    WriteScope scope(*reader);
+    CommitScope scope(*reader);
     QCOMPARE(errorOf([&] { reader->Execute("Delete from Things"); }), 3027);
     scope.commit();
     QCOMPARE(file->OpenRecordset("Select * from Things").RecordCount(), 1);
 }
 
-void WorkspaceTest::rightsThatAreMissing()
+void WorkspaceTest::missingPermissions()
 {
-    TestFile file;
+    ThingsFile file;
     file.add("a");
     file.close();
     const OrdinaryUser user(file.folder());
@@ -270,12 +272,12 @@ void WorkspaceTest::rightsThatAreMissing()
 
 void WorkspaceTest::copyIsOfOneMoment()
 {
-    TestFile file;
+    ThingsFile file;
     file.add("a");
     const QString copy = file.folder() + "/Copy.mdb";
     const auto other = file.openAgain();
     {
-        WriteScope scope(*file);
+        CommitScope scope(*file);
         file.add("b");
         file->backupTo(copy);
         QCOMPARE(errorOf([&] { other->backupTo(copy); }), 75);
@@ -290,7 +292,7 @@ void WorkspaceTest::copyIsOfOneMoment()
 
 void WorkspaceTest::anExistingFileIsNeverReplaced()
 {
-    TestFile file;
+    ThingsFile file;
     QCOMPARE(errorOf([&] { Workspace::CreateDatabase(file.path(), ";pwd=other"); }), 75);
     QCOMPARE(errorOf([&] { Workspace::CreateDatabase(file.folder() + "/gone/New.mdb", ""); }), 75);
     QVERIFY(file.openAgain());

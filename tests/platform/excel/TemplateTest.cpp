@@ -180,7 +180,7 @@ void TemplateTest::foreignFiles_data()
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("reason");
     QTest::newRow("empty") << QByteArray("") << "empty";
-    QTest::newRow("text") << QByteArray("Farm;Block\n1;2\n") << "no .xls";
+    QTest::newRow("text") << QByteArray("Farm;Block\n1;2\n") << "not a .xls";
     QTest::newRow("xlsx renamed") << QByteArray("PK\x03\x04 and more") << "another format";
     QTest::newRow("first half") << templateBytes().left(templateBytes().size() / 2) << "damaged";
     QTest::newRow("container without a table") << templateBytes().left(512) << "damaged";
@@ -189,7 +189,7 @@ void TemplateTest::foreignFiles_data()
     QTest::newRow("password") << exchanged("42000200b004", "2f000200b004") << "password";
     QTest::newRow("no workbook inside") << templateBytes().replace(QByteArray("W\0o\0r\0k\0b\0", 10),
                                                                    QByteArray("W\0a\0l\0k\0b\0", 10))
-                                        << "no workbook";
+                                        << "does not contain a workbook";
     QTest::newRow("streams over each other") << overlappingStreams() << "damaged";
     QTest::newRow("thousands of streams") << tooManyStreams() << "damaged";
 }

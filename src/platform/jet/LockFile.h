@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QFile>
+#include <QString>
+
+#include <memory>
+
+namespace jet
+{
+
+/// A user's place in the lock file next to a database: an entry with the computer's name, and a lock that lasts as long as the
+/// object, or until its process ends in whatever way. The last user to leave removes the file. The layout and the locks are
+/// those that every engine for these files keeps to.
+class LockFile
+{
+public:
+    /// Users at most.
+    static constexpr int Slots = 255;
+
+    /// NAME.ldb for NAME.mdb.
+    static QString pathFor(const QString &databasePath);
+
+    /// Takes a slot; waits up to two seconds while somebody writes. Error 3045 when there is none, 3051 when the file cannot be
+    /// made.
+    explicit LockFile(const QString &databasePath);
+    ~LockFile();
+    LockFile(const LockFile &) = delete;
+    LockFile &operator=(const LockFile &) = delete;
+
+    /// From 0.
+    int slot() const { return slot_; }
+    /// Whether another user is present in a slot.
+    bool isTaken(int slot) const;
+
+    /// Keeps everybody else out for as long as it lives.
+    class Exclusive
+    {
+    public:
+        explicit Exclusive(LockFile &file) : file_(file) {}
+        ~Exclusive() { file_.letOthersIn(); }
+        Exclusive(const Exclusive &) = delete;
+        Exclusive &operator=(const Exclusive &) = delete;
+
+    private:
+        LockFile &file_;
+    };
+    /// Error 3045 when anybody else is present, naming the computers.
+    std::unique_ptr<Exclusive> keepOthersOut();
+
+private:
+    bool takeSlot();
+    bool isStillThere() const;
+    bool tryKeepOthersOut();
+    void letOthersIn();
+    QString othersPresent() const;
+
+    QString databasePath_;
+    mutable QFile file_;
+    int slot_ = -1;
+};
+
+} // namespace jet

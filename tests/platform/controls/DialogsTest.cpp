@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/controls/Dialogs.h"
+#include "fakes/QueuedDialogs.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+
+using namespace controls;
+
+/// Keys of the boxes, and the queue that replaces them in tests.
+class DialogsTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void aQuestionEndsByItsAnswersOnly();
+    void unexpectedBoxesAreCounted();
+};
+
+void DialogsTest::aQuestionEndsByItsAnswersOnly()
+{
+    MessageBoxes boxes;
+    for (const Answer preselected : {Answer::Yes, Answer::No}) {
+        bool stayed = false;
+        QTimer::singleShot(0, this, [&stayed] {
+            QWidget *box = QApplication::activeModalWidget();
+            QTest::keyClick(box, Qt::Key_Escape);
+            box->close();
+            stayed = box->isVisible();
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        QCOMPARE(boxes.question(QStringLiteral("Save?"), {}, preselected), preselected);
+        QVERIFY(stayed);
+    }
+    // A message has no answer, so Esc closes it.
+    QTimer::singleShot(0, this, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+    boxes.message(QStringLiteral("Saved"), {}, BoxIcon::None);
+}
+
+void DialogsTest::unexpectedBoxesAreCounted()
+{
+    QueuedDialogs dialogs;
+    QVERIFY(dialogs.allAsExpected());
+    dialogs.queueAnswer(Answer::Yes);
+    QVERIFY(!dialogs.allAsExpected());
+    QCOMPARE(dialogs.question(QStringLiteral("Print?"), {}, Answer::No), Answer::Yes);
+    dialogs.expectMessage();
+    dialogs.message(QStringLiteral("Saved"), {}, BoxIcon::None);
+    QVERIFY(dialogs.allAsExpected());
+    QCOMPARE(dialogs.takeLastText(), QStringLiteral("Saved"));
+    QCOMPARE(dialogs.question(QStringLiteral("Again?"), {}, Answer::No), Answer::No);
+    QVERIFY(!dialogs.allAsExpected());
+}
+
+QTEST_MAIN(DialogsTest)
+#include "DialogsTest.moc"

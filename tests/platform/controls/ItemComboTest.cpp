@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/controls/ItemCombo.h"
+#include "platform/basic/RunTimeError.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWheelEvent>
+
+using namespace controls;
+
+/// Which setters are silent, and typing, choice and wheel.
+class ItemComboTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void onlyTheIndexSetterRaisesClick();
+    void textsOutsideTheListArePreserved();
+    void typingResetsTheChoice();
+    void indexOutOfRangeIsAnError();
+    void wheelChangesNothing();
+};
+
+void ItemComboTest::onlyTheIndexSetterRaisesClick()
+{
+    ItemCombo combo;
+    QSignalSpy clicks(&combo, &ItemCombo::Click);
+    QSignalSpy changes(&combo, &ItemCombo::Change);
+    combo.AddItem(QStringLiteral("Anna"), 3);
+    combo.AddItem(QStringLiteral("Thabo"), 5);
+    QCOMPARE(combo.ListIndex(), -1);
+    QCOMPARE(combo.Text(), QString());
+    combo.setText(QStringLiteral("Thabo"));
+    QCOMPARE(combo.ListIndex(), 1);
+    QCOMPARE(clicks.size(), 0);
+    combo.setListIndex(1);
+    QCOMPARE(clicks.size(), 1);
+    QCOMPARE(combo.ItemData(combo.ListIndex()), 5);
+    combo.setListIndex(-1);
+    QCOMPARE(clicks.size(), 2);
+    QCOMPARE(combo.Text(), QString());
+    combo.setListIndex(0);
+    combo.Clear();
+    QCOMPARE(combo.ListIndex(), -1);
+    QCOMPARE(combo.ListCount(), 0);
+    QCOMPARE(clicks.size(), 3);
+    QCOMPARE(changes.size(), 0);
+}
+
+void ItemComboTest::textsOutsideTheListArePreserved()
+{
+    ItemCombo combo;
+    combo.setText(QStringLiteral("Pieter, who left"));
+    combo.AddItem(QStringLiteral("Anna"), 3);
+    QCOMPARE(combo.Text(), QStringLiteral("Pieter, who left"));
+    QCOMPARE(combo.ListIndex(), -1);
+    // Leaving the field must not choose an entry that differs in case only.
+    combo.setText(QStringLiteral("ANNA"));
+    QSignalSpy clicks(&combo, &ItemCombo::Click);
+    combo.show();
+    QVERIFY(QTest::qWaitForWindowActive(&combo));
+    QVERIFY(combo.hasFocus());
+    combo.lineEdit()->clearFocus();
+    QCOMPARE(combo.Text(), QStringLiteral("ANNA"));
+    QCOMPARE(combo.ListIndex(), -1);
+    QCOMPARE(clicks.size(), 0);
+}
+
+void ItemComboTest::typingResetsTheChoice()
+{
+    ItemCombo combo;
+    combo.AddItem(QStringLiteral("Anna"), 3);
+    combo.setListIndex(0);
+    QSignalSpy changes(&combo, &ItemCombo::Change);
+    QTest::keyClicks(combo.lineEdit(), QStringLiteral("b"));
+    QCOMPARE(changes.size(), 1);
+    QCOMPARE(combo.Text(), QStringLiteral("Annab"));
+    QCOMPARE(combo.ListIndex(), -1);
+    // Typed back to an entry, the text is that entry again, before editing ends.
+    QTest::keyClick(combo.lineEdit(), Qt::Key_Backspace);
+    QCOMPARE(combo.ListIndex(), 0);
+    QTest::keyClick(&combo, Qt::Key_Home, Qt::ControlModifier);
+    combo.setTypingAllowed(false);
+    QTest::keyClicks(combo.lineEdit(), QStringLiteral("c"));
+    QCOMPARE(changes.size(), 2);
+}
+
+void ItemComboTest::indexOutOfRangeIsAnError()
+{
+    ItemCombo combo;
+    combo.AddItem(QStringLiteral("Anna"), 3);
+    QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, combo.setListIndex(1));
+    QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, combo.ItemData(-1));
+}
+
+void ItemComboTest::wheelChangesNothing()
+{
+    ItemCombo combo;
+    combo.AddItem(QStringLiteral("Anna"), 3);
+    combo.AddItem(QStringLiteral("Thabo"), 5);
+    combo.setListIndex(0);
+    combo.show();
+    QWheelEvent notch(QPointF(5, 5), combo.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&combo, &notch);
+    QVERIFY(!notch.isAccepted());
+    QCOMPARE(combo.ListIndex(), 0);
+}
+
+QTEST_MAIN(ItemComboTest)
+#include "ItemComboTest.moc"
