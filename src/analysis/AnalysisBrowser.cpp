@@ -100,6 +100,25 @@ void AnalysisBrowser::fill()
     const controls::BusyPointer busy;
     Fill_LeaveGrid(*ui_.grdLeave, kind_, ui_.dtpDateFrom->Value(), ui_.dtpDateTo->Value(), host_.objPestMON());
     ui_.grdLeave->setSelectedRow(-1);
+    showEmptyText();
+}
+
+void AnalysisBrowser::showEmptyText()
+{
+    const FlexGrid &grid = *ui_.grdLeave;
+    bool anyShown = false;
+    for (int row = 1; row < grid.Rows() - 1 && !anyShown; ++row) {
+        anyShown = grid.RowHeight(row) != 0;
+    }
+    QString text;
+    if (grid.Rows() > 2 && !anyShown) {
+        text = QStringLiteral("No analysis matches the filter. Press Reset Filter to list all.");
+    } else if (!anyShown) {
+        text = session_.ShowActive
+            ? QStringLiteral("There are no analyses of active blocks in this period. Change the period, or press Add.")
+            : QStringLiteral("There are no analyses of inactive blocks in this period. Change the period, or choose Active.");
+    }
+    ui_.grdLeave->setEmptyText(text);
 }
 
 void AnalysisBrowser::Apply_LeaveFilter()
@@ -121,6 +140,7 @@ void AnalysisBrowser::Apply_LeaveFilter()
         }
         grid.setRow(rows.currentRow);
     }
+    showEmptyText();
     selectRow();
 }
 

@@ -54,6 +54,8 @@ private:
     void goTo(int row, int col);
     void paintRow(int row, int colour);
     void refillBlocks();
+    /// Why no analysis is listed; nothing when one is.
+    void showEmptyText();
 
     ScreenHost &host_;
     SessionContext &session_;

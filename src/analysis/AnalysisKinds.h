@@ -41,6 +41,8 @@ struct AnalysisKind {
     QStringView frameCaption;
     /// Its name in the status line.
     QStringView name;
+    /// Of its menu picture.
+    QStringView icon;
 
     QStringView keyField;
     QStringView dateField;

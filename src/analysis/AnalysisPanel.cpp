@@ -34,6 +34,7 @@ AnalysisPanel::AnalysisPanel(Ui::frmMonLeave &ui, SessionContext &session) : ui_
     for (const Box &box : boxes()) {
         box.edit->installEventFilter(this);
         connect(box.edit, &QLineEdit::returnPressed, this, [] { Key_Enter_To_Tab(ReturnKey); });
+        connect(box.edit, &QLineEdit::textEdited, this, [this, edit = box.edit] { spreadPastedRow(*edit); });
     }
     ui_.txtDepth->installEventFilter(this);
     connect(ui_.txtDepth, &QLineEdit::returnPressed, this, [] { Key_Enter_To_Tab(ReturnKey); });
@@ -166,6 +167,29 @@ void AnalysisPanel::leaveBox(QLineEdit &box)
 {
     box.setText(withTwoDecimals(box.text()));
     markChanged();
+}
+
+void AnalysisPanel::spreadPastedRow(QLineEdit &first)
+{
+    const QStringList values = pastedValues(first.text());
+    if (values.size() < 2) {
+        return;
+    }
+    QList<QLineEdit *> targets;
+    for (const Box &box : boxes()) {
+        if ((box.edit == &first || !targets.isEmpty()) && box.cell->isVisible()) {
+            targets.append(box.edit);
+        }
+    }
+    const auto count = std::min(values.size(), targets.size());
+    for (qsizetype i = 0; i < count; ++i) {
+        targets[i]->setText(values[i]);
+    }
+    markChanged();
+    targets[count - 1]->setFocus();
+    if (values.size() > targets.size()) {
+        Q_EMIT pasteTooLong(static_cast<int>(values.size()), static_cast<int>(targets.size()));
+    }
 }
 
 bool AnalysisPanel::eventFilter(QObject *watched, QEvent *event)

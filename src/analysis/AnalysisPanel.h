@@ -37,6 +37,10 @@ public:
     bool Changed() const { return changed_; }
     void clearChanged() { changed_ = false; }
 
+Q_SIGNALS:
+    /// A pasted row had more values than there were boxes left.
+    void pasteTooLong(int values, int boxes);
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -50,6 +54,8 @@ private:
     void markChanged() { changed_ = true; }
     void blockChosen();
     void leaveBox(QLineEdit &box);
+    /// Spreads a text of several cells over this box and the visible ones after it.
+    void spreadPastedRow(QLineEdit &first);
     void show();
 
     Ui::frmMonLeave &ui_;

@@ -28,8 +28,9 @@ void layOutColumns(controls::FlexGrid &grid, const AnalysisKind &kind)
     }
     for (std::size_t i = 0; i < AnalysisBoxes; ++i) {
         const bool used = i < kind.values.size();
-        writeHeader(grid, FirstValueCol + static_cast<int>(i), used ? kind.values[i].header : QStringView(),
-                    used ? kind.valueWidth : 0);
+        const int col = FirstValueCol + static_cast<int>(i);
+        writeHeader(grid, col, used ? kind.values[i].header : QStringView(), used ? kind.valueWidth : 0);
+        grid.setColAlignment(col, controls::CellAlignment::Right);
     }
 }
 

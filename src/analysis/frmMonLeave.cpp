@@ -9,25 +9,14 @@
 #include "platform/basic/Formats.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/Dialogs.h"
+#include "screens/GridActions.h"
 #include "screens/Icons.h"
 #include "ui_frmMonLeave.h"
 
-#include <QAbstractItemView>
 #include <QKeyEvent>
 
 using controls::FlexGrid;
 using controls::ItemCombo;
-
-namespace
-{
-
-bool isLetter(const QKeyEvent &key)
-{
-    return !key.text().isEmpty() && key.text().at(0).isLetterOrNumber()
-        && !(key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier));
-}
-
-} // namespace
 
 frmMonLeave::frmMonLeave(ScreenHost &host, QWidget *parent) : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmMonLeave>())
 {
@@ -59,20 +48,17 @@ void frmMonLeave::setIcons()
                 {ui_->cmdResetFilter, "reset-filter"},
                 {ui_->Command3, "save", "onacc"},
                 {ui_->cmdRetAdd, "close"}});
-    setLabelIcon(*ui_->Image2, BannerIcon, QStringLiteral("leaf"));
 }
 
 void frmMonLeave::connectList()
 {
     on(ui_->grdLeave, &FlexGrid::Click, [this] { browser_->selectRow(); });
     on(ui_->grdLeave, &FlexGrid::DblClick, [this] { openSaved(); });
-    on(ui_->grdLeave, &FlexGrid::cellMovedByKey, [this](int row, int) { browser_->movedByKey(row); });
-    on(ui_->grdLeave, &FlexGrid::KeyDown, [this](QKeyEvent *event) {
-        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-            event->accept();
-            openSaved();
-        }
-    });
+    on(ui_->grdLeave, &FlexGrid::cellMoved, [this](int row, int) { browser_->movedByKey(row); });
+    addGridAction(*ui_->grdLeave, *ui_->cmdEdit, {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2});
+    addGridAction(*ui_->grdLeave, *ui_->Command7, {Qt::Key_Insert});
+    addGridAction(*ui_->grdLeave, *ui_->cmdLeaveDEl, {Qt::Key_Delete});
+    addGridAction(*ui_->grdLeave, *ui_->cmdExcel);
     on(ui_->cboGroup, &ItemCombo::Click, [this] { browser_->cropChosen(AnalysisBrowser::CropLevel::Group); });
     on(ui_->cboType, &ItemCombo::Click, [this] { browser_->cropChosen(AnalysisBrowser::CropLevel::Type); });
     on(ui_->cboVariety, &ItemCombo::Click, [this] { browser_->cropChosen(AnalysisBrowser::CropLevel::Variety); });
@@ -92,14 +78,16 @@ void frmMonLeave::connectList()
 
 void frmMonLeave::connectPanel()
 {
+    on(panel_.get(), &AnalysisPanel::pasteTooLong, [this](int values, int boxes) {
+        host().showFailure(QStringLiteral("%1 values were pasted into %2 fields; the last %3 were left out")
+                               .arg(values)
+                               .arg(boxes)
+                               .arg(values - boxes));
+    });
     on(ui_->Command3, &QPushButton::clicked, [this] { save(); });
     on(ui_->cmdRetAdd, &QPushButton::clicked, [this] { closePanel(); });
-    // Esc closes the panel unless a field, list or calendar handles it. A letter opens a list at its first matching entry.
+    // Esc closes the panel unless a field, list or calendar handles it.
     ui_->fraAddL->installEventFilter(this);
-    for (QWidget *field :
-         std::initializer_list<QWidget *>{ui_->cboGroup, ui_->cboType, ui_->cboVariety, ui_->cmbBlock, ui_->cboBlock}) {
-        field->installEventFilter(this);
-    }
 }
 
 void frmMonLeave::activateScreen()
@@ -129,6 +117,8 @@ void frmMonLeave::applyKind()
     }
     setWindowTitle(kind_->formCaption.toString());
     ui_->screenTitle->setText(kind_->frameCaption.toString());
+    ui_->formCaption->setText(kind_->formCaption.toString());
+    setLabelIcon(*ui_->Image2, BannerIcon, kind_->icon.toString());
     ui_->grdLeave->setAccessibleName(kind_->formCaption.toString());
     panel_->setKind(*kind_);
 }
@@ -308,22 +298,9 @@ void frmMonLeave::print()
 
 bool frmMonLeave::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() != QEvent::KeyPress) {
+    if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent *>(event)->key() != Qt::Key_Escape) {
         return ChildScreen::eventFilter(watched, event);
     }
-    const auto &key = static_cast<const QKeyEvent &>(*event);
-    if (watched == ui_->fraAddL) {
-        if (key.key() != Qt::Key_Escape) {
-            return false;
-        }
-        guarded([this] { closePanel(); });
-        return true;
-    }
-    auto *list = qobject_cast<ItemCombo *>(watched);
-    if (list && isLetter(key)) {
-        list->showPopup();
-        list->view()->keyboardSearch(key.text());
-        return true;
-    }
-    return ChildScreen::eventFilter(watched, event);
+    guarded([this] { closePanel(); });
+    return true;
 }

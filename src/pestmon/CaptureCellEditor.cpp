@@ -23,6 +23,11 @@ bool movesFocus(const QEvent &event)
 
 } // namespace
 
+bool isRedoKey(const QKeyEvent &key)
+{
+    return key.matches(QKeySequence::Redo) || (key.key() == Qt::Key_Y && key.modifiers() == Qt::ControlModifier);
+}
+
 CaptureCellEditor::CaptureCellEditor(controls::FlexGrid &grid, QLineEdit &box, Store store)
     : grid_(grid), box_(box), store_(std::move(store))
 {
@@ -40,8 +45,9 @@ bool CaptureCellEditor::resume()
     return open_;
 }
 
-void CaptureCellEditor::open()
+void CaptureCellEditor::open(OpenedBy by)
 {
+    openedBy_ = by;
     BoxRow = grid_.Row();
     BoxCol = grid_.Col();
     grid_.showCell(BoxRow, BoxCol);
@@ -92,27 +98,76 @@ bool CaptureCellEditor::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-bool CaptureCellEditor::keyPress(const QKeyEvent &key)
+/// An untouched box has all its text selected, so both ends count.
+std::optional<capture::Direction> CaptureCellEditor::moveFor(const QKeyEvent &key) const
 {
-    const int step = key.key() == Qt::Key_Down ? 1 : key.key() == Qt::Key_Up ? -1 : 0;
-    const bool enter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
-    const bool tab = key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab;
-    if (!enter && !tab && step == 0) {
-        return false;
+    const bool all = !box_.text().isEmpty() && box_.selectedText() == box_.text();
+    const bool atStart = all || (box_.cursorPosition() == 0 && !box_.hasSelectedText());
+    const bool atEnd = all || (box_.cursorPosition() == box_.text().size() && !box_.hasSelectedText());
+    const bool plain = !(key.modifiers() & ~Qt::KeypadModifier);
+    const bool padPlus = key.key() == Qt::Key_Plus && (key.modifiers() & Qt::KeypadModifier);
+    if (key.key() == Qt::Key_Tab || padPlus || (key.key() == Qt::Key_Right && plain && atEnd)) {
+        return capture::Direction::Next;
     }
-    const int target = BoxRow + step;
-    if (step != 0 && target >= capture::TotalRow && target < grid_.Rows()) {
+    if (key.key() == Qt::Key_Backtab || (key.key() == Qt::Key_Left && plain && atStart)) {
+        return capture::Direction::Previous;
+    }
+    return std::nullopt;
+}
+
+/// Stores and gives the focus to the grid, in the cell `rows` below.
+void CaptureCellEditor::leaveBy(int rows)
+{
+    const int target = BoxRow + rows;
+    if (rows != 0 && target >= capture::TotalRow && target < grid_.Rows()) {
         grid_.setRow(target);
         grid_.showCell(target, BoxCol);
     }
     grid_.setFocus();
     if (open_) {
-        // The value could not be stored: the next Enter tries again.
+        // The value could not be stored: the next key tries again.
         box_.setFocus();
+    }
+}
+
+bool CaptureCellEditor::historyKey(const QKeyEvent &key)
+{
+    const bool undoes = key.matches(QKeySequence::Undo);
+    if (box_.isModified() || (!undoes && !isRedoKey(key))) {
+        return false;
+    }
+    close();
+    undoes ? Q_EMIT undoRequested() : Q_EMIT redoRequested();
+    return true;
+}
+
+bool CaptureCellEditor::keyPress(const QKeyEvent &key)
+{
+    if (const auto direction = moveFor(key)) {
+        leaveBy(0);
+        if (!open_) {
+            Q_EMIT moveRequested(*direction);
+        }
         return true;
     }
-    // Tab continues from the grid, to the field before or after it.
-    return !tab;
+    switch (key.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        leaveBy(0);
+        return true;
+    case Qt::Key_Down:
+        leaveBy(1);
+        return true;
+    case Qt::Key_Up:
+        leaveBy(-1);
+        return true;
+    case Qt::Key_Escape:
+        close();
+        Q_EMIT cancelled(BoxRow, BoxCol);
+        return true;
+    default:
+        return historyKey(key);
+    }
 }
 
 bool CaptureCellEditor::leave()
@@ -126,7 +181,8 @@ bool CaptureCellEditor::leave()
     if (col > grid_.Cols() || col < capture::FirstValueColumn) {
         return false;
     }
-    if (!store_(BoxRow, BoxCol, box_.text())) {
+    const bool untouched = openedBy_ == OpenedBy::Move && !box_.isModified();
+    if (!untouched && !store_(BoxRow, BoxCol, box_.text())) {
         grid_.setCell(BoxRow, BoxCol);
         return false;
     }

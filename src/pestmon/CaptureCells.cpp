@@ -10,6 +10,7 @@ namespace pestmon::capture
 {
 
 using controls::cellColour::Green;
+using controls::cellColour::Red;
 using controls::cellColour::White;
 using controls::cellColour::Yellow;
 
@@ -24,6 +25,29 @@ std::optional<PestColumn> pestColumn(int column, int pests)
         return {};
     }
     return PestColumn{offset / ColumnsPerPest + 1, value};
+}
+
+std::optional<CellPosition> neighbourCell(CellPosition cell, int pests, int lastPointRow, Direction direction)
+{
+    const auto column = pestColumn(cell.col, pests);
+    if (!column) {
+        return {};
+    }
+    const int step = direction == Direction::Next ? 1 : -1;
+    const int pest = column->pest + step;
+    if (pest >= 1 && pest <= pests) {
+        return CellPosition{cell.row, valueColumn(pest, column->value)};
+    }
+    const int row = cell.row + step;
+    if (row < FirstPointRow || row > lastPointRow) {
+        return {};
+    }
+    return CellPosition{row, valueColumn(direction == Direction::Next ? 1 : pests, column->value)};
+}
+
+CellDisplay answer(bool yes)
+{
+    return {QString(), yes ? Red : White, static_cast<std::int16_t>(yes ? 1 : 0)};
 }
 
 CellDisplay storedPoint(std::int16_t count)

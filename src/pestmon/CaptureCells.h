@@ -44,13 +44,27 @@ struct PestColumn {
 /// The pest and value of a column; nothing for the fixed and the key columns and beyond the last pest.
 std::optional<PestColumn> pestColumn(int column, int pests);
 
+/// A cell that a user can edit, where the current one moves to.
+struct CellPosition {
+    int row;
+    int col;
+    bool operator==(const CellPosition &) const = default;
+};
+enum class Direction { Next, Previous };
+/// The next or previous pest of the row, at the end of a row the next or previous point, up to `lastPointRow`. Nothing beyond the
+/// last or first cell; a point never leads back to the totals.
+std::optional<CellPosition> neighbourCell(CellPosition cell, int pests, int lastPointRow, Direction direction);
+
 /// How a cell displays its 16-bit value: the text and the colour.
 struct CellDisplay {
     QString text;
     int colour;
     std::int16_t value;
+    bool operator==(const CellDisplay &) const = default;
 };
 
+/// A Yes/No answer: no text, red for Yes.
+CellDisplay answer(bool yes);
 /// A stored count: "0" on white, else the number on yellow (a point) or green (a total).
 CellDisplay storedPoint(std::int16_t count);
 CellDisplay storedTotal(std::int16_t total);

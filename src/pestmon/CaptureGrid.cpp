@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pestmon/CaptureGrid.h"
 
-#include "common/MonitoringConstants.h"
 #include "common/grid/CellEditor.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
@@ -9,9 +8,11 @@
 #include "platform/controls/RedrawPause.h"
 #include "platform/dao/CommitScope.h"
 #include "platform/dao/Database.h"
+#include "screens/GridActions.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 
+#include <QAction>
 #include <QKeyEvent>
 
 #include <array>
@@ -37,41 +38,10 @@ constexpr int TallRow = 400;
 constexpr int PointWidth = 500;
 constexpr int ValueWidth = 1000;
 
-/// The fields of a pest's three values, in the detail and in the total rows, by method.
-constexpr std::array<const char *, 3> CountFields{"PMCount", "PMCountUnder", "PMCountUpper"};
-constexpr std::array<const char *, 3> YesFields{"PMYes", "PMYesUnder", "PMYesUpper"};
-constexpr std::array<const char *, 3> CountTotalFields{"PMCountMax", "PMCountUnderMax", "PMCountUpperMax"};
-constexpr std::array<const char *, 3> YesTotalFields{"PMYesMax", "PMYesUnderMax", "PMYesUpperMax"};
-
-const char *field(const std::array<const char *, 3> &fields, int value)
-{
-    return fields[static_cast<std::size_t>(value - 1)];
-}
-
-int selector(clsPestMONNew::FieldSelector first, int value)
-{
-    return first + value - 1;
-}
-
-using PointValues = clsPestMONNew::PointValues;
-using TotalValues = clsPestMONNew::TotalValues;
-constexpr std::array Counts{&PointValues::PMCount, &PointValues::PMCountUnder, &PointValues::PMCountUpper};
-constexpr std::array Answers{&PointValues::PMYes, &PointValues::PMYesUnder, &PointValues::PMYesUpper};
-constexpr std::array CountTotals{&TotalValues::PMCountMax, &TotalValues::PMCountUnderMax, &TotalValues::PMCountUpperMax};
-constexpr std::array YesTotals{&TotalValues::PMYesMax, &TotalValues::PMYesUnderMax, &TotalValues::PMYesUpperMax};
-
-/// A row with one of its three values set; the others are not written.
-template <typename Row, typename Content> Row rowWith(const std::array<Content Row::*, 3> &members, int value, Content content)
-{
-    Row row;
-    row.*members[static_cast<std::size_t>(value - 1)] = content;
-    return row;
-}
-
 } // namespace
 
 CaptureGrid::CaptureGrid(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui)
-    : PestMonPage(screen, host, ui),
+    : PestMonPage(screen, host, ui), records_(host),
       editor_(*ui.grdPest, *ui.txtG1, [this](int row, int col, const QString &typed) { return store(row, col, typed); })
 {
     controls::FlexGrid &grid = *ui_.grdPest;
@@ -81,11 +51,15 @@ CaptureGrid::CaptureGrid(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 
     on(&grid, &controls::FlexGrid::Click,
        [this](int row, int col) { runOrReport(QStringLiteral("The cell could not be changed"), [&] { click(row, col); }); });
     on(&grid, &controls::FlexGrid::KeyDown, [this](QKeyEvent *event) { keyDown(event); });
-}
-
-bool CaptureGrid::isCount() const
-{
-    return session().CurrentPMMethod == CountMethodName;
+    undoAction_ = addGridAction(grid, QStringLiteral("Undo"), {QKeySequence::Undo});
+    redoAction_ = addGridAction(grid, QStringLiteral("Redo"), {Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z});
+    on(undoAction_, &QAction::triggered, [this] { undo(); });
+    on(redoAction_, &QAction::triggered, [this] { redo(); });
+    grid.setCellCopyText([this](int row, int col) { return copyText(row, col); });
+    on(&editor_, &CaptureCellEditor::moveRequested, [this](capture::Direction direction) { move(direction); });
+    on(&editor_, &CaptureCellEditor::undoRequested, [this] { undo(); });
+    on(&editor_, &CaptureCellEditor::redoRequested, [this] { redo(); });
+    on(&editor_, &CaptureCellEditor::cancelled, [this](int row, int col) { cancelled(row, col); });
 }
 
 std::int16_t CaptureGrid::numberIn(int row, int col) const
@@ -108,6 +82,7 @@ void CaptureGrid::paint(int row, int col, const capture::CellDisplay &display)
 void CaptureGrid::clear()
 {
     editor_.close();
+    forgetChanges();
     NoOfPests = 0;
     PestIDs.clear();
     layOut();
@@ -120,6 +95,7 @@ void CaptureGrid::layOut()
     grid.setRows(capture::FirstPointRow);
     grid.setCols(capture::columnsFor(NoOfPests));
     grid.setFixedRows(capture::TotalRow);
+    grid.setFrozenRows(1);
     grid.setFixedCols(capture::FirstPestColumn);
     grid.setRowHeight(capture::PestNameRow, TallRow);
     grid.setRowHeight(capture::TotalRow, TallRow);
@@ -146,8 +122,8 @@ void CaptureGrid::layOut()
 void CaptureGrid::writeHeadings(const std::vector<QString> &names)
 {
     controls::FlexGrid &grid = *ui_.grdPest;
-    const std::array<QString, 3> PMHeader{isCount() ? QStringLiteral("Cnt") : QStringLiteral("Y/N"), QStringLiteral("In"),
-                                          QStringLiteral("Out")};
+    const std::array<QString, 3> PMHeader{records_.isCount() ? QStringLiteral("Cnt") : QStringLiteral("Y/N"),
+                                          QStringLiteral("In"), QStringLiteral("Out")};
     for (int pest = 1; pest <= NoOfPests; ++pest) {
         for (int value = 1; value <= capture::ValuesPerPest; ++value) {
             const int col = capture::valueColumn(pest, value);
@@ -166,6 +142,7 @@ void CaptureGrid::Fill_Capture()
 {
     const controls::BusyPointer busy;
     editor_.close();
+    forgetChanges();
     controls::FlexGrid &grid = *ui_.grdPest;
     const controls::RedrawPause pause(grid);
     NoOfPests = objPestMON().No_of_Pests(session().CurrentPMTransID);
@@ -179,25 +156,34 @@ void CaptureGrid::Fill_Capture()
     writeHeadings(names);
     fillTotals();
     fillPoints();
-    grid.setCell(capture::TotalRow, qMin(capture::FirstValueColumn, grid.Cols() - 1));
-    grid.setTopRow(capture::TotalRow);
+    grid.setEmptyText(emptyText());
+    grid.setCell(capture::FirstPointRow, qMin(capture::FirstValueColumn, grid.Cols() - 1));
+    grid.setTopRow(capture::FirstPointRow);
     if (NoOfPests > 0) {
         grid.setLeftCol(capture::FirstPestColumn);
     }
 }
 
+QString CaptureGrid::emptyText() const
+{
+    if (NoOfPests == 0) {
+        return QStringLiteral("The instruction has no pests. Close this tab, press Edit and select pests.");
+    }
+    const bool noPoints = ui_.grdPest->TextMatrix(capture::FirstPointRow, capture::PointColumn).isEmpty();
+    return noPoints ? QStringLiteral("The block has no monitoring points. Close this tab, press Edit and save the instruction.")
+                    : QString();
+}
+
 void CaptureGrid::fillTotals()
 {
     for (int pest = 1; pest <= NoOfPests; ++pest) {
-        const dao::Recordset rows = objPestMON().New_Get_PestDataMax_for_Transaction(
-            session().CurrentBlockID, PestIDs[static_cast<std::size_t>(pest - 1)], session().CurrentPMTransID);
+        const dao::Recordset rows = records_.totals(target(pest));
         if (rows.Eof()) {
             continue;
         }
         ui_.grdPest->setTextMatrix(capture::TotalRow, capture::keyColumn(pest), rows.text("PMDataMaxID"));
         for (int value = 1; value <= capture::ValuesPerPest; ++value) {
-            const std::int32_t total = rows.longValue(field(isCount() ? CountTotalFields : YesTotalFields, value));
-            paint(capture::TotalRow, capture::valueColumn(pest, value), capture::storedTotal(basic::toInteger16(total)));
+            paint(capture::TotalRow, capture::valueColumn(pest, value), records_.total(rows, value));
         }
     }
 }
@@ -219,11 +205,10 @@ void CaptureGrid::fillPoints()
             grid.setRows(row + 2);
             grid.setTextMatrix(row, capture::PointColumn, QString::number(point));
         }
-        const std::int32_t target = rows.longValue("CTargetID");
         // A file from elsewhere may name a pest twice.
         for (int pest = 1; pest <= NoOfPests; ++pest) {
             const bool empty = grid.TextMatrix(row, capture::keyColumn(pest)).isEmpty();
-            if (empty && PestIDs[static_cast<std::size_t>(pest - 1)] == target) {
+            if (empty && target(pest) == rows.longValue("CTargetID")) {
                 fillPointCells(row, pest, rows);
             }
         }
@@ -234,13 +219,7 @@ void CaptureGrid::fillPointCells(int row, int pest, const dao::Recordset &rows)
 {
     ui_.grdPest->setTextMatrix(row, capture::keyColumn(pest), rows.text("PMDataID"));
     for (int value = 1; value <= capture::ValuesPerPest; ++value) {
-        if (isCount()) {
-            const std::int32_t count = rows.longValue(field(CountFields, value));
-            paint(row, capture::valueColumn(pest, value), capture::storedPoint(basic::toInteger16(count)));
-        } else {
-            const bool yes = rows.boolean(field(YesFields, value));
-            paint(row, capture::valueColumn(pest, value), {QString(), yes ? cellColour::Red : cellColour::White, 0});
-        }
+        paint(row, capture::valueColumn(pest, value), records_.point(rows, value));
     }
 }
 
@@ -256,8 +235,8 @@ void CaptureGrid::click(int row, int col)
     if (col > lastPestCol() || col < capture::FirstValueColumn) {
         return;
     }
-    if (row == capture::TotalRow || isCount()) {
-        openEditor();
+    if (row == capture::TotalRow || records_.isCount()) {
+        openEditor(CaptureCellEditor::OpenedBy::User);
     } else {
         toggle(row, col);
     }
@@ -268,11 +247,12 @@ void CaptureGrid::keyDown(QKeyEvent *event)
     controls::FlexGrid &grid = *ui_.grdPest;
     const int row = grid.Row();
     const int col = grid.Col();
-    const bool toggles = event->key() == Qt::Key_F2;
+    const bool editable = row == capture::TotalRow || records_.isCount();
+    const bool toggles = event->key() == Qt::Key_F2 || (event->key() == Qt::Key_Space && !editable);
+    const bool empties = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool character = isCharacter(*event);
-    const bool opens = (enter || character) && (row == capture::TotalRow || isCount());
-    if (!toggles && !opens) {
+    if (!toggles && !(editable && (empties || enter || character))) {
         return;
     }
     event->accept();
@@ -283,15 +263,19 @@ void CaptureGrid::keyDown(QKeyEvent *event)
         runOrReport(QStringLiteral("The cell could not be changed"), [&] { click(row, col); });
         // A toggle leaves the current cell in the point column; keys continue from the toggled cell.
         grid.setCell(row, col);
-        return;
-    }
-    openEditor();
-    if (editor_.isOpen() && character) {
-        Send_Keys(event->text(), true);
+    } else if (event->key() == Qt::Key_Plus && (event->modifiers() & Qt::KeypadModifier)) {
+        move(capture::Direction::Next);
+    } else {
+        openEditor(CaptureCellEditor::OpenedBy::User);
+        if (editor_.isOpen() && empties) {
+            ui_.txtG1->clear();
+        } else if (editor_.isOpen() && character) {
+            Send_Keys(event->text(), true);
+        }
     }
 }
 
-void CaptureGrid::openEditor()
+void CaptureGrid::openEditor(CaptureCellEditor::OpenedBy by)
 {
     const controls::FlexGrid &grid = *ui_.grdPest;
     const auto column = capture::pestColumn(grid.Col(), NoOfPests);
@@ -303,120 +287,238 @@ void CaptureGrid::openEditor()
         return;
     }
     OldValue = numberIn(grid.Row(), grid.Col());
-    editor_.open();
+    editor_.open(by);
+}
+
+void CaptureGrid::move(capture::Direction direction)
+{
+    controls::FlexGrid &grid = *ui_.grdPest;
+    const int lastPointRow = grid.Rows() - 2;
+    const auto next = capture::neighbourCell({grid.Row(), grid.Col()}, NoOfPests, lastPointRow, direction);
+    if (!next) {
+        return;
+    }
+    grid.setCell(next->row, next->col);
+    grid.showCell(next->row, next->col);
+    const int pest = capture::pestColumn(next->col, NoOfPests)->pest;
+    if (next->row == capture::TotalRow || (records_.isCount() && keyIn(next->row, pest) != 0)) {
+        openEditor(CaptureCellEditor::OpenedBy::Move);
+    }
+}
+
+capture::CellDisplay CaptureGrid::shown(int row, int col) const
+{
+    const controls::FlexGrid &grid = *ui_.grdPest;
+    if (row != capture::TotalRow && !records_.isCount()) {
+        return capture::answer(grid.CellBackColor(row, col) == cellColour::Red);
+    }
+    return {grid.TextMatrix(row, col), grid.CellBackColor(row, col).value_or(cellColour::White), numberIn(row, col)};
+}
+
+CaptureChange CaptureGrid::changeTo(int row, int col, const capture::CellDisplay &cell, const capture::CellDisplay &total) const
+{
+    return {row, col, shown(row, col), cell, shown(capture::TotalRow, col), total};
+}
+
+CaptureChange CaptureGrid::typedChange(int row, int col, const QString &typed) const
+{
+    if (row == capture::TotalRow) {
+        const capture::CellDisplay total = capture::typedTotal(typed);
+        return changeTo(row, col, total, total);
+    }
+    const capture::CellDisplay count = capture::typedPoint(typed);
+    const std::int16_t total = capture::runningTotal(totalBase(col), OldValue, count.value);
+    return changeTo(row, col, count, capture::changedTotal(total));
+}
+
+std::int16_t CaptureGrid::totalBase(int col) const
+{
+    return unsavedTotals_.value(col, numberIn(capture::TotalRow, col));
 }
 
 bool CaptureGrid::store(int row, int col, const QString &typed)
 {
-    const capture::PestColumn column = *capture::pestColumn(col, NoOfPests);
-    bool stored = false;
-    runOrReport(QStringLiteral("%1 could not be saved").arg(cellName(row, column)), [&] {
-        if (row == capture::TotalRow) {
-            saveTypedTotal(column, typed);
-            stored = true;
-        } else {
-            stored = savePoint(row, column, typed);
-        }
-    });
-    return stored;
-}
-
-void CaptureGrid::saveTypedTotal(const capture::PestColumn &column, const QString &typed)
-{
-    const capture::CellDisplay total = capture::typedTotal(typed);
-    dao::CommitScope scope(*session().dbPest);
-    saveTotal(column, total);
-    scope.commit();
-}
-
-bool CaptureGrid::savePoint(int row, const capture::PestColumn &column, const QString &typed)
-{
-    const int col = capture::valueColumn(column.pest, column.value);
-    const capture::CellDisplay count = capture::typedPoint(typed);
-    const std::int16_t total = capture::runningTotal(numberIn(capture::TotalRow, col), OldValue, count.value);
-    dao::CommitScope scope(*session().dbPest);
-    paint(row, col, count);
-    // From here on the total includes the new value; after a failed point a second try starts from it.
-    OldValue = count.value;
-    const bool totalSaved = saveTotal(column, capture::changedTotal(total));
-    session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column.pest - 1)];
-    if (storePoint(column, row, count.value) == clsPestMONNew::Failed) {
-        showStoreFailure(QStringLiteral("%1 could not be saved").arg(cellName(row, column)));
+    std::optional<CaptureChange> change;
+    if (!runOrReport(notSaved(row, col), [&] { change = typedChange(row, col, typed); })) {
         return false;
     }
-    scope.commit();
-    if (totalSaved) {
-        host().showStatus(QStringLiteral("%1 = %2 saved").arg(cellName(row, column)).arg(count.value));
+    if (perform(*change) || row == capture::TotalRow) {
+        return true;
     }
-    return true;
+    paint(row, col, change->after);
+    if (numberIn(capture::TotalRow, col) == change->totalAfter.value) {
+        // The stored total includes the new value already; a second try must not add it again.
+        OldValue = change->after.value;
+    }
+    return false;
 }
 
-clsPestMONNew::Status CaptureGrid::storePoint(const capture::PestColumn &column, int row, std::int16_t count)
+/// After a failed write the cell shows the typed value under its editor.
+void CaptureGrid::cancelled(int row, int col)
 {
-    std::int32_t PMDataID = keyIn(row, column.pest);
-    return objPestMON().Save_PestData(PMDataID, session().CurrentPMTransID, session().CurrentCTargetID, point(row),
-                                      rowWith(Counts, column.value, count), selector(clsPestMONNew::Count, column.value));
-}
-
-bool CaptureGrid::saveTotal(const capture::PestColumn &column, const capture::CellDisplay &total)
-{
-    paint(capture::TotalRow, capture::valueColumn(column.pest, column.value), total);
-    session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column.pest - 1)];
-    std::int32_t PMDataMaxID = keyIn(capture::TotalRow, column.pest);
-    const auto first = isCount() ? clsPestMONNew::Count : clsPestMONNew::Yes;
-    const auto status = objPestMON().Save_PestDataMax(PMDataMaxID, session().CurrentPMTransID, session().CurrentCTargetID,
-                                                      rowWith(isCount() ? CountTotals : YesTotals, column.value, total.value),
-                                                      selector(first, column.value));
-    const QString name = cellName(capture::TotalRow, column);
-    if (status == clsPestMONNew::Failed) {
-        showStoreFailure(QStringLiteral("%1 could not be saved").arg(name));
-        return false;
-    }
-    host().showStatus(QStringLiteral("%1 = %2 saved").arg(name).arg(total.value));
-    return true;
+    const CaptureChange unchanged = changeTo(row, col, shown(row, col), shown(capture::TotalRow, col));
+    showStored(unchanged, {});
 }
 
 void CaptureGrid::toggle(int row, int col)
 {
-    controls::FlexGrid &grid = *ui_.grdPest;
-    const auto colour = grid.CellBackColor(row, col);
-    const auto column = capture::pestColumn(col, NoOfPests);
-    if (!column || (colour != cellColour::White && colour != cellColour::Red)) {
+    const auto colour = ui_.grdPest->CellBackColor(row, col);
+    if (!capture::pestColumn(col, NoOfPests) || (colour != cellColour::White && colour != cellColour::Red)) {
         return;
     }
     const bool yes = colour == cellColour::White;
-    grid.setCellBackColor(row, col, yes ? cellColour::Red : cellColour::White);
-    const QString name = cellName(row, *column);
-    dao::CommitScope scope(*session().dbPest);
-    const bool totalSaved = Toggle_PMYes(*column, yes);
-    session().CurrentCTargetID = PestIDs[static_cast<std::size_t>(column->pest - 1)];
-    std::int32_t PMDataID = keyIn(row, column->pest);
-    const auto status =
-        objPestMON().Save_PestData(PMDataID, session().CurrentPMTransID, session().CurrentCTargetID, point(row),
-                                   rowWith(Answers, column->value, yes), selector(clsPestMONNew::Yes, column->value));
-    grid.setCol(capture::PointColumn);
+    const std::int16_t total = totalBase(col);
+    // A No at a total of 0 leaves the total alone.
+    const bool counts = yes || total >= 1;
+    const capture::CellDisplay newTotal =
+        counts ? capture::changedTotal(capture::runningTotal(total, yes ? 0 : 1, yes ? 1 : 0)) : shown(capture::TotalRow, col);
+    perform(changeTo(row, col, capture::answer(yes), newTotal), counts ? Totals::Save : Totals::Skip);
+    ui_.grdPest->setCol(capture::PointColumn);
+}
+
+bool CaptureGrid::perform(const CaptureChange &change, Totals totals)
+{
+    const Written written = write(change, totals);
+    if (written.all()) {
+        host().showStatus(QStringLiteral("%1 = %2 saved").arg(cellName(change.row, change.col), valueText(change)));
+        history_.add(change);
+    } else if (written.cell != written.total) {
+        // The total is no longer the one that earlier changes led to.
+        history_.clear();
+    }
+    if (written.total) {
+        unsavedTotals_.remove(change.col);
+    } else if (written.cell) {
+        unsavedTotals_.insert(change.col, change.totalAfter.value);
+    }
+    updateActions();
+    return written.cell;
+}
+
+CaptureGrid::Written CaptureGrid::write(const CaptureChange &change, Totals totals)
+{
+    Written written{false, totals == Totals::Skip};
+    const bool committed = runOrReport(notSaved(change.row, change.col), [&] {
+        dao::CommitScope scope(*session().dbPest);
+        if (totals == Totals::Save) {
+            written.total = writeTotal(change);
+        }
+        written.cell = change.row == capture::TotalRow ? written.total : writePoint(change);
+        scope.commit();
+    });
+    if (!committed) {
+        written = {};
+    }
+    if (written.total) {
+        paint(capture::TotalRow, change.col, change.totalAfter);
+    }
+    if (written.cell) {
+        paint(change.row, change.col, change.after);
+    }
+    if (!written.all()) {
+        showStored(change, written);
+    }
+    return written;
+}
+
+bool CaptureGrid::writePoint(const CaptureChange &change)
+{
+    const capture::PestColumn column = *capture::pestColumn(change.col, NoOfPests);
+    const auto status = records_.savePoint(keyIn(change.row, column.pest), target(column.pest), point(change.row), column.value,
+                                           change.after.value);
     if (status == clsPestMONNew::Failed) {
-        showStoreFailure(QStringLiteral("%1 could not be saved").arg(name));
-        return;
+        showStoreFailure(notSaved(change.row, change.col));
     }
-    scope.commit();
-    if (totalSaved) {
-        host().showStatus(QStringLiteral("%1 = %2 saved").arg(name, yes ? QStringLiteral("Yes") : QStringLiteral("No")));
-    }
+    return status == clsPestMONNew::Done;
 }
 
-bool CaptureGrid::Toggle_PMYes(const capture::PestColumn &column, bool yes)
+bool CaptureGrid::writeTotal(const CaptureChange &change)
 {
-    const std::int16_t total = numberIn(capture::TotalRow, capture::valueColumn(column.pest, column.value));
-    if (!yes && total < 1) {
-        return true;
+    const capture::PestColumn column = *capture::pestColumn(change.col, NoOfPests);
+    std::int32_t PMDataMaxID = keyIn(capture::TotalRow, column.pest);
+    const auto status = records_.saveTotal(PMDataMaxID, target(column.pest), column.value, change.totalAfter.value);
+    if (status == clsPestMONNew::Failed) {
+        showStoreFailure(notSaved(capture::TotalRow, change.col));
     }
-    return saveTotal(column, capture::changedTotal(capture::runningTotal(total, yes ? 0 : 1, yes ? 1 : 0)));
+    return status == clsPestMONNew::Done;
 }
 
-QString CaptureGrid::cellName(int row, const capture::PestColumn &column) const
+void CaptureGrid::showStored(const CaptureChange &change, const Written &written)
 {
-    const QString pest = ui_.grdPest->TextMatrix(capture::PestNameRow, capture::valueColumn(column.pest, column.value));
+    const capture::PestColumn column = *capture::pestColumn(change.col, NoOfPests);
+    // The write has reported its failure; if reading fails too, the former values stay.
+    basic::runOrIgnore([&] {
+        if (const auto total = records_.storedTotal(target(column.pest), column.value); total && !written.total) {
+            paint(capture::TotalRow, change.col, *total);
+        }
+        if (change.row != capture::TotalRow && !written.cell) {
+            const auto stored = records_.storedPoint(target(column.pest), point(change.row), column.value);
+            paint(change.row, change.col, stored.value_or(change.before));
+        }
+    });
+}
+
+void CaptureGrid::forgetChanges()
+{
+    history_.clear();
+    unsavedTotals_.clear();
+    updateActions();
+}
+
+void CaptureGrid::updateActions()
+{
+    undoAction_->setEnabled(history_.undoable().has_value());
+    redoAction_->setEnabled(history_.redoable().has_value());
+}
+
+void CaptureGrid::undo()
+{
+    const auto last = history_.undoable();
+    if (last && !editor_.resume() && replay(last->reversed(), QStringLiteral("Undone: %1 = %2"))) {
+        history_.undone();
+    }
+    updateActions();
+}
+
+void CaptureGrid::redo()
+{
+    const auto next = history_.redoable();
+    if (next && !editor_.resume() && replay(*next, QStringLiteral("Redone: %1 = %2"))) {
+        history_.redone();
+    }
+    updateActions();
+}
+
+bool CaptureGrid::replay(const CaptureChange &change, const QString &report)
+{
+    ui_.grdPest->setCell(change.row, change.col);
+    ui_.grdPest->showCell(change.row, change.col);
+    const Written written = write(change, Totals::Save);
+    if (!written.all()) {
+        history_.clear();
+        return false;
+    }
+    const QString total = change.row == capture::TotalRow ? QString() : QStringLiteral(", total %1").arg(change.totalAfter.value);
+    host().showStatus(report.arg(cellName(change.row, change.col), valueText(change)) + total);
+    return true;
+}
+
+QString CaptureGrid::valueText(const CaptureChange &change) const
+{
+    if (change.row == capture::TotalRow || records_.isCount()) {
+        return QString::number(change.after.value);
+    }
+    return change.after.value != 0 ? QStringLiteral("Yes") : QStringLiteral("No");
+}
+
+QString CaptureGrid::notSaved(int row, int col) const
+{
+    return QStringLiteral("%1 could not be saved").arg(cellName(row, col));
+}
+
+QString CaptureGrid::cellName(int row, int col) const
+{
+    const QString pest = ui_.grdPest->TextMatrix(capture::PestNameRow, col);
     const QString block = ui_.cmbBlock->Text();
     if (row == capture::TotalRow) {
         return QStringLiteral("%1, total, %2").arg(block, pest);
@@ -436,10 +538,18 @@ QString CaptureGrid::describe(int row, int col) const
         ? QStringLiteral("total")
         : QStringLiteral("point %1").arg(grid.TextMatrix(row, capture::PointColumn));
     const auto colour = grid.CellBackColor(row, col);
-    const bool isAnswer = !isCount() && row != capture::TotalRow && colour.has_value();
+    const bool isAnswer = !records_.isCount() && row != capture::TotalRow && colour.has_value();
     const QString value =
         isAnswer ? (colour == cellColour::Red ? QStringLiteral("Yes") : QStringLiteral("No")) : grid.TextMatrix(row, col);
     return QStringLiteral("%1, %2, %3").arg(position, pest, value);
+}
+
+QString CaptureGrid::copyText(int row, int col) const
+{
+    const bool isAnswer =
+        row > capture::TotalRow && !records_.isCount() && keyIn(row, capture::pestColumn(col, NoOfPests)->pest) != 0;
+    return isAnswer ? (shown(row, col).value != 0 ? QStringLiteral("Yes") : QStringLiteral("No"))
+                    : ui_.grdPest->TextMatrix(row, col);
 }
 
 std::vector<QStringList> CaptureGrid::shownRows()

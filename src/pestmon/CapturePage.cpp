@@ -47,6 +47,10 @@ void CapturePage::open()
     ui_.chkPMCom->setChecked(true);
     completedClick();
     ui_.grdPest->hide();
+    ui_.lblNoBlock->setText(ui_.cmbBlock->ListCount() > 0
+                                ? QStringLiteral("Select a block to enter its findings.")
+                                : QStringLiteral("The instruction has no blocks. Close this tab, press Edit and select blocks."));
+    ui_.lblNoBlock->show();
     ui_.cmbBlock->setEnabled(true);
 }
 
@@ -76,6 +80,7 @@ void CapturePage::blockClick()
     runOrReport(QStringLiteral("The block could not be shown"), [&] {
         session().CurrentBlockID = ui_.cmbBlock->ItemData(ui_.cmbBlock->ListIndex());
         grid_.Fill_Capture();
+        ui_.lblNoBlock->hide();
         ui_.grdPest->show();
     });
 }

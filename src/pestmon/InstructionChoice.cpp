@@ -4,6 +4,7 @@
 #include "common/MonitoringConstants.h"
 #include "common/PestTypes.h"
 #include "platform/basic/Numbers.h"
+#include "screens/GridActions.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 
@@ -47,10 +48,13 @@ InstructionChoice::InstructionChoice(ChildScreen &screen, ScreenHost &host, Ui::
       blocksCaption_(ui.lblMethod_1->text()), pestsCaption_(ui.lblMethod_19->text())
 {
     ui_.cmbTPest->setTypingAllowed(false);
+    addFocusKey(*ui_.grdBlockIn, Qt::ALT | Qt::Key_K);
+    addFocusKey(*ui_.grdPestIn, Qt::ALT | Qt::Key_I);
     on(ui_.grdBlockIn, &controls::FlexGrid::Click, [this](int row, int) { blockClick(row); });
     on(ui_.grdPestIn, &controls::FlexGrid::Click, [this](int row, int) { pestClick(row); });
     on(ui_.cmbTPest, &controls::ItemCombo::Click, [this] { pestTypeClick(); });
-    on(ui_.chkSelectPest, &QCheckBox::clicked, [this](bool ticked) { pests_.markAll(ticked); });
+    ui_.chkSelectPest->setToolTip(QStringLiteral("Marks the pests shown without selecting them"));
+    on(ui_.chkSelectPest, &QCheckBox::clicked, [this](bool ticked) { Select_AllPests(ticked); });
 }
 
 void InstructionChoice::load()
@@ -78,9 +82,8 @@ void InstructionChoice::blankCounts()
 
 void InstructionChoice::showCounts()
 {
-    const QString counted = QStringLiteral("%1 (%2 Selected)");
-    ui_.lblMethod_1->setText(counted.arg(blocksCaption_).arg(blocks_.Count_Selected()));
-    ui_.lblMethod_19->setText(counted.arg(pestsCaption_).arg(pests_.Count_Selected()));
+    ui_.lblMethod_1->setText(blocks_.counted(blocksCaption_));
+    ui_.lblMethod_19->setText(pests_.counted(pestsCaption_));
 }
 
 void InstructionChoice::showAllPestTypes()
@@ -93,14 +96,14 @@ void InstructionChoice::showAllPestTypes()
 void InstructionChoice::Fill_BlockIn()
 {
     objPestMON().RecordTotal = 0;
-    blocks_.fill(objPestMON().XGet_PestBlocks_for_Farms(session().CurrentFarmID),
+    blocks_.fill(objPestMON().XGet_PestBlocks_for_Farms(session().CurrentFarmID), noBlocksText(),
                  [this](int row) { showChoice(blocks_, row, BlockTables); });
 }
 
 void InstructionChoice::Fill_PestIn()
 {
     pests_.fill(objPestMON().Get_Pests_for_ALL_FruitTypes(session().PestTypeFilter),
-                [this](int row) { showChoice(pests_, row, PestTables); });
+                noPestsText(!session().PestTypeFilter.isEmpty()), [this](int row) { showChoice(pests_, row, PestTables); });
 }
 
 void InstructionChoice::showChoice(PickGrid &list, int row, const Tables &tables)
@@ -120,6 +123,15 @@ void InstructionChoice::pestTypeClick()
 {
     session().PestTypeFilter = pestTypeFilter(ui_.cmbTPest->Text());
     Fill_PestIn();
+}
+
+void InstructionChoice::Select_AllPests(bool marked)
+{
+    pests_.markAll(marked);
+    const int selected = objPestMON().New_Get_Pests_For_Instruction().RecordCount();
+    host().showNote(QStringLiteral("%1; the selection is unchanged: %2 selected")
+                        .arg(marked ? QStringLiteral("All pests shown are marked") : QStringLiteral("The marks are removed"))
+                        .arg(selected));
 }
 
 void InstructionChoice::toggle(PickGrid &list, int row, const Tables &tables, const std::function<int()> &add)

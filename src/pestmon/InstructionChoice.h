@@ -43,6 +43,8 @@ private:
     void blockClick(int row);
     void pestClick(int row);
     void pestTypeClick();
+    /// Only marks: the working table is not changed.
+    void Select_AllPests(bool marked);
     /// Adds a row to the choice or removes it, and paints its mark; the status line reports a failure.
     void toggle(PickGrid &list, int row, const Tables &tables, const std::function<int()> &add);
     /// Also from the saved instruction, if there is one.

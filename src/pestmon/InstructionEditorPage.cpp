@@ -9,6 +9,7 @@
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/Dialogs.h"
 #include "reports/FieldSheetRun.h"
+#include "screens/GridActions.h"
 #include "screens/ListFillers.h"
 #include "screens/LongWork.h"
 #include "ui_frmPestMon2.h"
@@ -59,6 +60,8 @@ InstructionEditorPage::InstructionEditorPage(ChildScreen &screen, ScreenHost &ho
 {
     ui_.cmbPMethod->setTypingAllowed(false);
     reportFullNote(*ui_.txtPMNotes);
+    addFocusKey(*ui_.dtpPestM, Qt::ALT | Qt::Key_D);
+    ui_.dtpPestM->setToolTip(QStringLiteral("Date (Alt+D)"));
     on(&choice_, &InstructionChoice::changed, [this] { setSaved(false); });
     on(ui_.cmbPMethod, &controls::ItemCombo::Click, [this] { methodClick(); });
     on(ui_.cmbPerson, &controls::ItemCombo::Click, [this] { setSaved(false); });

@@ -7,11 +7,13 @@
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/RedrawPause.h"
 #include "screens/DayCells.h"
+#include "screens/GridActions.h"
 #include "screens/GridColumns.h"
 #include "screens/Period.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 
+#include <QAction>
 #include <QHash>
 
 #include <array>
@@ -90,6 +92,16 @@ void fillRow(controls::FlexGrid &grid, DayCells &days, int row, const dao::Recor
     }
 }
 
+QString noInstructionsText(const SessionContext &session)
+{
+    if (session.FilterAll) {
+        return QStringLiteral("There are no instructions in this period. Change the period, or press Add to issue one.");
+    }
+    return session.FilterCompleted
+        ? QStringLiteral("No instruction of this period is completed. Change the period, or choose Not completed or All.")
+        : QStringLiteral("There are no open instructions in this period. Change the period, or press Add to issue one.");
+}
+
 /// Green is the mark of a completed instruction.
 QString describe(const controls::FlexGrid &grid, int row, int col)
 {
@@ -120,8 +132,9 @@ InstructionListPage::InstructionListPage(ChildScreen &screen, ScreenHost &host, 
     ui_.grdGS->setStretchColumns({NotesCol});
     ui_.grdGS->setCellDescriber([&grid = *ui_.grdGS](int row, int col) { return describe(grid, row, col); });
     layOutList(*ui_.grdGS, Columns, 0);
+    addActions();
     on(ui_.grdGS, &controls::FlexGrid::Click, [this](int row, int col) { rowClick(row, col); });
-    on(ui_.grdGS, &controls::FlexGrid::cellMovedByKey, [this](int row, int col) { rowClick(row, col); });
+    on(ui_.grdGS, &controls::FlexGrid::cellMoved, [this](int row, int col) { rowClick(row, col); });
     on(ui_.grdGS, &controls::FlexGrid::DblClick, [this] { editCurrentRow(); });
     on(ui_.chkComplete, &QRadioButton::clicked, [this] { showOnly(Shown::Completed); });
     on(ui_.chkNComplete, &QRadioButton::clicked, [this] { showOnly(Shown::Open); });
@@ -133,6 +146,15 @@ InstructionListPage::InstructionListPage(ChildScreen &screen, ScreenHost &host, 
     on(ui_.cmdEdit, &QPushButton::clicked, [this] { editCurrentRow(); });
     on(ui_.cmdComp, &QPushButton::clicked, [this] { Q_EMIT captureRequested(); });
     on(ui_.cmdPdel, &QPushButton::clicked, [this] { deleteCurrentRow(); });
+}
+
+void InstructionListPage::addActions()
+{
+    controls::FlexGrid &grid = *ui_.grdGS;
+    addGridAction(grid, *ui_.cmdEdit, {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2});
+    completeAction_ = addGridAction(grid, *ui_.cmdComp);
+    addGridAction(grid, *ui_.cmdAdd, {Qt::Key_Insert});
+    addGridAction(grid, *ui_.cmdPdel, {Qt::Key_Delete});
 }
 
 void InstructionListPage::load()
@@ -149,6 +171,7 @@ void InstructionListPage::Fill_PestList()
     dao::Recordset rows = objPestMON().New_Get_PestTransactions(basic::SerialDate::fromDate(ui_.dtpDateFrom->Value()),
                                                                 basic::SerialDate::fromDate(ui_.dtpDateTo->Value()));
     layOutList(*ui_.grdGS, Columns, rows.RecordCount());
+    ui_.grdGS->setEmptyText(rows.Eof() ? noInstructionsText(session()) : QString());
     const Fields fields(rows);
     DayCells days(*ui_.grdGS);
     // Thousands of rows share a few methods.
@@ -274,6 +297,7 @@ void InstructionListPage::showOnly(Shown shown)
     session().FilterCompleted = shown == Shown::Completed;
     session().FilterAll = shown == Shown::All;
     ui_.cmdComp->setVisible(shown != Shown::Completed);
+    completeAction_->setVisible(shown != Shown::Completed);
     session().ListRow = 0;
     refresh(NoRowMeans::LastDataRow);
     ui_.grdGS->setFocus();

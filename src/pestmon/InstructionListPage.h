@@ -5,6 +5,8 @@
 
 #include <QDate>
 
+class QAction;
+
 namespace pestmon
 {
 
@@ -39,6 +41,7 @@ Q_SIGNALS:
     void captureRequested();
 
 private:
+    void addActions();
     void selectRow(int row, int col);
     void rowClick(int row, int col);
     void setRowBold(int row, bool bold);
@@ -48,6 +51,8 @@ private:
     void storePeriodStart();
     void editCurrentRow();
     void deleteCurrentRow();
+
+    QAction *completeAction_ = nullptr;
 };
 
 } // namespace pestmon

@@ -5,6 +5,7 @@
 #include "common/grid/modMousewheel.h"
 #include "platform/basic/Numbers.h"
 #include "platform/controls/RedrawPause.h"
+#include "screens/GridActions.h"
 #include "screens/Icons.h"
 #include "screens/Period.h"
 #include "store/clsPestMONNew.h"
@@ -23,16 +24,6 @@ Ui::frmRepPestInfo &setUp(Ui::frmRepPestInfo &ui, QWidget *screen)
 {
     ui.setupUi(screen);
     return ui;
-}
-
-/// Marks all rows, including the empty last one, and selects the first.
-void setAll(controls::FlexGrid &grid, PickGrid &list, bool chosen)
-{
-    const controls::RedrawPause pause(grid);
-    for (int row = 1; row < grid.Rows(); ++row) {
-        list.setMarked(row, chosen);
-    }
-    grid.setCell(1, list.markColumn());
 }
 
 std::vector<ReportChoice> choices(const controls::FlexGrid &grid, const PickGrid &list, bool withPoints)
@@ -54,6 +45,8 @@ frmRepPestInfo::frmRepPestInfo(ScreenHost &host, QWidget *parent)
 {
     setIcons({{ui_->cmdExcel, "sheet", "onacc"}, {ui_->cmdPALL, "sheet"}, {ui_->cmdTCancel, "close"}});
     ui_->cmbTPest->setTypingAllowed(false);
+    addFocusKey(*ui_->grdPestIn, Qt::ALT | Qt::Key_I);
+    addFocusKey(*ui_->grdBlockIn, Qt::ALT | Qt::Key_K);
     serveFocusedGrid(*this, {ui_->grdBlockIn, ui_->grdPestIn});
     connectButtons();
     load();
@@ -69,13 +62,14 @@ QString frmRepPestInfo::screenTitle() const
 void frmRepPestInfo::connectButtons()
 {
     const auto list = [this](controls::FlexGrid *grid, PickGrid &rows, QPushButton *all, QPushButton *none) {
-        on(grid, &controls::FlexGrid::Click, [&rows](int row, int) {
+        on(grid, &controls::FlexGrid::Click, [this, &rows](int row, int) {
             if (rows.isDataRow(row)) {
                 rows.setMarked(row, !rows.isMarked(row));
+                showCounts();
             }
         });
-        on(all, &QPushButton::clicked, [grid, &rows] { setAll(*grid, rows, true); });
-        on(none, &QPushButton::clicked, [grid, &rows] { setAll(*grid, rows, false); });
+        on(all, &QPushButton::clicked, [this, grid, &rows] { selectAll(*grid, rows, true); });
+        on(none, &QPushButton::clicked, [this, grid, &rows] { selectAll(*grid, rows, false); });
     };
     list(ui_->grdPestIn, pests_, ui_->cmdSAllP, ui_->cmdDSAllP);
     list(ui_->grdBlockIn, blocks_, ui_->cmdSAll, ui_->cmdDSAll);
@@ -108,14 +102,34 @@ void frmRepPestInfo::load()
     fillPests();
 }
 
+void frmRepPestInfo::selectAll(controls::FlexGrid &grid, PickGrid &list, bool selected)
+{
+    {
+        const controls::RedrawPause pause(grid);
+        for (int row = 1; row < grid.Rows(); ++row) {
+            list.setMarked(row, selected);
+        }
+        grid.setCell(1, list.markColumn());
+    }
+    showCounts();
+}
+
+void frmRepPestInfo::showCounts()
+{
+    ui_->lblPests->setText(pests_.counted(QStringLiteral("Pests")));
+    ui_->lblBlocks->setText(blocks_.counted(QStringLiteral("Blocks")));
+}
+
 void frmRepPestInfo::InitGridBlockIn()
 {
-    blocks_.fill(objPestMON().XGet_PestBlocks_for_Farms(session().CurrentFarmID));
+    blocks_.fill(objPestMON().XGet_PestBlocks_for_Farms(session().CurrentFarmID), noBlocksText());
 }
 
 void frmRepPestInfo::fillPests()
 {
-    pests_.fill(objPestMON().Get_Pests_for_ALL_FruitTypes(session().PestTypeFilter));
+    pests_.fill(objPestMON().Get_Pests_for_ALL_FruitTypes(session().PestTypeFilter),
+                noPestsText(!session().PestTypeFilter.isEmpty()));
+    showCounts();
 }
 
 void frmRepPestInfo::pestTypeClick()

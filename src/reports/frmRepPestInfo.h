@@ -27,6 +27,9 @@ public:
 private:
     void load();
     void connectButtons();
+    /// Marks all rows, including the empty last one, and makes the first the current one.
+    void selectAll(controls::FlexGrid &grid, PickGrid &list, bool selected);
+    void showCounts();
     void InitGridBlockIn();
     void fillPests();
     void pestTypeClick();

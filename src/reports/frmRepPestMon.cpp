@@ -16,7 +16,8 @@ frmRepPestMon::frmRepPestMon(ScreenHost &host, QWidget *parent)
     ui_->picFarm->setAttribute(Qt::WA_StyledBackground);
     setLabelIcon(*ui_->Image2, BannerIcon, QStringLiteral("field-sheets"));
     setIcons({{ui_->Command1, "close"}});
-    ui_->filePre->setEmptyText(QStringLiteral("No field sheets have been stored yet."));
+    ui_->filePre->setEmptyText(
+        QStringLiteral("No field sheets are stored yet. Print one from an instruction in Pest Monitoring."));
     on(ui_->filePre, &controls::FileList::Click, [this](const QString &file) { openSheet(file); });
     on(ui_->Command1, &QPushButton::clicked, [this] { closeScreen(); });
     sessionApplication(host);
@@ -52,10 +53,11 @@ void frmRepPestMon::openSheet(const QString &file)
         host().showStatus(QStringLiteral("%1 opened").arg(file));
     } catch (const basic::RunTimeError &) {
         const bool exists = QFileInfo::exists(path);
-        host().showFailure(
-            (exists ? QStringLiteral("The sheet is saved at %1") : QStringLiteral("The sheet no longer exists: %1"))
-                .arg(QDir::toNativeSeparators(path)));
-        if (!exists) {
+        const QString shownPath = QDir::toNativeSeparators(path);
+        if (exists) {
+            host().showNote(QStringLiteral("The sheet is saved at %1").arg(shownPath));
+        } else {
+            host().showFailure(QStringLiteral("The sheet no longer exists: %1").arg(shownPath));
             Refresh_List();
         }
         dialogs().message(QStringLiteral("Please make sure that Microsoft Excel is loaded on the workstation."));

@@ -31,6 +31,8 @@ public:
     /// The last change that was stored, or a failure; shown only after the store has returned.
     virtual void showStatus(const QString &text) = 0;
     virtual void showFailure(const QString &text) = 0;
+    /// What the user may need to know, when nothing was stored and nothing failed.
+    virtual void showNote(const QString &text) = 0;
     /// An unhandled error: a box with number and description; the screen remains.
     virtual void showError(const basic::RunTimeError &error) = 0;
     /// The main window's progress box for long work.

@@ -40,7 +40,7 @@ bool DesktopLauncher::open(const QString &path)
 void DesktopLauncher::tellWhere(const QString &path)
 {
     const QString file = QDir::toNativeSeparators(path);
-    host_.showFailure(QStringLiteral("No program opens workbooks here; it is saved at %1").arg(file));
+    host_.showStatus(QStringLiteral("Saved at %1; no program opens workbooks here").arg(file));
     host_.dialogs().message(
         QStringLiteral("The workbook is saved, but this computer has no program that opens it.\n\nIt is saved at "
                        "%1")

@@ -195,7 +195,16 @@ void MDI_Monitoring::Connect_Databases()
 void MDI_Monitoring::noteStartFailure(const QString &text)
 {
     startFailures_ += text;
-    showFailure(startFailures_.join(u' '));
+    resetStatus();
+}
+
+void MDI_Monitoring::resetStatus()
+{
+    if (startFailures_.isEmpty()) {
+        ui_->statusLine->clear();
+    } else {
+        showFailure(startFailures_.join(u' '));
+    }
 }
 
 /// A failed copy must not keep the office from working.
@@ -329,6 +338,7 @@ void MDI_Monitoring::unload(ChildScreen *screen)
     ui_->screenArea->takeWidget();
     screen->setParent(this);
     screen->deleteLater();
+    resetStatus();
 }
 
 ChildScreen *MDI_Monitoring::CurrentForm() const
@@ -435,6 +445,11 @@ void MDI_Monitoring::showFailure(const QString &text)
 void MDI_Monitoring::showError(const RunTimeError &error)
 {
     dialogs_.message(errorText(error), {}, controls::BoxIcon::Critical);
+}
+
+void MDI_Monitoring::showNote(const QString &text)
+{
+    ui_->statusLine->showNote(text);
 }
 
 QString MDI_Monitoring::statusText() const

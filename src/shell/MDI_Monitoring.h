@@ -54,6 +54,7 @@ public:
     controls::Dialogs &dialogs() override { return dialogs_; }
     void showStatus(const QString &text) override;
     void showFailure(const QString &text) override;
+    void showNote(const QString &text) override;
     void showError(const basic::RunTimeError &error) override;
     ProgressPicture &Picture4() override { return *Picture4_; }
     excel::Launcher &launcher() override { return *launcher_; }
@@ -73,11 +74,12 @@ private:
     void setUpBar();
     void setUpKeys();
     void showKeys();
-    /// Adds to the failures of the start in the status line.
     void noteStartFailure(const QString &text);
     /// Takes the farm's lock. False when the start has to end; with a holder on another computer the user may view the farm.
     bool lockFarm();
     void showOnly(const QString &reason);
+    /// A message does not outlive its screen; failures of the start are shown again.
+    void resetStatus();
     void Connect_Databases();
     /// Makes today's copy of the pest database. The reason when there is none, else empty.
     QString backUp();

@@ -57,6 +57,17 @@ void StatusLine::showFailure(const QString &text)
     show(QStringLiteral("warning"), QStringLiteral("danger"), text);
 }
 
+void StatusLine::showNote(const QString &text)
+{
+    icon_->clear();
+    setText(text);
+}
+
+void StatusLine::clear()
+{
+    showNote(QString());
+}
+
 QString StatusLine::text() const
 {
     return text_->text();
@@ -65,10 +76,15 @@ QString StatusLine::text() const
 void StatusLine::show(const QString &icon, const QString &colour, const QString &text)
 {
     setLabelIcon(*icon_, IconSize, icon, colour);
+    setText(text);
+}
+
+void StatusLine::setText(const QString &text)
+{
     text_->setText(text);
     text_->setAccessibleName(text);
     text_->setToolTip(text);
-    if (QAccessible::isActive()) {
+    if (QAccessible::isActive() && !text.isEmpty()) {
         QAccessibleEvent alert(text_, QAccessible::Alert);
         QAccessible::updateAccessibility(&alert);
     }

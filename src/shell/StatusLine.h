@@ -16,10 +16,14 @@ public:
     void showWritten(const QString &text);
     /// `text` after a warning sign.
     void showFailure(const QString &text);
+    /// `text` alone.
+    void showNote(const QString &text);
+    void clear();
     QString text() const;
 
 private:
     void show(const QString &icon, const QString &colour, const QString &text);
+    void setText(const QString &text);
 
     QLabel *icon_;
     QLabel *text_;

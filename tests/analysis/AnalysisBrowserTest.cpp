@@ -5,7 +5,9 @@
 #include "platform/basic/Formats.h"
 
 #include <QAbstractItemView>
+#include <QClipboard>
 #include <QFile>
+#include <QSet>
 
 /// The list of analyses, its filters and its selection.
 class AnalysisBrowserTest : public AnalysisScreen
@@ -27,6 +29,9 @@ private Q_SLOTS:
     void rowClickedAfterADateIsSelected();
     void periodStartIsStored();
     void failingStoreIsReported();
+    void keysActOnTheList();
+    void emptyListsGiveTheReason();
+    void bannerShowsCaptionAndIcon();
 
 private:
     void addLeaves();
@@ -313,6 +318,55 @@ void AnalysisBrowserTest::failingStoreIsReported()
     open(u"Leaf");
     QVERIFY(!host_->failure.isEmpty());
     QCOMPARE(find<QLabel>("screenTitle").text(), QStringLiteral("Leaf Analisys"));
+}
+
+void AnalysisBrowserTest::keysActOnTheList()
+{
+    addLeaves();
+    open(u"Leaf");
+    grid().setFocus();
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_F2, Qt::Key_Insert}) {
+        QTest::keyClick(&grid(), key);
+        QVERIFY(panelIsOpen());
+        QCOMPARE(id(), key == Qt::Key_Insert ? 0 : 2);
+        click("cmdRetAdd");
+    }
+    QTest::keyClick(&grid(), Qt::Key_C, Qt::ControlModifier);
+    const QString row = QGuiApplication::clipboard()->text();
+    QVERIFY2(row.startsWith(QStringLiteral("Dam\tEureka\t")), qPrintable(row));
+    QVERIFY2(row.endsWith(QStringLiteral("Stem\tBlossom") + QStringLiteral("\t1").repeated(11)), qPrintable(row));
+    host_->dialogs().expectMessage();
+    QTest::keyClick(&grid(), Qt::Key_Delete);
+    QCOMPARE(farm_->count("tblLeaveAnalysis", "LeaveAnalysisID = 2"), 0);
+}
+
+void AnalysisBrowserTest::emptyListsGiveTheReason()
+{
+    open(u"Leaf");
+    QVERIFY(grid().emptyText().contains(QStringLiteral("press Add")));
+    click("opInActive");
+    QVERIFY(grid().emptyText().contains(QStringLiteral("inactive blocks")));
+    addLeaves();
+    click("opActive");
+    QCOMPARE(grid().emptyText(), QString());
+    farm_->session.dbPest->Execute(QStringLiteral("DELETE FROM tblLeaveAnalysis where BlockPID = %1").arg(farm_->rand));
+    click("opActive");
+    choose("cboGroup", QStringLiteral("Nuts"));
+    QVERIFY(grid().emptyText().contains(QStringLiteral("Reset Filter")));
+    click("cmdResetFilter");
+    QCOMPARE(grid().emptyText(), QString());
+}
+
+void AnalysisBrowserTest::bannerShowsCaptionAndIcon()
+{
+    QList<QByteArray> icons;
+    for (const AnalysisKind &kind : analysisKinds()) {
+        open(kind.mode);
+        QCOMPARE(find<QLabel>("formCaption").text(), kind.formCaption.toString());
+        const QImage icon = find<QLabel>("Image2").pixmap().toImage();
+        icons.append(QByteArray(reinterpret_cast<const char *>(icon.constBits()), icon.sizeInBytes()));
+    }
+    QCOMPARE(QSet<QByteArray>(icons.begin(), icons.end()).size(), icons.size());
 }
 
 QTEST_MAIN(AnalysisBrowserTest)

@@ -4,6 +4,7 @@
 #include "AnalysisScreen.h"
 
 #include <QAbstractItemView>
+#include <QClipboard>
 
 /// Entering, changing and deleting one analysis.
 class AnalysisPanelTest : public AnalysisScreen
@@ -32,6 +33,7 @@ private Q_SLOTS:
     void deleteTakesTheFirstRowOfAFreshScreen_data() { kinds(); }
     void deleteTakesTheFirstRowOfAFreshScreen();
     void refusedDelete();
+    void pastedRowFillsTheBoxes();
 
 private:
     void type(const char *name, const QString &text)
@@ -391,6 +393,38 @@ void AnalysisPanelTest::refusedDelete()
     click("cmdLeaveDEl");
     QCOMPARE(host_->dialogs().takeLastText(), QStringLiteral("Could not delete the analysis"));
     QCOMPARE(grid().CellBackColor(1, BlockCol), cellColour::Yellow);
+}
+
+void AnalysisPanelTest::pastedRowFillsTheBoxes()
+{
+    open(u"Micro");
+    click("Command7");
+    choose("cboBlock", QStringLiteral("Kloof"));
+    const auto paste = [this](const char *name, const QString &text) {
+        QGuiApplication::clipboard()->setText(text);
+        box(name).setFocus(Qt::TabFocusReason);
+        box(name).selectAll();
+        QTest::keyClick(&box(name), Qt::Key_V, Qt::ControlModifier);
+    };
+    paste("txtP", QStringLiteral("1.5\t2,25\t\t<0.01\r\n9\t9\r\n"));
+    QCOMPARE(box("txtN").text(), QString());
+    QCOMPARE(box("txtP").text(), QStringLiteral("1.50"));
+    QCOMPARE(box("txtK").text(), QStringLiteral("2.25"));
+    QCOMPARE(box("txtCa").text(), QString());
+    QCOMPARE(box("txtMg").text(), QStringLiteral("<0.01"));
+    QVERIFY(box("txtMg").hasFocus());
+    QVERIFY(host_->failure.isEmpty());
+    // Only visible boxes are filled, and the user learns what was left out.
+    paste("txtMg", QStringLiteral("3\t4\t5\t6"));
+    QCOMPARE(box("txtMg").text() + box("txtNa").text(), QStringLiteral("3.004.00"));
+    QCOMPARE(box("txtMn").text(), QString());
+    QCOMPARE(host_->failure, QStringLiteral("4 values were pasted into 2 fields; the last 2 were left out"));
+    // A single value is text like any other.
+    paste("txtN", QStringLiteral("7"));
+    QCOMPARE(box("txtN").text(), QStringLiteral("7"));
+    click("Command3");
+    QCOMPARE(stored("Select MicroZn, MicroCu, MicroB, MicroMn, MicroFe, MicroMo from tblSoilMicro"),
+             QStringList{"7|1.5|2.25|0|3|4"});
 }
 
 QTEST_MAIN(AnalysisPanelTest)

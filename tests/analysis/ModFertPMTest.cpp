@@ -68,6 +68,8 @@ void ModFertPMTest::columnsOfAKind()
     }
     QVERIFY(list.CellFontBold(0, LastValueCol) && !list.CellFontBold(0, GroupCol));
     QCOMPARE(list.RowHeight(0), 450);
+    QCOMPARE(list.colAlignment(FirstValueCol), controls::CellAlignment::Right);
+    QCOMPARE(list.colAlignment(BlockCol), controls::CellAlignment::Left);
 }
 
 void ModFertPMTest::everyFieldIsInItsColumn_data()

@@ -20,6 +20,7 @@ private Q_SLOTS:
     void totalsShowZeroDifferently();
     void totalFollowsByDifference();
     void numbersBeyondTheFieldAreRefused();
+    void neighboursFollowTheRows();
 };
 
 void CaptureCellsTest::columnsMapToTheirPest()
@@ -98,6 +99,27 @@ void CaptureCellsTest::numbersBeyondTheFieldAreRefused()
     QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, capture::typedPoint(QStringLiteral("99999")));
     QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, capture::typedTotal(QStringLiteral("-40000")));
     QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, capture::runningTotal(32767, 0, 1));
+}
+
+void CaptureCellsTest::neighboursFollowTheRows()
+{
+    using capture::CellPosition;
+    constexpr int pests = 2;
+    constexpr int lastRow = capture::FirstPointRow + 1;
+    std::vector<CellPosition> path;
+    for (auto cell = std::optional(CellPosition{capture::TotalRow, capture::valueColumn(1, 1)}); cell;
+         cell = capture::neighbourCell(*cell, pests, lastRow, capture::Direction::Next)) {
+        path.push_back(*cell);
+    }
+    QCOMPARE(path.size(), std::size_t(6));
+    // Back to the first point, never to its total.
+    std::size_t index = path.size() - 1;
+    for (auto cell = std::optional(path.back());
+         (cell = capture::neighbourCell(*cell, pests, lastRow, capture::Direction::Previous));) {
+        QVERIFY(*cell == path[--index]);
+    }
+    QCOMPARE(index, std::size_t(2));
+    QVERIFY(!capture::neighbourCell({capture::FirstPointRow, capture::PointColumn}, pests, lastRow, capture::Direction::Next));
 }
 
 QTEST_APPLESS_MAIN(CaptureCellsTest)

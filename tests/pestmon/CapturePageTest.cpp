@@ -29,6 +29,17 @@ private Q_SLOTS:
     void answerResetAtTotalZero();
     void firstOfDuplicateRowsShows();
     void keysOpenTheEditor();
+    void blockOpensOnTheFirstPoint();
+    void keysMoveFromCellToCell_data();
+    void keysMoveFromCellToCell();
+    void movingOverACellWritesNothing();
+    void wholeSheetTakesTwoKeysPerCount();
+    void escapeRestoresTheCell();
+    void deleteOpensTheEditorEmpty();
+    void undoAndRedoRestoreCellAndTotal();
+    void undoOfAnswersAndTypedTotals();
+    void undoEndsWithTheBlock();
+    void failedWriteShowsWhatIsStored();
     void editorPassesTheFocusOn_data();
     void editorPassesTheFocusOn();
     void completionIssuesOneSuccessor();
@@ -197,6 +208,7 @@ void CapturePageTest::failedTotalIsReported()
     typeInto(Point1, Value1, QStringLiteral("8"));
     QCOMPARE(storedCount(Point1, 1), 8);
     QVERIFY(host_->failure.startsWith(reported) && host_->status.isEmpty());
+    QCOMPARE(cell(Total, Value1), QStringLiteral("0"));
     click("Command4");
     host_->failure.clear();
     capture(answered, QStringLiteral("Blok A"));
@@ -318,6 +330,257 @@ void CapturePageTest::keysOpenTheEditor()
     QVERIFY(!box.isVisible());
 }
 
+void CapturePageTest::blockOpensOnTheFirstPoint()
+{
+    capture(issue(QStringLiteral("Count"), {1, 3}, {1}), QStringLiteral("Blok A"));
+    for (const char *block : {"Blok C", "Blok A"}) {
+        choose("cmbBlock", QLatin1String(block));
+        grid("grdPest").setFocus();
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("5"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(storedCount(Point1, 1), 5);
+        QCOMPARE(storedTotal(1), 5);
+    }
+}
+
+void CapturePageTest::keysMoveFromCellToCell_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("held");
+    QTest::addColumn<QPoint>("from"); // column, row
+    QTest::addColumn<QPoint>("to");
+    const auto row = [](const char *name, Qt::Key key, QPoint from, QPoint to, Qt::KeyboardModifiers held = {}) {
+        QTest::newRow(name) << int(key) << held << from << to;
+    };
+    constexpr int last = Point1 + 2;
+    row("Tab", Qt::Key_Tab, {Value1, Point1}, {Value2, Point1});
+    row("Tab at the end of a row", Qt::Key_Tab, {Value2, Point1}, {Value1, Point1 + 1});
+    row("Tab in the totals", Qt::Key_Tab, {Value2, Total}, {Value1, Point1});
+    row("Tab in the last cell", Qt::Key_Tab, {Value2, last}, {Value2, last});
+    row("Shift+Tab", Qt::Key_Backtab, {Value1, last}, {Value2, Point1 + 1}, Qt::ShiftModifier);
+    row("Shift+Tab in the first cell", Qt::Key_Backtab, {Value1, Point1}, {Value1, Point1}, Qt::ShiftModifier);
+    row("plus of the number pad", Qt::Key_Plus, {Value1, Point1}, {Value2, Point1}, Qt::KeypadModifier);
+    row("Right", Qt::Key_Right, {Value1, Point1}, {Value2, Point1});
+    row("Left", Qt::Key_Left, {Value2, Point1}, {Value2, Point1});
+}
+
+void CapturePageTest::keysMoveFromCellToCell()
+{
+    QFETCH(int, key);
+    QFETCH(Qt::KeyboardModifiers, held);
+    QFETCH(QPoint, from);
+    QFETCH(QPoint, to);
+    capture(issue(QStringLiteral("Count"), {1}, {1, 2}), QStringLiteral("Blok A"));
+    FlexGrid &cells = grid("grdPest");
+    auto &box = find<QLineEdit>("txtG1");
+    cells.setFocus();
+    cells.setCell(from.y(), from.x());
+    QTest::keyClick(&cells, Qt::Key_7);
+    QTest::keyClick(&box, static_cast<Qt::Key>(key), held);
+    QCOMPARE(QPoint(cells.Col(), cells.Row()), to);
+    const bool left = key != Qt::Key_Left;
+    QCOMPARE(cell(from.y(), from.x()), left ? QStringLiteral("7") : QStringLiteral("0"));
+    // A typed text has one end only; at its beginning Left moves on.
+    if (!left) {
+        QTest::keyClick(&box, Qt::Key_Left);
+        QCOMPARE(QPoint(cells.Col(), cells.Row()), QPoint(Value1, Point1));
+        QCOMPARE(storedCount(Point1, 2), 7);
+    }
+    QCOMPARE(box.isVisible(), from != to || !left);
+    QVERIFY(box.hasFocus() || cells.hasFocus());
+    QCOMPARE(find<QLineEdit>("txtPMMNotes").text(), QStringLiteral("NA"));
+}
+
+void CapturePageTest::movingOverACellWritesNothing()
+{
+    capture(issue(QStringLiteral("Count"), {1}, {1, 2}), QStringLiteral("Blok A"));
+    typeInto(Point1, Value1, QStringLiteral("7"));
+    host_->status.clear();
+    FlexGrid &cells = grid("grdPest");
+    QTest::keyClick(&cells, Qt::Key_Return);
+    auto &box = find<QLineEdit>("txtG1");
+    QTest::keyClick(&box, Qt::Key_Tab);
+    host_->status.clear();
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Right, Qt::Key_Left, Qt::Key_Backtab}) {
+        QTest::keyClick(&box, key);
+        QVERIFY(box.isVisible());
+    }
+    QCOMPARE(QPoint(cells.Col(), cells.Row()), QPoint(Value2, Point1));
+    QCOMPARE(host_->status, QString());
+    QCOMPARE(storedTotal(1), 7);
+}
+
+void CapturePageTest::wholeSheetTakesTwoKeysPerCount()
+{
+    capture(issue(QStringLiteral("Count"), {1}, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}), QStringLiteral("Blok A"));
+    grid("grdPest").setFocus();
+    int keys = 0;
+    const auto press = [&keys](Qt::Key key) {
+        QTest::keyClick(QApplication::focusWidget(), key);
+        ++keys;
+    };
+    // Of ten cells three are 0, as a scout's sheet reads.
+    for (int index = 0; index < 30; ++index) {
+        if (index % 10 < 7) {
+            press(static_cast<Qt::Key>(Qt::Key_1 + index % 9));
+        }
+        press(Qt::Key_Tab);
+    }
+    QCOMPARE(keys, 30 + 21);
+    for (int index = 0; index < 30; ++index) {
+        const int expected = index % 10 < 7 ? 1 + index % 9 : 0;
+        QCOMPARE(storedCount(Point1 + index / 10, 1 + index % 10), expected);
+    }
+}
+
+void CapturePageTest::escapeRestoresTheCell()
+{
+    capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
+    typeInto(Point1, Value1, QStringLiteral("7"));
+    FlexGrid &cells = grid("grdPest");
+    QTest::keyClick(&cells, Qt::Key_9);
+    QTest::keyClick(&find<QLineEdit>("txtG1"), Qt::Key_Escape);
+    QVERIFY(!find<QLineEdit>("txtG1").isVisible());
+    QVERIFY(cells.hasFocus());
+    QCOMPARE(cell(Point1, Value1), QStringLiteral("7"));
+    QCOMPARE(storedCount(Point1, 1), 7);
+    QCOMPARE(storedTotal(1), 7);
+}
+
+void CapturePageTest::deleteOpensTheEditorEmpty()
+{
+    capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
+    for (const Qt::Key key : {Qt::Key_Delete, Qt::Key_Backspace}) {
+        typeInto(Point1, Value1, QStringLiteral("7"));
+        QTest::keyClick(&grid("grdPest"), key);
+        auto &box = find<QLineEdit>("txtG1");
+        QVERIFY(box.isVisible());
+        QCOMPARE(box.text(), QString());
+        QTest::keyClick(&box, Qt::Key_Return);
+        QCOMPARE(cell(Point1, Value1), QStringLiteral("0"));
+        QCOMPARE(storedCount(Point1, 1), 0);
+    }
+}
+
+void CapturePageTest::undoAndRedoRestoreCellAndTotal()
+{
+    capture(issue(QStringLiteral("Count"), {1}, {1, 2}), QStringLiteral("Blok A"));
+    FlexGrid &cells = grid("grdPest");
+    const auto press = [](Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key, Qt::ControlModifier); };
+    typeInto(Point1, Value1, QStringLiteral("3"));
+    typeInto(Point1, Value1, QStringLiteral("8"));
+    typeInto(Point1 + 1, Value1, QStringLiteral("2"));
+    press(Qt::Key_Z);
+    QCOMPARE(storedCount(Point1 + 1, 1), 0);
+    QCOMPARE(host_->status, QStringLiteral("Undone: Blok A, point 2, Pest 01 = 0, total 8"));
+    press(Qt::Key_Z);
+    QCOMPARE(cell(Point1, Value1), QStringLiteral("3"));
+    QCOMPARE(QPoint(cells.Col(), cells.Row()), QPoint(Value1, Point1));
+    QCOMPARE(storedCount(Point1, 1), 3);
+    QCOMPARE(storedTotal(1), 3);
+    press(Qt::Key_Y);
+    QCOMPARE(storedCount(Point1, 1), 8);
+    QCOMPARE(storedTotal(1), 8);
+    QCOMPARE(host_->status, QStringLiteral("Redone: Blok A, point 1, Pest 01 = 8, total 8"));
+    // In an editor with nothing typed too; with something typed Ctrl+Z belongs to the text.
+    QTest::keyClick(&cells, Qt::Key_Return);
+    auto &box = find<QLineEdit>("txtG1");
+    QTest::keyClick(&box, Qt::Key_5);
+    press(Qt::Key_Z);
+    QVERIFY(box.isVisible());
+    QCOMPARE(box.text(), QStringLiteral("8"));
+    press(Qt::Key_Z);
+    QVERIFY(!box.isVisible());
+    QCOMPARE(storedCount(Point1, 1), 3);
+    // A new value ends what could be redone.
+    typeInto(Point1, Value2, QStringLiteral("1"));
+    press(Qt::Key_Y);
+    QCOMPARE(storedCount(Point1, 1), 3);
+    for (int time = 0; time < 4; ++time) {
+        press(Qt::Key_Z);
+    }
+    QCOMPARE(storedTotal(1), 0);
+    QCOMPARE(storedTotal(2), 0);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where PMCount <> 0")), 0);
+}
+
+void CapturePageTest::undoOfAnswersAndTypedTotals()
+{
+    capture(issue(QStringLiteral("Yes/No"), {1}, {1}), QStringLiteral("Blok A"));
+    FlexGrid &cells = grid("grdPest");
+    cells.setFocus();
+    QTest::keyClick(&cells, Qt::Key_Space);
+    QCOMPARE(cells.CellBackColor(Point1, Value1), std::optional(cellColour::Red));
+    typeInto(Total, Value1, QStringLiteral("0"));
+    QTest::keyClick(&cells, Qt::Key_Down);
+    QTest::keyClick(&cells, Qt::Key_F2);
+    QCOMPARE(cells.CellBackColor(Point1, Value1), std::optional(cellColour::White));
+    QCOMPARE(storedTotal(1, "PMYesMax"), 0);
+    const auto undo = [&] { QTest::keyClick(&cells, Qt::Key_Z, Qt::ControlModifier); };
+    undo();
+    QCOMPARE(cells.CellBackColor(Point1, Value1), std::optional(cellColour::Red));
+    QCOMPARE(storedTotal(1, "PMYesMax"), 0);
+    QVERIFY(host_->status.startsWith(QStringLiteral("Undone: Blok A, point 1, Pest 01 = Yes")));
+    undo();
+    QCOMPARE(storedTotal(1, "PMYesMax"), 1);
+    QCOMPARE(host_->status, QStringLiteral("Undone: Blok A, total, Pest 01 = 1"));
+    undo();
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMData where PMYes = True")), 0);
+    QCOMPARE(storedTotal(1, "PMYesMax"), 0);
+}
+
+void CapturePageTest::undoEndsWithTheBlock()
+{
+    capture(issue(QStringLiteral("Count"), {1, 3}, {1}), QStringLiteral("Blok A"));
+    typeInto(Point1, Value1, QStringLiteral("3"));
+    choose("cmbBlock", QStringLiteral("Blok C"));
+    choose("cmbBlock", QStringLiteral("Blok A"));
+    host_->status.clear();
+    grid("grdPest").setFocus();
+    QTest::keyClick(&grid("grdPest"), Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(storedCount(Point1, 1), 3);
+    QCOMPARE(host_->status, QString());
+}
+
+void CapturePageTest::failedWriteShowsWhatIsStored()
+{
+    const int answered = issue(QStringLiteral("Yes/No"), {1}, {1});
+    capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
+    typeInto(Total, Value1, QStringLiteral("40"));
+    const auto lock = [this] {
+        return dao::Workspace::OpenDatabase(farm_->session.PestDBFile, false, false, store::connectText());
+    };
+    const QString anyWrite = QStringLiteral("UPDATE tblPMMethod SET PMMethod = PMMethod");
+    host_->status.clear();
+    {
+        const auto other = lock();
+        dao::CommitScope held(*other);
+        other->Execute(anyWrite);
+        typeInto(Total, Value1, QStringLiteral("77"));
+    }
+    QVERIFY(!find<QLineEdit>("txtG1").isVisible());
+    QCOMPARE(cell(Total, Value1), QStringLiteral("40"));
+    QVERIFY2(host_->failure.startsWith(QStringLiteral("Blok A, total, Pest 01 could not be saved")), qPrintable(host_->failure));
+    QCOMPARE(host_->status, QString());
+    {
+        const auto other = lock();
+        dao::CommitScope held(*other);
+        other->Execute(anyWrite);
+        QTest::keyClick(&grid("grdPest"), Qt::Key_Z, Qt::ControlModifier);
+    }
+    QCOMPARE(cell(Total, Value1), QStringLiteral("40"));
+    click("Command4");
+    capture(answered, QStringLiteral("Blok A"));
+    {
+        const auto other = lock();
+        dao::CommitScope held(*other);
+        other->Execute(anyWrite);
+        clickCell("grdPest", Point1, Value1);
+    }
+    QCOMPARE(grid("grdPest").CellBackColor(Point1, Value1), std::optional(cellColour::White));
+    QCOMPARE(cell(Total, Value1), QStringLiteral("0"));
+}
+
 void CapturePageTest::editorPassesTheFocusOn_data()
 {
     QTest::addColumn<QKeySequence>("keys");
@@ -326,8 +589,6 @@ void CapturePageTest::editorPassesTheFocusOn_data()
         QTest::newRow(name) << keys << QString::fromLatin1(next);
     };
     row("Enter", Qt::Key_Return, "grdPest");
-    row("Tab", Qt::Key_Tab, "txtPMMNotes");
-    row("Shift+Tab", Qt::SHIFT | Qt::Key_Backtab, "cmbBlock");
     row("Save", Qt::ALT | Qt::Key_V, "grdPest");
     row("Note", Qt::ALT | Qt::Key_N, "txtPMMNotes");
     row("Block", Qt::ALT | Qt::Key_B, "cmbBlock");

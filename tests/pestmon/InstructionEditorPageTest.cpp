@@ -15,6 +15,8 @@ private Q_SLOTS:
     void unselectingABlockOfASavedOneActsAtOnce();
     void pestTypeNarrowsTheView();
     void allPaintsWithoutSelecting();
+    void lettersFindABlock();
+    void gridsAreNear();
     void dateRewritesTheWeekAlone();
     void personOutsideTheListIsPreserved();
     void limitsAreReported();
@@ -148,8 +150,47 @@ void InstructionEditorPageTest::allPaintsWithoutSelecting()
     QCOMPARE(pests.CellBackColor(20, PestMark), std::optional(cellColour::Yellow));
     QVERIFY(!pests.CellBackColor(21, PestMark).has_value());
     QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTPest")), 0);
+    QCOMPARE(host_->note, QStringLiteral("All pests shown are marked; the selection is unchanged: 0 selected"));
     click("chkSelectPest");
     QCOMPARE(pests.TextMatrix(20, PestMark), QString());
+    host_->dialogs().queueAnswer(Answer::No);
+    click("cmdTCancel");
+}
+
+void InstructionEditorPageTest::lettersFindABlock()
+{
+    click("cmdAdd");
+    FlexGrid &blocks = grid("grdBlockIn");
+    blocks.setFocus();
+    blocks.setCell(1, BlockMark);
+    QTest::keyClicks(&blocks, QStringLiteral("blok c"));
+    QCOMPARE(blocks.Row(), 3);
+    QTest::keyClick(&blocks, Qt::Key_Space);
+    QCOMPARE(blocks.CellBackColor(3, BlockMark), std::optional(cellColour::Yellow));
+    FlexGrid &pests = grid("grdPestIn");
+    pests.setFocus();
+    // By the second word of the name too.
+    QTest::keyClicks(&pests, QStringLiteral("17"));
+    QCOMPARE(pests.Row(), 17);
+    QVERIFY(pests.RowIsVisible(17));
+    host_->dialogs().queueAnswer(Answer::No);
+    click("cmdTCancel");
+}
+
+void InstructionEditorPageTest::gridsAreNear()
+{
+    click("cmdAdd");
+    find<QWidget>("cmbPerson").setFocus(Qt::TabFocusReason);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QVERIFY(find<QWidget>("dtpPestM").hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QVERIFY(grid("grdBlockIn").hasFocus());
+    const std::pair<Qt::Key, const char *> letters[] = {
+        {Qt::Key_I, "grdPestIn"}, {Qt::Key_D, "dtpPestM"}, {Qt::Key_K, "grdBlockIn"}};
+    for (const auto &[letter, name] : letters) {
+        QTest::keyClick(QApplication::focusWidget(), letter, Qt::AltModifier);
+        QTRY_VERIFY2(find<QWidget>(name).hasFocus(), name);
+    }
     host_->dialogs().queueAnswer(Answer::No);
     click("cmdTCancel");
 }

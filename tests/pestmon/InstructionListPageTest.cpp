@@ -2,6 +2,8 @@
 #include "PestMonScreen.h"
 #include "platform/basic/Formats.h"
 
+#include <QClipboard>
+
 class InstructionListPageTest : public PestMonScreen
 {
     Q_OBJECT
@@ -17,6 +19,9 @@ private Q_SLOTS:
     void activationIsPostponedWhileATabIsOpen();
     void rowClickedAfterADateIsSelected();
     void dateTypedBeforeAddDoesNotAffectTheNewOne();
+
+    void keysActOnTheList();
+    void emptyListGivesTheReason();
 
 private:
     /// Issued on the 2nd of January, February and March, with the keys 1, 2 and 3.
@@ -198,6 +203,41 @@ void InstructionListPageTest::dateTypedBeforeAddDoesNotAffectTheNewOne()
     QCOMPARE(host_->objPestMON().Get_PMTrans(4).date("PMTransDate")->date(), QDate(2026, 6, 4));
     click("cmdTCancel");
     QCOMPARE(grid("grdGS").Rows(), 3);
+}
+
+void InstructionListPageTest::keysActOnTheList()
+{
+    const int first = issue(QStringLiteral("Count"), {1}, {1});
+    issue(QStringLiteral("Count"), {1}, {1});
+    select(first);
+    FlexGrid &list = grid("grdGS");
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_F2, Qt::Key_Insert}) {
+        list.setFocus();
+        QTest::keyClick(&list, key);
+        QVERIFY(find<QTabWidget>("tabBlock").isVisible());
+        QCOMPARE(farm_->session.CurrentPMTransID, key == Qt::Key_Insert ? 0 : first);
+        if (key == Qt::Key_Insert) {
+            host_->dialogs().queueAnswer(Answer::No);
+        }
+        click("cmdTCancel");
+    }
+    select(first);
+    QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
+    const QString row = QGuiApplication::clipboard()->text();
+    QVERIFY2(row.endsWith(QStringLiteral("\tNo\t\tAnna\tCount\tNA\tTrue")), qPrintable(row));
+    QTest::keyClick(&list, Qt::Key_Delete);
+    QCOMPARE(farm_->countOf(QStringLiteral("Select * from tblPMTrans where PMTransID = %1").arg(first)), 0);
+}
+
+void InstructionListPageTest::emptyListGivesTheReason()
+{
+    FlexGrid &list = grid("grdGS");
+    QVERIFY(list.emptyText().contains(QStringLiteral("press Add")));
+    click("chkComplete");
+    QVERIFY(list.emptyText().contains(QStringLiteral("completed")));
+    issue(QStringLiteral("Count"), {1}, {1});
+    click("chkNComplete");
+    QCOMPARE(list.emptyText(), QString());
 }
 
 QTEST_MAIN(InstructionListPageTest)

@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QRegularExpression>
 #include <QSet>
+#include <QShortcut>
 #include <QTest>
 
 /// The page of keys lists the keys of the screens, and opens everywhere.
@@ -87,6 +88,9 @@ QSet<QString> ShortcutsTest::letters(const QWidget &widget)
     };
     for (const QAbstractButton *button : widget.findChildren<QAbstractButton *>()) {
         add(button->shortcut());
+    }
+    for (const QShortcut *shortcut : widget.findChildren<QShortcut *>()) {
+        add(shortcut->key());
     }
     for (const QLabel *label : widget.findChildren<QLabel *>()) {
         if (label->buddy()) {

@@ -87,6 +87,7 @@ private Q_SLOTS:
     void lettersWithAltAreNotTyped();
     void refusedDateIsReported();
     void longSentenceDoesNotWidenTheWindow();
+    void messageDoesNotOutliveItsScreen();
     void workbookWithoutProgramIsReported();
     void progressPictureMovesNothing();
 
@@ -389,6 +390,17 @@ void MDI_MonitoringTest::longSentenceDoesNotWidenTheWindow()
     QCOMPARE(window_->width(), 1366);
     QCOMPARE(window_->statusText(), sentence);
     QCOMPARE(control<QWidget>("statusText").toolTip(), sentence);
+}
+
+void MDI_MonitoringTest::messageDoesNotOutliveItsScreen()
+{
+    open("ImPM");
+    window_->showStatus(QStringLiteral("Instruction saved"));
+    open("imLeave");
+    QCOMPARE(window_->statusText(), QString());
+    window_->showFailure(QStringLiteral("Not saved"));
+    window_->CurrentForm()->closeScreen();
+    QCOMPARE(window_->statusText(), QString());
 }
 
 void MDI_MonitoringTest::workbookWithoutProgramIsReported()

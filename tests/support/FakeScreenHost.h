@@ -21,6 +21,7 @@ public:
     QueuedDialogs &dialogs() override { return dialogs_; }
     void showStatus(const QString &text) override { status = text; }
     void showFailure(const QString &text) override { failure = text; }
+    void showNote(const QString &text) override { note = text; }
     void showError(const basic::RunTimeError &error) override { errors.append(error.description()); }
     ProgressPicture &Picture4() override { return picture_; }
     RecordingLauncher &launcher() override { return launcher_; }
@@ -28,6 +29,7 @@ public:
 
     QString status;
     QString failure;
+    QString note;
     QStringList errors;
 
 private:

@@ -3,7 +3,10 @@
 
 #include "platform/controls/FlexGridPrivate.h"
 #include "platform/controls/GridAccessible.h"
+#include "platform/controls/GridCopy.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -35,6 +38,7 @@ void FlexGrid::Clear()
     d_->state.store.clear();
     d_->state.mergedRows.clear();
     d_->state.mergedCols.clear();
+    d_->state.anchor.reset();
     std::fill(d_->state.colAlignments.begin(), d_->state.colAlignments.end(), CellAlignment::Default);
     d_->repaintLater();
 }
@@ -89,6 +93,12 @@ void FlexGrid::setFixedCols(int cols)
 {
     Private::check(cols, Cols() + 1, "Fixed column count");
     d_->state.cols.setFixed(cols);
+    d_->layoutLater();
+}
+
+void FlexGrid::setFrozenRows(int rows)
+{
+    d_->state.rows.setFrozen(rows);
     d_->layoutLater();
 }
 
@@ -291,7 +301,7 @@ void FlexGrid::showCell(int row, int col)
     d_->checkCell(row, col);
     d_->layOut();
     const auto reveal = [this](GridAxis &axis, QScrollBar *bar, int line, int extent) {
-        if (line < axis.fixed() || axis.isHidden(line) || axis.isFullyShown(line, extent)) {
+        if (line < axis.pinned() || axis.isHidden(line) || axis.isFullyShown(line, extent)) {
             return;
         }
         if (line < axis.first()) {
@@ -383,6 +393,27 @@ std::optional<std::pair<int, int>> FlexGrid::cellAt(QPoint position) const
     return std::pair(*row, *col);
 }
 
+void FlexGrid::setEmptyText(const QString &text)
+{
+    d_->state.emptyText = text;
+    d_->repaintLater();
+}
+
+QString FlexGrid::emptyText() const
+{
+    return d_->state.emptyText;
+}
+
+void FlexGrid::copy(Copy what) const
+{
+    QGuiApplication::clipboard()->setText(what == Copy::All ? copiedGrid(d_->state) : copiedSelection(d_->state));
+}
+
+void FlexGrid::setCellCopyText(std::function<QString(int row, int col)> text)
+{
+    d_->state.copyText = std::move(text);
+}
+
 void FlexGrid::setCellDescriber(std::function<QString(int row, int col)> describer)
 {
     d_->state.describer = std::move(describer);
@@ -397,16 +428,6 @@ QString FlexGrid::cellDescription(int row, int col) const
 void FlexGrid::setKeyClicks(KeyClick keys)
 {
     d_->input.setKeyClicks(keys);
-}
-
-QSize FlexGrid::sizeHint() const
-{
-    return {480, 320};
-}
-
-QSize FlexGrid::minimumSizeHint() const
-{
-    return {160, 96};
 }
 
 bool FlexGrid::event(QEvent *event)
@@ -447,6 +468,11 @@ void FlexGrid::mousePressEvent(QMouseEvent *event)
 void FlexGrid::mouseDoubleClickEvent(QMouseEvent *)
 {
     d_->input.doubleClick();
+}
+
+void FlexGrid::contextMenuEvent(QContextMenuEvent *event)
+{
+    d_->input.contextMenu(*event);
 }
 
 void FlexGrid::keyPressEvent(QKeyEvent *event)

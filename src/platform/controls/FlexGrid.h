@@ -15,7 +15,7 @@
 namespace controls
 {
 
-/// A grid with its own compact cell store, fast at 50,000 rows.
+/// A grid with its own compact cell store, fast at 50,000 rows. Its context menu offers the widget's actions and copying.
 ///
 /// Rows and columns count from 0; the first FixedRows and FixedCols do not scroll. Widths and heights are in twips, TwipsPerPixel
 /// to a logical pixel. A row or column of size 0 is hidden and keeps its number. Setters never raise a signal; only the user's
@@ -40,6 +40,9 @@ public:
     int FixedCols() const;
     void setFixedRows(int rows);
     void setFixedCols(int cols);
+
+    /// Rows after the fixed ones that do not scroll either, but can be selected.
+    void setFrozenRows(int rows);
 
     /// The current cell. Setting it neither scrolls nor raises a signal.
     int Row() const;
@@ -111,6 +114,17 @@ public:
     /// Row and column under a point of the viewport, fixed ones included; nothing beyond the last cell.
     std::optional<std::pair<int, int>> cellAt(QPoint position) const;
 
+    /// What a grid without records says below its headings: why it is empty and what to do. Empty for a grid with records.
+    void setEmptyText(const QString &text);
+    QString emptyText() const;
+
+    enum class Copy { Selection, All };
+    /// Copies cells to the clipboard as tab-separated text: the selection (cells, or rows in a grid with a selected row), or all
+    /// cells with the headings.
+    void copy(Copy what) const;
+    /// Texts to copy instead of the texts of the cells.
+    void setCellCopyText(std::function<QString(int row, int col)> text);
+
     /// Describes a cell to screen readers and in tool tips; the default names row, column header, text and colour.
     void setCellDescriber(std::function<QString(int row, int col)> describer);
     QString cellDescription(int row, int col) const;
@@ -122,8 +136,8 @@ Q_SIGNALS:
     void Click(int row, int col);
     /// After Click of the first press, for the same cell.
     void DblClick(int row, int col);
-    /// A key moved the current cell to another row or column.
-    void cellMovedByKey(int row, int col);
+    /// A key or the press for the context menu moved the current cell to another row or column.
+    void cellMoved(int row, int col);
     /// A key that does not move the current cell, before the grid handles it. An accepted event is not handled further.
     void KeyDown(QKeyEvent *event);
     void GotFocus();
@@ -135,8 +149,8 @@ public:
     enum class KeyClick { None, F2, SpaceAndF2 };
     void setKeyClicks(KeyClick keys);
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
+    QSize sizeHint() const override { return {480, 320}; }
+    QSize minimumSizeHint() const override { return {160, 96}; }
 
 protected:
     bool event(QEvent *event) override;
@@ -144,6 +158,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;

@@ -3,8 +3,10 @@
 
 #include "platform/controls/FlexGridPrivate.h"
 
+#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QToolTip>
 
@@ -22,6 +24,7 @@ void FlexGridInput::mousePress(const QMouseEvent &event)
     pressed_ = cell && isSelectable(cell->first, cell->second) ? cell : std::nullopt;
     const auto pressed = pressed_;
     if (pressed) {
+        d_.state.anchor.reset();
         grid_.setCell(pressed->first, pressed->second);
     }
     if (event.button() == Qt::LeftButton) {
@@ -43,18 +46,57 @@ void FlexGridInput::doubleClick()
     }
 }
 
+void FlexGridInput::moveTo(int row, int col, bool extends)
+{
+    const auto anchor = extends ? d_.state.anchor.value_or(std::pair(grid_.Row(), grid_.Col())) : d_.state.anchor;
+    const bool moves = row != grid_.Row() || col != grid_.Col();
+    grid_.setCell(row, col);
+    grid_.showCell(row, col);
+    if (moves) {
+        d_.announceCurrent();
+        Q_EMIT grid_.cellMoved(row, col);
+    }
+    d_.state.anchor = extends ? anchor : std::nullopt;
+    d_.repaintLater();
+}
+
+bool FlexGridInput::copies(const QKeyEvent &event) const
+{
+    const bool all = event.key() == Qt::Key_C && event.modifiers() == (Qt::ControlModifier | Qt::ShiftModifier);
+    if (all || event.matches(QKeySequence::Copy)) {
+        grid_.copy(all ? FlexGrid::Copy::All : FlexGrid::Copy::Selection);
+        return true;
+    }
+    return false;
+}
+
+void FlexGridInput::contextMenu(const QContextMenuEvent &event)
+{
+    grid_.setFocus(Qt::MouseFocusReason);
+    QPoint position = event.globalPos();
+    if (event.reason() == QContextMenuEvent::Keyboard) {
+        position = grid_.viewport()->mapToGlobal(grid_.cellRect(grid_.Row(), grid_.Col()).center());
+    } else if (const auto cell = grid_.cellAt(event.pos()); cell && isSelectable(cell->first, cell->second)) {
+        moveTo(cell->first, cell->second, false);
+    }
+    QMenu menu(&grid_);
+    menu.addActions(grid_.actions());
+    menu.addSeparator();
+    menu.addAction(FlexGrid::tr("Copy\tCtrl+C"), &grid_, [this] { grid_.copy(FlexGrid::Copy::Selection); });
+    menu.addAction(FlexGrid::tr("Copy all with headings\tCtrl+Shift+C"), &grid_, [this] { grid_.copy(FlexGrid::Copy::All); });
+    menu.exec(position);
+}
+
 void FlexGridInput::keyPress(QKeyEvent &event)
 {
     d_.layOut();
     if (const auto target = keyTarget(event)) {
         event.accept();
-        const auto [row, col] = *target;
-        if (row != grid_.Row() || col != grid_.Col()) {
-            grid_.setCell(row, col);
-            grid_.showCell(row, col);
-            d_.announceCurrent();
-            Q_EMIT grid_.cellMovedByKey(row, col);
-        }
+        moveTo(target->first, target->second, event.modifiers() & Qt::ShiftModifier);
+        return;
+    }
+    if (copies(event)) {
+        event.accept();
         return;
     }
     event.ignore();
@@ -76,22 +118,23 @@ int FlexGridInput::neighbour(const GridAxis &axis, int line, int steps) const
 {
     // The position of a hidden line is that of the next visible one, which is the first step.
     const bool fromHidden = line < axis.count() && (axis.isHidden(line) || line < axis.fixed());
-    return axis.lineAt(axis.position(line) + (fromHidden && steps > 0 ? steps - 1 : steps));
+    return axis.selectableAt(axis.selectableIndex(line) + (fromHidden && steps > 0 ? steps - 1 : steps));
 }
 
 std::optional<std::pair<int, int>> FlexGridInput::keyTarget(const QKeyEvent &event) const
 {
     const auto &rows = d_.state.rows;
     const auto &cols = d_.state.cols;
-    if ((event.modifiers() & (Qt::AltModifier | Qt::MetaModifier)) || rows.positions() == 0 || cols.positions() == 0) {
+    if ((event.modifiers() & (Qt::AltModifier | Qt::MetaModifier)) || rows.selectableCount() == 0
+        || cols.selectableCount() == 0) {
         return std::nullopt;
     }
     const bool control = event.modifiers() & Qt::ControlModifier;
     const int page = rows.page(d_.viewSize().height());
-    const int firstCol = cols.lineAt(0);
-    const int lastCol = cols.lineAt(cols.positions() - 1);
-    const int firstRow = rows.lineAt(0);
-    const int lastRow = rows.lineAt(rows.positions() - 1);
+    const int firstCol = cols.selectableAt(0);
+    const int lastCol = cols.selectableAt(cols.selectableCount() - 1);
+    const int firstRow = rows.selectableAt(0);
+    const int lastRow = rows.selectableAt(rows.selectableCount() - 1);
     const int shownRow = neighbour(rows, d_.state.row, 0);
     const int shownCol = neighbour(cols, d_.state.col, 0);
     switch (event.key()) {

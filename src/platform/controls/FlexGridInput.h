@@ -3,6 +3,7 @@
 
 #include "platform/controls/FlexGrid.h"
 
+class QContextMenuEvent;
 class QHelpEvent;
 class QKeyEvent;
 class QMouseEvent;
@@ -22,6 +23,7 @@ public:
     void mousePress(const QMouseEvent &event);
     void doubleClick();
     void keyPress(QKeyEvent &event);
+    void contextMenu(const QContextMenuEvent &event);
     void toolTip(QHelpEvent &event) const;
 
 private:
@@ -30,6 +32,9 @@ private:
     int neighbour(const GridAxis &axis, int line, int steps) const;
     /// The cell that a moving key leads to; nothing for other keys.
     std::optional<std::pair<int, int>> keyTarget(const QKeyEvent &event) const;
+    /// With Shift the selection grows from where it began.
+    void moveTo(int row, int col, bool extends);
+    bool copies(const QKeyEvent &event) const;
     bool isClick(const QKeyEvent &event) const;
 
     FlexGrid &grid_;

@@ -30,6 +30,12 @@ void GridAxis::setFixed(int fixed)
     stale_ = true;
 }
 
+void GridAxis::setFrozen(int frozen)
+{
+    frozen_ = frozen;
+    stale_ = true;
+}
+
 void GridAxis::setTwips(int line, int twips)
 {
     twips_[static_cast<std::size_t>(line)] = twips;
@@ -73,11 +79,12 @@ void GridAxis::rebuild() const
 
     starts_.assign(1, 0);
     starts_.reserve(lengths.size() + 1);
+    frozenShown_.clear();
     scrolled_.clear();
     for (std::size_t i = 0; i < lengths.size(); ++i) {
         starts_.push_back(starts_.back() + lengths[i]);
-        if (lengths[i] > 0 && static_cast<int>(i) >= fixed_) {
-            scrolled_.push_back(static_cast<int>(i));
+        if (const int line = static_cast<int>(i); lengths[i] > 0 && line >= fixed_) {
+            (line < pinned() ? frozenShown_ : scrolled_).push_back(line);
         }
     }
     stale_ = false;
@@ -111,14 +118,33 @@ int GridAxis::position(int line) const
 int GridAxis::lineAt(int position) const
 {
     if (positions() == 0) {
-        return fixed();
+        return pinned();
     }
     return scrolled_[static_cast<std::size_t>(std::clamp(position, 0, positions() - 1))];
 }
 
+int GridAxis::selectableCount() const
+{
+    return positions() + static_cast<int>(frozenShown_.size());
+}
+
+int GridAxis::selectableIndex(int line) const
+{
+    const int scrolledBegin = selectableCount() - positions();
+    const auto frozen = std::lower_bound(frozenShown_.begin(), frozenShown_.end(), line);
+    return frozen == frozenShown_.end() ? scrolledBegin + position(line) : static_cast<int>(frozen - frozenShown_.begin());
+}
+
+int GridAxis::selectableAt(int index) const
+{
+    const int scrolledBegin = selectableCount() - positions();
+    const int valid = std::max(0, index);
+    return valid < scrolledBegin ? frozenShown_[static_cast<std::size_t>(valid)] : lineAt(valid - scrolledBegin);
+}
+
 int GridAxis::first() const
 {
-    return lineAt(position(std::max(first_, fixed())));
+    return lineAt(position(std::max(first_, pinned())));
 }
 
 void GridAxis::setFirst(int line)
@@ -131,7 +157,7 @@ int GridAxis::lastPosition(int extent) const
     if (positions() == 0) {
         return 0;
     }
-    const int available = extent - fixedExtent();
+    const int available = extent - pinnedExtent();
     const auto overflows = [this, available](int line) { return total() - start(line) > available; };
     const auto found = std::partition_point(scrolled_.begin(), scrolled_.end(), overflows);
     return std::min(static_cast<int>(found - scrolled_.begin()), positions() - 1);
@@ -139,7 +165,7 @@ int GridAxis::lastPosition(int extent) const
 
 int GridAxis::page(int extent) const
 {
-    const int end = start(first() < count() ? first() : count()) + extent - fixedExtent();
+    const int end = start(first() < count() ? first() : count()) + extent - pinnedExtent();
     const auto fits = [this, end](int line) { return start(line + 1) <= end; };
     const auto found = std::partition_point(scrolled_.begin(), scrolled_.end(), fits);
     return std::max(1, static_cast<int>(found - scrolled_.begin()) - position(first()));
@@ -150,18 +176,21 @@ std::optional<int> GridAxis::viewStart(int line) const
     if (size(line) == 0) {
         return std::nullopt;
     }
-    if (line < fixed()) {
+    if (line < pinned()) {
         return start(line);
     }
     if (line < first()) {
         return std::nullopt;
     }
-    return fixedExtent() + start(line) - start(first());
+    return pinnedExtent() + start(line) - start(first());
 }
 
 int GridAxis::origin(int line) const
 {
-    return fixedExtent() + std::max(0, start(line) - start(first()));
+    if (line >= fixed() && line < pinned()) {
+        return start(line);
+    }
+    return pinnedExtent() + std::max(0, start(line) - start(first()));
 }
 
 bool GridAxis::isFullyShown(int line, int extent) const
@@ -175,11 +204,11 @@ std::optional<int> GridAxis::lineAtPixel(int pixel) const
     if (pixel < 0 || count() == 0) {
         return std::nullopt;
     }
-    const bool scrolls = pixel >= fixedExtent();
+    const bool scrolls = pixel >= pinnedExtent();
     if (scrolls && positions() == 0) {
         return std::nullopt;
     }
-    const int target = scrolls ? pixel - fixedExtent() + start(first()) : pixel;
+    const int target = scrolls ? pixel - pinnedExtent() + start(first()) : pixel;
     if (target >= total()) {
         return std::nullopt;
     }
@@ -191,7 +220,7 @@ std::optional<int> GridAxis::lineAtPixel(int pixel) const
 std::vector<int> GridAxis::shownWithin(int extent) const
 {
     std::vector<int> lines;
-    for (int line = 0; line < fixed(); ++line) {
+    for (int line = 0; line < pinned(); ++line) {
         if (size(line) > 0 && start(line) < extent) {
             lines.push_back(line);
         }

@@ -22,6 +22,9 @@ public:
     /// Never more than count(), but a larger number takes effect when lines are added.
     int fixed() const { return std::min(fixed_, count()); }
     void setFixed(int fixed);
+    /// Fixed lines and the frozen ones after them: what does not scroll.
+    int pinned() const { return std::min(fixed_ + frozen_, count()); }
+    void setFrozen(int frozen);
     int twips(int line) const { return twips_[static_cast<std::size_t>(line)]; }
     void setTwips(int line, int twips);
     bool isHidden(int line) const { return twips(line) == 0; }
@@ -32,7 +35,7 @@ public:
 
     int size(int line) const { return start(line + 1) - start(line); }
     int total() const { return start(count()); }
-    int fixedExtent() const { return start(fixed()); }
+    int pinnedExtent() const { return start(pinned()); }
 
     /// First scrolled line shown; for a hidden one the next that shows.
     int first() const;
@@ -42,6 +45,10 @@ public:
     /// The line at such an index, clamped to the valid range; the first scrolled line when none shows.
     int lineAt(int position) const;
     int positions() const;
+    /// The same among those that show and are not fixed.
+    int selectableIndex(int line) const;
+    int selectableAt(int index) const;
+    int selectableCount() const;
     /// The last position worth scrolling to: from there on everything fits into `extent`.
     int lastPosition(int extent) const;
     /// How many scrolled lines fit, starting from the current first line; at least 1.
@@ -50,7 +57,7 @@ public:
     /// Distance of a line from the edge of the view; nothing when it is hidden or scrolled out at the near edge.
     std::optional<int> viewStart(int line) const;
     /// Distance of a line from the edge of the view, whether it shows or not; a fixed line and one scrolled out at the near edge
-    /// count as the first.
+    /// count as the first scrolled one.
     int origin(int line) const;
     bool isFullyShown(int line, int extent) const;
     /// The line under a pixel of the view; nothing beyond the last one.
@@ -64,13 +71,15 @@ private:
 
     int defaultTwips_;
     int fixed_ = 0;
+    int frozen_ = 0;
     int first_ = 0;
     std::vector<int> twips_;
     QList<int> stretched_;
     int spreadExtent_ = 0;
     mutable bool stale_ = true;
-    /// Pixels before each line, one more than there are lines; and the scrolled lines that show.
+    /// Pixels before each line, one more than there are lines; the frozen and the scrolled lines that show.
     mutable std::vector<int> starts_;
+    mutable std::vector<int> frozenShown_;
     mutable std::vector<int> scrolled_;
 };
 

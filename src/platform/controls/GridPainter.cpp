@@ -105,7 +105,8 @@ void GridPainter::paint(QPainter &painter)
     }
     paintCells(painter);
     paintSelectedRow(painter);
-    paintCurrentCell(painter);
+    paintSelection(painter);
+    paintEmptyText(painter);
 }
 
 void GridPainter::paintCells(QPainter &painter)
@@ -275,24 +276,41 @@ int GridPainter::currentColumnShown() const
     return shown == cols_.end() ? state_.col : *shown;
 }
 
-void GridPainter::paintCurrentCell(QPainter &painter)
+void GridPainter::paintSelection(QPainter &painter)
 {
     if (state_.row >= state_.rows.count() || state_.col >= state_.cols.count() || state_.isFixed(state_.row, state_.col)) {
         return;
     }
-    const int col = currentColumnShown();
-    const auto top = state_.rows.viewStart(state_.row);
-    const auto left = state_.cols.viewStart(col);
-    if (!top || !left) {
+    CellSpan span = state_.selection();
+    if (span.cols == 1) {
+        span.col = currentColumnShown();
+    }
+    const QRectF area = spanRect(span).adjusted(0, 0, -1, -1);
+    if (area.width() <= 0 || area.height() <= 0) {
         return;
     }
-    const QRectF cell(*left, *top, state_.cols.size(col) - 1, state_.rows.size(state_.row) - 1);
-    const QColor ink = state_.isColoured(state_.row, col) ? QColor(Qt::black) : Theme::colours().text;
+    const QColor ink = state_.isColoured(span.row, span.col) ? QColor(Qt::black) : Theme::colours().text;
     const double width = view_.focused ? 2 : 1;
-    fill(painter, QRectF(cell.left(), cell.top(), cell.width(), width), ink);
-    fill(painter, QRectF(cell.left(), cell.bottom() - width, cell.width(), width), ink);
-    fill(painter, QRectF(cell.left(), cell.top(), width, cell.height()), ink);
-    fill(painter, QRectF(cell.right() - width, cell.top(), width, cell.height()), ink);
+    fill(painter, QRectF(area.left(), area.top(), area.width(), width), ink);
+    fill(painter, QRectF(area.left(), area.bottom() - width, area.width(), width), ink);
+    fill(painter, QRectF(area.left(), area.top(), width, area.height()), ink);
+    fill(painter, QRectF(area.right() - width, area.top(), width, area.height()), ink);
+}
+
+void GridPainter::paintEmptyText(QPainter &painter)
+{
+    if (state_.emptyText.isEmpty()) {
+        return;
+    }
+    // Below the row that always stays empty, or over it where the view ends there.
+    const int lastRow = rows_.back();
+    const int below = std::min(*state_.rows.viewStart(lastRow) + state_.rows.size(lastRow),
+                               view_.size.height() - 3 * plainMetrics_.lineSpacing());
+    constexpr int margin = 16;
+    painter.setFont(view_.font);
+    painter.setPen(Theme::colours().muted);
+    painter.drawText(QRect(margin, below, view_.size.width() - 2 * margin, view_.size.height() - below),
+                     static_cast<int>(Qt::AlignCenter) | Qt::TextWordWrap, state_.emptyText);
 }
 
 } // namespace controls

@@ -41,7 +41,8 @@ private:
     void paintText(QPainter &painter, int row, int col, const QRect &rect, const QColor &ink) const;
     void paintSelectedRow(QPainter &painter);
     int currentColumnShown() const;
-    void paintCurrentCell(QPainter &painter);
+    void paintSelection(QPainter &painter);
+    void paintEmptyText(QPainter &painter);
     QRect spanRect(const CellSpan &span) const;
     Colours coloursOf(int row, int col) const;
     QStringList linesOf(int row, int col, const QSize &space) const;

@@ -91,6 +91,14 @@ CellSpan GridState::spanOf(int cellRow, int cellCol, int firstRow, int lastRow, 
     return span;
 }
 
+CellSpan GridState::selection() const
+{
+    const auto [otherRow, otherCol] = anchor.value_or(std::pair(row, col));
+    const auto [firstRow, lastRow] = std::minmax(row, std::min(otherRow, rows.count() - 1));
+    const auto [firstCol, lastCol] = std::minmax(col, std::min(otherCol, cols.count() - 1));
+    return {firstRow, firstCol, lastRow - firstRow + 1, lastCol - firstCol + 1};
+}
+
 QString GridState::columnName(int cellCol) const
 {
     QStringList names;

@@ -33,10 +33,15 @@ struct GridState {
     std::set<int> mergedCols;
     int row = 0;
     int col = 0;
+    /// The other end of a selection that was extended from the current cell.
+    std::optional<std::pair<int, int>> anchor;
     int selectedRow = -1;
     bool muteZeros = false;
     bool ticks = true;
+    /// Shown below the headings of a grid without records.
+    QString emptyText;
     std::function<QString(int row, int col)> describer;
+    std::function<QString(int row, int col)> copyText;
 
     bool isFixed(int cellRow, int cellCol) const { return cellRow < rows.fixed() || cellCol < cols.fixed(); }
     bool isColoured(int cellRow, int cellCol) const;
@@ -47,6 +52,9 @@ struct GridState {
     /// The equal neighbours of a cell in a merged row, else in a merged column, within the given bounds. A span never crosses the
     /// edge of the fixed part; empty cells are not merged.
     CellSpan spanOf(int cellRow, int cellCol, int firstRow, int lastRow, int firstCol, int lastCol) const;
+
+    /// The current cell, or the cells between it and the anchor.
+    CellSpan selection() const;
 
     QString describe(int cellRow, int cellCol) const;
     QString columnName(int cellCol) const;

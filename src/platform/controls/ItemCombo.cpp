@@ -3,6 +3,7 @@
 
 #include "platform/basic/RunTimeError.h"
 
+#include <QAbstractItemView>
 #include <QCompleter>
 #include <QLineEdit>
 #include <QMouseEvent>
@@ -38,10 +39,7 @@ ItemCombo::ItemCombo(QWidget *parent) : QComboBox(parent)
         Q_EMIT Click();
     });
     // When editing ends, QComboBox emits activated for an equal entry, but not for the one chosen before.
-    connect(lineEdit(), &QLineEdit::textEdited, this, [this](const QString &text) {
-        chosen_ = indexOf(text);
-        Q_EMIT Change();
-    });
+    connect(lineEdit(), &QLineEdit::textEdited, this, &ItemCombo::textEdited);
 }
 
 void ItemCombo::AddItem(const QString &text, qint32 itemData)
@@ -104,6 +102,27 @@ void ItemCombo::setText(const QString &text)
     setEditText(text);
 }
 
+void ItemCombo::textEdited(const QString &text)
+{
+    const bool completes = !deleting_ && !text.isEmpty() && lineEdit()->cursorPosition() == text.size();
+    const int match = completes ? findText(text, Qt::MatchStartsWith) : -1;
+    if (match >= 0) {
+        lineEdit()->setText(itemText(match));
+        lineEdit()->setSelection(static_cast<int>(itemText(match).size()),
+                                 static_cast<int>(text.size() - itemText(match).size()));
+    }
+    chosen_ = indexOf(lineEdit()->text());
+    Q_EMIT Change();
+}
+
+void ItemCombo::choose(int index)
+{
+    if (index >= 0 && index < count()) {
+        setCurrentIndex(index);
+        Q_EMIT activated(index);
+    }
+}
+
 void ItemCombo::setTypingAllowed(bool allowed)
 {
     lineEdit()->setReadOnly(!allowed);
@@ -111,13 +130,41 @@ void ItemCombo::setTypingAllowed(bool allowed)
 
 bool ItemCombo::eventFilter(QObject *watched, QEvent *event)
 {
-    const bool opens = event->type() == QEvent::MouseButtonPress
-        || (event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Space);
-    if (opens && watched == lineEdit() && lineEdit()->isReadOnly() && isEnabled()) {
+    if (watched != lineEdit() || !lineEdit()->isReadOnly() || !isEnabled()) {
+        return QComboBox::eventFilter(watched, event);
+    }
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        return true;
+    case QEvent::MouseButtonRelease:
+        // Opened by the press, the list would close on the release.
         showPopup();
         return true;
+    default:
+        return QComboBox::eventFilter(watched, event);
     }
-    return QComboBox::eventFilter(watched, event);
+}
+
+void ItemCombo::keyPressEvent(QKeyEvent *event)
+{
+    const bool plain = !(event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier));
+    const bool typed = plain && !event->text().isEmpty();
+    deleting_ = event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete;
+    if (!lineEdit()->isReadOnly() || !plain) {
+        QComboBox::keyPressEvent(event);
+    } else if (event->key() == Qt::Key_Home) {
+        choose(0);
+    } else if (event->key() == Qt::Key_End) {
+        choose(count() - 1);
+    } else if (event->key() == Qt::Key_Space) {
+        showPopup();
+    } else if (typed && event->text().at(0).isLetterOrNumber()) {
+        showPopup();
+        view()->keyboardSearch(event->text());
+    } else {
+        QComboBox::keyPressEvent(event);
+    }
 }
 
 void ItemCombo::wheelEvent(QWheelEvent *event)

@@ -6,8 +6,8 @@
 namespace controls
 {
 
-/// An editable list of texts, each with a key as item data. The text need not be in the list; the list index is then -1. The
-/// mouse wheel over a closed box scrolls the screen and changes nothing.
+/// An editable list of texts, each with a key as item data. The text need not be in the list; the list index is then -1. What is
+/// typed is completed to the first entry that begins with it. The mouse wheel over a closed box changes nothing.
 class ItemCombo : public QComboBox
 {
     Q_OBJECT
@@ -28,7 +28,8 @@ public:
     QString Text() const { return currentText(); }
     /// Shows a text, in the list or not; the index follows the first equal entry. Silent.
     void setText(const QString &text);
-    /// When false the user can choose but not type; a click or Space in the box then opens the list.
+    /// When false the user can choose but not type: a click or Space opens the list, a letter opens it at the first matching
+    /// entry, Home and End choose the first and last one.
     void setTypingAllowed(bool allowed);
 
 Q_SIGNALS:
@@ -40,13 +41,18 @@ Q_SIGNALS:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:
     int indexOf(const QString &text) const;
+    void textEdited(const QString &text);
+    void choose(int index);
 
     /// The chosen entry; QComboBox's own index clings to an entry while another text is typed.
     int chosen_ = -1;
+    /// The key in progress deletes; completing would bring the text back.
+    bool deleting_ = false;
 };
 
 } // namespace controls

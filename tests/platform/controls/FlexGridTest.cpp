@@ -3,10 +3,15 @@
 #include "platform/basic/RunTimeError.h"
 
 #include <QAccessible>
+#include <QAction>
 #include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <QVBoxLayout>
 
 using controls::FlexGrid;
@@ -29,12 +34,15 @@ private Q_SLOTS:
     void hidingRowsAboveLeavesTheTopRow();
     void keysSkipHiddenAndFixed_data();
     void keysSkipHiddenAndFixed();
+    void frozenRowsDoNotScroll();
     void settersAreSilent();
     void pressSetsTheCellBeforeTheFocusMoves();
     void doubleClickNamesThePressedCell();
     void fixedCellsTakeNoClicks();
     void otherKeysGoToTheScreenFirst();
     void screenReaderGetsTheColour();
+    void copiesCellsRowsAndAll();
+    void contextMenuOffersTheActions();
 
 private:
     /// 3 fixed columns of which two hidden, 2 fixed rows, 20 more rows, 4 value columns of which one hidden; shown.
@@ -244,11 +252,38 @@ void FlexGridTest::keysSkipHiddenAndFixed()
         grid.setRowHeight(row, 0);
     }
     grid.setCell(from.y(), from.x());
-    QSignalSpy moved(&grid, &FlexGrid::cellMovedByKey);
+    QSignalSpy moved(&grid, &FlexGrid::cellMoved);
     QTest::keyClick(&grid, static_cast<Qt::Key>(key), control ? Qt::ControlModifier : Qt::NoModifier);
     QCOMPARE(QPoint(grid.Col(), grid.Row()), to);
     QCOMPARE(moved.size(), from == to ? 0 : 1);
     QVERIFY(!grid.cellRect(grid.Row(), grid.Col()).isEmpty());
+}
+
+void FlexGridTest::frozenRowsDoNotScroll()
+{
+    FlexGrid grid;
+    fill(grid);
+    grid.setFrozenRows(1);
+    QCOMPARE(grid.TopRow(), 3);
+    const QRect before = grid.cellRect(2, 3);
+    grid.setTopRow(21);
+    QCOMPARE(grid.cellRect(2, 3), before);
+    QVERIFY(grid.cellRect(3, 3).isEmpty());
+    QVERIFY(grid.RowIsVisible(2) && grid.RowIsVisible(21));
+    QCOMPARE(grid.cellRect(grid.TopRow(), 3).top(), before.bottom() + 1);
+    // They are selected as other rows are.
+    QSignalSpy clicks(&grid, &FlexGrid::Click);
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, before.center());
+    QCOMPARE(clicks.size(), 1);
+    QTest::keyClick(&grid, Qt::Key_Down);
+    QCOMPARE(grid.Row(), 3);
+    QCOMPARE(grid.TopRow(), 3);
+    QTest::keyClick(&grid, Qt::Key_Up);
+    QTest::keyClick(&grid, Qt::Key_Up);
+    QCOMPARE(grid.Row(), 2);
+    QTest::keyClick(&grid, Qt::Key_End, Qt::ControlModifier);
+    QTest::keyClick(&grid, Qt::Key_Home, Qt::ControlModifier);
+    QCOMPARE(grid.Row(), 2);
 }
 
 void FlexGridTest::settersAreSilent()
@@ -256,7 +291,7 @@ void FlexGridTest::settersAreSilent()
     FlexGrid grid;
     fill(grid);
     QSignalSpy clicks(&grid, &FlexGrid::Click);
-    QSignalSpy moves(&grid, &FlexGrid::cellMovedByKey);
+    QSignalSpy moves(&grid, &FlexGrid::cellMoved);
     grid.setCell(20, 5);
     QCOMPARE(grid.TopRow(), 2);
     grid.setText(QStringLiteral("3"));
@@ -361,6 +396,59 @@ void FlexGridTest::screenReaderGetsTheColour()
     grid.setRows(3);
     QVERIFY(!cell->isValid());
     QVERIFY(table->cellAt(4, 3) == nullptr);
+}
+
+void FlexGridTest::copiesCellsRowsAndAll()
+{
+    FlexGrid grid;
+    fill(grid);
+    const auto copied = [&grid](Qt::KeyboardModifiers held = {}) {
+        QTest::keyClick(&grid, Qt::Key_C, held | Qt::ControlModifier);
+        return QGuiApplication::clipboard()->text();
+    };
+    grid.setTextMatrix(4, 3, QStringLiteral("7"));
+    grid.setTextMatrix(4, 4, QStringLiteral("hidden"));
+    grid.setTextMatrix(4, 5, QStringLiteral("two\nlines\there"));
+    grid.setTextMatrix(5, 3, QStringLiteral("8"));
+    grid.setCell(4, 3);
+    QCOMPARE(copied(), QStringLiteral("7"));
+    QTest::keyClick(&grid, Qt::Key_Right, Qt::ShiftModifier);
+    QTest::keyClick(&grid, Qt::Key_Down, Qt::ShiftModifier);
+    QCOMPARE(copied(), QStringLiteral("7\ttwo lines here\n8\t"));
+    // A move without Shift ends the selection.
+    QTest::keyClick(&grid, Qt::Key_Left);
+    QCOMPARE(copied(), QStringLiteral("8"));
+    grid.setSelectedRow(4);
+    QCOMPARE(copied(), QStringLiteral("3\t7\ttwo lines here\t"));
+    grid.setCellCopyText([](int row, int) { return QString::number(row); });
+    QCOMPARE(copied(), QStringLiteral("3\t4\t4\t4"));
+    QVERIFY(copied(Qt::ShiftModifier).startsWith(QStringLiteral("\tRed scale\t\t\nPoint\tCnt\t\t\n1\t2\t2\t2\n")));
+}
+
+void FlexGridTest::contextMenuOffersTheActions()
+{
+    FlexGrid grid;
+    fill(grid);
+    auto *action = new QAction(QStringLiteral("Edit"), &grid);
+    grid.addAction(action);
+    QSignalSpy triggered(action, &QAction::triggered);
+    QSignalSpy moved(&grid, &FlexGrid::cellMoved);
+    QStringList texts;
+    QTimer::singleShot(0, this, [&] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        for (const QAction *entry : menu->actions()) {
+            texts += entry->text().section(u'\t', 0, 0);
+        }
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    const QPoint position = grid.cellRect(4, 5).center();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, position, grid.viewport()->mapToGlobal(position));
+    QApplication::sendEvent(grid.viewport(), &event);
+    QCOMPARE(texts, (QStringList{"Edit", "", "Copy", "Copy all with headings"}));
+    QCOMPARE(triggered.size(), 1);
+    QCOMPARE(moved.size(), 1);
+    QCOMPARE(QPoint(grid.Col(), grid.Row()), QPoint(5, 4));
 }
 
 QTEST_MAIN(FlexGridTest)

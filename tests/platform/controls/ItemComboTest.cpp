@@ -2,6 +2,7 @@
 #include "platform/controls/ItemCombo.h"
 #include "platform/basic/RunTimeError.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -19,6 +20,9 @@ private Q_SLOTS:
     void textsOutsideTheListArePreserved();
     void typingResetsTheChoice();
     void indexOutOfRangeIsAnError();
+    void typingCompletes();
+    void choiceByKeys();
+    void clickOpensOnRelease();
     void wheelChangesNothing();
 };
 
@@ -92,6 +96,72 @@ void ItemComboTest::indexOutOfRangeIsAnError()
     combo.AddItem(QStringLiteral("Anna"), 3);
     QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, combo.setListIndex(1));
     QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, combo.ItemData(-1));
+}
+
+void ItemComboTest::typingCompletes()
+{
+    ItemCombo combo;
+    combo.AddItem(QStringLiteral("Anna"), 3);
+    combo.AddItem(QStringLiteral("Thabo"), 5);
+    QSignalSpy changes(&combo, &ItemCombo::Change);
+    QTest::keyClicks(&combo, QStringLiteral("th"));
+    QCOMPARE(combo.Text(), QStringLiteral("Thabo"));
+    QCOMPARE(combo.lineEdit()->selectedText(), QStringLiteral("abo"));
+    QCOMPARE(combo.ListIndex(), 1);
+    QCOMPARE(changes.size(), 2);
+    // What was completed can be deleted, and other names can be typed.
+    QTest::keyClick(&combo, Qt::Key_Backspace);
+    QCOMPARE(combo.Text(), QStringLiteral("Th"));
+    QCOMPARE(combo.ListIndex(), -1);
+    QTest::keyClicks(&combo, QStringLiteral("emba"));
+    QCOMPARE(combo.Text(), QStringLiteral("Themba"));
+    combo.lineEdit()->selectAll();
+    QTest::keyClicks(&combo, QStringLiteral("A"));
+    QCOMPARE(combo.Text(), QStringLiteral("Anna"));
+}
+
+void ItemComboTest::choiceByKeys()
+{
+    ItemCombo combo;
+    for (const char *entry : {"Aphids", "Bollworm", "Bugs", "Mites"}) {
+        combo.AddItem(QLatin1String(entry));
+    }
+    combo.setTypingAllowed(false);
+    combo.show();
+    QVERIFY(QTest::qWaitForWindowActive(&combo));
+    QSignalSpy clicks(&combo, &ItemCombo::Click);
+    QTest::keyClick(&combo, Qt::Key_End);
+    QCOMPARE(combo.Text(), QStringLiteral("Mites"));
+    QTest::keyClick(&combo, Qt::Key_Home);
+    QCOMPARE(combo.Text(), QStringLiteral("Aphids"));
+    QCOMPARE(clicks.size(), 2);
+    QTest::keyClick(&combo, Qt::Key_B);
+    QVERIFY(combo.view()->isVisible());
+    QCOMPARE(combo.view()->currentIndex().row(), 1);
+    QTest::keyClick(combo.view(), Qt::Key_U);
+    QTest::keyClick(combo.view(), Qt::Key_Return);
+    QCOMPARE(combo.Text(), QStringLiteral("Bugs"));
+    QTest::keyClick(&combo, Qt::Key_Space);
+    QVERIFY(combo.view()->isVisible());
+    QTest::keyClick(combo.view(), Qt::Key_Escape);
+    QCOMPARE(clicks.size(), 3);
+}
+
+void ItemComboTest::clickOpensOnRelease()
+{
+    ItemCombo combo;
+    combo.AddItem(QStringLiteral("Anna"), 3);
+    combo.setTypingAllowed(false);
+    combo.show();
+    QVERIFY(QTest::qWaitForWindowActive(&combo));
+    QTest::mousePress(combo.lineEdit(), Qt::LeftButton);
+    QVERIFY(!combo.view()->isVisible());
+    QTest::mouseRelease(combo.lineEdit(), Qt::LeftButton);
+    QVERIFY(combo.view()->isVisible());
+    combo.hidePopup();
+    combo.setEnabled(false);
+    QTest::mouseClick(combo.lineEdit(), Qt::LeftButton);
+    QVERIFY(!combo.view()->isVisible());
 }
 
 void ItemComboTest::wheelChangesNothing()
