@@ -35,13 +35,14 @@ void addMirrorIndexes(dao::Database &database, store::DatabaseFile file)
     }
 }
 
-void open(dao::DatabaseHandle &handle, const QString &requested, store::DatabaseFile file, bool viewOnly)
+enum class Access { Read, Write };
+
+void open(dao::DatabaseHandle &handle, const QString &requested, store::DatabaseFile file, Access access)
 {
     try {
         const QString path = basic::findPath(requested).value_or(requested);
-        // The suite's master files belong to its main module; this program only reads them.
-        const bool isMaster = file != store::DatabaseFile::Pest && dao::Workspace::fileKind(path) == dao::FileKind::Jet;
-        auto database = dao::Workspace::OpenDatabase(path, false, viewOnly || isMaster, store::connectText());
+        const bool readOnly = access == Access::Read;
+        auto database = dao::Workspace::OpenDatabase(path, false, readOnly, store::connectText());
         if (database->isMirrored()) {
             addMirrorIndexes(*database, file);
         }
@@ -63,7 +64,21 @@ void openDatabases(SessionContext &session)
     session.PestDBFile = session.DatabasePath + store::fileName(store::DatabaseFile::Pest);
     const QString sprayFile = session.DatabasePath + store::fileName(store::DatabaseFile::Spray);
     const bool viewOnly = !session.ViewOnlyReason.isEmpty();
-    open(session.dbMain, session.MainDBFile, store::DatabaseFile::Main, viewOnly);
-    open(session.dbPest, session.PestDBFile, store::DatabaseFile::Pest, viewOnly);
-    open(session.dbSpray, sprayFile, store::DatabaseFile::Spray, viewOnly);
+    // Jet files of the suite belong to its main module; the monitoring only reads them.
+    const auto masterAccess = [viewOnly](const QString &file) {
+        const bool isJet = dao::Workspace::fileKind(basic::findPath(file).value_or(file)) == dao::FileKind::Jet;
+        return viewOnly || isJet ? Access::Read : Access::Write;
+    };
+    open(session.dbMain, session.MainDBFile, store::DatabaseFile::Main, masterAccess(session.MainDBFile));
+    open(session.dbPest, session.PestDBFile, store::DatabaseFile::Pest, viewOnly ? Access::Read : Access::Write);
+    open(session.dbSpray, sprayFile, store::DatabaseFile::Spray, masterAccess(sprayFile));
+}
+
+void openListDatabases(SessionContext &session)
+{
+    session.MainDBFile = session.DatabasePath + store::fileName(store::DatabaseFile::Main);
+    const QString sprayFile = session.DatabasePath + store::fileName(store::DatabaseFile::Spray);
+    // Each by itself: with one of them the other's lists can still be worked on, and the handle has the reason.
+    basic::runOrIgnore([&] { open(session.dbMain, session.MainDBFile, store::DatabaseFile::Main, Access::Write); });
+    basic::runOrIgnore([&] { open(session.dbSpray, sprayFile, store::DatabaseFile::Spray, Access::Write); });
 }

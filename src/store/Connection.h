@@ -7,3 +7,7 @@ struct SessionContext;
 /// that fails ends it with its error; using that handle then raises an error with the file and the reason, and the handles after
 /// it stay empty.
 void openDatabases(SessionContext &session);
+
+/// Opens the main and the spray database for writing the farm lists. A file that fails leaves its reason in its handle; the pest
+/// database, which only the monitoring writes, stays closed.
+void openListDatabases(SessionContext &session);

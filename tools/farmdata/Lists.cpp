@@ -19,7 +19,7 @@ namespace
 void open(SessionContext &session, const QString &databasesFolder)
 {
     session.DatabasePath = QDir(databasesFolder).absolutePath() + u'/';
-    openDatabases(session);
+    openListDatabases(session);
 }
 
 FarmLists readLists(SessionContext &session)

@@ -5,6 +5,8 @@
 #include "common/PestTypes.h"
 #include "store/lists/ListRows.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 #include <limits>
 
@@ -68,6 +70,7 @@ void FarmLists::readTable(SessionContext &session, const Table &table)
     dao::Database &database = *handleFor(session, table);
     StoredTable &stored = tables_[indexOf(table.list)];
     const dao::TableDef definition = database.tableDef(table.table);
+    stored.readOnly = database.isReadOnly() || !QFileInfo(database.Name()).isWritable();
     for (const Column &column : table.columns) {
         const dao::Field *field = definition.findField(column.field);
         const bool isText = field && field->type == dao::FieldType::Text;

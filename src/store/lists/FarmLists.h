@@ -40,6 +40,8 @@ public:
     /// In the order of their keys.
     const std::vector<Record> &records(List list) const { return tables_[indexOf(list)].records; }
     const QString &failure(List list) const { return tables_[indexOf(list)].failure; }
+    /// The file was opened for reading only, or has no right to be written.
+    bool isReadOnly(List list) const { return tables_[indexOf(list)].readOnly; }
     /// nullptr when there is none.
     const Record *find(List list, std::int32_t key) const;
     /// The largest key that was ever used.
@@ -76,6 +78,7 @@ private:
         std::vector<int> sizes;
         std::vector<bool> numeric;
         std::int32_t lastKey = 0;
+        bool readOnly = false;
         QString failure;
     };
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/lists/ListHolders.h"
 
+#include "platform/basic/TextFiles.h"
+#include "platform/dao/Workspace.h"
 #include "store/AnalysisTables.h"
 #include "store/SqlText.h"
 
@@ -54,19 +56,6 @@ const std::vector<Holder> &holders()
     return all;
 }
 
-dao::Database &databaseOf(SessionContext &session, store::DatabaseFile file)
-{
-    switch (file) {
-    case store::DatabaseFile::Main:
-        return *session.dbMain;
-    case store::DatabaseFile::Pest:
-        return *session.dbPest;
-    case store::DatabaseFile::Spray:
-        break;
-    }
-    return *session.dbSpray;
-}
-
 QString condition(const Holder &holder, const Record &record)
 {
     const bool isByName = holder.list == List::Workers || holder.list == List::Seasons;
@@ -97,7 +86,25 @@ QString Holders::text() const
     return parts.isEmpty() ? last : QStringLiteral("%1 and %2").arg(parts.join(QStringLiteral(", ")), last);
 }
 
-Holders holdersOf(SessionContext &session, List list, const Record &record)
+dao::Database &HolderReader::database(store::DatabaseFile file)
+{
+    if (file == store::DatabaseFile::Main) {
+        return *session_.dbMain;
+    }
+    if (file == store::DatabaseFile::Spray) {
+        return *session_.dbSpray;
+    }
+    if (session_.dbPest.isSet()) {
+        return *session_.dbPest;
+    }
+    if (!pest_) {
+        const QString path = session_.DatabasePath + store::fileName(file);
+        pest_ = dao::Workspace::OpenDatabase(basic::findPath(path).value_or(path), false, true, store::connectText());
+    }
+    return *pest_;
+}
+
+Holders HolderReader::holdersOf(List list, const Record &record)
 {
     Holders found;
     // One instruction may name a block in two tables.
@@ -110,12 +117,11 @@ Holders holdersOf(SessionContext &session, List list, const Record &record)
         const QString singular = holder.singular.toString();
         int count = 0;
         if (holder.counted.isEmpty()) {
-            count = databaseOf(session, holder.file).OpenRecordset(sqlText(u"Select Count(*)", where)).longValue(0);
+            count = database(holder.file).OpenRecordset(sqlText(u"Select Count(*)", where)).longValue(0);
         } else {
             QSet<std::int32_t> &keys = counted[singular];
             const qsizetype before = keys.size();
-            dao::Recordset rows =
-                databaseOf(session, holder.file).OpenRecordset(sqlText(u"Select distinct ", holder.counted, where));
+            dao::Recordset rows = database(holder.file).OpenRecordset(sqlText(u"Select distinct ", holder.counted, where));
             for (; !rows.Eof(); rows.MoveNext()) {
                 keys.insert(rows.longValue(0));
             }

@@ -3,6 +3,8 @@
 
 #include "store/lists/FarmLists.h"
 
+#include <memory>
+
 namespace lists
 {
 
@@ -20,7 +22,20 @@ struct Holders {
     QString text() const;
 };
 
-/// Reads what holds a row. Errors of the databases pass through: what cannot be known must not be deleted.
-Holders holdersOf(SessionContext &session, List list, const Record &record);
+/// Reads what holds a row. Errors of the databases pass through: what cannot be known must not be deleted. A pest database that
+/// the session does not have open is opened for reading meanwhile.
+class HolderReader
+{
+public:
+    explicit HolderReader(SessionContext &session) : session_(session) {}
+
+    Holders holdersOf(List list, const Record &record);
+
+private:
+    dao::Database &database(store::DatabaseFile file);
+
+    SessionContext &session_;
+    std::unique_ptr<dao::Database> pest_;
+};
 
 } // namespace lists

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/lists/ListWriter.h"
 
+#include "platform/dao/CommitScope.h"
 #include "store/SqlText.h"
 #include "store/lists/ListHolders.h"
 #include "store/lists/ListRows.h"
@@ -181,7 +182,7 @@ public:
     void commit() { scope_.commit(); }
 
 private:
-    dao::WriteScope scope_;
+    dao::CommitScope scope_;
 };
 
 /// Keys are never given twice, so the last one of a list outlives its row.
@@ -208,11 +209,12 @@ void rememberKey(dao::Database &main, const Table &table, std::int32_t key)
 std::vector<Conflict> heldRows(SessionContext &session, const std::vector<Change> &changes)
 {
     std::vector<Conflict> conflicts;
+    HolderReader reader(session);
     for (const Change &change : changes) {
         if (change.after) {
             continue;
         }
-        const Holders holders = holdersOf(session, change.list, *change.before);
+        const Holders holders = reader.holdersOf(change.list, *change.before);
         if (!holders.none()) {
             conflicts.push_back(
                 {change,
