@@ -3,10 +3,10 @@
 
 #include "Output.h"
 #include "Progress.h"
-#include "Staging.h"
 
 #include "platform/basic/RunTimeError.h"
 #include "platform/basic/TextFiles.h"
+#include "store/Staging.h"
 #include "platform/dao/CommitScope.h"
 #include "platform/dao/FileFormat.h"
 #include "platform/dao/JetValues.h"

@@ -5,11 +5,11 @@
 #include "Lists.h"
 #include "Output.h"
 #include "Progress.h"
-#include "Staging.h"
 
 #include "common/FarmLock.h"
 #include "platform/basic/RunTimeError.h"
 #include "store/Backups.h"
+#include "store/Staging.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -32,11 +32,7 @@ QString folderOf(const QString &argument)
 
 bool create(const QStringList &arguments)
 {
-    Staging staging(arguments[0]);
-    for (const store::DatabaseFile file : store::AllDatabaseFiles) {
-        store::createDatabaseFile(file, staging.path(file));
-    }
-    staging.moveIn();
+    createDatabases(arguments[0]);
     printLine(QStringLiteral("Three empty databases were made in %1.").arg(folderOf(arguments[0])));
     return true;
 }
@@ -44,9 +40,7 @@ bool create(const QStringList &arguments)
 bool demo(const QStringList &arguments)
 {
     Staging staging(arguments[0]);
-    for (const store::DatabaseFile file : store::AllDatabaseFiles) {
-        store::createDatabaseFile(file, staging.path(file));
-    }
+    staging.createEmpty();
     fillDemoFarm(staging.folder());
     staging.moveIn();
     printLine(QStringLiteral("A demonstration farm was made in %1.").arg(folderOf(arguments[0])));

@@ -64,6 +64,13 @@ QString quoted(const QString &text)
 
 } // namespace
 
+bool GivenRow::isBlank() const
+{
+    return std::all_of(cells.begin(), cells.end(), [](const std::optional<sheets::Cell> &cell) {
+        return !cell || (cell->text.trimmed().isEmpty() && !cell->formula);
+    });
+}
+
 Counts Plan::total() const
 {
     Counts sum;

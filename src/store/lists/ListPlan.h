@@ -21,6 +21,9 @@ struct GivenRow {
     std::vector<std::optional<sheets::Cell>> cells;
     /// Why the row cannot be read, such as merged cells.
     QString refusal;
+
+    /// No cell that was given is filled.
+    bool isBlank() const;
 };
 
 struct GivenList {

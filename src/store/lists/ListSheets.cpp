@@ -219,16 +219,14 @@ GivenList rowsOf(const sheets::Sheet &sheet, const Table &table, const Headings 
         GivenRow one;
         one.number = row + 1;
         one.cells.resize(table.columns.size());
-        bool isBlank = true;
         for (std::size_t column = 0; column < headings.columns.size(); ++column) {
             if (headings.columns[column] >= 0) {
                 one.cells[column] = sheet.at(row, headings.columns[column]);
-                isBlank = isBlank && one.cells[column]->text.trimmed().isEmpty() && !one.cells[column]->formula;
             }
         }
         one.keyText = sheet.at(row, headings.key).text.trimmed();
         one.refusal = mergeIn(sheet, headings, row);
-        if (!isBlank || !one.keyText.isEmpty()) {
+        if (!one.isBlank() || !one.keyText.isEmpty()) {
             given.rows.push_back(std::move(one));
         }
     }
@@ -330,8 +328,11 @@ GivenList givenRows(List list, const std::vector<std::vector<Cell>> &rows, const
     const bool hasHeadings = rows.size() > 1 && areHeadings(rows.front(), table);
     // By column of the list, the position in a pasted row.
     std::vector<int> positions(table.columns.size(), -1);
+    int key = -1;
     if (hasHeadings) {
-        positions = headingsIn(rows.front(), table).columns;
+        const Headings headings = headingsIn(rows.front(), table);
+        positions = headings.columns;
+        key = headings.key;
     } else {
         for (std::size_t i = static_cast<std::size_t>(firstColumn); i < columns.size(); ++i) {
             positions[static_cast<std::size_t>(columns[i])] = static_cast<int>(i) - firstColumn;
@@ -346,6 +347,9 @@ GivenList givenRows(List list, const std::vector<std::vector<Cell>> &rows, const
             if (positions[column] >= 0 && position < rows[number].size()) {
                 row.cells[column] = rows[number][position];
             }
+        }
+        if (key >= 0 && static_cast<std::size_t>(key) < rows[number].size()) {
+            row.keyText = rows[number][static_cast<std::size_t>(key)].text.trimmed();
         }
         given.rows.push_back(std::move(row));
     }

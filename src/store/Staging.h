@@ -16,6 +16,8 @@ public:
     explicit Staging(const QString &databasesFolder);
 
     QString path(store::DatabaseFile file) const;
+    /// Creates all three with their tables.
+    void createEmpty() const;
     /// The staged folder itself, laid out as a Databases folder.
     QString folder() const { return staged_->path(); }
     /// All three or none.
@@ -25,3 +27,6 @@ private:
     QString target_;
     std::unique_ptr<QTemporaryDir> staged_;
 };
+
+/// Creates three empty databases in a folder, all or none.
+void createDatabases(const QString &databasesFolder);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Staging.h"
+#include "store/Staging.h"
 
 #include "platform/basic/Permissions.h"
 #include "platform/basic/RunTimeError.h"
@@ -35,6 +35,13 @@ Staging::Staging(const QString &databasesFolder) : target_(QDir(databasesFolder)
     }
 }
 
+void Staging::createEmpty() const
+{
+    for (const store::DatabaseFile file : store::AllDatabaseFiles) {
+        store::createDatabaseFile(file, path(file));
+    }
+}
+
 QString Staging::path(store::DatabaseFile file) const
 {
     return staged_->filePath(store::fileName(file));
@@ -66,4 +73,11 @@ void Staging::moveIn()
         basic::followFolder(to);
         moved.append(to);
     }
+}
+
+void createDatabases(const QString &databasesFolder)
+{
+    Staging staging(databasesFolder);
+    staging.createEmpty();
+    staging.moveIn();
 }
