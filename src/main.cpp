@@ -2,7 +2,7 @@
 #include "common/ProgramLock.h"
 #include "menu/MenuEntries.h"
 #include "platform/controls/Dialogs.h"
-#include "platform/controls/Theme.h"
+#include "shell/DesktopColours.h"
 #include "shell/FarmApplication.h"
 #include "shell/MDI_Monitoring.h"
 #include "shell/ProgramFolder.h"
@@ -63,6 +63,6 @@ int run(FarmApplication &application)
 int main(int argc, char **argv)
 {
     FarmApplication application(argc, argv);
-    controls::Theme::apply(application);
+    const DesktopColours colours(application);
     return run(application);
 }

@@ -16,6 +16,8 @@ using controls::ItemCombo;
 namespace
 {
 
+/// Boxes are narrowed to this where the panel is narrower than its steps.
+constexpr int MinBoxWidth = 60;
 constexpr int ReturnKey = 13;
 
 void fillList(ItemCombo &combo, std::span<const QStringView> texts)
@@ -78,7 +80,8 @@ void AnalysisPanel::setKind(const AnalysisKind &kind)
         const bool used = i < kind.values.size();
         all[i].label->setText(used ? kind.values[i].label.toString() : QString());
         all[i].cell->setVisible(used);
-        all[i].cell->setMinimumWidth(kind.boxStep / controls::TwipsPerPixel);
+        all[i].cell->setMinimumWidth(MinBoxWidth);
+        all[i].cell->setMaximumWidth(kind.boxStep / controls::TwipsPerPixel);
     }
 }
 

@@ -55,6 +55,7 @@ void writeTop(const excel::Application &application, const AnalysisSheet &sheet)
     excel::Range title = application.Range(QStringLiteral("A1"), QStringLiteral("O1"));
     title.setMergeCells(true);
     title.setValue(sheet.title);
+    title.Font().setBold(true);
     excel::Range farm = application.Range(QStringLiteral("A3"), QStringLiteral("O3"));
     farm.setMergeCells(true);
     farm.setValue(sheet.farm);
@@ -105,6 +106,7 @@ void writeAnalysisSheet(const excel::Application &application, const AnalysisShe
         }
     }
     application.Columns(QStringLiteral("A:O")).AutoFit();
+    application.ActiveSheet().PageSetup().setPrintTitleRows(QStringLiteral("$6:$6"));
 }
 
 void printAnalyses(ScreenHost &host, const AnalysisSheet &sheet)

@@ -2,10 +2,8 @@
 #include "pestmon/CaptureGrid.h"
 
 #include "common/grid/CellEditor.h"
-#include "platform/basic/Numbers.h"
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/Dialogs.h"
-#include "platform/controls/RedrawPause.h"
 #include "platform/dao/CommitScope.h"
 #include "platform/dao/Database.h"
 #include "screens/GridActions.h"
@@ -15,12 +13,9 @@
 #include <QAction>
 #include <QKeyEvent>
 
-#include <array>
-
 namespace pestmon
 {
 
-using controls::CellAlignment;
 namespace cellColour = controls::cellColour;
 
 namespace
@@ -34,20 +29,13 @@ bool isCharacter(const QKeyEvent &key)
     return (!held || held == altGr) && !key.text().isEmpty() && key.text().front().isPrint();
 }
 
-constexpr int TallRow = 400;
-constexpr int PointWidth = 500;
-constexpr int ValueWidth = 1000;
-
 } // namespace
 
 CaptureGrid::CaptureGrid(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 &ui)
-    : PestMonPage(screen, host, ui), records_(host),
+    : PestMonPage(screen, host, ui), table_(*ui.grdPest, host),
       editor_(*ui.grdPest, *ui.txtG1, [this](int row, int col, const QString &typed) { return store(row, col, typed); })
 {
     controls::FlexGrid &grid = *ui_.grdPest;
-    grid.setMuteZeros(true);
-    grid.setCellDescriber([this](int row, int col) { return describe(row, col); });
-    layOut();
     on(&grid, &controls::FlexGrid::Click,
        [this](int row, int col) { runOrReport(QStringLiteral("The cell could not be changed"), [&] { click(row, col); }); });
     on(&grid, &controls::FlexGrid::KeyDown, [this](QKeyEvent *event) { keyDown(event); });
@@ -55,87 +43,17 @@ CaptureGrid::CaptureGrid(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 
     redoAction_ = addGridAction(grid, QStringLiteral("Redo"), {Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z});
     on(undoAction_, &QAction::triggered, [this] { undo(); });
     on(redoAction_, &QAction::triggered, [this] { redo(); });
-    grid.setCellCopyText([this](int row, int col) { return copyText(row, col); });
     on(&editor_, &CaptureCellEditor::moveRequested, [this](capture::Direction direction) { move(direction); });
     on(&editor_, &CaptureCellEditor::undoRequested, [this] { undo(); });
     on(&editor_, &CaptureCellEditor::redoRequested, [this] { redo(); });
     on(&editor_, &CaptureCellEditor::cancelled, [this](int row, int col) { cancelled(row, col); });
 }
 
-std::int16_t CaptureGrid::numberIn(int row, int col) const
-{
-    return basic::toInteger16(basic::Val(ui_.grdPest->TextMatrix(row, col)));
-}
-
-std::int32_t CaptureGrid::keyIn(int row, int pest) const
-{
-    return basic::toLong32(basic::Val(ui_.grdPest->TextMatrix(row, capture::keyColumn(pest))));
-}
-
-void CaptureGrid::paint(int row, int col, const capture::CellDisplay &display)
-{
-    ui_.grdPest->setTextMatrix(row, col, display.text);
-    ui_.grdPest->setCellBackColor(row, col, display.colour);
-    ui_.grdPest->setCellAlignment(row, col, CellAlignment::Centre);
-}
-
 void CaptureGrid::clear()
 {
     editor_.close();
     forgetChanges();
-    NoOfPests = 0;
-    PestIDs.clear();
-    layOut();
-}
-
-void CaptureGrid::layOut()
-{
-    controls::FlexGrid &grid = *ui_.grdPest;
-    grid.Clear();
-    grid.setRows(capture::FirstPointRow);
-    grid.setCols(capture::columnsFor(NoOfPests));
-    grid.setFixedRows(capture::TotalRow);
-    grid.setFrozenRows(1);
-    grid.setFixedCols(capture::FirstPestColumn);
-    grid.setRowHeight(capture::PestNameRow, TallRow);
-    grid.setRowHeight(capture::TotalRow, TallRow);
-    grid.setColWidth(0, 0);
-    grid.setColWidth(1, 0);
-    grid.setColWidth(capture::PointColumn, PointWidth);
-    for (int pest = 1; pest <= NoOfPests; ++pest) {
-        grid.setColWidth(capture::keyColumn(pest), 0);
-        grid.setColWidth(capture::valueColumn(pest, 1), ValueWidth);
-        grid.setColWidth(capture::valueColumn(pest, 2), 0);
-        grid.setColWidth(capture::valueColumn(pest, 3), 0);
-    }
-    grid.setMergeCol(capture::PointColumn, true);
-    grid.setMergeRow(capture::PestNameRow, true);
-    grid.setColAlignment(capture::PointColumn, CellAlignment::Centre);
-    grid.setTextMatrix(capture::PestNameRow, 0, QStringLiteral("PMTransID"));
-    grid.setTextMatrix(capture::HeadingRow, capture::PointColumn, QStringLiteral("Point"));
-    grid.setTextMatrix(capture::TotalRow, capture::PointColumn, QStringLiteral("(Total)"));
-    for (const int row : {capture::HeadingRow, capture::TotalRow}) {
-        grid.setCellFontBold(row, capture::PointColumn, true);
-    }
-}
-
-void CaptureGrid::writeHeadings(const std::vector<QString> &names)
-{
-    controls::FlexGrid &grid = *ui_.grdPest;
-    const std::array<QString, 3> PMHeader{records_.isCount() ? QStringLiteral("Cnt") : QStringLiteral("Y/N"),
-                                          QStringLiteral("In"), QStringLiteral("Out")};
-    for (int pest = 1; pest <= NoOfPests; ++pest) {
-        for (int value = 1; value <= capture::ValuesPerPest; ++value) {
-            const int col = capture::valueColumn(pest, value);
-            grid.setTextMatrix(capture::PestNameRow, col, names[static_cast<std::size_t>(pest - 1)]);
-            grid.setTextMatrix(capture::HeadingRow, col, PMHeader[static_cast<std::size_t>(value - 1)]);
-            for (const int row : {capture::PestNameRow, capture::HeadingRow, capture::TotalRow}) {
-                grid.setCellFontBold(row, col, true);
-                grid.setCellAlignment(row, col, CellAlignment::Centre);
-            }
-            grid.setCellBackColor(capture::TotalRow, col, cellColour::Green);
-        }
-    }
+    table_.clear();
 }
 
 void CaptureGrid::Fill_Capture()
@@ -143,84 +61,7 @@ void CaptureGrid::Fill_Capture()
     const controls::BusyPointer busy;
     editor_.close();
     forgetChanges();
-    controls::FlexGrid &grid = *ui_.grdPest;
-    const controls::RedrawPause pause(grid);
-    NoOfPests = objPestMON().No_of_Pests(session().CurrentPMTransID);
-    PestIDs.clear();
-    std::vector<QString> names;
-    for (dao::Recordset rows = objPestMON().Get_Pests_For_Transaction(session().CurrentPMTransID); !rows.Eof(); rows.MoveNext()) {
-        PestIDs.push_back(rows.longValue("CCTargetID"));
-        names.push_back(objPestMON().CTarget_Is(PestIDs.back()));
-    }
-    layOut();
-    writeHeadings(names);
-    fillTotals();
-    fillPoints();
-    grid.setEmptyText(emptyText());
-    grid.setCell(capture::FirstPointRow, qMin(capture::FirstValueColumn, grid.Cols() - 1));
-    grid.setTopRow(capture::FirstPointRow);
-    if (NoOfPests > 0) {
-        grid.setLeftCol(capture::FirstPestColumn);
-    }
-}
-
-QString CaptureGrid::emptyText() const
-{
-    if (NoOfPests == 0) {
-        return QStringLiteral("The instruction has no pests. Close this tab, press Edit and select pests.");
-    }
-    const bool noPoints = ui_.grdPest->TextMatrix(capture::FirstPointRow, capture::PointColumn).isEmpty();
-    return noPoints ? QStringLiteral("The block has no monitoring points. Close this tab, press Edit and save the instruction.")
-                    : QString();
-}
-
-void CaptureGrid::fillTotals()
-{
-    for (int pest = 1; pest <= NoOfPests; ++pest) {
-        const dao::Recordset rows = records_.totals(target(pest));
-        if (rows.Eof()) {
-            continue;
-        }
-        ui_.grdPest->setTextMatrix(capture::TotalRow, capture::keyColumn(pest), rows.text("PMDataMaxID"));
-        for (int value = 1; value <= capture::ValuesPerPest; ++value) {
-            paint(capture::TotalRow, capture::valueColumn(pest, value), records_.total(rows, value));
-        }
-    }
-}
-
-void CaptureGrid::fillPoints()
-{
-    controls::FlexGrid &grid = *ui_.grdPest;
-    grid.setRows(capture::FirstPointRow + 1);
-    int row = capture::FirstPointRow - 1;
-    std::optional<std::int32_t> shownPoint;
-    // One set for the whole block, by point, pest and key; the first row of a point and pest decides.
-    dao::Recordset rows =
-        objPestMON().Get_PestData_for_Block_of_Transaction(session().CurrentPMTransID, session().CurrentBlockID);
-    for (; !rows.Eof(); rows.MoveNext()) {
-        const std::int32_t point = rows.longValue("PMBPunt");
-        if (shownPoint != point) {
-            shownPoint = point;
-            ++row;
-            grid.setRows(row + 2);
-            grid.setTextMatrix(row, capture::PointColumn, QString::number(point));
-        }
-        // A file from elsewhere may name a pest twice.
-        for (int pest = 1; pest <= NoOfPests; ++pest) {
-            const bool empty = grid.TextMatrix(row, capture::keyColumn(pest)).isEmpty();
-            if (empty && target(pest) == rows.longValue("CTargetID")) {
-                fillPointCells(row, pest, rows);
-            }
-        }
-    }
-}
-
-void CaptureGrid::fillPointCells(int row, int pest, const dao::Recordset &rows)
-{
-    ui_.grdPest->setTextMatrix(row, capture::keyColumn(pest), rows.text("PMDataID"));
-    for (int value = 1; value <= capture::ValuesPerPest; ++value) {
-        paint(row, capture::valueColumn(pest, value), records_.point(rows, value));
-    }
+    table_.fill();
 }
 
 void CaptureGrid::click(int row, int col)
@@ -235,7 +76,7 @@ void CaptureGrid::click(int row, int col)
     if (col > lastPestCol() || col < capture::FirstValueColumn) {
         return;
     }
-    if (row == capture::TotalRow || records_.isCount()) {
+    if (row == capture::TotalRow || table_.isCount()) {
         openEditor(CaptureCellEditor::OpenedBy::User);
     } else {
         toggle(row, col);
@@ -247,7 +88,7 @@ void CaptureGrid::keyDown(QKeyEvent *event)
     controls::FlexGrid &grid = *ui_.grdPest;
     const int row = grid.Row();
     const int col = grid.Col();
-    const bool editable = row == capture::TotalRow || records_.isCount();
+    const bool editable = row == capture::TotalRow || table_.isCount();
     const bool toggles = event->key() == Qt::Key_F2 || (event->key() == Qt::Key_Space && !editable);
     const bool empties = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
@@ -278,46 +119,36 @@ void CaptureGrid::keyDown(QKeyEvent *event)
 void CaptureGrid::openEditor(CaptureCellEditor::OpenedBy by)
 {
     const controls::FlexGrid &grid = *ui_.grdPest;
-    const auto column = capture::pestColumn(grid.Col(), NoOfPests);
+    const auto column = table_.column(grid.Col());
     if (!column) {
         return;
     }
-    if (grid.Row() > capture::TotalRow && keyIn(grid.Row(), column->pest) == 0) {
+    if (grid.Row() > capture::TotalRow && table_.key(grid.Row(), column->pest) == 0) {
         host().showFailure(QStringLiteral("There is no monitoring point to fill in here"));
         return;
     }
-    OldValue = numberIn(grid.Row(), grid.Col());
+    OldValue = table_.number(grid.Row(), grid.Col());
     editor_.open(by);
 }
 
 void CaptureGrid::move(capture::Direction direction)
 {
     controls::FlexGrid &grid = *ui_.grdPest;
-    const int lastPointRow = grid.Rows() - 2;
-    const auto next = capture::neighbourCell({grid.Row(), grid.Col()}, NoOfPests, lastPointRow, direction);
+    const auto next = capture::neighbourCell({grid.Row(), grid.Col()}, table_.pests(), table_.lastPointRow(), direction);
     if (!next) {
         return;
     }
     grid.setCell(next->row, next->col);
     grid.showCell(next->row, next->col);
-    const int pest = capture::pestColumn(next->col, NoOfPests)->pest;
-    if (next->row == capture::TotalRow || (records_.isCount() && keyIn(next->row, pest) != 0)) {
+    const int pest = table_.column(next->col)->pest;
+    if (next->row == capture::TotalRow || (table_.isCount() && table_.key(next->row, pest) != 0)) {
         openEditor(CaptureCellEditor::OpenedBy::Move);
     }
 }
 
-capture::CellDisplay CaptureGrid::shown(int row, int col) const
-{
-    const controls::FlexGrid &grid = *ui_.grdPest;
-    if (row != capture::TotalRow && !records_.isCount()) {
-        return capture::answer(grid.CellBackColor(row, col) == cellColour::Red);
-    }
-    return {grid.TextMatrix(row, col), grid.CellBackColor(row, col).value_or(cellColour::White), numberIn(row, col)};
-}
-
 CaptureChange CaptureGrid::changeTo(int row, int col, const capture::CellDisplay &cell, const capture::CellDisplay &total) const
 {
-    return {row, col, shown(row, col), cell, shown(capture::TotalRow, col), total};
+    return {row, col, table_.shown(row, col), cell, table_.shown(capture::TotalRow, col), total};
 }
 
 CaptureChange CaptureGrid::typedChange(int row, int col, const QString &typed) const
@@ -333,7 +164,7 @@ CaptureChange CaptureGrid::typedChange(int row, int col, const QString &typed) c
 
 std::int16_t CaptureGrid::totalBase(int col) const
 {
-    return unsavedTotals_.value(col, numberIn(capture::TotalRow, col));
+    return unsavedTotals_.value(col, table_.number(capture::TotalRow, col));
 }
 
 bool CaptureGrid::store(int row, int col, const QString &typed)
@@ -345,8 +176,8 @@ bool CaptureGrid::store(int row, int col, const QString &typed)
     if (perform(*change) || row == capture::TotalRow) {
         return true;
     }
-    paint(row, col, change->after);
-    if (numberIn(capture::TotalRow, col) == change->totalAfter.value) {
+    table_.paint(row, col, change->after);
+    if (table_.number(capture::TotalRow, col) == change->totalAfter.value) {
         // The stored total includes the new value already; a second try must not add it again.
         OldValue = change->after.value;
     }
@@ -356,22 +187,22 @@ bool CaptureGrid::store(int row, int col, const QString &typed)
 /// After a failed write the cell shows the typed value under its editor.
 void CaptureGrid::cancelled(int row, int col)
 {
-    const CaptureChange unchanged = changeTo(row, col, shown(row, col), shown(capture::TotalRow, col));
+    const CaptureChange unchanged = changeTo(row, col, table_.shown(row, col), table_.shown(capture::TotalRow, col));
     showStored(unchanged, {});
 }
 
 void CaptureGrid::toggle(int row, int col)
 {
     const auto colour = ui_.grdPest->CellBackColor(row, col);
-    if (!capture::pestColumn(col, NoOfPests) || (colour != cellColour::White && colour != cellColour::Red)) {
+    if (!table_.column(col) || (colour != cellColour::White && colour != cellColour::Red)) {
         return;
     }
     const bool yes = colour == cellColour::White;
     const std::int16_t total = totalBase(col);
     // A No at a total of 0 leaves the total alone.
     const bool counts = yes || total >= 1;
-    const capture::CellDisplay newTotal =
-        counts ? capture::changedTotal(capture::runningTotal(total, yes ? 0 : 1, yes ? 1 : 0)) : shown(capture::TotalRow, col);
+    const capture::CellDisplay newTotal = counts ? capture::changedTotal(capture::runningTotal(total, yes ? 0 : 1, yes ? 1 : 0))
+                                                 : table_.shown(capture::TotalRow, col);
     perform(changeTo(row, col, capture::answer(yes), newTotal), counts ? Totals::Save : Totals::Skip);
     ui_.grdPest->setCol(capture::PointColumn);
 }
@@ -410,10 +241,10 @@ CaptureGrid::Written CaptureGrid::write(const CaptureChange &change, Totals tota
         written = {};
     }
     if (written.total) {
-        paint(capture::TotalRow, change.col, change.totalAfter);
+        table_.paint(capture::TotalRow, change.col, change.totalAfter);
     }
     if (written.cell) {
-        paint(change.row, change.col, change.after);
+        table_.paint(change.row, change.col, change.after);
     }
     if (!written.all()) {
         showStored(change, written);
@@ -423,9 +254,9 @@ CaptureGrid::Written CaptureGrid::write(const CaptureChange &change, Totals tota
 
 bool CaptureGrid::writePoint(const CaptureChange &change)
 {
-    const capture::PestColumn column = *capture::pestColumn(change.col, NoOfPests);
-    const auto status = records_.savePoint(keyIn(change.row, column.pest), target(column.pest), point(change.row), column.value,
-                                           change.after.value);
+    const capture::PestColumn column = *table_.column(change.col);
+    const auto status = table_.records().savePoint(table_.key(change.row, column.pest), table_.target(column.pest),
+                                                   table_.point(change.row), column.value, change.after.value);
     if (status == clsPestMONNew::Failed) {
         showStoreFailure(notSaved(change.row, change.col));
     }
@@ -434,9 +265,10 @@ bool CaptureGrid::writePoint(const CaptureChange &change)
 
 bool CaptureGrid::writeTotal(const CaptureChange &change)
 {
-    const capture::PestColumn column = *capture::pestColumn(change.col, NoOfPests);
-    std::int32_t PMDataMaxID = keyIn(capture::TotalRow, column.pest);
-    const auto status = records_.saveTotal(PMDataMaxID, target(column.pest), column.value, change.totalAfter.value);
+    const capture::PestColumn column = *table_.column(change.col);
+    std::int32_t PMDataMaxID = table_.key(capture::TotalRow, column.pest);
+    const auto status =
+        table_.records().saveTotal(PMDataMaxID, table_.target(column.pest), column.value, change.totalAfter.value);
     if (status == clsPestMONNew::Failed) {
         showStoreFailure(notSaved(capture::TotalRow, change.col));
     }
@@ -445,15 +277,15 @@ bool CaptureGrid::writeTotal(const CaptureChange &change)
 
 void CaptureGrid::showStored(const CaptureChange &change, const Written &written)
 {
-    const capture::PestColumn column = *capture::pestColumn(change.col, NoOfPests);
+    const capture::PestColumn column = *table_.column(change.col);
     // The write has reported its failure; if reading fails too, the former values stay.
     basic::runOrIgnore([&] {
-        if (const auto total = records_.storedTotal(target(column.pest), column.value); total && !written.total) {
-            paint(capture::TotalRow, change.col, *total);
+        if (const auto total = table_.records().storedTotal(table_.target(column.pest), column.value); total && !written.total) {
+            table_.paint(capture::TotalRow, change.col, *total);
         }
         if (change.row != capture::TotalRow && !written.cell) {
-            const auto stored = records_.storedPoint(target(column.pest), point(change.row), column.value);
-            paint(change.row, change.col, stored.value_or(change.before));
+            const auto stored = table_.records().storedPoint(table_.target(column.pest), table_.point(change.row), column.value);
+            table_.paint(change.row, change.col, stored.value_or(change.before));
         }
     });
 }
@@ -505,7 +337,7 @@ bool CaptureGrid::replay(const CaptureChange &change, const QString &report)
 
 QString CaptureGrid::valueText(const CaptureChange &change) const
 {
-    if (change.row == capture::TotalRow || records_.isCount()) {
+    if (change.row == capture::TotalRow || table_.isCount()) {
         return QString::number(change.after.value);
     }
     return change.after.value != 0 ? QStringLiteral("Yes") : QStringLiteral("No");
@@ -518,58 +350,7 @@ QString CaptureGrid::notSaved(int row, int col) const
 
 QString CaptureGrid::cellName(int row, int col) const
 {
-    const QString pest = ui_.grdPest->TextMatrix(capture::PestNameRow, col);
-    const QString block = ui_.cmbBlock->Text();
-    if (row == capture::TotalRow) {
-        return QStringLiteral("%1, total, %2").arg(block, pest);
-    }
-    return QStringLiteral("%1, point %2, %3").arg(block, ui_.grdPest->TextMatrix(row, capture::PointColumn), pest);
-}
-
-QString CaptureGrid::describe(int row, int col) const
-{
-    const controls::FlexGrid &grid = *ui_.grdPest;
-    const auto column = capture::pestColumn(col, NoOfPests);
-    if (row < capture::TotalRow || !column) {
-        return grid.TextMatrix(row, col);
-    }
-    const QString pest = grid.TextMatrix(capture::PestNameRow, col);
-    const QString position = row == capture::TotalRow
-        ? QStringLiteral("total")
-        : QStringLiteral("point %1").arg(grid.TextMatrix(row, capture::PointColumn));
-    const auto colour = grid.CellBackColor(row, col);
-    const bool isAnswer = !records_.isCount() && row != capture::TotalRow && colour.has_value();
-    const QString value =
-        isAnswer ? (colour == cellColour::Red ? QStringLiteral("Yes") : QStringLiteral("No")) : grid.TextMatrix(row, col);
-    return QStringLiteral("%1, %2, %3").arg(position, pest, value);
-}
-
-QString CaptureGrid::copyText(int row, int col) const
-{
-    const bool isAnswer =
-        row > capture::TotalRow && !records_.isCount() && keyIn(row, capture::pestColumn(col, NoOfPests)->pest) != 0;
-    return isAnswer ? (shown(row, col).value != 0 ? QStringLiteral("Yes") : QStringLiteral("No"))
-                    : ui_.grdPest->TextMatrix(row, col);
-}
-
-std::vector<QStringList> CaptureGrid::shownRows()
-{
-    controls::FlexGrid &grid = *ui_.grdPest;
-    std::vector<QStringList> rows;
-    for (int row = 0; row < grid.Rows(); ++row) {
-        QStringList cells;
-        for (int col = 1; col < grid.Cols(); ++col) {
-            if (grid.ColWidth(col) != 0) {
-                cells.append(grid.CellBackColor(row, col) == controls::cellColour::Red ? QStringLiteral("Yes")
-                                                                                       : grid.TextMatrix(row, col));
-            }
-        }
-        rows.push_back(cells);
-    }
-    if (grid.Rows() > 0 && grid.Cols() > 1) {
-        grid.setCell(grid.Rows() - 1, grid.Cols() - 1);
-    }
-    return rows;
+    return QStringLiteral("%1, %2").arg(ui_.cmbBlock->Text(), table_.cellName(row, col));
 }
 
 } // namespace pestmon

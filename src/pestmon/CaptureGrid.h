@@ -3,21 +3,18 @@
 
 #include "pestmon/CaptureCellEditor.h"
 #include "pestmon/CaptureHistory.h"
-#include "pestmon/CaptureRecords.h"
+#include "pestmon/CaptureTable.h"
 #include "pestmon/PestMonPage.h"
 
 #include <QHash>
-#include <QStringList>
-
-#include <vector>
 
 class QAction;
 
 namespace pestmon
 {
 
-/// The capture grid of one instruction and one block: a row per monitoring point, a group of columns per pest, and a row of
-/// running totals. Counts are typed into an editor over the cell, answers are toggled; each cell is saved when it is left.
+/// Input of the capture grid of one instruction and one block. Counts are typed into an editor over the cell, answers are
+/// toggled; each cell is saved when it is left, with the running total of its column.
 class CaptureGrid : public PestMonPage
 {
     Q_OBJECT
@@ -28,9 +25,8 @@ public:
     void Fill_Capture();
     void clear();
 
-    /// The texts of the visible columns of every row, with the headings, and "Yes" for an answer, for printing. The last cell
-    /// becomes the current one.
-    std::vector<QStringList> shownRows();
+    /// As CaptureTable gives them.
+    std::vector<QStringList> shownRows() { return table_.shownRows(); }
 
     CaptureCellEditor &editor() { return editor_; }
 
@@ -43,20 +39,7 @@ private:
     };
     enum class Totals { Save, Skip };
 
-    void layOut();
-    void writeHeadings(const std::vector<QString> &names);
-    QString emptyText() const;
-    void fillTotals();
-    void fillPoints();
-    void fillPointCells(int row, int pest, const dao::Recordset &rows);
-    void paint(int row, int col, const capture::CellDisplay &display);
-    capture::CellDisplay shown(int row, int col) const;
-    int lastPestCol() const { return capture::columnsFor(NoOfPests); }
-    std::int32_t target(int pest) const { return PestIDs[static_cast<std::size_t>(pest - 1)]; }
-    std::int16_t numberIn(int row, int col) const;
-    std::int32_t keyIn(int row, int pest) const;
-    std::int16_t point(int row) const { return numberIn(row, capture::PointColumn); }
-
+    int lastPestCol() const { return capture::columnsFor(table_.pests()); }
     void click(int row, int col);
     void keyDown(QKeyEvent *event);
     void openEditor(CaptureCellEditor::OpenedBy by);
@@ -89,13 +72,8 @@ private:
     QString cellName(int row, int col) const;
     QString notSaved(int row, int col) const;
     QString valueText(const CaptureChange &change) const;
-    QString describe(int row, int col) const;
-    QString copyText(int row, int col) const;
 
-    int NoOfPests = 0;
-    /// Of pest i at i - 1, in column order.
-    std::vector<std::int32_t> PestIDs;
-    CaptureRecords records_;
+    CaptureTable table_;
     CaptureHistory history_;
     /// By column: totals that could not be stored with their point. The grid shows the stored ones, the next change saves these.
     QHash<int, std::int16_t> unsavedTotals_;

@@ -7,6 +7,7 @@
 #include "pestmon/InstructionEditorPage.h"
 #include "pestmon/InstructionListPage.h"
 #include "screens/Icons.h"
+#include "screens/ScrollableContents.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMon2.h"
 
@@ -19,6 +20,8 @@ using pestmon::InstructionListPage;
 frmPestMon2::frmPestMon2(ScreenHost &host, QWidget *parent) : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmPestMon2>())
 {
     ui_->setupUi(this);
+    makeScrollable(*ui_->tab0Layout, *ui_->tab0Content);
+    makeScrollable(*ui_->tab1Layout, *ui_->tab1Content);
     ui_->tabBlock->hide();
     // The other tab is always disabled, so there is nothing to choose with the focus.
     ui_->tabBlock->setFocusPolicy(Qt::NoFocus);

@@ -23,6 +23,18 @@ FieldSheetData readHeading(ScreenHost &host, const FieldSheetOrder &order)
             .layout = order.layout};
 }
 
+/// Error 5 when the instruction has more pests than a sheet has columns.
+void requireColumns(const FieldSheetData &data)
+{
+    constexpr qsizetype maxPests = 253;
+    if (data.pests.size() > maxPests) {
+        throw basic::RunTimeError(basic::ErrorNumber::InvalidArgument,
+                                  QStringLiteral("The instruction has %1 pests; a field sheet has columns for %2.")
+                                      .arg(data.pests.size())
+                                      .arg(maxPests));
+    }
+}
+
 /// Adds a workbook with a single sheet, not visible yet.
 excel::Workbook startWorkbook(excel::Application &application)
 {
@@ -59,7 +71,9 @@ void writeAllBlocks(ScreenHost &host, const FieldSheetOrder &order, const SheetP
         blocks.push_back(readSheetBlock(host.objPestMON(), order.instruction, key));
         progress(Whole * static_cast<double>(blocks.size()) / static_cast<double>(keys.size()));
     }
-    Print_All_Sheet(sheet, readHeading(host, order), blocks, order.kind());
+    const FieldSheetData data = readHeading(host, order);
+    requireColumns(data);
+    Print_All_Sheet(sheet, data, blocks, order.kind());
     setUpAllSheet(application, sheet);
     saveWorkbook(host, application, QString());
 }
@@ -77,6 +91,7 @@ void printBlockSheets(ScreenHost &host, const FieldSheetOrder &order, const Shee
     excel::Workbook workbook = startWorkbook(application);
     excel::Worksheet sheet = workbook.Worksheets(1);
     const FieldSheetData data = readHeading(host, order);
+    requireColumns(data);
     QString lastName;
     int done = 0;
     for (const clsPestMONNew::Key key : keys) {

@@ -31,6 +31,24 @@ QStringList PRow_Set()
 
 void writeFilledSheet(const excel::Application &application, const FilledSheet &sheet)
 {
+    const QStringList letters = PRow_Set();
+    int row = FirstRow;
+    for (const QStringList &cells : sheet.rows) {
+        const qsizetype shown = std::min(cells.size(), letters.size());
+        for (qsizetype column = 0; column < shown; ++column) {
+            const QString name = letters[column] + QString::number(row);
+            excel::Range range = application.Range(name, name);
+            range.Font().setSize(TextSize);
+            range.setValue(cells[column].isEmpty() ? QStringLiteral(" ") : cells[column]);
+            range.Borders().setLineStyle(excel::xlContinuous);
+            if (column > 0) {
+                range.setHorizontalAlignment(excel::xlCenter);
+            }
+        }
+        ++row;
+    }
+    // Before the headings, which run over the columns to their right.
+    application.ActiveSheet().Columns(QStringLiteral("A:AE")).AutoFit();
     const std::pair<const char *, QString> headings[] = {
         {"A2", QStringLiteral("Block :  ") + sheet.block},
         {"D2", QStringLiteral("Date :  ") + basic::shortDate(sheet.completed)},
@@ -45,19 +63,6 @@ void writeFilledSheet(const excel::Application &application, const FilledSheet &
         range.setValue(text);
         range.Font().setSize(TextSize);
         range.Font().setBold(true);
-    }
-    const QStringList letters = PRow_Set();
-    int row = FirstRow;
-    for (const QStringList &cells : sheet.rows) {
-        const qsizetype shown = std::min(cells.size(), letters.size());
-        for (qsizetype column = 0; column < shown; ++column) {
-            const QString name = letters[column] + QString::number(row);
-            excel::Range range = application.Range(name, name);
-            range.Font().setSize(TextSize);
-            range.setValue(cells[column].isEmpty() ? QStringLiteral(" ") : cells[column]);
-            range.Borders().setLineStyle(excel::xlContinuous);
-        }
-        ++row;
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace
 {
@@ -39,6 +40,16 @@ void styleLine(excel::Range &cells)
     cells.Borders().setLineStyle(excel::xlContinuous);
 }
 
+/// Rows that a table takes at most: its heading, a line per date, and two for the totals.
+int tableRows(const std::vector<PestRecord> &records)
+{
+    int rows = 3;
+    for (auto record = records.begin(); record != records.end(); ++record) {
+        rows += record == records.begin() || std::prev(record)->completed != record->completed ? 1 : 0;
+    }
+    return rows;
+}
+
 } // namespace
 
 /// Sums of a table, by index of the column, and of the current line.
@@ -50,7 +61,10 @@ struct RecordsSheet::Totals {
     bool hasCounts = false;
 };
 
-RecordsSheet::RecordsSheet(const excel::Application &application) : sheet_(application.ActiveSheet()), row_(FirstRow) {}
+RecordsSheet::RecordsSheet(const excel::Application &application, int rowLimit)
+    : application_(application), sheet_(application.ActiveSheet()), rowLimit_(rowLimit), row_(FirstRow)
+{
+}
 
 excel::Range RecordsSheet::range(const QString &first, const QString &last) const
 {
@@ -91,6 +105,7 @@ void RecordsSheet::writeCell(int index, const QString &text, TextStyle style) co
 
 void RecordsSheet::writeHeading(const QString &farm, QDate from, QDate to)
 {
+    writeAgain_ = [this, farm, from, to] { writeHeading(farm, from, to); };
     const TextStyle small{TextSize, true, false};
     write(QStringLiteral("A1"), QStringLiteral("A1"), QStringLiteral("PEST MONITORING"), {TitleSize, true, false});
     write(QStringLiteral("A2"), QStringLiteral("C2"), QStringLiteral("Farm :  ") + farm, small);
@@ -100,6 +115,9 @@ void RecordsSheet::writeHeading(const QString &farm, QDate from, QDate to)
 
 void RecordsSheet::beginGroup(const QString &caption, int points)
 {
+    caption_ = caption;
+    captionPoints_ = points;
+    openCaption_ = row_;
     const QString row = QString::number(row_);
     const QString last = *columnAt(std::clamp(shownPoints(points) + 1, 0, MaxIndex)) + row;
     write(u'A' + row, last, caption, {TitleSize, true, true});
@@ -117,6 +135,47 @@ void RecordsSheet::fitColumns()
     sheet_.Columns(QStringLiteral("A:Z")).AutoFit();
 }
 
+int RecordsSheet::rowsPerPage() const
+{
+    constexpr double longEdge = 842.0;
+    constexpr double shortEdge = 595.0;
+    constexpr double rowHeight = 15.0;
+    const excel::PageSetup page = sheet_.PageSetup();
+    const double paper = page.Orientation() == excel::xlLandscape ? shortEdge : longEdge;
+    // A row less, since printers round.
+    return std::max(static_cast<int>((paper - page.TopMargin() - page.BottomMargin()) / rowHeight) - 1, 1);
+}
+
+void RecordsSheet::makeSpace(int rows)
+{
+    if (row_ + rows > rowLimit_) {
+        continueOnNewSheet();
+    }
+    const int perPage = rowsPerPage();
+    pageStart_ += (row_ - pageStart_) / perPage * perPage;
+    const int begin = openCaption_ > 0 ? openCaption_ : row_ + 1;
+    if (rows + 1 <= perPage && row_ + rows - pageStart_ >= perPage && begin > pageStart_) {
+        sheet_.addPageBreak(begin);
+        pageStart_ = begin;
+    }
+    openCaption_ = 0;
+}
+
+void RecordsSheet::continueOnNewSheet()
+{
+    fitColumns();
+    const excel::Workbook workbook = application_.ActiveWorkbook();
+    sheet_ = workbook.Worksheets().Add(workbook.Worksheets(workbook.Worksheets().Count()));
+    row_ = FirstRow;
+    pageStart_ = 1;
+    if (writeAgain_) {
+        writeAgain_();
+    }
+    if (!caption_.isEmpty()) {
+        beginGroup(caption_, captionPoints_);
+    }
+}
+
 void RecordsSheet::writeTable(const QString &nameHeading, const QString &name, int pointCount,
                               const std::vector<PestRecord> &records)
 {
@@ -124,6 +183,7 @@ void RecordsSheet::writeTable(const QString &nameHeading, const QString &name, i
         return;
     }
     const int points = shownPoints(pointCount);
+    makeSpace(tableRows(records));
     writeTableHeading(nameHeading, points);
     Totals totals;
     totals.index = points + 1;

@@ -7,6 +7,7 @@
 #include <QDate>
 #include <QString>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -26,8 +27,8 @@ struct PestRecord {
 class RecordsSheet
 {
 public:
-    /// Writes on the active sheet of `application`.
-    explicit RecordsSheet(const excel::Application &application);
+    /// Writes on the active sheet of `application`, and on further sheets of its workbook where `rowLimit` is reached.
+    explicit RecordsSheet(const excel::Application &application, int rowLimit = RowsOfSheet);
 
     void writeHeading(const QString &farm, QDate from, QDate to);
     /// A line above the following tables, as wide as they are.
@@ -42,6 +43,9 @@ public:
     int row() const { return row_; }
 
 private:
+    /// A .xls has no more.
+    static constexpr int RowsOfSheet = 65536;
+
     struct Totals;
     struct TextStyle {
         double size;
@@ -60,6 +64,19 @@ private:
     void writeRecord(const PestRecord &record, Totals &totals) const;
     void writeTotals(int points, const Totals &totals);
 
+    /// Moves to a new sheet or a new page where a table of so many rows does not fit.
+    void makeSpace(int rows);
+    void continueOnNewSheet();
+    int rowsPerPage() const;
+
+    excel::Application application_;
     excel::Worksheet sheet_;
+    int rowLimit_;
     int row_;
+    int pageStart_ = 1;
+    /// Row of the caption that no table follows yet, 0 for none.
+    int openCaption_ = 0;
+    std::function<void()> writeAgain_;
+    QString caption_;
+    int captionPoints_ = 0;
 };

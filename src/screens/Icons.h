@@ -18,5 +18,6 @@ void setIcons(std::initializer_list<ButtonIcon> icons);
 
 /// Side of the icon in a screen's banner, in pixels.
 inline constexpr int BannerIcon = 24;
-/// Shows an icon of `side` pixels on a label.
+/// Shows an icon of `side` pixels on a label; it follows a change of the palette.
 void setLabelIcon(QLabel &label, int side, const QString &icon, const QString &colour = QStringLiteral("text"));
+void clearLabelIcon(QLabel &label);

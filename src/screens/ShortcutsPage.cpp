@@ -5,6 +5,7 @@
 
 #include <QDialogButtonBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
@@ -62,7 +63,9 @@ ShortcutsPage::ShortcutsPage(const QString &screen, KeyProgram program, QWidget 
     layout->addWidget(browser_, 1);
     layout->addWidget(buttons);
     browser_->setFocus();
-    resize(PageSize);
+    // The window frame needs space too.
+    constexpr QSize margin(40, 80);
+    resize(PageSize.boundedTo(QWidget::screen()->availableSize() - margin));
 }
 
 void ShortcutsPage::openOver(QWidget *window, const QString &screen, KeyProgram program)

@@ -8,6 +8,7 @@
 #include "platform/controls/DatePicker.h"
 #include "platform/controls/Dialogs.h"
 #include "platform/controls/Theme.h"
+#include "platform/dao/Workspace.h"
 #include "screens/ChildScreen.h"
 #include "screens/Icons.h"
 #include "screens/ListFillers.h"
@@ -26,6 +27,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QShortcut>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -40,7 +42,8 @@ constexpr int BarIcon = 20;
 } // namespace
 
 MDI_Monitoring::MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry> entries, QWidget *parent)
-    : QMainWindow(parent), ui_(std::make_unique<Ui::MDI_Monitoring>()), dialogs_(dialogs), objPestMON_(session_), desktop_(*this)
+    : QMainWindow(parent), ui_(std::make_unique<Ui::MDI_Monitoring>()), dialogs_(dialogs), objPestMON_(session_),
+      dailyBackup_(session_), desktop_(*this)
 {
     ui_->setupUi(this);
     // In the status line, where showing and hiding it moves nothing.
@@ -56,10 +59,12 @@ MDI_Monitoring::MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry
     connect(ui_->picPro, &MenuPanel::closeClicked, this, &MDI_Monitoring::endProcess);
     connect(ui_->picPro, &MenuPanel::mainModuleRequested, this, &MDI_Monitoring::openMainModule);
     connect(qApp, &QGuiApplication::applicationStateChanged, this, &MDI_Monitoring::windowEntered);
+    dao::Workspace::setNoticeHandler([this](const QString &sentence) { showFailure(sentence); });
 }
 
 MDI_Monitoring::~MDI_Monitoring()
 {
+    dao::Workspace::setNoticeHandler({});
     // Screens use the session until they are destroyed, and members are destroyed before children.
     qDeleteAll(findChildren<ChildScreen *>());
 }
@@ -147,6 +152,7 @@ bool MDI_Monitoring::lockFarm()
         FarmLock::Attempt attempt = FarmLock::tryLock(*folder);
         lock_ = std::move(attempt.lock);
         if (lock_) {
+            store::removeRestoreLeftovers(*folder);
             lock_->setLostHandler([this] {
                 QMetaObject::invokeMethod(
                     this, [this] { showOnly(tr("Another program has taken the farm over, so nothing more is written.")); },
@@ -211,17 +217,6 @@ void MDI_Monitoring::resetStatus()
     }
 }
 
-/// A failed copy must not keep the office from working.
-QString MDI_Monitoring::backUp()
-{
-    try {
-        store::backupForToday(session_);
-    } catch (const RunTimeError &error) {
-        return tr("Today's copy of the pest database was not made: %1").arg(error.description());
-    }
-    return {};
-}
-
 /// Only printing needs them, so a failure is reported and nothing more.
 void MDI_Monitoring::makeTemplates(const QString &installed)
 {
@@ -232,23 +227,30 @@ void MDI_Monitoring::makeTemplates(const QString &installed)
     }
 }
 
-/// A program left open overnight makes the next day's copy before its first change.
+/// In the background, after the window is shown, and again before the first write of each further day. A failed copy must not
+/// keep the office from working.
 void MDI_Monitoring::backUpEachDay()
 {
-    objPestMON_.setBeforeFirstWriteOfDay([this] {
-        if (const QString failure = backUp(); !failure.isEmpty()) {
-            // After the status of the write itself.
-            QMetaObject::invokeMethod(
-                this, [this, failure] { showFailure(failure); }, Qt::QueuedConnection);
+    objPestMON_.setBeforeFirstWriteOfDay([this] { dailyBackup_.startForToday(); });
+    auto *progress = new QLabel(ui_->statusLine);
+    progress->setObjectName(QStringLiteral("lblBackup"));
+    ui_->statusLine->addPermanentWidget(progress);
+    progress->hide();
+    connect(&dailyBackup_, &store::DailyBackup::progressed, progress, [progress](int percent) {
+        progress->setText(tr("Copying the pest database: %1 %").arg(percent));
+        progress->show();
+    });
+    connect(&dailyBackup_, &store::DailyBackup::finished, this, [this, progress](const QString &failure) {
+        progress->hide();
+        if (!failure.isEmpty()) {
+            noteStartFailure(tr("Today's copy of the pest database was not made: %1").arg(failure));
         }
     });
+    QTimer::singleShot(0, this, [this] { dailyBackup_.startForToday(); });
 }
 
 void MDI_Monitoring::bringUpToDate()
 {
-    if (const QString failure = backUp(); !failure.isEmpty()) {
-        noteStartFailure(failure);
-    }
     backUpEachDay();
     upgrade();
     Update_TempBlock();

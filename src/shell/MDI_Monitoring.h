@@ -5,6 +5,7 @@
 #include "screens/ScreenHost.h"
 #include "shell/DesktopLauncher.h"
 #include "shell/MenuEntry.h"
+#include "store/DailyBackup.h"
 #include "store/clsPestMONNew.h"
 
 #include <QMainWindow>
@@ -85,8 +86,6 @@ private:
     /// A message does not outlive its screen; failures of the start are shown again.
     void resetStatus();
     void Connect_Databases();
-    /// Makes today's copy of the pest database. The reason when there is none, else empty.
-    QString backUp();
     void backUpEachDay();
     void bringUpToDate();
     void upgrade();
@@ -114,6 +113,7 @@ private:
     controls::Dialogs &dialogs_;
     SessionContext session_;
     clsPestMONNew objPestMON_;
+    store::DailyBackup dailyBackup_;
     std::unique_ptr<FarmLock> lock_;
     DesktopLauncher desktop_;
     excel::Launcher *launcher_ = &desktop_;

@@ -59,7 +59,7 @@ void StatusLine::showFailure(const QString &text)
 
 void StatusLine::showNote(const QString &text)
 {
-    icon_->clear();
+    clearLabelIcon(*icon_);
     setText(text);
 }
 

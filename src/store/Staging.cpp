@@ -35,10 +35,10 @@ Staging::Staging(const QString &databasesFolder) : target_(QDir(databasesFolder)
     }
 }
 
-void Staging::createEmpty() const
+void Staging::createEmpty(dao::FileKind kind) const
 {
     for (const store::DatabaseFile file : store::AllDatabaseFiles) {
-        store::createDatabaseFile(file, path(file));
+        store::createDatabaseFile(file, path(file), kind);
     }
 }
 
@@ -75,9 +75,9 @@ void Staging::moveIn()
     }
 }
 
-void createDatabases(const QString &databasesFolder)
+void createDatabases(const QString &databasesFolder, dao::FileKind kind)
 {
     Staging staging(databasesFolder);
-    staging.createEmpty();
+    staging.createEmpty(kind);
     staging.moveIn();
 }

@@ -17,7 +17,7 @@ public:
 
     QString path(store::DatabaseFile file) const;
     /// Creates all three with their tables.
-    void createEmpty() const;
+    void createEmpty(dao::FileKind kind = dao::FileKind::Sqlite) const;
     /// The staged folder itself, laid out as a Databases folder.
     QString folder() const { return staged_->path(); }
     /// All three or none.
@@ -29,4 +29,4 @@ private:
 };
 
 /// Creates three empty databases in a folder, all or none.
-void createDatabases(const QString &databasesFolder);
+void createDatabases(const QString &databasesFolder, dao::FileKind kind = dao::FileKind::Sqlite);

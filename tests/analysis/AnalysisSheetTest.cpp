@@ -76,6 +76,8 @@ void AnalysisSheetTest::sheetOfAKind()
     QCOMPARE(sheet.value("A1"), title);
     QCOMPARE(sheet.value("A3"), QStringLiteral("Rivier's Oord"));
     QCOMPARE(sheet.value("A4") + sheet.value("B4"), QStringLiteral("Period:01/01/2026 to 23/11/2026"));
+    QVERIFY2(sheet.cell("A1").contains(QLatin1String("bold")), qPrintable(sheet.cell("A1")));
+    QVERIFY2(sheet.all(QStringLiteral("titles")).contains(QLatin1String("$6")), qPrintable(sheet.all(QStringLiteral("titles"))));
     QCOMPARE(line(sheet, 6), headings);
     QCOMPARE(line(sheet, 7), first);
     QVERIFY2(sheet.cell("D6").contains(QLatin1String("bold")) && !sheet.cell("D7").contains(QLatin1String("bold")),

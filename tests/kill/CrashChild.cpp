@@ -6,8 +6,8 @@
 #include "pestmon/frmPestMon2.h"
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/ItemCombo.h"
-#include "store/Backups.h"
 #include "store/Connection.h"
+#include "store/DailyBackup.h"
 #include "store/Upgrades.h"
 #include "support/FakeScreenHost.h"
 
@@ -49,7 +49,6 @@ SessionContext &started(SessionContext &session, const QString &appPath)
     session.AppPath = appPath;
     session.DatabasePath = appPath + QStringLiteral("/Databases/");
     openDatabases(session);
-    store::backupForToday(session);
     store::Ensure_TempBlockTable(session, [](const basic::RunTimeError &error) { throw Surprise(error.description()); });
     store::Ensure_PMRepeatField(session);
     store::Ensure_Indexes(session);
@@ -71,6 +70,8 @@ public:
             throw Surprise(QStringLiteral("no active window"));
         }
         screen_.activateScreen();
+        host_.objPestMON().setBeforeFirstWriteOfDay([this] { backup_.startForToday(); });
+        backup_.startForToday();
     }
 
     [[noreturn]] void work()
@@ -199,6 +200,7 @@ private:
     std::mt19937 random_;
     SessionContext session_;
     FakeScreenHost host_;
+    store::DailyBackup backup_{session_};
     frmPestMon2 screen_;
 };
 

@@ -4,6 +4,7 @@
 #include "CrashChild.h"
 
 #include "platform/dao/Workspace.h"
+#include "platform/jet/PageCommit.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -87,7 +88,9 @@ void WriteLog::note(const QString &line)
 
 bool WriteLog::hotJournal() const
 {
-    return QFileInfo(farm_.filePath(DatabaseFile::Pest) + QStringLiteral("-journal")).size() > 0;
+    const QString path = farm_.filePath(DatabaseFile::Pest);
+    const bool isJet = TemporaryFarm::kind() == dao::FileKind::Jet;
+    return QFileInfo(isJet ? jet::rollbackPath(path) : path + QStringLiteral("-journal")).size() > 0;
 }
 
 QStringList WriteLog::faults()

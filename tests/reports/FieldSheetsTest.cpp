@@ -34,6 +34,8 @@ private Q_SLOTS:
     void farmSheetIsSaved();
 
     void filledSheet();
+    void columnsFitTheirHeadings();
+    void tooManyPestsAreRefused();
     void missingTemplateIsNamed();
 
 private:
@@ -357,7 +359,36 @@ void FieldSheetsTest::filledSheet()
     }
     QVERIFY(sheet.cell(QStringLiteral("A5")).contains(QLatin1String(" 8 general bottom 0 thin/thin/thin/thin")));
     QVERIFY(sheet.cell(QStringLiteral("A2")).contains(QLatin1String(" 8 bold ")));
-    QVERIFY2(!host_->excelApplication(), "the session's application is let go");
+    QVERIFY(sheet.cell(QStringLiteral("B5")).contains(QLatin1String(" 8 center ")));
+    QVERIFY2(!host_->excelApplication(), "the session's application is released");
+}
+
+void FieldSheetsTest::columnsFitTheirHeadings()
+{
+    makeTemplate(farm_->appPath(), QStringLiteral("PestMoni.xls"));
+    Print_Filled_Sheet(*host_,
+                       {.block = QStringLiteral("A block with a name far wider than its column"),
+                        .completed = QDate(2026, 5, 9),
+                        .rows = {{QStringLiteral("Point"), QStringLiteral("Cercospora sp"), QStringLiteral("x")}}});
+    const ReadSheet sheet(host_->launcher().opened.value(0));
+    const auto width = [&sheet](const char *column) { return sheet.width(QLatin1String(column)).toDouble(); };
+    QVERIFY2(width("B") > 2.0 * width("C"), qPrintable(sheet.width(QStringLiteral("B"))));
+    // The headings above the grid run over the columns to their right.
+    QVERIFY2(width("A") < width("B"), qPrintable(sheet.width(QStringLiteral("A"))));
+}
+
+void FieldSheetsTest::tooManyPestsAreRefused()
+{
+    std::vector<int> pests;
+    for (int pest = 1; pest <= 300; ++pest) {
+        pests.push_back(farm_->addTarget(QStringLiteral("Pest %1").arg(pest)));
+    }
+    const int block = farm_->addBlock({.name = QStringLiteral("A")});
+    const int instruction = farm_->addInstruction({.blocks = {{block, 2}}, .targets = pests});
+    const auto [number, text] = errorOf([&] { printBlockSheets(*host_, order(instruction), [](double) {}); });
+    QCOMPARE(number, 5);
+    QVERIFY2(text.contains(QLatin1String("300 pests")) && text.contains(QLatin1String("253")), qPrintable(text));
+    QVERIFY(host_->launcher().opened.isEmpty());
 }
 
 void FieldSheetsTest::missingTemplateIsNamed()

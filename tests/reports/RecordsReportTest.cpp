@@ -41,6 +41,8 @@ private Q_SLOTS:
     void nesting();
     void nothingChosen();
     void readersSeeTheTable();
+    void tablesBeginOnAPageThatHoldsThem();
+    void aFullSheetContinuesOnTheNext();
 
 private:
     /// A row of the sheet as "a|b|c" from column A to the last one filled.
@@ -229,6 +231,46 @@ void RecordsReportTest::readersSeeTheTable()
     QVERIFY(actual.cell(QStringLiteral("D8")).endsWith(QLatin1String(framed)));
     QVERIFY2(actual.width(QStringLiteral("A")).toDouble() > actual.width(QStringLiteral("D")).toDouble(),
              "columns are as wide as their texts");
+}
+
+void RecordsReportTest::tablesBeginOnAPageThatHoldsThem()
+{
+    // A heading, twenty dates and two lines of totals: two such tables fill a page of A4.
+    std::vector<PestRecord> records;
+    for (int day = 0; day < 20; ++day) {
+        records.push_back(counted(May4.addDays(day), 1, 3));
+    }
+    RecordsSheet sheet(application_);
+    for (int table = 0; table < 5; ++table) {
+        sheet.beginGroup(QStringLiteral("Pest %1").arg(table), 1);
+        sheet.writeTable(QStringLiteral("Block"), QStringLiteral("B1"), 1, records);
+        sheet.endGroup();
+    }
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("records.xlsx"));
+    application_.ActiveWorkbook().SaveAs(path);
+    const QStringList breaks = readBack({QStringLiteral("--page"), path}).filter(QStringLiteral("breaks ")).value(0).split(u' ');
+    QVERIFY2(breaks.size() >= 2, qPrintable(breaks.join(u' ')));
+    for (const QString &row : breaks.mid(1)) {
+        QVERIFY2(line(row.toInt() + 1).startsWith(QLatin1String("Pest ")), qPrintable(row));
+    }
+}
+
+void RecordsReportTest::aFullSheetContinuesOnTheNext()
+{
+    RecordsSheet sheet(application_, 20);
+    sheet.writeHeading(QStringLiteral("Rivier"), May4, May9);
+    sheet.beginGroup(QStringLiteral("Ants"), 1);
+    for (int table = 0; table < 5; ++table) {
+        sheet.writeTable(QStringLiteral("Block"), QStringLiteral("B%1").arg(table), 1, {counted(May4, 1, 3)});
+    }
+    const excel::Workbook book = application_.ActiveWorkbook();
+    QCOMPARE(book.Worksheets().Count(), 2);
+    QCOMPARE(line(1), QStringLiteral("PEST MONITORING"));
+    QCOMPARE(line(4), QStringLiteral("Ants"));
+    QVERIFY2(sheet.row() <= 20, qPrintable(QString::number(sheet.row())));
+    book.Worksheets(1).Activate();
+    QCOMPARE(line(1) + line(4), QStringLiteral("PEST MONITORINGAnts"));
 }
 
 QTEST_MAIN(RecordsReportTest)

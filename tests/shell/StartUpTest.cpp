@@ -7,11 +7,12 @@
 #include "platform/dao/CommitScope.h"
 #include "platform/dao/Workspace.h"
 #include "shell/MDI_Monitoring.h"
-#include "store/Backups.h"
+#include "store/BackupFolder.h"
 #include "support/TemporaryFarm.h"
 
 #include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 using store::DatabaseFile;
@@ -33,10 +34,12 @@ private Q_SLOTS:
     void unopenedFilesEndTheStart();
     void withoutTheSprayFileTheListIsEmpty();
     void bringsThePestFileUpToDate();
-    void copyIsMadeBeforeTheFirstWrite();
-    void copyIsMadeBeforeTheFirstWriteOfTheNextDay();
+    void copyIsMadeOnceTheWindowIsOpen();
+    void copyIsMadeWithTheFirstWriteOfTheNextDay();
     void failedCopyIsReportedAndNotFatal();
     void missingTemplatesAreNotFatal();
+    void jetFilesAreUsedAsTheyAre();
+    void theMasterFilesAreNeverWritten();
 
 private:
     struct Start {
@@ -59,6 +62,10 @@ private:
         const SessionContext &session() { return window.session(); }
         const controls::ItemCombo &farms() const { return *window.findChild<controls::ItemCombo *>(QStringLiteral("cmbFarm")); }
     };
+    static std::vector<store::Backup> copiesOf(const TemporaryFarm &farm)
+    {
+        return store::BackupFolder(farm.databasesPath()).copies();
+    }
     static void leaveLock(const TemporaryFarm &farm, int secondsAgo);
     /// All files of a folder, by name and content.
     static QByteArray contentsOf(const QString &folder)
@@ -287,45 +294,38 @@ void StartUpTest::bringsThePestFileUpToDate()
              QStringList{QStringLiteral("1a|Block 1")});
 }
 
-void StartUpTest::copyIsMadeBeforeTheFirstWrite()
+void StartUpTest::copyIsMadeOnceTheWindowIsOpen()
 {
     TemporaryFarm farm;
-    const int block = farm.addBlock({});
-    farm.addPlanting({.block = block});
     farm.close();
     {
         Start start(farm.appPath());
         QVERIFY(start.load);
+        QVERIFY2(copiesOf(farm).empty(), "the start does not wait for the copy");
+        QTRY_COMPARE(copiesOf(farm).size(), std::size_t(1));
+        QTRY_VERIFY(!start.window.findChild<QWidget *>(QStringLiteral("lblBackup"))->isVisibleTo(&start.window));
         QCOMPARE(start.window.statusText(), QString());
     }
-    const auto copies = store::listBackups(farm.databasesPath());
-    QCOMPARE(copies.size(), std::size_t(1));
-    const auto copy = dao::Workspace::OpenDatabase(copies.front().path, false, true, store::connectText());
-    QCOMPARE(copy->OpenRecordset(QStringLiteral("Select * from tblTempBlockPlant")).RecordCount(), 0);
 }
 
-void StartUpTest::copyIsMadeBeforeTheFirstWriteOfTheNextDay()
+void StartUpTest::copyIsMadeWithTheFirstWriteOfTheNextDay()
 {
     TemporaryFarm farm;
     farm.close();
     const QDateTime evening(QDate(2026, 5, 4), QTime(23, 50));
     basic::Clock::stopAt(evening);
     Start start(farm.appPath());
+    QTRY_COMPARE(copiesOf(farm).size(), std::size_t(1));
+    QTRY_VERIFY(!start.window.findChild<QWidget *>(QStringLiteral("lblBackup"))->isVisibleTo(&start.window));
     basic::Clock::stopAt(evening.addSecs(3600));
     auto &store = start.window.objPestMON();
     store.Get_Farms();
-    QCOMPARE(store::listBackups(farm.databasesPath()).size(), std::size_t(1));
-    {
-        dao::CommitScope scope(*start.session().dbPest);
-        QCOMPARE(store.New_Add_Pest_for_Instruction(7), clsPestMONNew::Done);
-        QCOMPARE(store.New_Add_Pest_for_Instruction(8), clsPestMONNew::Done);
-    }
-    const auto copies = store::listBackups(farm.databasesPath());
+    QTest::qWait(50);
+    QCOMPARE(copiesOf(farm).size(), std::size_t(1));
+    QCOMPARE(store.New_Add_Pest_for_Instruction(7), clsPestMONNew::Done);
+    QTRY_COMPARE(copiesOf(farm).size(), std::size_t(2));
+    QCOMPARE(copiesOf(farm).front().day, QDate(2026, 5, 5));
     basic::Clock::stopAt({});
-    QCOMPARE(copies.size(), std::size_t(2));
-    QCOMPARE(copies.front().day, QDate(2026, 5, 5));
-    const auto copy = dao::Workspace::OpenDatabase(copies.front().path, false, true, store::connectText());
-    QCOMPARE(copy->OpenRecordset(QStringLiteral("Select * from tblPMTPest")).RecordCount(), 0);
 }
 
 void StartUpTest::missingTemplatesAreNotFatal()
@@ -347,8 +347,58 @@ void StartUpTest::failedCopyIsReportedAndNotFatal()
     QVERIFY(QFile::remove(farm.filePath(DatabaseFile::Spray)));
     Start start(farm.appPath());
     QCOMPARE(start.load, std::optional(MDI_Monitoring::Load::Done));
-    QVERIFY2(start.window.statusText().contains(QStringLiteral("Backups")), qPrintable(start.window.statusText()));
+    QTRY_VERIFY2(start.window.statusText().contains(QStringLiteral("Backups")), qPrintable(start.window.statusText()));
     QVERIFY2(start.window.statusText().contains(store::fileName(DatabaseFile::Spray)), "the earlier failure is still reported");
+}
+
+/// A folder with the three files of a suite, as they are.
+class JetFolder
+{
+public:
+    JetFolder()
+    {
+        QDir(appPath()).mkdir(QStringLiteral("Databases"));
+        for (const DatabaseFile file : store::AllDatabaseFiles) {
+            QFile::copy(QStringLiteral(JET_FIXTURES "/") + store::fileName(file), path(file));
+        }
+    }
+    QString appPath() const { return folder_.path(); }
+    QString path(DatabaseFile file) const { return folder_.filePath(QStringLiteral("Databases/") + store::fileName(file)); }
+    QByteArray bytes(DatabaseFile file) const
+    {
+        QFile opened(path(file));
+        return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray();
+    }
+
+private:
+    QTemporaryDir folder_;
+};
+
+void StartUpTest::jetFilesAreUsedAsTheyAre()
+{
+    const JetFolder folder;
+    {
+        const Start start(folder.appPath());
+        QVERIFY2(start.load == MDI_Monitoring::Load::Done, start.error ? qPrintable(start.error->description()) : "");
+    }
+    // The upgrades of the first start are in the file.
+    const auto pest = dao::Workspace::OpenDatabase(folder.path(DatabaseFile::Pest), false, true, store::connectText());
+    QVERIFY(pest->tableNames().contains(QStringLiteral("tblTempBlockPlant"), Qt::CaseInsensitive));
+    QVERIFY(pest->tableDef(QStringLiteral("tblPMTrans")).findField(u"PMRepeat") != nullptr);
+    QVERIFY(!pest->OpenRecordset(QStringLiteral("Select * from tblTempBlockPlant")).Eof());
+    QCOMPARE(pest->checkIntegrity(), QStringList());
+}
+
+void StartUpTest::theMasterFilesAreNeverWritten()
+{
+    const JetFolder folder;
+    const QByteArray main = folder.bytes(DatabaseFile::Main);
+    const QByteArray spray = folder.bytes(DatabaseFile::Spray);
+    for (int start = 0; start < 10; ++start) {
+        QVERIFY(Start(folder.appPath()).load == MDI_Monitoring::Load::Done);
+    }
+    QVERIFY(folder.bytes(DatabaseFile::Main) == main);
+    QVERIFY(folder.bytes(DatabaseFile::Spray) == spray);
 }
 
 QTEST_MAIN(StartUpTest)

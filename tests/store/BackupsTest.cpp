@@ -4,7 +4,9 @@
 #include "platform/basic/Clock.h"
 #include "platform/dao/CommitScope.h"
 #include "platform/dao/Workspace.h"
+#include "store/BackupFolder.h"
 #include "store/Backups.h"
+#include "store/DatedCopy.h"
 #include "support/TemporaryFarm.h"
 
 #include <QDir>
@@ -17,6 +19,9 @@
 #include <atomic>
 #include <memory>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 using store::DatabaseFile;
 
 /// Dated copies of the pest database and the restore of one.
@@ -27,10 +32,14 @@ class BackupsTest : public QObject
 private:
     static void goTo(int day) { basic::Clock::stopAt(QDateTime(QDate(2026, 5, 1).addDays(day), QTime(7, 30))); }
 
+    static std::vector<store::Backup> copiesOf(const TemporaryFarm &farm)
+    {
+        return store::BackupFolder(farm.databasesPath()).copies();
+    }
     static QStringList days(const TemporaryFarm &farm)
     {
         QStringList all;
-        for (const store::Backup &backup : store::listBackups(farm.databasesPath())) {
+        for (const store::Backup &backup : copiesOf(farm)) {
             all.append(backup.day.toString("MM-dd"));
         }
         return all;
@@ -39,72 +48,73 @@ private:
 private Q_SLOTS:
     void cleanup() { basic::Clock::stopAt({}); }
 
-    void theFirstCopyOfADayAndTenDaysAreRetained()
-    {
-        TemporaryFarm farm;
-        // Left by a killed program.
-        QVERIFY(QDir(farm.databasesPath()).mkdir("Backups"));
-        QFile half(farm.databasesPath() + "/Backups/PestMon-2026-04-30.mdb.77.new");
-        QVERIFY(half.open(QIODevice::WriteOnly));
-        QVERIFY(half.setFileTime(QDateTime::currentDateTime().addDays(-2), QFileDevice::FileModificationTime));
-        half.close();
-        for (int day = 0; day < 13; ++day) {
-            goTo(day);
-            store::backupForToday(farm.session);
-        }
-        QCOMPARE(days(farm).size(), store::BackupDays);
-        QCOMPARE(days(farm).first(), QString("05-13"));
-        QCOMPARE(days(farm).last(), QString("05-04"));
-        // A second start of the day leaves the copy from before the day's work.
-        farm.addInstruction({});
-        store::backupForToday(farm.session);
-        const auto copy = dao::Workspace::OpenDatabase(store::listBackups(farm.databasesPath()).front().path, false, true,
-                                                       store::connectText());
-        QVERIFY(copy->OpenRecordset("Select * from tblPMTrans").Eof());
-        QCOMPARE(QDir(farm.databasesPath() + "/Backups").entryList(QDir::Files).size(), store::BackupDays);
-    }
-
     void noCopyReplacesAnother()
     {
         TemporaryFarm farm;
         goTo(0);
-        store::backupForToday(farm.session);
+        const QString first = store::backUpNow(farm.databasesPath());
         farm.addInstruction({.blocks = {{1, 20}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
         const QString later = store::backUpNow(farm.databasesPath());
         const QString latest = store::backUpNow(farm.databasesPath());
-        const auto backups = store::listBackups(farm.databasesPath());
+        const auto backups = copiesOf(farm);
         QCOMPARE(backups.size(), std::size_t(3));
         QCOMPARE(QFileInfo(backups[0].path).fileName(), QString("PestMon-2026-05-01-073000-2.mdb"));
         QCOMPARE(backups[0].path, latest);
         QCOMPARE(backups[1].path, later);
-        // Eleven days later the three are gone, and a damaged file has not replaced any other.
-        for (int day = 1; day <= store::BackupDays; ++day) {
+        QCOMPARE(backups[2].path, first);
+    }
+
+    void aReportedCopyExistsWhateverTheClockWas()
+    {
+        TemporaryFarm farm;
+        for (int day = 400; day < 411; ++day) {
             goTo(day);
-            store::backupForToday(farm.session);
+            store::backUpNow(farm.databasesPath());
         }
-        QCOMPARE(days(farm).last(), QString("05-02"));
-        const QStringList before = days(farm);
+        for (int day = 0; day < 3; ++day) {
+            goTo(day);
+            const QString copy = store::backUpNow(farm.databasesPath());
+            QVERIFY2(store::DatedCopy::isComplete(copy), qPrintable(copy));
+            QCOMPARE(copiesOf(farm).size(), std::size_t(store::BackupDays));
+        }
+        QCOMPARE(days(farm).last(), QString("05-01"));
+    }
+
+    void aDamagedDatabaseIsNotCopied()
+    {
+        TemporaryFarm farm;
+        farm.addInstruction({.blocks = {{1, 20}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
+        goTo(0);
+        store::backUpNow(farm.databasesPath());
+        farm.close();
         QFile pest(farm.filePath(DatabaseFile::Pest));
         QVERIFY(pest.open(QIODevice::ReadWrite) && pest.seek(pest.size() / 8192 * 4096));
         QCOMPARE(pest.write(QByteArray(4096, '\x2a')), 4096);
         pest.close();
-        farm.close();
-        farm.open();
         goTo(20);
-        const int refused = static_cast<int>(basic::ErrorNumber::PathFileAccess);
-        QCOMPARE(errorOf([&] { store::backupForToday(farm.session); }), refused);
-        QCOMPARE(errorOf([&] { store::backUpNow(farm.databasesPath()); }), refused);
-        QCOMPARE(days(farm), before);
+        QCOMPARE(errorOf([&] { store::backUpNow(farm.databasesPath()); }), static_cast<int>(basic::ErrorNumber::PathFileAccess));
+        QCOMPARE(days(farm), QStringList{"05-01"});
     }
 
-    void aFolderThatCannotBeWrittenIsReported()
+    void aRestoredFileHasOwnerAndPermissionsOfTheReplacedOne()
     {
         TemporaryFarm farm;
-        QFile inTheWay(farm.databasesPath() + "/Backups");
-        QVERIFY(inTheWay.open(QIODevice::WriteOnly));
-        QCOMPARE(errorOf([&] { store::backupForToday(farm.session); }), static_cast<int>(basic::ErrorNumber::PathFileAccess));
-        farm.session.dbPest.set(nullptr);
-        store::backupForToday(farm.session);
+        goTo(0);
+        const QString copy = store::backUpNow(farm.databasesPath());
+        farm.close();
+        constexpr uid_t Nobody = 65534;
+        const QString pest = farm.filePath(DatabaseFile::Pest);
+        const QByteArray name = QFile::encodeName(pest);
+        const bool isRoot = ::geteuid() == 0;
+        QVERIFY(::chmod(name.constData(), 0640) == 0 && (!isRoot || ::chown(name.constData(), Nobody, Nobody) == 0));
+        const QString replaced = store::restoreBackup(farm.databasesPath(), copy);
+        for (const QString &file : {pest, replaced}) {
+            struct stat status {
+            };
+            QVERIFY(::stat(QFile::encodeName(file).constData(), &status) == 0);
+            QCOMPARE(status.st_mode & 07777U, 0640U);
+            QVERIFY(!isRoot || (status.st_uid == Nobody && status.st_gid == Nobody));
+        }
     }
 
     void aCopyIsRestoredAndTheReplacedFilePreserved()
@@ -112,10 +122,10 @@ private Q_SLOTS:
         TemporaryFarm farm;
         goTo(0);
         farm.addInstruction({});
-        store::backupForToday(farm.session);
+        store::backUpNow(farm.databasesPath());
         farm.addInstruction({});
         farm.close();
-        const QString copy = store::listBackups(farm.databasesPath()).front().path;
+        const QString copy = copiesOf(farm).front().path;
         const QString replacedFile = store::restoreBackup(farm.databasesPath(), copy);
         farm.open();
         QCOMPARE(farm.count("tblPMTrans"), 1);
@@ -168,15 +178,15 @@ private Q_SLOTS:
     void aFileInUseIsNotReplaced()
     {
         TemporaryFarm farm;
-        store::backupForToday(farm.session);
+        store::backUpNow(farm.databasesPath());
         farm.addInstruction({});
-        const QString copy = store::listBackups(farm.databasesPath()).front().path;
+        const QString copy = copiesOf(farm).front().path;
         const dao::CommitScope writing(*farm.session.dbPest);
         farm.session.dbPest->Execute("Delete from tblPMTrans");
         QCOMPARE(errorOf([&] { store::restoreBackup(farm.databasesPath(), copy); }),
                  static_cast<int>(dao::DataErrorNumber::FileInUse));
-        QCOMPARE(QDir(farm.databasesPath() + "/Backups").entryList(QDir::Files).size(), 1);
-        QCOMPARE(QDir(farm.databasesPath()).entryList({"*.new"}), QStringList());
+        QCOMPARE(QDir(farm.databasesPath() + "/Backups").entryList({"*.mdb"}, QDir::Files).size(), 1);
+        QCOMPARE(QDir(farm.databasesPath()).entryList({"*.new*"}, QDir::Files), QStringList());
     }
 
     void aJournalOfTheReplacedFileIsNotRolledBackIntoTheRestoredOne()
@@ -184,7 +194,7 @@ private Q_SLOTS:
         TemporaryFarm farm;
         goTo(0);
         farm.addInstruction({});
-        store::backupForToday(farm.session);
+        store::backUpNow(farm.databasesPath());
         farm.close();
         const QString pest = farm.filePath(DatabaseFile::Pest);
         QFile damaged(pest);
@@ -195,7 +205,7 @@ private Q_SLOTS:
         QVERIFY(journal.open(QIODevice::WriteOnly));
         journal.write(QByteArray(4096, 'j'));
         journal.close();
-        store::restoreBackup(farm.databasesPath(), store::listBackups(farm.databasesPath()).front().path);
+        store::restoreBackup(farm.databasesPath(), copiesOf(farm).front().path);
         QVERIFY(!QFile::exists(pest + "-journal"));
         farm.open();
         QCOMPARE(farm.count("tblPMTrans"), 1);

@@ -234,7 +234,7 @@ private Q_SLOTS:
     {
         TemporaryFarm farm;
         QCOMPARE(farmdata({"backup", farm.databasesPath()}).status, 0);
-        const QString copy = QDir(farm.databasesPath() + "/Backups").entryList(QDir::Files).front();
+        const QString copy = QDir(farm.databasesPath() + "/Backups").entryList({"*.mdb"}, QDir::Files).front();
         farm.close();
         QFile letter(farm.appPath() + "/letter.txt");
         QVERIFY(letter.open(QIODevice::WriteOnly));
@@ -261,7 +261,7 @@ private Q_SLOTS:
         farm.close();
         QCOMPARE(farmdata({"backup", farm.databasesPath()}).status, 0);
         const QString folder = farm.databasesPath() + "/Backups/";
-        const QString copy = QDir(folder).entryList(QDir::Files).front();
+        const QString copy = QDir(folder).entryList({"*.mdb"}, QDir::Files).front();
         // The length and the header stay as they are; what is lost belongs to the rows or their indexes.
         const auto damage = [](const QString &path) {
             QFile file(path);
@@ -296,7 +296,7 @@ private Q_SLOTS:
         QVERIFY2(run.status == 0, qPrintable(run.errors));
         farm.addInstruction({});
         farm.close();
-        const QStringList copies = QDir(farm.databasesPath() + "/Backups").entryList(QDir::Files);
+        const QStringList copies = QDir(farm.databasesPath() + "/Backups").entryList({"*.mdb"}, QDir::Files);
         QCOMPARE(copies.size(), 1);
         QByteArray before;
         {

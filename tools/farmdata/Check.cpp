@@ -97,10 +97,11 @@ DatabasePointer open(const QString &path, bool readOnly)
 DatabasePointer openRepairedCopy(const QString &path, const QTemporaryDir &copies)
 {
     const QString copy = copies.filePath(QFileInfo(path).fileName());
-    for (const QString &part : {QString(), QStringLiteral("-journal")}) {
-        if (!QFile::copy(path + part, copy + part)) {
+    for (const QString &part : QStringList{path} + dao::Workspace::companionFiles(path)) {
+        const QString target = copies.filePath(QFileInfo(part).fileName());
+        if (QFile::exists(part) && !QFile::copy(part, target)) {
             throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess,
-                                      QStringLiteral("%1 could not be copied to %2 for the check").arg(path + part, copy + part));
+                                      QStringLiteral("%1 could not be copied to %2 for the check").arg(part, target));
         }
     }
     return open(copy, false);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Check.h"
 #include "DemoFarm.h"
+#include "Export.h"
 #include "Import.h"
 #include "Lists.h"
 #include "Output.h"
@@ -8,6 +9,7 @@
 
 #include "common/FarmLock.h"
 #include "platform/basic/RunTimeError.h"
+#include "store/BackupFolder.h"
 #include "store/Backups.h"
 #include "store/Staging.h"
 
@@ -24,6 +26,7 @@ namespace
 
 const QString DryRun = QStringLiteral("--dry-run");
 const QString ByName = QStringLiteral("--by-name");
+const QString Jet = QStringLiteral("--jet");
 
 QString folderOf(const QString &argument)
 {
@@ -32,7 +35,7 @@ QString folderOf(const QString &argument)
 
 bool create(const QStringList &arguments)
 {
-    createDatabases(arguments[0]);
+    createDatabases(arguments[0], arguments.contains(Jet) ? dao::FileKind::Jet : dao::FileKind::Sqlite);
     printLine(QStringLiteral("Three empty databases were made in %1.").arg(folderOf(arguments[0])));
     return true;
 }
@@ -53,6 +56,16 @@ bool import(const QStringList &arguments)
     return true;
 }
 
+bool exportAll(const QStringList &arguments)
+{
+    if (arguments.contains(Jet)) {
+        exportToJet(folderOf(arguments[0]), arguments[1]);
+    } else {
+        exportToCsv(folderOf(arguments[0]), folderOf(arguments[1]));
+    }
+    return true;
+}
+
 bool check(const QStringList &arguments)
 {
     return checkFarm(arguments[0]);
@@ -61,8 +74,13 @@ bool check(const QStringList &arguments)
 bool backup(const QStringList &arguments)
 {
     const QString folder = folderOf(arguments[0]);
-    printLine(QStringLiteral("Copied to %1.").arg(store::backUpNow(folder)));
-    for (const store::Backup &one : store::listBackups(folder)) {
+    QString copy;
+    {
+        Progress progress(QStringLiteral("Copying"), 100);
+        copy = store::backUpNow(folder, [&](int percent) { progress.show(percent); });
+    }
+    printLine(QStringLiteral("Copied to %1.").arg(copy));
+    for (const store::Backup &one : store::BackupFolder(folder).copies()) {
         printLine(QStringLiteral("  %1  %2").arg(one.day.toString(Qt::ISODate), one.path));
     }
     return true;
@@ -132,9 +150,14 @@ struct Command {
 const std::vector<Command> &commands()
 {
     static const std::vector<Command> all{
-        {"create", {"DIR"}, "makes three empty databases", create},
+        {"create", {"DIR"}, "makes three empty databases, with --jet three Jet files", create, {Jet}},
         {"demo", {"DIR"}, "makes the databases of an invented farm office with two seasons of work", demo},
         {"import", {"FROM", "DIR"}, "makes the databases from the suite's three Jet files in the folder FROM", import},
+        {"export",
+         {"DIR", "TO"},
+         "writes each table to a .csv file in the folder TO; with --jet the databases as Jet files; counts every row",
+         exportAll,
+         {Jet}},
         {"check", {"DIR"}, "reads everything and reports faults; changes nothing", check},
         {"backup", {"DIR"}, "makes a dated copy of PestMon.mdb; those of ten days are retained", backup},
         {"restore", {"DIR", "FILE"}, "restores PestMon.mdb from a copy; the replaced file is moved to Backups", restore},

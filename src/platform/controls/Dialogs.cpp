@@ -1,14 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/Dialogs.h"
 
+#include "platform/controls/Theme.h"
+
 #include <QCloseEvent>
 #include <QColorDialog>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
+
+#include <algorithm>
+#include <utility>
 
 namespace controls
 {
@@ -16,21 +22,38 @@ namespace controls
 namespace
 {
 
-QMessageBox::Icon boxIcon(BoxIcon icon)
+/// The icon and its colour.
+std::pair<const char *, const char *> iconOf(BoxIcon icon)
 {
     switch (icon) {
     case BoxIcon::Critical:
-        return QMessageBox::Critical;
+        return {"error", "danger"};
     case BoxIcon::Exclamation:
-        return QMessageBox::Warning;
+        return {"warning", "danger"};
     case BoxIcon::Question:
-        return QMessageBox::Question;
+        return {"question", "accent"};
     case BoxIcon::Information:
-        return QMessageBox::Information;
     case BoxIcon::None:
         break;
     }
-    return QMessageBox::NoIcon;
+    return {"information", "accent"};
+}
+
+/// What all boxes share: plain text, an icon of ours, and space for the title in the window frame.
+void setUp(QMessageBox &box, BoxIcon icon)
+{
+    constexpr int iconSize = 32;
+    constexpr int minWidth = 320;
+    constexpr int windowButtons = 120;
+    const auto [name, colour] = iconOf(icon);
+    box.setIconPixmap(
+        Theme::icon(QLatin1String(name), QLatin1String(colour)).pixmap(QSize(iconSize, iconSize), box.devicePixelRatioF()));
+    // Error texts may contain file names and quotes, which are not markup.
+    box.setTextFormat(Qt::PlainText);
+    const int titleWidth = box.fontMetrics().horizontalAdvance(box.windowTitle()) + windowButtons;
+    // A message box sizes itself by its layout only.
+    auto *layout = static_cast<QGridLayout *>(box.layout());
+    layout->addItem(new QSpacerItem(std::max(minWidth, titleWidth), 0), layout->rowCount(), 0, 1, layout->columnCount());
 }
 
 QString titleOr(const QString &title)
@@ -58,9 +81,8 @@ protected:
 
 void MessageBoxes::message(const QString &text, const QString &title, BoxIcon icon)
 {
-    QMessageBox box(boxIcon(icon), titleOr(title), text, QMessageBox::Ok, parent_);
-    // Error texts may contain file names and quotes, which are not markup.
-    box.setTextFormat(Qt::PlainText);
+    QMessageBox box(QMessageBox::NoIcon, titleOr(title), text, QMessageBox::Ok, parent_);
+    setUp(box, icon);
     // A path or a command can be copied into another window.
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     box.exec();
@@ -69,7 +91,7 @@ void MessageBoxes::message(const QString &text, const QString &title, BoxIcon ic
 Answer MessageBoxes::question(const QString &text, const QString &title, Answer preselected)
 {
     QuestionBox box(QMessageBox::NoIcon, titleOr(title), text, QMessageBox::Yes | QMessageBox::No, parent_);
-    box.setTextFormat(Qt::PlainText);
+    setUp(box, BoxIcon::Question);
     box.setDefaultButton(preselected == Answer::Yes ? QMessageBox::Yes : QMessageBox::No);
     return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
 }

@@ -318,21 +318,8 @@ void FlexGrid::showCell(int row, int col)
 {
     d_->checkCell(row, col);
     d_->layOut();
-    const auto reveal = [this](GridAxis &axis, QScrollBar *bar, int line, int extent) {
-        if (line < axis.pinned() || axis.isHidden(line) || axis.isFullyShown(line, extent)) {
-            return;
-        }
-        if (line < axis.first()) {
-            d_->setFirst(axis, bar, line);
-            return;
-        }
-        // Scroll until the line's far edge is visible, but never past the line itself.
-        while (!axis.isFullyShown(line, extent) && bar->value() < bar->maximum()) {
-            bar->setValue(bar->value() + 1);
-        }
-    };
-    reveal(d_->state.rows, verticalScrollBar(), row, d_->viewSize().height());
-    reveal(d_->state.cols, horizontalScrollBar(), col, d_->viewSize().width());
+    d_->reveal(d_->state.rows, verticalScrollBar(), row, d_->viewSize().height());
+    d_->reveal(d_->state.cols, horizontalScrollBar(), col, d_->viewSize().width());
 }
 
 bool FlexGrid::Redraw() const

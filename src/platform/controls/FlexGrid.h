@@ -105,7 +105,7 @@ public:
     bool Redraw() const;
     void setRedraw(bool redraw);
 
-    /// Columns that share the spare width when drawn; ColWidth is unchanged.
+    /// Columns that share the spare or missing width when drawn; ColWidth is unchanged.
     void setStretchColumns(const QList<int> &columns);
     /// A row drawn with the accent bar and lines of a selection; -1 for none.
     void setSelectedRow(int row);

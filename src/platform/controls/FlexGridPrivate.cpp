@@ -88,6 +88,21 @@ void FlexGrid::Private::setFirst(const GridAxis &axis, QScrollBar *bar, int line
     bar->setValue(axis.position(line));
 }
 
+void FlexGrid::Private::reveal(const GridAxis &axis, QScrollBar *bar, int line, int extent)
+{
+    if (line < axis.pinned() || axis.isHidden(line) || axis.isFullyShown(line, extent)) {
+        return;
+    }
+    if (line < axis.first()) {
+        setFirst(axis, bar, line);
+        return;
+    }
+    // Scroll until the line's far edge is visible, but never past the line itself.
+    while (!axis.isFullyShown(line, extent) && bar->value() < bar->maximum()) {
+        bar->setValue(bar->value() + 1);
+    }
+}
+
 bool FlexGrid::Private::scrolledTo(int horizontal, int vertical)
 {
     // A layout moves the bars too: positions among the visible lines change with the lines hidden above.

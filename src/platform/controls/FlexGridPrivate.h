@@ -33,6 +33,8 @@ public:
     /// False when only a layout moved the bars.
     bool scrolledTo(int horizontal, int vertical);
     void setFirst(const GridAxis &axis, QScrollBar *bar, int line);
+    /// Scrolls as little as needed to show a line.
+    void reveal(const GridAxis &axis, QScrollBar *bar, int line, int extent);
 
     QSize viewSize() const { return viewSize_; }
     GridView view() const;

@@ -11,6 +11,9 @@ namespace controls
 namespace
 {
 
+/// A column that shares the width is not narrowed below this many pixels.
+constexpr int MinStretched = 80;
+
 int pixels(int twips)
 {
     return twips == 0 ? 0 : std::max(1, (twips + TwipsPerPixel / 2) / TwipsPerPixel);
@@ -71,9 +74,10 @@ void GridAxis::rebuild() const
     for (const int length : lengths) {
         spare -= length;
     }
-    for (std::size_t i = 0; i < takers.size() && spare > 0; ++i) {
-        const int share = spare / static_cast<int>(takers.size() - i);
-        lengths[takers[i]] += share;
+    for (std::size_t i = 0; i < takers.size() && spare != 0; ++i) {
+        int &length = lengths[takers[i]];
+        const int share = std::max(spare / static_cast<int>(takers.size() - i), std::min(0, MinStretched - length));
+        length += share;
         spare -= share;
     }
 

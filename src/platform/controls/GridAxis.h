@@ -29,7 +29,7 @@ public:
     void setTwips(int line, int twips);
     bool isHidden(int line) const { return twips(line) == 0; }
 
-    /// Lines that share the spare pixels of `extent`; their stored twips are unchanged.
+    /// Lines that share the spare or missing pixels of `extent`; their stored twips are unchanged.
     void setStretched(const QList<int> &lines);
     void spread(int extent);
 

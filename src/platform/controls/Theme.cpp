@@ -134,11 +134,6 @@ QString styleSheet()
 
 } // namespace
 
-void Theme::apply(QApplication &application)
-{
-    apply(application, application.palette().color(QPalette::Window).lightness() < 128);
-}
-
 void Theme::apply(QApplication &application, bool dark)
 {
     darkPalette = dark;

@@ -34,8 +34,7 @@ struct PaletteColours {
 class Theme
 {
 public:
-    /// Applies palette, font (not below 10 pt) and style sheet; picks dark when the desktop's palette is dark.
-    static void apply(QApplication &application);
+    /// Applies palette, font (not below 10 pt) and style sheet; may be called again.
     static void apply(QApplication &application, bool dark);
     static bool isDark();
     static const PaletteColours &colours();

@@ -143,6 +143,11 @@ void Database::backupTo(const QString &path) const
     state_->engine->storage().copyTo(path, state_->engine->isInTransaction());
 }
 
+std::unique_ptr<FileCopy> Database::startCopy(const QString &path) const
+{
+    return state_->engine->storage().startCopy(path);
+}
+
 QStringList Database::checkIntegrity(const std::function<void(int percent)> &progress) const
 {
     return state_->engine->storage().checkIntegrity(progress);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/dao/DataError.h"
+#include "platform/dao/FileCopy.h"
 #include "platform/dao/Recordset.h"
 #include "platform/dao/TableDef.h"
 
@@ -63,6 +64,8 @@ public:
 
     /// Copies the whole database, as of one moment, to a file that must not exist: 75. Written under another name and renamed.
     void backupTo(const QString &path) const;
+    /// A copy to the empty file `path`, made in steps on another thread while the database is in use.
+    std::unique_ptr<FileCopy> startCopy(const QString &path) const;
     /// Reads the whole file and returns what is wrong with it; empty when nothing is.
     QStringList checkIntegrity(const std::function<void(int percent)> &progress = {}) const;
     /// The same without comparing rows with their indexes: about a second for two million rows, a tenth of the whole check.

@@ -10,6 +10,7 @@
 #include <sqlite3.h>
 
 #include <map>
+#include <mutex>
 #include <numeric>
 
 namespace dao
@@ -71,6 +72,8 @@ const char *confinedVfs()
 {
     // A test may replace the default VFS; connections to the former one may still be open.
     static std::map<sqlite3_vfs *, ConfinedVfs> registered;
+    static std::mutex mutex;
+    const std::lock_guard guard(mutex);
     static constexpr const char *Name = "confined";
     sqlite3_vfs *underlying = sqlite3_vfs_find(nullptr);
     const auto [entry, isNew] = registered.try_emplace(underlying);

@@ -5,9 +5,12 @@
 #include "platform/dao/Catalog.h"
 #include "platform/dao/JetValues.h"
 #include "platform/dao/Maintenance.h"
+#include "platform/dao/MirrorCache.h"
 #include "platform/dao/Workspace.h"
 #include "platform/jet/Check.h"
 #include "platform/jet/DatabaseMaker.h"
+#include "platform/jet/LockFile.h"
+#include "platform/jet/PageCommit.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -62,7 +65,7 @@ std::unique_ptr<JetStorage> JetStorage::open(const QString &path, bool readOnly,
     std::unique_ptr<JetStorage> storage(new JetStorage(path, std::move(file)));
     storage->password_ = password;
     storage->whyReadOnly_ = whyReadOnly;
-    storage->load();
+    storage->loadFirst();
     storage->isLoaded_ = true;
     return storage;
 }
@@ -79,8 +82,44 @@ std::unique_ptr<JetStorage> JetStorage::create(const QString &path, const QStrin
 
 QStringList JetStorage::companionFiles(const QString &path)
 {
-    const QFileInfo info(path);
-    return {info.path() + u'/' + info.completeBaseName() + QLatin1String(".ldb")};
+    return {jet::rollbackPath(path), jet::LockFile::pathFor(path)};
+}
+
+void JetStorage::loadFirst()
+{
+    const std::optional<MirrorCache> cache = MirrorCache::of(path());
+    if (cache && loadStored(*cache)) {
+        return;
+    }
+    load();
+    QElapsedTimer waited;
+    waited.start();
+    while (jet::stampOf(path()) != file_->stamp() && waited.elapsed() < RetryMilliseconds) {
+        // Another program has written it meanwhile.
+        translated([this] { file_->refresh(); });
+        load();
+    }
+    file_->releasePages();
+    if (cache && unreadable_.empty() && file_->isSettled()) {
+        cache->save(mirror_);
+    }
+}
+
+bool JetStorage::loadStored(const MirrorCache &cache)
+{
+    try {
+        if (file_->isSettled() && cache.load(mirror_)) {
+            for (const QString &name : file_->tableNames()) {
+                created_[name] = Catalog::createStatements(definitionOf(file_->definition(name))).front();
+            }
+            return true;
+        }
+    } catch (const basic::RunTimeError &) {
+        // Whatever is wrong is found and reported by reading the file itself.
+        created_.clear();
+    }
+    mirror_ = Connection::inMemory(path());
+    return false;
 }
 
 void JetStorage::load()

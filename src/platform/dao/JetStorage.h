@@ -14,6 +14,8 @@
 namespace dao
 {
 
+class MirrorCache;
+
 /// A Jet file as it is, read through a mirror: a private SQLite database in memory that holds its tables, with the indexes of the
 /// file and those added through Database::Append. Jet files index little but primary keys, so queries on their pages would scan.
 ///
@@ -47,12 +49,16 @@ public:
     void addField(const TableDef &table, const Field &field) override;
 
     void copyTo(const QString &path, bool isInTransaction) override;
+    std::unique_ptr<FileCopy> startCopy(const QString &copy) override { return FileCopy::ofBytes(path(), copy); }
     QStringList checkIntegrity(const Progress &progress) override;
     QStringList checkPages() override;
 
 private:
     JetStorage(const QString &path, std::unique_ptr<jet::Database> file);
 
+    /// The mirror of a file that has just been opened: the one of the last time, if the file has not changed since.
+    void loadFirst();
+    bool loadStored(const MirrorCache &cache);
     /// Brings the mirror to the state of the file. On an error it is as it was before.
     void load();
     void loadTable(const QString &name);

@@ -3,6 +3,7 @@
 
 #include "platform/basic/DiskSync.h"
 #include "platform/dao/DataError.h"
+#include "platform/dao/FileCopy.h"
 #include "platform/dao/Sqlite.h"
 
 #include <QFile>
@@ -21,23 +22,6 @@ namespace
 
 /// Steps of SQLite between two reports of progress.
 constexpr int StepsPerReport = 50000;
-constexpr qint64 ChunkSize = 1 << 20;
-
-void copyPages(const Connection &from, const Connection &to)
-{
-    sqlite3_backup *backup = sqlite3_backup_init(to.get(), "main", from.get(), "main");
-    if (backup == nullptr) {
-        to.fail(sqlite3_errcode(to.get()));
-    }
-    const int stepped = sqlite3_backup_step(backup, -1);
-    const int finished = sqlite3_backup_finish(backup);
-    if (stepped == SQLITE_BUSY || stepped == SQLITE_LOCKED) {
-        from.fail(SQLITE_BUSY);
-    }
-    if (finished != SQLITE_OK) {
-        to.fail(finished);
-    }
-}
 
 [[noreturn]] void failBackup(const QString &path, const QString &reason)
 {
@@ -148,27 +132,18 @@ QStringList problemsFoundBy(const std::function<QStringList()> &check)
 void copyFile(const Connection &from, const QString &path)
 {
     writeCopy(from.path(), path, [&from](const QString &part) {
-        Connection copy(part, Connection::Mode::ReadWrite);
-        copyPages(from, copy);
+        const auto copy = FileCopy::ofSqlite(from, part);
+        while (copy->step()) {}
+        copy->finish();
     });
 }
 
 void copyBytes(const QString &from, const QString &path)
 {
     writeCopy(from, path, [&](const QString &part) {
-        QFile source(from);
-        QFile target(part);
-        if (!source.open(QIODevice::ReadOnly) || !target.open(QIODevice::WriteOnly)) {
-            failBackup(path, source.isOpen() ? target.errorString() : source.errorString());
-        }
-        QByteArray chunk;
-        while (!(chunk = source.read(ChunkSize)).isEmpty()) {
-            if (target.write(chunk) != chunk.size()) {
-                failBackup(path, target.errorString());
-            }
-        }
-        target.close();
-        basic::syncToDisk(part);
+        const auto copy = FileCopy::ofBytes(from, part);
+        while (copy->step()) {}
+        copy->finish();
     });
 }
 

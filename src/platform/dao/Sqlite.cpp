@@ -128,7 +128,8 @@ Connection::Connection(const QString &path, const char *file, int flags, const c
     static const int withoutCounting = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
     Q_UNUSED(withoutCounting);
     sqlite3 *handle = nullptr;
-    const int code = sqlite3_open_v2(file, &handle, flags | SQLITE_OPEN_NOMUTEX, vfs);
+    // With a mutex, since a copy in the background uses the connection on another thread.
+    const int code = sqlite3_open_v2(file, &handle, flags | SQLITE_OPEN_FULLMUTEX, vfs);
     handle_.reset(handle);
     if (code != SQLITE_OK) {
         fail(code);

@@ -32,6 +32,7 @@ public:
     void addField(const TableDef &, const Field &) override {}
 
     void copyTo(const QString &path, bool isInTransaction) override;
+    std::unique_ptr<FileCopy> startCopy(const QString &path) override { return FileCopy::ofSqlite(connection_, path); }
     QStringList checkIntegrity(const Progress &progress) override;
     QStringList checkPages() override;
 

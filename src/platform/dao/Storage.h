@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/dao/FileCopy.h"
 #include "platform/dao/Sqlite.h"
 #include "platform/dao/TableDef.h"
 
@@ -51,6 +52,8 @@ public:
 
     /// Copies the committed state to `path`, which must not exist (75). Written under another name and renamed.
     virtual void copyTo(const QString &path, bool isInTransaction) = 0;
+    /// A copy made in steps on another thread; `path` is an empty file.
+    virtual std::unique_ptr<FileCopy> startCopy(const QString &path) = 0;
     /// Reads the whole file and returns its problems; empty for none. checkPages() does without comparing rows with indexes.
     virtual QStringList checkIntegrity(const Progress &progress) = 0;
     virtual QStringList checkPages() = 0;

@@ -55,7 +55,7 @@ constexpr std::array<Fixed, 35> BookOrder{{
     {EndOfStream, ""},
 }};
 
-constexpr std::array<Fixed, 30> SheetOrder{{
+constexpr std::array<Fixed, 31> SheetOrder{{
     {BeginOfStream, "00061000BB0DCC074100000006000000"},
     {0x00D, "0100"},
     {0x00C, "6400"},
@@ -69,6 +69,7 @@ constexpr std::array<Fixed, 30> SheetOrder{{
     {0x080, "0000000000000000"},
     {DefaultRowHeight, "00002C01"},
     {SheetOptions, "C104"},
+    {RowBreaks, nullptr},
     {Header, nullptr},
     {Footer, nullptr},
     {0x083, "0000"},
@@ -157,8 +158,8 @@ bool isModelledByBook(std::uint16_t id)
 
 bool isModelledBySheet(std::uint16_t id)
 {
-    constexpr std::array<std::uint16_t, 11> modelled{Header, Footer,     LeftMargin, RightMargin, TopMargin,  BottomMargin,
-                                                     Setup,  ColumnInfo, Dimensions, RowRecord,   MergedCells};
+    constexpr std::array<std::uint16_t, 12> modelled{RowBreaks,    Header, Footer,     LeftMargin, RightMargin, TopMargin,
+                                                     BottomMargin, Setup,  ColumnInfo, Dimensions, RowRecord,   MergedCells};
     return std::find(modelled.begin(), modelled.end(), id) != modelled.end();
 }
 

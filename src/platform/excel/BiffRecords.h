@@ -35,6 +35,7 @@ enum Id : std::uint16_t {
     Footer = 0x015,
     ExternSheet = 0x017,
     DefinedName = 0x018,
+    RowBreaks = 0x01B,
     LeftMargin = 0x026,
     RightMargin = 0x027,
     TopMargin = 0x028,

@@ -237,6 +237,9 @@ private:
         case Setup:
             readSetup(record.body);
             break;
+        case RowBreaks:
+            readBreaks(record.body);
+            break;
         case ColumnInfo:
             readColumns(record.body);
             break;
@@ -296,6 +299,16 @@ private:
             for (int number = top; number <= bottom; ++number) {
                 row(static_cast<std::size_t>(number)).merges.push_back(area);
             }
+        }
+    }
+
+    void readBreaks(const QByteArray &body)
+    {
+        Reader reader(body);
+        constexpr std::size_t columns = 4;
+        for (std::size_t count = reader.u16(); count > 0; --count) {
+            sheet_.page.breaks.push_back(static_cast<int>(reader.u16()));
+            reader.skip(columns);
         }
     }
 

@@ -28,6 +28,9 @@ const SheetPassthrough &newSheet()
     return sheet;
 }
 
+/// Page breaks that a sheet can have.
+constexpr std::size_t MaxBreaks = 1026;
+
 class SheetWriter
 {
 public:
@@ -73,6 +76,9 @@ private:
             return true;
         case SheetOptions:
             putOptions(record.body);
+            return true;
+        case RowBreaks:
+            putBreaks();
             return true;
         case ColumnInfo:
             putColumns();
@@ -371,6 +377,19 @@ private:
                 left.put = true;
                 stream_.record(left.record.id, left.record.body);
             }
+        }
+    }
+
+    void putBreaks()
+    {
+        const std::vector<int> &breaks = sheet_.page.breaks;
+        if (breaks.empty()) {
+            return;
+        }
+        const std::size_t count = std::min(breaks.size(), MaxBreaks);
+        stream_.head(RowBreaks, 2 + 6 * count).u16(count);
+        for (std::size_t at = 0; at < count; ++at) {
+            stream_.u16(static_cast<std::size_t>(breaks[at])).u16(0).u16(ColumnsOfXls - 1);
         }
     }
 

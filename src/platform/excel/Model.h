@@ -112,6 +112,8 @@ struct Page {
     int orientation = xlPortrait;
     int paper = xlPaperA4;
     int pagesWide = 0;
+    /// Rows that begin a page, ascending.
+    std::vector<int> breaks;
 };
 
 struct Sheet {

@@ -360,4 +360,12 @@ PageSetup Worksheet::PageSetup() const
     return {book_, sheet_};
 }
 
+void Worksheet::addPageBreak(int row)
+{
+    std::vector<int> &breaks = sheet().page.breaks;
+    if (row > 1 && (breaks.empty() || breaks.back() < row - 1)) {
+        breaks.push_back(row - 1);
+    }
+}
+
 } // namespace excel

@@ -106,6 +106,8 @@ public:
     excel::Range Cells(int row, int column) const;
     excel::Columns Columns(const QString &columns) const;
     excel::PageSetup PageSetup() const;
+    /// Begins a printed page with a row, from 2; to be called with ascending rows.
+    void addPageBreak(int row);
 
     bool isNothing() const { return sheet_ == nullptr; }
 

@@ -28,6 +28,9 @@ using model::Trait;
 
 namespace
 {
+
+/// Page breaks that a sheet can have.
+constexpr std::size_t MaxBreaks = 1023;
 /// The library formats numbers by the C locale; this sets a decimal point for the duration of a save.
 class PointDecimals
 {
@@ -157,6 +160,13 @@ private:
         if (page.titleColumns) {
             check(worksheet_repeat_columns(to, static_cast<lxw_col_t>(page.titleColumns->first),
                                            static_cast<lxw_col_t>(page.titleColumns->last)));
+        }
+        if (!page.breaks.empty()) {
+            // The list ends with a 0.
+            std::vector<lxw_row_t> breaks(page.breaks.begin(), page.breaks.end());
+            breaks.resize(std::min<std::size_t>(breaks.size(), MaxBreaks));
+            breaks.push_back(0);
+            check(worksheet_set_h_pagebreaks(to, breaks.data()));
         }
         if (page.pagesWide > 0) {
             worksheet_fit_to_pages(to, static_cast<std::uint16_t>(page.pagesWide), 0);

@@ -20,7 +20,7 @@ class RowPages;
 struct CatalogueEntry {
     QString name;
     std::uint32_t definitionPage = 0;
-    /// The engine's own.
+    /// A system table.
     bool isSystem = false;
     QByteArray properties;
     /// Why the properties cannot be read; empty when they can.

@@ -117,7 +117,7 @@ private:
     void requireWithin(const std::vector<std::uint32_t> &some, const std::vector<std::uint32_t> &all)
     {
         if (!std::includes(all.begin(), all.end(), some.begin(), some.end())) {
-            report(QStringLiteral("the map of pages with room names a page that is not the table's"));
+            report(QStringLiteral("the map of pages with free space names a page that is not the table's"));
         }
     }
 
@@ -134,7 +134,7 @@ private:
     void checkRows(const TableDefinition &table, const std::vector<std::uint32_t> &pages)
     {
         pieces_.clear();
-        std::set<RowPosition> homes;
+        std::set<RowPosition> movedRows;
         std::set<RowPosition> pointers;
         for (const std::uint32_t number : pages) {
             const DataPage page(pager_.page(number, PageType::Data));
@@ -143,14 +143,14 @@ private:
                 const RowPosition position{number, static_cast<std::uint8_t>(slot)};
                 locating(number, slot, [&] { page.bytes(slot); });
                 if (page.isSkipped(slot) && !page.isDeleted(slot)) {
-                    homes.insert(position);
+                    movedRows.insert(position);
                 } else if (page.isPointer(slot) && !page.isDeleted(slot)) {
                     const std::uint32_t pointer = page.bytes(slot).longAt(0);
                     pointers.insert({pointer >> 8, static_cast<std::uint8_t>(pointer)});
                 }
             }
         }
-        if (homes != pointers) {
+        if (movedRows != pointers) {
             report(QStringLiteral("rows that have moved are not where their pointers lead"));
         }
         RowDecoder decoder(pager_, table);
@@ -297,7 +297,7 @@ private:
 
 CheckReport check(const QString &path, const QString &password)
 {
-    // Opened as everybody does, for its errors.
+    // Opened first, for the errors of opening.
     Database::open(path, password);
     const Pager pager(path);
     return Checker(pager).run();

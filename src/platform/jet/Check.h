@@ -11,7 +11,7 @@ namespace jet
 
 /// What a look at every page of a file found.
 struct CheckReport {
-    /// One sentence each, with table, page and row where they are known; empty for a sound file.
+    /// One sentence each, with table, page and row where they are known; empty for a valid file.
     QStringList faults;
     std::uint32_t tables = 0;
     std::uint64_t rows = 0;

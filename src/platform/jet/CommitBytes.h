@@ -9,7 +9,7 @@ namespace jet
 {
 
 /// Two bytes a user on the first page. Each change of a file counts the first one up; the second is 1, and 0 while the user
-/// writes or when he has found damage. Their meaning is published for the format before this one; that it holds here is inferred
+/// writes or after finding damage. Their meaning is published for the format before this one; that it holds here is inferred
 /// from files at rest.
 namespace CommitBytes
 {
@@ -18,7 +18,7 @@ constexpr std::size_t Size = 2;
 
 /// Of the user in a slot of the lock file. The first pair of all belongs to who has the file to himself.
 std::size_t offsetOf(int slot);
-/// Nobody has written yet.
+/// As in a file that has never been written.
 void setNew(unsigned char *firstPage);
 /// As they are while the user writes.
 void setWriting(unsigned char *firstPage, int slot);

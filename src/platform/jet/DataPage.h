@@ -10,7 +10,7 @@ namespace jet
 class DataPage
 {
 public:
-    /// In place of the owner, on the pages of long values.
+    /// Instead of the owner, on the pages of long values.
     static constexpr std::uint32_t LongValueOwner = 0x4C41564C;
 
     explicit DataPage(Bytes page) : page_(page) {}
@@ -22,9 +22,9 @@ public:
     std::uint16_t freeBytes() const { return page_.shortAt(2); }
     std::size_t unusedBytes() const;
 
-    /// Deleted, or the new place of a row that is reached through its pointer.
+    /// Deleted, or the new location of a row that is reached through its pointer.
     bool isSkipped(std::uint32_t slot) const { return (entry(slot) & 0x8000) != 0; }
-    /// In the slot is a pointer to the new place of a row that has outgrown this page.
+    /// In the slot is a pointer to the new location of a row that has outgrown this page.
     bool isPointer(std::uint32_t slot) const { return (entry(slot) & 0x4000) != 0; }
     bool isDeleted(std::uint32_t slot) const { return (entry(slot) & 0xC000) == 0xC000; }
     Bytes bytes(std::uint32_t slot) const;

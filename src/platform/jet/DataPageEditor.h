@@ -18,7 +18,7 @@ public:
     /// Makes an empty page of rows.
     static void format(Pager &pager, std::uint32_t page, std::uint32_t owner);
 
-    /// A Fault unless the page is a sound one of this owner.
+    /// A Fault unless the page is a valid one of this owner.
     DataPageEditor(Pager &pager, std::uint32_t page, std::uint32_t owner);
 
     const DataPage &page() const { return page_; }
@@ -41,7 +41,7 @@ namespace SlotFlag
 {
 constexpr std::uint16_t Plain = 0;
 constexpr std::uint16_t Pointer = 0x4000;
-/// The new place of a row that is reached through its pointer.
+/// The new location of a row that is reached through its pointer.
 constexpr std::uint16_t Moved = 0x8000;
 constexpr std::uint16_t Deleted = 0xC000;
 } // namespace SlotFlag

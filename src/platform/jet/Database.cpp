@@ -82,7 +82,7 @@ void undoUnfinished(const QString &path, LockFile *lock)
     }
     const auto own = lock ? nullptr : std::make_unique<LockFile>(path);
     if (hasRollback(path)) {
-        const auto others = (lock ? *lock : *own).keepOthersOut();
+        const auto others = (lock ? *lock : *own).lockOthers();
         rollBack(path);
     }
 }
@@ -91,10 +91,12 @@ void undoUnfinished(const QString &path, LockFile *lock)
 
 std::unique_ptr<Database> Database::open(const QString &path, const QString &password, Access access)
 {
-    // A file that is none of these gets no lock file.
     std::unique_ptr<LockFile> lock;
     if (access == Access::ReadWrite) {
-        Pager{path};
+        // What is no Jet file gets no lock file; one that was left halfway may have any length.
+        if (!hasRollback(path)) {
+            Pager{path};
+        }
         lock = std::make_unique<LockFile>(path);
     }
     undoUnfinished(path, lock.get());
@@ -166,6 +168,11 @@ const Stamp &Database::stamp() const
     return state_->stamp;
 }
 
+void Database::releasePages()
+{
+    state_->pager.releasePages();
+}
+
 bool Database::isSettled() const
 {
     return stampOf(path()) == state_->stamp && CommitBytes::writers(state_->pager.page(0)).empty();
@@ -173,6 +180,7 @@ bool Database::isSettled() const
 
 bool Database::refresh()
 {
+    undoUnfinished(path(), lock_.get());
     if (stampOf(path()) == state_->stamp) {
         return false;
     }

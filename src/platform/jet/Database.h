@@ -18,7 +18,7 @@
 namespace jet
 {
 
-/// A row as it is handed over: its values in the order of TableDefinition::columns. Good until the call returns.
+/// A row as it is passed: its values in the order of TableDefinition::columns. Good until the call returns.
 struct Row {
     RowPosition position;
     const std::vector<Value> &values;
@@ -40,7 +40,7 @@ class Database
 {
 public:
     /// 3024 no such file, 3051 cannot be read, 3031 another password, 3343 no Jet 4 file, 3049 its list of tables is damaged.
-    /// For writing also 3045 no room in the lock file.
+    /// For writing also 3045 no free slot in the lock file.
     static std::unique_ptr<Database> open(const QString &path, const QString &password, Access access = Access::ReadOnly);
     ~Database();
     Database(const Database &) = delete;
@@ -48,13 +48,13 @@ public:
 
     const QString &path() const;
     const Header &header() const;
-    /// The user's tables, without the engine's own. 3049 when the list is damaged, so that one might be missing from it;
+    /// The user's tables, without the system tables. 3049 when the list is damaged, so that one might be missing from it;
     /// `definition` finds the others all the same.
     QStringList tableNames() const;
     /// By name without regard to case; good until `refresh`. 3078 no such table, 3049 damaged.
     const TableDefinition &definition(const QString &table) const;
-    /// Hands over every row in the order of the file. Returns how many, which is the definition's own count: 3049 when another
-    /// number can be found, before anything is handed over, and for a row that cannot be taken apart, when its turn comes.
+    /// Passes every row in the order of the file. Returns how many, which is the definition's own count: 3049 when another
+    /// number can be found, before the first row is passed, and for a row that cannot be taken apart, when its turn comes.
     std::uint32_t readRows(const QString &table, const std::function<void(const Row &)> &take) const;
     /// The values of one row; nothing when there is no row at the position.
     std::optional<std::vector<Value>> readRow(const QString &table, RowPosition position) const;
@@ -64,7 +64,9 @@ public:
     /// When the file has changed since, drops all that was read of it and opens it again. Returns whether it has.
     bool refresh();
 
-    /// Whether what was read is of one piece: the file has not changed since, and nobody was writing it.
+    /// Gives back the memory of the pages that were read; they are read again when they are asked for.
+    void releasePages();
+    /// Whether what was read is of one piece: the file has not changed since, and no program was writing it.
     bool isSettled() const;
 
 private:

@@ -26,7 +26,7 @@ namespace
 {
 
 constexpr qint64 PageBytes = static_cast<qint64>(PageSize);
-/// The first page, the maps of free pages, and the definitions of the engine's own four tables.
+/// The first page, the maps of free pages, and the definitions of the four system tables.
 constexpr qint64 FixedPages = 6;
 constexpr std::uint32_t MapsPage = 1;
 constexpr std::uint32_t ObjectsPage = 2;
@@ -34,11 +34,11 @@ constexpr std::uint32_t QueriesPage = 4;
 constexpr std::uint32_t RelationsPage = 5;
 constexpr std::uint16_t LongestText = 510;
 
-/// Numbers that the engine gives to itself, the user Admin and the group Users.
-const QByteArray EngineOwner("\xA7\x31", 2);
+/// Identifiers of the system, the user Admin and the group Users.
+const QByteArray SystemOwner("\xA7\x31", 2);
 const QByteArray Admin("\xA6\x33", 2);
 const QByteArray Users("\xA7\x33", 2);
-const QByteArray Engine("\xA7\x36", 2);
+const QByteArray System("\xA7\x36", 2);
 
 ColumnDefinition systemColumn(const QString &name, ColumnType type, std::uint8_t extraFlags = 0)
 {
@@ -64,7 +64,7 @@ ColumnDefinition systemColumn(const QString &name, ColumnType type, std::uint8_t
     return column;
 }
 
-/// One of the engine's own tables, at its fixed place.
+/// One of the system tables, on its fixed page.
 class SystemDefinition
 {
 public:
@@ -181,14 +181,14 @@ void fillObjects(PageAllocator &allocator)
     constexpr std::int32_t ContainerType = 3;
     constexpr auto SystemObjectFlag = static_cast<std::int32_t>(0x80000000);
     const std::vector<SystemObject> objects{
-        {CatalogueId::Tables, RootId, "Tables", ContainerType, EngineOwner},
-        {DatabasesId, RootId, "Databases", ContainerType, EngineOwner},
-        {RelationshipsId, RootId, "Relationships", ContainerType, EngineOwner},
+        {CatalogueId::Tables, RootId, "Tables", ContainerType, SystemOwner},
+        {DatabasesId, RootId, "Databases", ContainerType, SystemOwner},
+        {RelationshipsId, RootId, "Relationships", ContainerType, SystemOwner},
         {CatalogueId::Database, DatabasesId, "MSysDb", DatabaseType, Admin},
-        {ObjectsPage, CatalogueId::Tables, "MSysObjects", TableType, EngineOwner},
-        {RightsPage, CatalogueId::Tables, "MSysACEs", TableType, EngineOwner},
-        {QueriesPage, CatalogueId::Tables, "MSysQueries", TableType, EngineOwner},
-        {RelationsPage, CatalogueId::Tables, "MSysRelationships", TableType, EngineOwner},
+        {ObjectsPage, CatalogueId::Tables, "MSysObjects", TableType, SystemOwner},
+        {RightsPage, CatalogueId::Tables, "MSysACEs", TableType, SystemOwner},
+        {QueriesPage, CatalogueId::Tables, "MSysQueries", TableType, SystemOwner},
+        {RelationsPage, CatalogueId::Tables, "MSysRelationships", TableType, SystemOwner},
     };
     const QDateTime now = basic::Clock::now();
     const Date made{basic::SerialDate::fromDateTime(now.date(), now.time()).days()};
@@ -213,13 +213,13 @@ struct SystemRight {
     bool isInherited;
 };
 
-/// The user and the group may do what they may in a file that the engine has made.
+/// The user and the group have the same permissions as in files of other programs.
 void fillRights(PageAllocator &allocator)
 {
     const std::vector<SystemRight> rights{
-        {CatalogueId::Tables, Engine, 0xF00FE, true},   {CatalogueId::Tables, Admin, 0xFFEFF, true},
+        {CatalogueId::Tables, System, 0xF00FE, true},   {CatalogueId::Tables, Admin, 0xFFEFF, true},
         {CatalogueId::Tables, Users, 0xFFEFF, true},    {DatabasesId, Admin, 0x60000, false},
-        {RelationshipsId, Engine, 0xF00FE, true},       {RelationshipsId, Admin, 0x60001, false},
+        {RelationshipsId, System, 0xF00FE, true},       {RelationshipsId, Admin, 0x60001, false},
         {RelationshipsId, Users, 0xFFFFF, true},        {CatalogueId::Database, Admin, 0x6000E, false},
         {CatalogueId::Database, Users, 0x0000E, false}, {ObjectsPage, Admin, 0x60000, false},
         {ObjectsPage, Users, 0x00014, false},           {RightsPage, Admin, 0x60000, false},

@@ -43,9 +43,9 @@ namespace ColumnFlag
 constexpr std::uint8_t Fixed = 0x01;
 constexpr std::uint8_t Nullable = 0x02;
 constexpr std::uint8_t AutoNumber = 0x04;
-/// Of the engine's own tables.
+/// Of the system tables.
 constexpr std::uint8_t System = 0x10;
-/// A user's or group's number in the engine's own tables.
+/// A user's or group's number in the system tables.
 constexpr std::uint8_t SystemId = 0x20;
 } // namespace ColumnFlag
 

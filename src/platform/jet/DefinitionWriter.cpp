@@ -168,7 +168,7 @@ void writeDefinition(PageAllocator &allocator, std::uint32_t firstPage, const QB
         const bool isKnown = pager.page(page).byteAt(0) == PageType::Definition;
         std::uint32_t next = isKnown ? pager.page(page).longAt(NextPageOffset) : 0;
         if (next == 0 && begin < bytes.size()) {
-            next = allocator.take();
+            next = allocator.allocate();
         }
         unsigned char *const out = pager.edit(page);
         std::fill_n(out, PageSize, std::uint8_t{0});
@@ -184,22 +184,23 @@ void writeDefinition(PageAllocator &allocator, std::uint32_t firstPage, const QB
 
 QByteArray withBooleanColumn(const QByteArray &bytes, const TableDefinition &table, const QString &name)
 {
-    const auto length = qFromLittleEndian<std::uint32_t>(bytes.constData() + LengthOffset);
-    QByteArray definition = bytes.left(static_cast<qsizetype>(length));
+    const Bytes whole(reinterpret_cast<const unsigned char *>(bytes.constData()), static_cast<std::size_t>(bytes.size()));
+    const Bytes known = whole.part(0, whole.longAt(LengthOffset));
     ColumnDefinition column;
     column.type = ColumnType::Boolean;
     column.number = table.columnCount;
     column.variableIndex = table.variableCount;
     column.flags = ColumnFlag::Fixed | ColumnFlag::Nullable;
     column.length = 1;
-    const qsizetype columnsEnd =
-        static_cast<qsizetype>(CountsOffset + CountSize * table.indexes.size() + ColumnSize * table.columns.size());
-    qsizetype namesEnd = columnsEnd;
+    const std::size_t columnsEnd = CountsOffset + CountSize * table.indexes.size() + ColumnSize * table.columns.size();
+    std::size_t namesEnd = columnsEnd;
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
-        namesEnd += 2 + qFromLittleEndian<std::uint16_t>(definition.constData() + namesEnd);
+        namesEnd += 2 + known.shortAt(namesEnd);
     }
-    definition.insert(namesEnd, Output().name(name).bytes);
-    definition.insert(columnsEnd, columnBytes(column, false));
+    known.from(namesEnd);
+    QByteArray definition = bytes.left(static_cast<qsizetype>(known.size()));
+    definition.insert(static_cast<qsizetype>(namesEnd), Output().name(name).bytes);
+    definition.insert(static_cast<qsizetype>(columnsEnd), columnBytes(column, false));
     addTo(definition, ColumnCountOffset, 1);
     addTo(definition, ColumnsOffset, 1);
     setLength(definition);
@@ -208,7 +209,7 @@ QByteArray withBooleanColumn(const QByteArray &bytes, const TableDefinition &tab
 
 std::uint32_t makeMaps(PageAllocator &allocator, const std::vector<std::uint32_t> &pages)
 {
-    const std::uint32_t number = allocator.take();
+    const std::uint32_t number = allocator.allocate();
     DataPageEditor::format(allocator.pager(), number, 0);
     DataPageEditor editor(allocator.pager(), number, 0);
     for (const std::uint32_t page : pages) {

@@ -12,7 +12,7 @@ namespace jet
 
 class PageAllocator;
 
-/// Gives columns that come one after the other their numbers and places in a row, and the table its counts.
+/// Gives columns that come one after the other their numbers and positions in a row, and the table its counts.
 void layOutColumns(TableDefinition &table);
 
 /// The definition as one run of bytes, with the first page's header; the other way round as readDefinition. Rows and numbers are

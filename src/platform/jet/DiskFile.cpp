@@ -6,6 +6,9 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+#include <cerrno>
+
 #ifdef _WIN32
 #include <io.h>
 #include <windows.h>
@@ -19,12 +22,18 @@ namespace jet
 namespace
 {
 
-[[noreturn]] void fail(const QFile &file)
+/// `code` is the system's. A limit on the size of a file or on a user's share of the disk counts as a full disk.
+[[noreturn]] void fail(const QFile &file, int code)
 {
-    const bool isFull = file.error() == QFile::ResourceError;
-    throw Error(isFull ? ErrorNumber::DiskFull : ErrorNumber::DiskError,
-                isFull ? QStringLiteral("%1 cannot be written: the disk is full.").arg(file.fileName())
-                       : QStringLiteral("%1 cannot be written: %2.").arg(file.fileName(), file.errorString()));
+#ifdef EDQUOT
+    const bool isOverShare = code == EDQUOT;
+#else
+    const bool isOverShare = false;
+#endif
+    if (code == ENOSPC || code == EFBIG || isOverShare) {
+        throw Error(ErrorNumber::DiskFull, QStringLiteral("%1 cannot be written: the disk is full.").arg(file.fileName()));
+    }
+    throw Error(ErrorNumber::DiskError, QStringLiteral("%1 cannot be written: %2.").arg(file.fileName(), qt_error_string(code)));
 }
 
 bool waitForDisk(int handle)
@@ -40,22 +49,35 @@ bool waitForDisk(int handle)
 
 void writeAt(QFile &file, qint64 offset, const char *bytes, qint64 length)
 {
-    if (!file.seek(offset) || file.write(bytes, length) != length) {
-        fail(file);
+    if (!file.seek(offset)) {
+        fail(file, errno);
+    }
+    while (length > 0) {
+#ifdef _WIN32
+        const auto written = ::_write(file.handle(), bytes, static_cast<unsigned int>(length));
+#else
+        const auto written = ::write(file.handle(), bytes, static_cast<std::size_t>(length));
+#endif
+        if (written < 0 && errno != EINTR) {
+            fail(file, errno);
+        }
+        const auto done = std::max<qint64>(written, 0);
+        bytes += done;
+        length -= done;
     }
 }
 
 void syncFile(QFile &file)
 {
     if (!waitForDisk(file.handle())) {
-        throw Error(ErrorNumber::DiskError, QStringLiteral("%1 cannot be written to the disk.").arg(file.fileName()));
+        fail(file, errno);
     }
 }
 
 void resizeFile(QFile &file, qint64 length)
 {
     if (!file.resize(length)) {
-        fail(file);
+        throw Error(ErrorNumber::DiskError, QStringLiteral("%1 cannot be written: %2.").arg(file.fileName(), file.errorString()));
     }
 }
 

@@ -17,7 +17,7 @@ class Fault : public std::exception
 public:
     explicit Fault(QString description);
 
-    /// Adds a place unless a lower layer already has.
+    /// Adds a location unless a lower layer already has.
     void locate(std::uint32_t page, std::optional<std::uint32_t> slot = std::nullopt);
     /// "page 37, row 4: the row ends outside its page", rows counted from 1.
     QString sentence() const;
@@ -29,7 +29,7 @@ private:
     std::optional<std::uint32_t> slot_;
 };
 
-/// Runs `body`; a Fault that it raises is given the place.
+/// Runs `body`; a Fault that it raises is given the location.
 template <typename Body> auto locating(std::uint32_t page, std::optional<std::uint32_t> slot, Body &&body)
 {
     try {

@@ -29,8 +29,8 @@ constexpr std::size_t PasswordOffset = 0x42;
 constexpr std::size_t PasswordSize = 40;
 constexpr std::size_t SortOrderOffset = 0x6E;
 constexpr std::size_t CreatedOffset = 0x72;
-constexpr std::size_t EngineVersionOffset = 0x9C;
-constexpr char EngineVersion[] = "4.0";
+constexpr std::size_t FormatVersionOffset = 0x9C;
+constexpr char FormatVersion[] = "4.0";
 
 /// The whole days of the creation date, which mask the password a second time. A date that is none masks with 0.
 std::uint32_t passwordMask(double created)
@@ -85,7 +85,7 @@ QByteArray newHeader(const QString &password, double created)
     put(0, std::uint32_t{0x100});
     page.replace(NameOffset, sizeof Name, Name, sizeof Name);
     put(VersionOffset, std::uint32_t{VersionJet4});
-    // The two maps of free pages and the definitions of the engine's own tables.
+    // The two maps of free pages and the definitions of the system tables.
     constexpr std::array<std::uint32_t, 6> Roots{0x100, 0x101, 2, 3, 4, 5};
     for (std::size_t i = 0; i < Roots.size(); ++i) {
         put(MaskBegin + 4 * i, Roots[i]);
@@ -101,7 +101,7 @@ QByteArray newHeader(const QString &password, double created)
     put(CreatedOffset, std::bit_cast<std::uint64_t>(created));
     applyRc4(MaskKey,
              std::span(reinterpret_cast<unsigned char *>(page.data()), PageSize).subspan(MaskBegin, MaskEnd - MaskBegin));
-    page.replace(EngineVersionOffset, sizeof EngineVersion, EngineVersion, sizeof EngineVersion);
+    page.replace(FormatVersionOffset, sizeof FormatVersion, FormatVersion, sizeof FormatVersion);
     CommitBytes::setNew(reinterpret_cast<unsigned char *>(page.data()));
     return page;
 }

@@ -14,6 +14,9 @@ namespace jet
 namespace
 {
 
+/// Far above what any file needs.
+constexpr std::size_t MostLevels = 16;
+
 class Walk
 {
 public:
@@ -26,6 +29,9 @@ public:
     std::string below(std::uint32_t number, std::size_t depth, bool isRoot)
     {
         walk.pages.push_back(number);
+        if (depth > MostLevels) {
+            throw Fault(QStringLiteral("the index has more than %1 levels").arg(MostLevels));
+        }
         if (!seen_.insert(number).second) {
             throw Fault(QStringLiteral("page %1 of the index is reached twice").arg(number));
         }

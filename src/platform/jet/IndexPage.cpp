@@ -62,7 +62,7 @@ std::uint32_t IndexPage::child(std::size_t index) const
 bool IndexPage::fits() const
 {
     const std::size_t size = sizeOf(*this);
-    return size <= Room || size - sharedPrefix(*this) * (entries.size() - 1) <= Room;
+    return size <= Capacity || size - sharedPrefix(*this) * (entries.size() - 1) <= Capacity;
 }
 
 IndexPage readIndexPage(Bytes bytes)
@@ -114,7 +114,7 @@ std::array<unsigned char, 4096> indexPageBytes(const IndexPage &page)
     put(bytes.data(), NextOffset, page.next);
     put(bytes.data(), TailOffset, page.tail);
     // Spelt out where that fits: the next entry then need not share anything.
-    const std::size_t prefix = sizeOf(page) <= IndexPage::Room ? 0 : sharedPrefix(page);
+    const std::size_t prefix = sizeOf(page) <= IndexPage::Capacity ? 0 : sharedPrefix(page);
     qToLittleEndian(static_cast<std::uint16_t>(prefix), bytes.data() + PrefixOffset);
     std::size_t end = 0;
     for (const std::string &entry : page.entries) {
@@ -125,7 +125,7 @@ std::array<unsigned char, 4096> indexPageBytes(const IndexPage &page)
         unsigned char &mark = bytes[EndsOffset + end / 8];
         mark = static_cast<unsigned char>(mark | 1U << (end % 8));
     }
-    qToLittleEndian(static_cast<std::uint16_t>(IndexPage::Room - end), bytes.data() + 2);
+    qToLittleEndian(static_cast<std::uint16_t>(IndexPage::Capacity - end), bytes.data() + 2);
     return bytes;
 }
 

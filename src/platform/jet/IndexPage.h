@@ -19,7 +19,7 @@ struct IndexPage {
     static constexpr std::size_t RowBytes = 4;
     static constexpr std::size_t ChildBytes = 4;
     /// Bytes for entries on one page.
-    static constexpr std::size_t Room = 0xE20;
+    static constexpr std::size_t Capacity = 0xE20;
 
     bool isLeaf = true;
     /// Page of the table's definition.

@@ -82,7 +82,7 @@ IndexTree::Node &IndexTree::changed(std::uint32_t page)
 
 std::uint32_t IndexTree::makePage(bool isLeaf)
 {
-    const std::uint32_t page = allocator_.take();
+    const std::uint32_t page = allocator_.allocate();
     addToMap(allocator_, ownedMap_, page);
     Node made;
     made.isLeaf = isLeaf;
@@ -189,7 +189,10 @@ bool IndexTree::remove(const KeyBytes &key, RowPosition row)
 std::string IndexTree::lastBelow(std::uint32_t page)
 {
     const Node *found = &node(page);
-    while (!found->isLeaf) {
+    for (std::size_t level = 0; !found->isLeaf; ++level) {
+        if (level == MostLevels || found->childCount() == 0) {
+            throw Fault(QStringLiteral("the index below page %1 leads nowhere").arg(page));
+        }
         found = &node(found->child(found->childCount() - 1));
     }
     return found->entries.empty() ? std::string() : found->entries.back();
@@ -302,7 +305,7 @@ void IndexTree::removeEmpty(const Path &path)
         }
         nodes_.erase(page);
         removeFromMap(allocator_, ownedMap_, page);
-        allocator_.giveBack(page);
+        allocator_.release(page);
     }
     if (node(path[level].page).childCount() == 0) {
         changed(path[level].page).isLeaf = true;

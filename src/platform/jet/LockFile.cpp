@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/jet/LockFile.h"
 
+#include "platform/basic/Permissions.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/RangeLock.h"
 
@@ -50,8 +51,8 @@ LockFile::LockFile(const QString &databasePath) : databasePath_(databasePath), f
                         QStringLiteral("The lock file %1 cannot be opened: %2.").arg(file_.fileName(), file_.errorString()));
         }
         if (isNew) {
-            // Whoever may use the database must be able to lock it.
-            file_.setPermissions(QFile::permissions(databasePath_));
+            // Every user of the database must be able to lock it.
+            basic::copyPermissions(databasePath_, file_.fileName());
         }
         if (!takeSlot()) {
             file_.close();
@@ -68,8 +69,8 @@ LockFile::LockFile(const QString &databasePath) : databasePath_(databasePath), f
 
 LockFile::~LockFile()
 {
-    // By its name and while it is still locked: nobody can come in between.
-    const bool isLast = tryKeepOthersOut();
+    // By its name and while it is still locked: no other user can take it meanwhile.
+    const bool isLast = tryLockOthers();
     const bool isRemoved = isLast && QFile::remove(file_.fileName());
     file_.close();
     if (isLast && !isRemoved) {
@@ -113,16 +114,16 @@ bool LockFile::isTaken(int slot) const
     return slot != slot_ && RangeLock(file_.handle()).isTaken(FirstUserLock + static_cast<std::uint64_t>(slot));
 }
 
-std::unique_ptr<LockFile::Exclusive> LockFile::keepOthersOut()
+std::unique_ptr<LockFile::Exclusive> LockFile::lockOthers()
 {
-    if (!tryKeepOthersOut()) {
+    if (!tryLockOthers()) {
         throw Error(ErrorNumber::FileInUse,
                     QStringLiteral("%1 has the file open; close it there, then try again").arg(othersPresent()));
     }
     return std::make_unique<Exclusive>(*this);
 }
 
-bool LockFile::tryKeepOthersOut()
+bool LockFile::tryLockOthers()
 {
     RangeLock lock(file_.handle());
     const auto own = static_cast<std::uint64_t>(slot_);
@@ -130,13 +131,13 @@ bool LockFile::tryKeepOthersOut()
         return false;
     }
     if (!lock.tryLock(FirstUserLock + own + 1, Slots - own - 1)) {
-        letOthersIn();
+        unlockOthers();
         return false;
     }
     return true;
 }
 
-void LockFile::letOthersIn()
+void LockFile::unlockOthers()
 {
     RangeLock lock(file_.handle());
     const auto own = static_cast<std::uint64_t>(slot_);

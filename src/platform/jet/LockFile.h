@@ -9,9 +9,9 @@
 namespace jet
 {
 
-/// A user's place in the lock file next to a database: an entry with the computer's name, and a lock that lasts as long as the
+/// A user's slot in the lock file next to a database: an entry with the computer's name, and a lock that lasts as long as the
 /// object, or until its process ends in whatever way. The last user to leave removes the file. The layout and the locks are
-/// those that every engine for these files keeps to.
+/// those that other programs use for these files.
 class LockFile
 {
 public:
@@ -21,8 +21,8 @@ public:
     /// NAME.ldb for NAME.mdb.
     static QString pathFor(const QString &databasePath);
 
-    /// Takes a slot; waits up to two seconds while somebody writes. Error 3045 when there is none, 3051 when the file cannot be
-    /// made.
+    /// Takes a slot; waits up to two seconds while another user writes. Error 3045 when there is none, 3051 when the file cannot
+    /// be made.
     explicit LockFile(const QString &databasePath);
     ~LockFile();
     LockFile(const LockFile &) = delete;
@@ -33,26 +33,26 @@ public:
     /// Whether another user is present in a slot.
     bool isTaken(int slot) const;
 
-    /// Keeps everybody else out for as long as it lives.
+    /// Locks out all other users for its lifetime.
     class Exclusive
     {
     public:
         explicit Exclusive(LockFile &file) : file_(file) {}
-        ~Exclusive() { file_.letOthersIn(); }
+        ~Exclusive() { file_.unlockOthers(); }
         Exclusive(const Exclusive &) = delete;
         Exclusive &operator=(const Exclusive &) = delete;
 
     private:
         LockFile &file_;
     };
-    /// Error 3045 when anybody else is present, naming the computers.
-    std::unique_ptr<Exclusive> keepOthersOut();
+    /// Error 3045 when another user is present, naming the computers.
+    std::unique_ptr<Exclusive> lockOthers();
 
 private:
     bool takeSlot();
     bool isStillThere() const;
-    bool tryKeepOthersOut();
-    void letOthersIn();
+    bool tryLockOthers();
+    void unlockOthers();
     QString othersPresent() const;
 
     QString databasePath_;

@@ -46,8 +46,7 @@ Bytes viewOf(const QByteArray &bytes)
 } // namespace
 
 LongValueWriter::LongValueWriter(PageAllocator &allocator, const LongValuePages &pages)
-    : allocator_(allocator),
-      space_(allocator, DataPage::LongValueOwner, pages.ownedPages, pages.freePages, RowSpace::SlotReuse::OwnDeletions)
+    : allocator_(allocator), space_(allocator, DataPage::LongValueOwner, pages.ownedPages, pages.freePages, [] { return true; })
 {
 }
 

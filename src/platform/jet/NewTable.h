@@ -19,7 +19,7 @@ struct NewColumn {
     int characters = 0;
     bool isAutoNumber = false;
     /// Stored with the table when it is given.
-    std::optional<bool> allowsZeroLength;
+    std::optional<bool> allowsZeroLength = std::nullopt;
 };
 
 struct NewIndex {
@@ -33,7 +33,7 @@ struct NewIndex {
 struct NewTable {
     QString name;
     std::vector<NewColumn> columns;
-    std::vector<NewIndex> indexes;
+    std::vector<NewIndex> indexes = {};
 };
 
 } // namespace jet

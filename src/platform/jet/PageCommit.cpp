@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/jet/PageCommit.h"
 
+#include "platform/basic/Permissions.h"
 #include "platform/jet/CommitBytes.h"
 #include "platform/jet/DiskFile.h"
 #include "platform/jet/Error.h"
@@ -46,7 +47,7 @@ void writeRollback(const RollbackFile &rollback, const QString &databasePath)
     QFile file(rollbackPath(databasePath));
     openForWriting(file, QIODevice::WriteOnly | QIODevice::Truncate);
     // It holds what the database holds.
-    file.setPermissions(QFile::permissions(databasePath));
+    basic::copyPermissions(databasePath, file.fileName());
     const QByteArray bytes = rollback.bytes();
     writeAt(file, 0, bytes.constData(), bytes.size());
     syncFile(file);
@@ -88,14 +89,18 @@ void commitPages(Pager &pager, int slot)
     const RollbackFile rollback = rollbackOf(pager, slot);
     QFile database(pager.path());
     openForWriting(database, QIODevice::ReadWrite | QIODevice::ExistingOnly);
+    bool isTouched = false;
     try {
         writeRollback(rollback, pager.path());
+        isTouched = true;
         writePages(rollback, database);
         removeFile(rollbackPath(pager.path()));
     } catch (const Error &) {
         // Should this fail too, the rollback file does it when the database is next opened.
         basic::runOrIgnore([&] {
-            rollback.restore(database);
+            if (isTouched) {
+                rollback.restore(database);
+            }
             QFile::remove(rollbackPath(pager.path()));
         });
         throw;

@@ -105,6 +105,13 @@ Bytes Pager::page(std::uint32_t number, std::uint8_t type) const
     return bytes;
 }
 
+void Pager::releasePages()
+{
+    if (!hasEdits()) {
+        std::for_each(chunks_.begin(), chunks_.end(), [](std::unique_ptr<Chunk> &chunk) { chunk.reset(); });
+    }
+}
+
 unsigned char *Pager::edit(std::uint32_t number)
 {
     page(number);

@@ -15,7 +15,7 @@
 namespace jet
 {
 
-/// A cheap look at a file, to learn whether somebody has changed it: every engine that writes counts up its commit bytes on the
+/// A cheap look at a file, to learn whether it has changed: every program that writes counts up its commit bytes on the
 /// first page. Clocks of file systems are coarse: two changes within 20 ms may leave one time.
 struct Stamp {
     qint64 size = -1;
@@ -51,6 +51,9 @@ public:
     Bytes page(std::uint32_t number) const;
     /// The same, and a Fault unless the page begins with that type.
     Bytes page(std::uint32_t number, std::uint8_t type) const;
+
+    /// Forgets what was read, unless something is changed. What `page` has returned is gone.
+    void releasePages();
 
     /// The bytes of a page that is to be changed.
     unsigned char *edit(std::uint32_t number);

@@ -4,6 +4,7 @@
 #include "platform/jet/CommitBytes.h"
 #include "platform/jet/DiskFile.h"
 #include "platform/jet/Header.h"
+#include "platform/jet/LockFile.h"
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -69,23 +70,26 @@ std::optional<RollbackFile> RollbackFile::read(const QByteArray &bytes)
         || hashOf(bytes.chopped(HashSize)) != bytes.last(HashSize)) {
         return std::nullopt;
     }
-    // What has the right hash was written here and is well-formed.
-    const char *in = bytes.constData() + sizeof Magic;
-    const auto number = [&] { return qFromLittleEndian<std::uint32_t>(std::exchange(in, in + 4)); };
-    const auto page = [&] { return QByteArray(std::exchange(in, in + PageBytes), PageBytes); };
+    QByteArrayView rest = QByteArrayView(bytes).sliced(sizeof Magic).chopped(HashSize);
+    const auto next = [&](qsizetype size) {
+        const QByteArrayView part = rest.first(std::min(size, rest.size()));
+        rest = rest.sliced(part.size());
+        return part.toByteArray().leftJustified(size, '\0');
+    };
+    const auto number = [&] { return qFromLittleEndian<std::uint32_t>(next(4).constData()); };
     RollbackFile file;
     file.pagesBefore = number();
     file.pagesAfter = number();
     file.slot = number();
-    for (std::uint32_t left = number(); left > 0; --left) {
+    for (std::uint32_t left = number(); left > 0 && !rest.isEmpty(); --left) {
         StoredPage stored{number(), {}, {}};
         if (stored.number < file.pagesBefore) {
-            stored.before = page();
+            stored.before = next(PageBytes);
         }
-        stored.after = page();
+        stored.after = next(PageBytes);
         file.pages.push_back(std::move(stored));
     }
-    return file;
+    return file.slot < static_cast<std::uint32_t>(LockFile::Slots) ? std::optional(file) : std::nullopt;
 }
 
 bool RollbackFile::fits(QFile &database) const

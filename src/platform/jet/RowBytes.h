@@ -21,7 +21,7 @@ public:
     }
     /// Of a column whose bit is set.
     Bytes fixed(std::size_t offset, std::size_t length) const { return body_.part(2 + offset, length); }
-    /// Of a column whose bit is set; `index` is its place among the variable columns, deleted ones counted.
+    /// Of a column whose bit is set; `index` is its index among the variable columns, deleted ones counted.
     Bytes variable(std::size_t index) const;
 
 private:

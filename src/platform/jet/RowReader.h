@@ -18,7 +18,7 @@ namespace jet
 class RowBytes;
 
 /// The bytes of a row at its position, followed to where it has moved; nothing when the row is deleted, or is itself the new
-/// place of another.
+/// location of another.
 std::optional<Bytes> findRow(const Pager &pager, std::uint32_t owner, RowPosition position);
 
 /// Calls `take(RowPosition, Bytes)` for every row on these pages in the order of the pages.

@@ -14,13 +14,14 @@ namespace jet
 namespace
 {
 
-/// A page that has left the map of pages with room comes back once it has this many bytes free.
-constexpr std::size_t RoomAgain = 512;
+/// A page that has left the map of pages with free space comes back once it has this many bytes free.
+constexpr std::size_t FreeAgain = 512;
 
 } // namespace
 
-RowSpace::RowSpace(PageAllocator &allocator, std::uint32_t owner, RowPosition ownedPages, RowPosition freePages, SlotReuse reuse)
-    : allocator_(allocator), owner_(owner), ownedMap_(ownedPages), freeMap_(freePages), reuse_(reuse),
+RowSpace::RowSpace(PageAllocator &allocator, std::uint32_t owner, RowPosition ownedPages, RowPosition freePages,
+                   std::function<bool()> mayReuseSlots)
+    : allocator_(allocator), owner_(owner), ownedMap_(ownedPages), freeMap_(freePages), mayReuseSlots_(std::move(mayReuseSlots)),
       freePages_(pagesInMap(allocator.pager(), freePages))
 {
 }
@@ -34,7 +35,7 @@ RowPosition RowSpace::add(Bytes row, std::uint16_t flags)
         removeFromMap(allocator_, freeMap_, freePages_.back());
         freePages_.pop_back();
     }
-    const std::uint32_t page = allocator_.take();
+    const std::uint32_t page = allocator_.allocate();
     DataPageEditor::format(allocator_.pager(), page, owner_);
     addToMap(allocator_, ownedMap_, page);
     addToMap(allocator_, freeMap_, page);
@@ -54,22 +55,18 @@ std::optional<RowPosition> RowSpace::addOn(std::uint32_t page, Bytes row, std::u
     }
     // Later slots are filled first, so that rows are found in the order of their making where that is possible.
     const std::optional<std::uint32_t> slot = reusableSlot(page, row.size());
-    if (!slot) {
+    if (!slot || !mayReuseSlots_()) {
         return std::nullopt;
     }
     editor.set(*slot, row, flags);
-    const RowPosition position{page, static_cast<std::uint8_t>(*slot)};
-    ownDeletions_.erase(position);
-    return position;
+    return RowPosition{page, static_cast<std::uint8_t>(*slot)};
 }
 
 std::optional<std::uint32_t> RowSpace::reusableSlot(std::uint32_t number, std::size_t length) const
 {
     const DataPage page(allocator_.pager().page(number, PageType::Data));
     for (std::uint32_t slot = 0; slot < page.slotCount(); ++slot) {
-        const RowPosition position{number, static_cast<std::uint8_t>(slot)};
-        if (page.isDeleted(slot) && page.unusedBytes() + page.bytes(slot).size() >= length
-            && (reuse_ == SlotReuse::All || ownDeletions_.count(position) != 0)) {
+        if (page.isDeleted(slot) && page.unusedBytes() + page.bytes(slot).size() >= length) {
             return slot;
         }
     }
@@ -84,7 +81,7 @@ bool RowSpace::set(RowPosition position, Bytes row, std::uint16_t flags)
     }
     editor.set(position.slot, row, flags);
     const bool isListed = std::find(freePages_.begin(), freePages_.end(), position.page) != freePages_.end();
-    if (!isListed && editor.page().unusedBytes() >= RoomAgain) {
+    if (!isListed && editor.page().unusedBytes() >= FreeAgain) {
         addToMap(allocator_, freeMap_, position.page);
         // Before the page that is being filled.
         freePages_.insert(freePages_.begin(), position.page);
@@ -95,7 +92,6 @@ bool RowSpace::set(RowPosition position, Bytes row, std::uint16_t flags)
 void RowSpace::remove(RowPosition position)
 {
     set(position, {}, SlotFlag::Deleted);
-    ownDeletions_.insert(position);
 }
 
 } // namespace jet

@@ -4,8 +4,8 @@
 #include "platform/jet/Bytes.h"
 #include "platform/jet/Value.h"
 
+#include <functional>
 #include <optional>
-#include <set>
 #include <vector>
 
 namespace jet
@@ -17,15 +17,14 @@ class PageAllocator;
 class RowSpace
 {
 public:
-    /// Whether the slots of rows that were deleted before the file was opened may be used again: not while entries of an index
-    /// might point at them.
-    enum class SlotReuse { OwnDeletions, All };
-
-    RowSpace(PageAllocator &allocator, std::uint32_t owner, RowPosition ownedPages, RowPosition freePages, SlotReuse reuse);
+    /// `mayReuseSlots` is asked before the slot of a deleted row is used again, which must not happen while an entry of an index
+    /// might point at it.
+    RowSpace(PageAllocator &allocator, std::uint32_t owner, RowPosition ownedPages, RowPosition freePages,
+             std::function<bool()> mayReuseSlots);
 
     /// A row at a new position.
     RowPosition add(Bytes row, std::uint16_t flags);
-    /// Changes the row at a position; false when its page has no room for it.
+    /// Changes the row at a position; false when its page is too full for it.
     bool set(RowPosition position, Bytes row, std::uint16_t flags);
     void remove(RowPosition position);
 
@@ -37,10 +36,9 @@ private:
     std::uint32_t owner_;
     RowPosition ownedMap_;
     RowPosition freeMap_;
-    SlotReuse reuse_;
-    /// Pages with room by the map, the one to fill last.
+    std::function<bool()> mayReuseSlots_;
+    /// Pages with free space by the map, the one to fill last.
     std::vector<std::uint32_t> freePages_;
-    std::set<RowPosition> ownDeletions_;
 };
 
 } // namespace jet

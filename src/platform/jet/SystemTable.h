@@ -15,7 +15,7 @@ namespace jet
 /// Page of the definition of MSysACEs, the rights on objects.
 constexpr std::uint32_t RightsPage = 3;
 
-/// One of the engine's own tables, its rows read and added by the names of its columns.
+/// One of the system tables, its rows read and added by the names of its columns.
 class SystemTable
 {
 public:

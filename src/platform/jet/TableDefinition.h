@@ -42,7 +42,7 @@ struct ColumnDefinition {
     bool isFixed = false;
     /// Of a fixed column: where it begins behind the count of columns.
     std::uint16_t fixedOffset = 0;
-    /// Of a variable column: its place among them, deleted ones counted.
+    /// Of a variable column: its index among them, deleted ones counted.
     std::uint16_t variableIndex = 0;
     /// Bytes at most; 0 for Boolean, Memo and OLE.
     std::uint16_t length = 0;
@@ -64,7 +64,7 @@ struct ColumnDefinition {
 };
 
 struct IndexColumn {
-    /// Place in TableDefinition::columns.
+    /// Index in TableDefinition::columns.
     std::size_t column = 0;
     bool isAscending = true;
 };
@@ -82,7 +82,7 @@ struct IndexDefinition {
     bool isRequired = false;
     /// It serves a relation to another table alone.
     bool isRelation = false;
-    /// Place among the table's trees.
+    /// Index among the table's trees.
     std::uint32_t number = 0;
     std::uint32_t rootPage = 0;
     RowPosition ownedPages;

@@ -135,7 +135,7 @@ void makePages(PageAllocator &allocator, TableDefinition &table)
     std::vector<std::uint32_t> mapped{0, 0};
     for (IndexDefinition &index : table.indexes) {
         index.number = static_cast<std::uint32_t>(&index - table.indexes.data());
-        index.rootPage = allocator.take();
+        index.rootPage = allocator.allocate();
         IndexTree::format(allocator, index.rootPage, table.page);
         mapped.push_back(index.rootPage);
     }
@@ -170,7 +170,7 @@ void createTable(DatabaseState &state, const NewTable &table)
     TableDefinition definition = definitionOf(table);
     SystemTable objects(state.allocator, QStringLiteral("MSysObjects"), CataloguePage);
     SystemTable rights(state.allocator, QStringLiteral("MSysACEs"), RightsPage);
-    definition.page = state.allocator.take();
+    definition.page = state.allocator.allocate();
     makePages(state.allocator, definition);
 
     const auto id = static_cast<std::int32_t>(definition.page);
@@ -194,7 +194,7 @@ void createTable(DatabaseState &state, const NewTable &table)
     objects.insert(row);
     objects.flush();
 
-    // Whoever has rights on tables in general has every right on this one.
+    // Holders of inheritable rights on tables have every right on the new one.
     std::vector<Value> holders;
     rights.forEach([&](const SystemTable::Cells &cells) {
         if (cells.value(QStringLiteral("ObjectId")) == Value(static_cast<std::int32_t>(CatalogueId::Tables))

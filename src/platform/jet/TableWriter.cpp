@@ -5,6 +5,7 @@
 #include "platform/jet/ColumnSize.h"
 #include "platform/jet/DataPageEditor.h"
 #include "platform/jet/Error.h"
+#include "platform/jet/IndexCheck.h"
 #include "platform/jet/Pager.h"
 #include "platform/jet/RowBytes.h"
 #include "platform/jet/RowEditor.h"
@@ -65,13 +66,30 @@ void requireWritable(const TableDefinition &table, bool isCatalogue)
 
 TableWriter::TableWriter(PageAllocator &allocator, TableDefinition &table, bool isCatalogue)
     : allocator_(allocator), table_(table),
-      space_(allocator, table.page, table.ownedPages, table.freePages,
-             table.indexes.empty() ? RowSpace::SlotReuse::All : RowSpace::SlotReuse::OwnDeletions)
+      space_(allocator, table.page, table.ownedPages, table.freePages, [this] { return mayReuseSlots(); })
 {
     requireWritable(table, isCatalogue);
     for (const IndexDefinition &index : table.indexes) {
         trees_.emplace_back(allocator, table.page, index.rootPage, index.ownedPages);
     }
+}
+
+/// Whether no entry of an index points at a deleted row; looked for once in each opening of the file.
+bool TableWriter::mayReuseSlots()
+{
+    std::optional<bool> &known = allocator_.reusableSlots(table_.page);
+    if (!known) {
+        known = true;
+        for (std::size_t i = 0; i < trees_.size() && *known; ++i) {
+            trees_[i].flush();
+            const IndexWalk walk =
+                walkIndex(allocator_.pager(), table_, table_.indexes[i], [&](const QString &) { known = false; });
+            known = *known && std::all_of(walk.entries.begin(), walk.entries.end(), [&](const std::string &entry) {
+                return findRow(allocator_.pager(), table_.page, rowOf(entry)).has_value();
+            });
+        }
+    }
+    return *known;
 }
 
 Inserted TableWriter::insert(const std::vector<Value> &values)
@@ -256,8 +274,8 @@ std::optional<TableWriter::Location> TableWriter::locate(RowPosition position) c
     const DataPage page(allocator_.pager().page(position.page, PageType::Data));
     if (page.isPointer(position.slot)) {
         const std::uint32_t pointer = page.bytes(position.slot).longAt(0);
-        location.home = RowPosition{pointer >> 8, static_cast<std::uint8_t>(pointer)};
-        if (DataPage(allocator_.pager().page(location.home->page)).isPointer(location.home->slot)) {
+        location.movedTo = RowPosition{pointer >> 8, static_cast<std::uint8_t>(pointer)};
+        if (DataPage(allocator_.pager().page(location.movedTo->page)).isPointer(location.movedTo->slot)) {
             throw Fault(QStringLiteral("the row has moved more than once"));
         }
     }
@@ -286,21 +304,21 @@ bool TableWriter::update(RowPosition position, const Changes &changes)
     return true;
 }
 
-/// Puts the changed row where it was; where that page has no room, elsewhere, and a pointer in its place.
+/// Puts the changed row where it was; on another page if that one is too full, leaving a pointer.
 void TableWriter::move(const Location &from, const QByteArray &row)
 {
-    if (from.home ? space_.set(*from.home, viewOf(row), SlotFlag::Moved)
-                  : space_.set(from.position, viewOf(row), SlotFlag::Plain)) {
+    if (from.movedTo ? space_.set(*from.movedTo, viewOf(row), SlotFlag::Moved)
+                     : space_.set(from.position, viewOf(row), SlotFlag::Plain)) {
         return;
     }
-    const RowPosition home = space_.add(viewOf(row), SlotFlag::Moved);
+    const RowPosition movedTo = space_.add(viewOf(row), SlotFlag::Moved);
     QByteArray pointer(4, '\0');
-    qToLittleEndian(home.page << 8 | home.slot, pointer.data());
-    if (from.home) {
-        space_.remove(*from.home);
+    qToLittleEndian(movedTo.page << 8 | movedTo.slot, pointer.data());
+    if (from.movedTo) {
+        space_.remove(*from.movedTo);
     }
     if (!space_.set(from.position, viewOf(pointer), SlotFlag::Pointer)) {
-        throw Fault(QStringLiteral("page %1 has no room for a pointer").arg(from.position.page));
+        throw Fault(QStringLiteral("page %1 is too full for a pointer").arg(from.position.page));
     }
 }
 
@@ -315,8 +333,8 @@ bool TableWriter::remove(RowPosition position)
         removeLongValue(column, longCell(location->bytes, column));
     }
     reindex(position, &values, nullptr);
-    if (location->home) {
-        space_.remove(*location->home);
+    if (location->movedTo) {
+        space_.remove(*location->movedTo);
     }
     space_.remove(position);
     --table_.rowCount;

@@ -30,8 +30,11 @@ struct Inserted {
 class TableWriter
 {
 public:
-    /// Error 3027 for a table that cannot be kept true, naming why. `isCatalogue` lets the names of the catalogue be indexed.
+    /// Error 3027 for a table that cannot be kept consistent, naming why. `isCatalogue` lets the names of the catalogue be
+    /// indexed.
     TableWriter(PageAllocator &allocator, TableDefinition &table, bool isCatalogue);
+    TableWriter(const TableWriter &) = delete;
+    TableWriter &operator=(const TableWriter &) = delete;
 
     /// Values in the order of the columns. Errors 3022 duplicate key, 3058 null in a key, 3047 row too long; then nothing has
     /// changed.
@@ -45,13 +48,14 @@ public:
     void flush();
 
 private:
-    /// Where a row is: its position, and the place that it has moved to.
+    /// Where a row is: its position, and its new location if it has moved.
     struct Location {
         RowPosition position;
-        std::optional<RowPosition> home;
+        std::optional<RowPosition> movedTo;
         Bytes bytes;
     };
 
+    bool mayReuseSlots();
     std::optional<Location> locate(RowPosition position) const;
     void move(const Location &from, const QByteArray &row);
     std::vector<Value> indexedValues(Bytes row) const;

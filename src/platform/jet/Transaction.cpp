@@ -14,7 +14,7 @@ namespace jet
 class Transaction::Work
 {
 private:
-    /// After damage has been met halfway through a change, there is no telling what is in the pages.
+    /// After damage has been met halfway through a change, the pages may be inconsistent.
     template <typename Body> auto guarded(const QString &table, Body &&body)
     {
         if (isBroken_) {
@@ -29,8 +29,9 @@ private:
     }
 
 public:
-    explicit Work(Database &database) : state_(*database.state_), lock_(requireLock(database)), others_(lock_.keepOthersOut())
+    explicit Work(Database &database) : state_(*database.state_), lock_(requireLock(database)), others_(lock_.lockOthers())
     {
+        rollBack(state_.pager.path());
         if (stampOf(state_.pager.path()) != state_.stamp) {
             throw Error(ErrorNumber::ChangedMeanwhile,
                         QStringLiteral("%1 was changed by another program. Try again.").arg(state_.pager.path()));
@@ -62,7 +63,7 @@ public:
     }
 
     /// For changes of definitions: before them the rows are put back, after them everything is read anew.
-    template <typename Body> void makeOver(const QString &table, Body &&body)
+    template <typename Body> void changeDefinition(const QString &table, Body &&body)
     {
         guarded(table, [&] {
             flush();
@@ -146,12 +147,12 @@ std::optional<RowPosition> Transaction::findByKey(const QString &table, const st
 
 void Transaction::createTable(const NewTable &table)
 {
-    work_->makeOver(table.name, [&](DatabaseState &state) { jet::createTable(state, table); });
+    work_->changeDefinition(table.name, [&](DatabaseState &state) { jet::createTable(state, table); });
 }
 
 void Transaction::addBooleanColumn(const QString &table, const QString &column)
 {
-    work_->makeOver(table, [&](DatabaseState &state) { jet::addBooleanColumn(state, table, column); });
+    work_->changeDefinition(table, [&](DatabaseState &state) { jet::addBooleanColumn(state, table, column); });
 }
 
 void Transaction::commit()

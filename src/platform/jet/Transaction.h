@@ -10,7 +10,7 @@
 namespace jet
 {
 
-/// Changes of a file that come about together or not at all. While it lives nobody else can open the file for sharing. Without
+/// Changes of a file that are made together or not at all. While it lives no other program can open the file for sharing. Without
 /// `commit` nothing is changed. An error of a value or a key leaves the transaction as it was before the call; after an error
 /// that names damage (3049) it can only be given up. One at a time for each Database.
 class Transaction

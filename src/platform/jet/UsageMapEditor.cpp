@@ -115,7 +115,7 @@ private:
     std::uint32_t makeMapPage(std::size_t pointerOffset)
     {
         // The page of the map of free pages cannot be taken by way of that map.
-        const std::uint32_t mapPage = holdsFreePages() ? allocator_.pager().append() : allocator_.take();
+        const std::uint32_t mapPage = holdsFreePages() ? allocator_.pager().append() : allocator_.allocate();
         unsigned char *const bytes = allocator_.pager().edit(mapPage);
         std::fill_n(bytes, PageSize, std::uint8_t{holdsFreePages() ? std::uint8_t{0xFF} : std::uint8_t{0}});
         bytes[0] = PageType::UsageMap;
@@ -134,7 +134,7 @@ private:
 
 } // namespace
 
-std::uint32_t PageAllocator::take()
+std::uint32_t PageAllocator::allocate()
 {
     std::uint32_t page = 0;
     if (free_.empty()) {
@@ -148,7 +148,7 @@ std::uint32_t PageAllocator::take()
     return page;
 }
 
-void PageAllocator::giveBack(std::uint32_t page)
+void PageAllocator::release(std::uint32_t page)
 {
     Map(*this, FreePages).set(page, true);
     free_.push_back(page);

@@ -4,6 +4,8 @@
 #include "platform/jet/Value.h"
 
 #include <cstdint>
+#include <map>
+#include <optional>
 #include <vector>
 
 namespace jet
@@ -20,8 +22,11 @@ public:
 
     Pager &pager() { return pager_; }
     /// A page of zeros, taken out of the map of free pages.
-    std::uint32_t take();
-    void giveBack(std::uint32_t page);
+    std::uint32_t allocate();
+    void release(std::uint32_t page);
+    /// Whether the slots of deleted rows of a table may be used again, by the page of its definition; nothing before that is
+    /// known.
+    std::optional<bool> &reusableSlots(std::uint32_t definitionPage) { return reusableSlots_[definitionPage]; }
     /// What was given back in a change that did not come about stays in use.
     void revert();
     void accept();
@@ -31,6 +36,7 @@ private:
     std::vector<std::uint32_t> free_;
     /// As of the last change that came about.
     std::vector<std::uint32_t> acceptedFree_;
+    std::map<std::uint32_t, std::optional<bool>> reusableSlots_;
 };
 
 /// Sets or clears the bit of a page in a map. A map that becomes too large for its row gets pages of its own.

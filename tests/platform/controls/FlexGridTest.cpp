@@ -158,6 +158,9 @@ void FlexGridTest::twipsBecomePixels()
     grid.setColWidth(6, 100);
     QCOMPARE(grid.ColWidth(6), 100);
     QTRY_COMPARE(grid.cellRect(1, 6).right(), grid.viewport()->width() - 1);
+    // Too wide a column gives way, but stays legible.
+    grid.setColWidth(6, 4000);
+    QTRY_COMPARE(grid.cellRect(2, 6).width(), 80);
 }
 
 void FlexGridTest::hiddenRowsPreserveTheirNumber()

@@ -56,6 +56,9 @@ void PageSetupTest::pageIsUnderstood()
     page.setTopMargin(54);
     page.setBottomMargin(90);
     page.setFitToPagesWide(1);
+    sheet.addPageBreak(5);
+    sheet.addPageBreak(5);
+    sheet.addPageBreak(40);
     // One that nobody set up, beside it.
     book.Worksheets().Add(sheet).Range("A1", "A1").setValue("y");
     book.SaveAs(folder_.filePath("page.xls"));
@@ -64,10 +67,10 @@ void PageSetupTest::pageIsUnderstood()
     again.Workbooks().Open(folder_.filePath("page.xls")).SaveAs(folder_.filePath("again.xls"));
     for (const QString name : {"page.xls", "again.xls"}) {
         compareLines(understood(name),
-                     {"sheet Sheet1", "paper 9 landscape", "margins 0.49 0.50 0.75 1.25", "fit 1 0", "titles $A:$A $1:$7",
-                      "head [Date &D Time &T] [Môreson en Seun] [Page #&P Of &N Pages]", "head [None] [below] [None]",
-                      "sheet Sheet2", "paper 9 portrait", "margins 0.70 0.70 0.75 0.75", "scale 100", "titles None None",
-                      "head [None] [None] [None]", "head [None] [None] [None]"});
+                     {"sheet Sheet1", "paper 9 landscape", "margins 0.49 0.50 0.75 1.25", "breaks 4 39", "fit 1 0",
+                      "titles $A:$A $1:$7", "head [Date &D Time &T] [Môreson en Seun] [Page #&P Of &N Pages]",
+                      "head [None] [below] [None]", "sheet Sheet2", "paper 9 portrait", "margins 0.70 0.70 0.75 0.75", "breaks ",
+                      "scale 100", "titles None None", "head [None] [None] [None]", "head [None] [None] [None]"});
     }
 }
 

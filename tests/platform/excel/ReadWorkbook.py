@@ -107,6 +107,7 @@ def read_page(path):
         yield f"sheet {sheet.title}"
         yield f"paper {page.paperSize} {page.orientation}"
         yield "margins " + " ".join(f"{margin:.2f}" for margin in (margins.left, margins.right, margins.top, margins.bottom))
+        yield "breaks " + " ".join(str(one.id) for one in sheet.row_breaks.brk)
         yield f"fit {page.fitToWidth} {page.fitToHeight}" if sheet.sheet_properties.pageSetUpPr.fitToPage else f"scale {page.scale}"
         yield f"titles {sheet.print_title_cols} {sheet.print_title_rows}"
         for part in (sheet.oddHeader, sheet.oddFooter):

@@ -109,22 +109,22 @@ private Q_SLOTS:
     {
         QVERIFY(errorOf(ErrorNumber::FileNotFound, [&] { Database::open(path_ + "x", ""); }).contains(path_ + "x"));
         QVERIFY(errorOf(ErrorNumber::FileNotFound, [&] { Database::open(folder_.path(), ""); }).contains("no file"));
-        const QByteArray sound = judges::fixture("ZN4_Spray.mdb");
+        const QByteArray valid = judges::fixture("ZN4_Spray.mdb");
         const auto errorWith = [&](ErrorNumber number, const QByteArray &file, const QString &password = judges::Password) {
             put(file);
             return errorOf(number, [&] { Database::open(path_, password); });
         };
-        QCOMPARE(errorWith(ErrorNumber::NotAValidPassword, sound, "Krelpon"), QString("Not a valid password for %1.").arg(path_));
-        QVERIFY(errorWith(ErrorNumber::NotAValidPassword, sound, "").contains("password"));
+        QCOMPARE(errorWith(ErrorNumber::NotAValidPassword, valid, "Krelpon"), QString("Not a valid password for %1.").arg(path_));
+        QVERIFY(errorWith(ErrorNumber::NotAValidPassword, valid, "").contains("password"));
         QVERIFY(errorWith(ErrorNumber::UnrecognizedFormat, {}).contains("no Jet database"));
         QVERIFY(errorWith(ErrorNumber::UnrecognizedFormat, QByteArray(8192, 'x')).contains("no Jet database"));
-        QByteArray other = sound;
+        QByteArray other = valid;
         other[0x14] = 0;
         QVERIFY(errorWith(ErrorNumber::UnrecognizedFormat, other).contains("Jet 3"));
         other[0x14] = 2;
         QVERIFY(errorWith(ErrorNumber::UnrecognizedFormat, other).contains("after Jet 4"));
-        QVERIFY(errorWith(ErrorNumber::Damaged, sound.left(sound.size() - 100)).contains("length"));
-        QVERIFY(errorWith(ErrorNumber::Damaged, sound.left(2 * bytes::PageSize)).contains("length"));
+        QVERIFY(errorWith(ErrorNumber::Damaged, valid.left(valid.size() - 100)).contains("length"));
+        QVERIFY(errorWith(ErrorNumber::Damaged, valid.left(2 * bytes::PageSize)).contains("length"));
     }
 
     void aFileWithoutPasswordAsksForNone()
@@ -153,37 +153,38 @@ private Q_SLOTS:
             bytes::setNumber<quint16>(file, data, bytes::slotOffset(slot), static_cast<quint16>(value));
         };
         // Rows 1 and 3 have outgrown the page: they are on a page of their own, a pointer in their place.
-        QByteArray home(bytes::PageSize, '\0');
-        home[0] = 1;
-        qToLittleEndian<quint32>(static_cast<quint32>(definition), home.data() + 4);
-        qToLittleEndian<quint16>(2, home.data() + 12);
+        QByteArray target(bytes::PageSize, '\0');
+        target[0] = 1;
+        qToLittleEndian<quint32>(static_cast<quint32>(definition), target.data() + 4);
+        qToLittleEndian<quint16>(2, target.data() + 12);
         const auto newPage = static_cast<quint32>(file.size() / bytes::PageSize);
         int end = bytes::PageSize;
         for (const int slot : {1, 3}) {
             const int length = entry(slot - 1) - entry(slot);
             const QByteArray row = file.mid(data * bytes::PageSize + entry(slot), length);
             end -= length;
-            home.replace(end, length, row);
-            qToLittleEndian<quint16>(static_cast<quint16>(end | 0x8000), home.data() + bytes::slotOffset(slot / 2));
+            target.replace(end, length, row);
+            qToLittleEndian<quint16>(static_cast<quint16>(end | 0x8000), target.data() + bytes::slotOffset(slot / 2));
             bytes::setNumber<quint32>(file, data, entry(slot), newPage << 8 | static_cast<quint32>(slot / 2));
         }
         setEntry(1, entry(1) | 0x4000);
         // Row 3 was deleted after it moved: its bytes are still on the other page.
         setEntry(3, entry(3) | 0xC000);
         bytes::setNumber<quint32>(file, definition, 16, 9);
-        const QByteArray sound = file + home;
-        put(sound);
+        const QByteArray valid = file + target;
+        put(valid);
         QCOMPARE(keysOf(*Database::open(path_, judges::Password), "tblBlockPlant").join(' '),
                  QString("10 12 13 15 17 18 19 21 22"));
         // Deleted where it has moved to, its pointer left behind.
-        file = sound;
+        file = valid;
         bytes::setNumber<quint32>(file, definition, 16, 8);
-        const int homePage = static_cast<int>(newPage);
-        bytes::setNumber<quint16>(file, homePage, 14, static_cast<quint16>(bytes::number<quint16>(file, homePage, 14) | 0x4000));
+        const int targetPage = static_cast<int>(newPage);
+        bytes::setNumber<quint16>(file, targetPage, 14,
+                                  static_cast<quint16>(bytes::number<quint16>(file, targetPage, 14) | 0x4000));
         put(file);
         QCOMPARE(keysOf(*Database::open(path_, judges::Password), "tblBlockPlant").join(' '), QString("10 13 15 17 18 19 21 22"));
         // A pointer to itself.
-        file = sound;
+        file = valid;
         bytes::setNumber<quint32>(file, data, entry(1) & 0x1FFF, static_cast<quint32>(data) << 8 | 1);
         put(file);
         const auto database = Database::open(path_, judges::Password);

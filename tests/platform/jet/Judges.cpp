@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Judges.h"
 
+#include "platform/jet/Check.h"
+
 #include <QDateTime>
 #include <QFile>
 #include <QJsonArray>
@@ -41,7 +43,7 @@ QString exportText(const Value &value)
         QString operator()(bool flag) const { return flag ? "1" : "0"; }
         QString operator()(std::int32_t number) const { return QString::number(number); }
         QString operator()(float number) const { return digits("%.8g", static_cast<double>(number)); }
-        QString operator()(double number) const { return digits("%.15g", number); }
+        QString operator()(double number) const { return digits("%.16g", number); }
         QString operator()(jet::Currency money) const
         {
             return QString::asprintf("%s%lld.%04lld", money.units < 0 ? "-" : "",
@@ -50,11 +52,15 @@ QString exportText(const Value &value)
         }
         QString operator()(jet::Date date) const
         {
+            if (date.days < 0) {
+                // What mdb-export makes of every date before its first.
+                return "1900-01-00 00:00:00";
+            }
             const auto seconds = static_cast<qint64>(std::llround(static_cast<double>(millisecondsOf(date)) / 1000.0));
             return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC).toString("yyyy-MM-dd HH:mm:ss");
         }
         QString operator()(const QString &text) const { return text.isEmpty() ? QString(Null) : text; }
-        QString operator()(const QByteArray &bytes) const { return bytes.isEmpty() ? QString(Null) : QString(bytes.toHex()); }
+        QString operator()(const QByteArray &bytes) const { return QString(bytes.toHex()); }
     };
     return std::visit(Text{}, value);
 }
@@ -69,14 +75,18 @@ QString readerText(const Value &value)
         QString operator()(float number) const { return bits(static_cast<double>(number)); }
         QString operator()(double number) const { return bits(number); }
         QString operator()(jet::Currency money) const { return exportText(money); }
-        QString operator()(jet::Date date) const { return QString::number(millisecondsOf(date)); }
-        QString operator()(const QString &text) const { return text; }
+        QString operator()(jet::Date date) const
+        {
+            // Before the first day it lets the time of day count backwards.
+            return QString::number(date.days < 0 ? std::llround((date.days - 25569.0) * 86400000.0) : millisecondsOf(date));
+        }
+        QString operator()(const QString &text) const { return text.startsWith(QChar(0xFEFF)) ? text.mid(1) : text; }
         QString operator()(const QByteArray &bytes) const { return QString(bytes.toHex()); }
     };
     return std::visit(Text{}, value);
 }
 
-template <typename Text> QStringList rowsOf(const jet::Database &database, const QString &table, Text text)
+template <typename Text> QStringList rowsOf(const jet::Database &database, const QString &table, qsizetype columns, Text text)
 {
     QStringList rows;
     database.readRows(table, [&](const jet::Row &row) {
@@ -84,7 +94,7 @@ template <typename Text> QStringList rowsOf(const jet::Database &database, const
         for (const Value &value : row.values) {
             cells.append(text(value));
         }
-        rows.append(cells.join(ColumnEnd));
+        rows.append(cells.mid(0, columns).join(ColumnEnd));
     });
     rows.sort();
     return rows;
@@ -96,11 +106,17 @@ QString firstDifference(const QString &judge, const QString &table, const QStrin
         return {};
     }
     const auto [our, their] = std::mismatch(ours.begin(), ours.end(), theirs.begin(), theirs.end());
-    return QString("%1, %2: %3 rows and %4, first difference \"%5\" and \"%6\"\n")
+    const QString ourRow = our == ours.end() ? QString() : *our;
+    const QString theirRow = their == theirs.end() ? QString() : *their;
+    const auto at = std::mismatch(ourRow.begin(), ourRow.end(), theirRow.begin(), theirRow.end()).first - ourRow.begin();
+    const auto near = [&](const QString &row) { return row.mid(std::max<qsizetype>(at - 20, 0), 60); };
+    return QString("%1, %2: %3 rows and %4, row %5 differs at %6: \"%7\" and \"%8\"\n")
         .arg(judge, table)
         .arg(ours.size())
         .arg(theirs.size())
-        .arg(our == ours.end() ? "" : *our, their == theirs.end() ? "" : *their);
+        .arg(our - ours.begin())
+        .arg(at)
+        .arg(near(ourRow), near(theirRow));
 }
 
 } // namespace
@@ -143,10 +159,10 @@ QStringList byMdbExport(const QString &path, const QString &table)
 
 QStringList likeMdbExport(const jet::Database &database, const QString &table)
 {
-    return rowsOf(database, table, exportText);
+    return rowsOf(database, table, judges::AllColumns, exportText);
 }
 
-std::optional<QMap<QString, QStringList>> byMdbReader(const QString &path)
+std::optional<QMap<QString, QStringList>> byMdbReader(const QString &path, qsizetype columns)
 {
     QProcess process;
     process.start("node", {JUDGE_SCRIPT, path, Password});
@@ -162,7 +178,7 @@ std::optional<QMap<QString, QStringList>> byMdbReader(const QString &path)
             for (const QJsonValue cell : row.toArray()) {
                 cells.append(cell.toString());
             }
-            rows.append(cells.join(ColumnEnd));
+            rows.append(cells.mid(0, columns).join(ColumnEnd));
         }
         rows.sort();
         if (!table.isEmpty()) {
@@ -175,23 +191,34 @@ std::optional<QMap<QString, QStringList>> byMdbReader(const QString &path)
     return tables;
 }
 
-QStringList likeMdbReader(const jet::Database &database, const QString &table)
+QStringList likeMdbReader(const jet::Database &database, const QString &table, qsizetype columns)
 {
-    return rowsOf(database, table, readerText);
+    return rowsOf(database, table, columns, readerText);
 }
 
-QString disagreement(const QString &path)
+QString disagreement(const QString &path, qsizetype readerColumns)
 {
     const auto database = jet::Database::open(path, Password);
-    const auto reader = byMdbReader(path);
+    const auto reader = byMdbReader(path, readerColumns);
     QString differences;
     for (const QString &table : database->tableNames()) {
         differences += firstDifference("mdb-export", table, likeMdbExport(*database, table), byMdbExport(path, table));
         if (reader) {
-            differences += firstDifference("mdb-reader", table, likeMdbReader(*database, table), reader->value(table));
+            differences +=
+                firstDifference("mdb-reader", table, likeMdbReader(*database, table, readerColumns), reader->value(table));
         }
     }
     return differences;
+}
+
+QString faults(const QString &path)
+{
+    return jet::check(path, Password).faults.join('\n');
+}
+
+QString complaints(const QString &path)
+{
+    return faults(path) + disagreement(path);
 }
 
 } // namespace judges

@@ -22,11 +22,17 @@ void write(const QString &path, const QByteArray &bytes);
 QStringList byMdbExport(const QString &path, const QString &table);
 QStringList likeMdbExport(const jet::Database &database, const QString &table);
 
-/// The same by table for mdb-reader; nothing where it is not installed.
-std::optional<QMap<QString, QStringList>> byMdbReader(const QString &path);
-QStringList likeMdbReader(const jet::Database &database, const QString &table);
+/// The same by table for mdb-reader, the first columns of each row alone; nothing where it is not installed. It takes a Boolean
+/// that a row is too old for from the bytes behind the row.
+constexpr qsizetype AllColumns = 1000;
+std::optional<QMap<QString, QStringList>> byMdbReader(const QString &path, qsizetype columns = AllColumns);
+QStringList likeMdbReader(const jet::Database &database, const QString &table, qsizetype columns = AllColumns);
 
 /// What the readers say differently, for every table of the file; empty when they agree.
-QString disagreement(const QString &path);
+QString disagreement(const QString &path, qsizetype readerColumns = AllColumns);
+/// What the page walker finds.
+QString faults(const QString &path);
+/// Both.
+QString complaints(const QString &path);
 
 } // namespace judges
