@@ -1,10 +1,6 @@
 # Sourced by ./run and ./test: installs the Debian packages that are missing.
 
-<<<<<<< HEAD
-buildPackages="g++ cmake ninja-build mold ccache pkg-config qt6-base-dev qt6-svg-dev libsqlite3-dev libxlsxwriter-dev libminizip-dev libgsf-1-dev mdbtools-dev"
-=======
-buildPackages="g++ cmake ninja-build mold ccache pkg-config qt6-base-dev qt6-svg-dev libsqlite3-dev libxlsxwriter-dev libgsf-1-dev"
->>>>>>> main
+buildPackages="g++ cmake ninja-build mold ccache pkg-config qt6-base-dev qt6-svg-dev libsqlite3-dev libxlsxwriter-dev libminizip-dev libgsf-1-dev"
 runPackages="libqt6svg6 fonts-noto-core xvfb xauth x11-utils"
 testPackages="$runPackages python3 python3-xlrd python3-openpyxl libreoffice-calc-nogui mdbtools libbenchmark-dev clang-format locales-all"
 

@@ -3,11 +3,11 @@
 
 #include "Output.h"
 #include "Progress.h"
-#include "Staging.h"
 
 #include "platform/basic/RunTimeError.h"
 #include "platform/basic/TextFiles.h"
 #include "platform/dao/CommitScope.h"
+#include "store/Staging.h"
 
 #include <QDir>
 #include <QLocale>
