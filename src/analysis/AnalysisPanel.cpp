@@ -11,6 +11,8 @@
 #include <QEvent>
 #include <QFocusEvent>
 
+#include <algorithm>
+
 using controls::ItemCombo;
 
 namespace
@@ -75,13 +77,23 @@ void AnalysisPanel::setKind(const AnalysisKind &kind)
     ui_.Label4->setText(kind.fourthCaption.toString());
     ui_.fourthEntry->setVisible(!kind.seasons.empty());
     fillList(*ui_.cmbSeason, kind.seasons);
+    boxStep_ = kind.boxStep / controls::TwipsPerPixel;
     const auto all = boxes();
     for (std::size_t i = 0; i < all.size(); ++i) {
         const bool used = i < kind.values.size();
         all[i].label->setText(used ? kind.values[i].label.toString() : QString());
         all[i].cell->setVisible(used);
-        all[i].cell->setMinimumWidth(MinBoxWidth);
-        all[i].cell->setMaximumWidth(kind.boxStep / controls::TwipsPerPixel);
+    }
+}
+
+void AnalysisPanel::fitBoxes(int width)
+{
+    const auto all = boxes();
+    const auto used = std::count_if(all.begin(), all.end(), [](const Box &box) { return !box.cell->isHidden(); });
+    const int step =
+        used == 0 ? boxStep_ : std::clamp(width / static_cast<int>(used), MinBoxWidth, std::max(MinBoxWidth, boxStep_));
+    for (const Box &box : all) {
+        box.cell->setMinimumWidth(step);
     }
 }
 

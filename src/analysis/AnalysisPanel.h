@@ -21,6 +21,8 @@ public:
     AnalysisPanel(Ui::frmMonLeave &ui, SessionContext &session);
 
     void setKind(const AnalysisKind &kind);
+    /// Places the boxes in the steps of the kind, or closer where the width is less.
+    void fitBoxes(int width);
     bool isOpen() const;
     /// For a new record: today, everything else empty.
     void openNew();
@@ -61,4 +63,6 @@ private:
     Ui::frmMonLeave &ui_;
     SessionContext &session_;
     bool changed_ = false;
+    /// Pixels from one box to the next.
+    int boxStep_ = 0;
 };

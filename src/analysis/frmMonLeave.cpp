@@ -190,7 +190,9 @@ void frmMonLeave::placePanel()
 {
     constexpr int above = 20;
     constexpr int usualWidth = 1080;
+    constexpr int margins = 48;
     QWidget &panel = *ui_->fraAddL;
+    panel_->fitBoxes(width() - margins);
     const QRect grid(ui_->grdLeave->mapTo(this, QPoint()), ui_->grdLeave->size());
     const QSize wanted = panel.sizeHint().expandedTo(QSize(usualWidth, 0));
     const QSize size(std::min(wanted.width(), width()), wanted.height());

@@ -8,6 +8,7 @@
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/Theme.h"
 #include "screens/Period.h"
+#include "screens/ScrollableContents.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMGraph.h"
 
@@ -35,6 +36,7 @@ frmPestMGraph::frmPestMGraph(ScreenHost &host, QWidget *parent)
     : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmPestMGraph>())
 {
     ui_->setupUi(this);
+    makeScrollable(*ui_->frmPestMGraphLayout, *ui_->contentLayout);
     cbo_ = {ui_->cbo0, ui_->cbo1, ui_->cbo2, ui_->cbo3, ui_->cbo4};
     captions_ = {ui_->lbl_11, ui_->lbl_12, ui_->lbl_13, ui_->lbl_14, ui_->lbl_15};
     if (session().CurrentSDate.isEmpty()) {

@@ -55,8 +55,7 @@ void saveWorkbook(ScreenHost &host, excel::Application &application, const QStri
         host.showStatus(QStringLiteral("Field sheets saved as %1").arg(QDir::toNativeSeparators(*path)));
     } else {
         // Stays readable after the box is closed.
-        host.showFailure(
-            QStringLiteral("The field sheets \"%1\" were not saved. Mend the cause and print them again.").arg(name));
+        host.showFailure(QStringLiteral("The field sheets \"%1\" were not saved. Fix the cause and print them again.").arg(name));
     }
 }
 

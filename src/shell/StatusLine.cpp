@@ -48,6 +48,10 @@ StatusLine::StatusLine(QWidget *parent) : QStatusBar(parent), icon_(new QLabel(t
 
 void StatusLine::showWritten(const QString &text)
 {
+    if (text.isEmpty()) {
+        clear();
+        return;
+    }
     const QString time = basic::Clock::now().toString(QStringLiteral("HH:mm"));
     show(QStringLiteral("tick"), QStringLiteral("accent"), text + QStringLiteral(" \u00b7 ") + time);
 }

@@ -12,7 +12,7 @@ class StatusLine : public QStatusBar
 public:
     explicit StatusLine(QWidget *parent = nullptr);
 
-    /// `text` after a tick, followed by the time.
+    /// `text` after a tick, followed by the time; an empty text clears the line.
     void showWritten(const QString &text);
     /// `text` after a warning sign.
     void showFailure(const QString &text);

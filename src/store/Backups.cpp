@@ -23,7 +23,6 @@ namespace store
 namespace
 {
 
-const QString JournalSuffix = QStringLiteral("-journal");
 const QString RestoreSuffix = QStringLiteral(".restore.new");
 
 [[noreturn]] void fail(const QString &what)
@@ -72,9 +71,11 @@ QString preserveReplaced(const BackupFolder &folder)
     basic::syncToDisk(replaced);
     basic::syncToDisk(folder.path());
     // A journal left with the restored file would be rolled back into the wrong file.
-    if (QFileInfo::exists(current + JournalSuffix)) {
-        moveOver(current + JournalSuffix, replaced + JournalSuffix);
-        basic::syncToDisk(QFileInfo(current).absolutePath());
+    for (const QString &companion : dao::Workspace::companionFiles(current)) {
+        if (companion.startsWith(current) && QFileInfo::exists(companion)) {
+            moveOver(companion, replaced + companion.mid(current.size()));
+            basic::syncToDisk(QFileInfo(current).absolutePath());
+        }
     }
     return replaced;
 }

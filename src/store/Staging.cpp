@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/Staging.h"
 
+#include "platform/basic/DiskSync.h"
 #include "platform/basic/Permissions.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/basic/TextFiles.h"
@@ -53,10 +54,12 @@ void Staging::moveIn()
     for (const store::DatabaseFile file : store::AllDatabaseFiles) {
         basic::followFolder(path(file));
     }
+    basic::syncToDisk(staged_->path());
     // In one step where the target does not exist, so that also a killed program leaves all three or none.
     std::error_code error;
     std::filesystem::rename(staged_->path().toStdU16String(), target_.toStdU16String(), error);
     if (!error) {
+        basic::syncToDisk(QFileInfo(target_).absolutePath());
         staged_->setAutoRemove(false);
         return;
     }
@@ -73,6 +76,7 @@ void Staging::moveIn()
         basic::followFolder(to);
         moved.append(to);
     }
+    basic::syncToDisk(target_);
 }
 
 void createDatabases(const QString &databasesFolder, dao::FileKind kind)

@@ -2,6 +2,7 @@
 #include "store/Upgrades.h"
 
 #include "common/WeekNumber.h"
+#include "platform/basic/Formats.h"
 #include "platform/dao/CommitScope.h"
 #include "store/Schema.h"
 
@@ -79,6 +80,21 @@ public:
 
     void write(dao::Recordset &rows, const Planting &planting) const
     {
+        try {
+            setAll(rows, planting);
+        } catch (const basic::RunTimeError &error) {
+            const auto *key = std::get_if<std::int32_t>(&planting.tBlockPID);
+            throw basic::RunTimeError(error.number(),
+                                      QStringLiteral("The row %1 of tblBlockPlant in %2, or its block, cannot be copied: %3")
+                                          .arg(key != nullptr ? *key : 0)
+                                          .arg(fileName(DatabaseFile::Main), error.description()));
+        }
+    }
+    void activate(dao::Recordset &rows) const { rows.set(active_, true); }
+
+private:
+    void setAll(dao::Recordset &rows, const Planting &planting) const
+    {
         rows.set(key_, planting.tBlockPID);
         rows.set(block_, planting.tBlockID);
         rows.set(name_, planting.tPBlock);
@@ -86,9 +102,7 @@ public:
         rows.set(flag_, false);
         rows.set(active_, planting.PBActive);
     }
-    void activate(dao::Recordset &rows) const { rows.set(active_, true); }
 
-private:
     int key_, block_, name_, blockName_, flag_, active_;
 };
 
@@ -139,6 +153,19 @@ bool refreshCopy(dao::Database &database, const Plantings &plantings, Work work)
     return false;
 }
 
+/// Nothing for an empty text. A text that is a date counts as one, as in a comparison with a date; any other raises the error of
+/// reading it.
+std::optional<QDate> completionDay(const dao::Recordset &rows, int field)
+{
+    const dao::Value held = rows.value(field);
+    const auto *text = std::get_if<QString>(&held);
+    if (text != nullptr && text->isEmpty()) {
+        return std::nullopt;
+    }
+    const QDate day = text != nullptr ? basic::dateFromText(*text) : QDate();
+    return day.isValid() ? day : rows.date(field)->date();
+}
+
 /// Walks the completed instructions; with Work::Check it only reports whether a week would change.
 bool rewriteWeeks(dao::Database &database, Work work)
 {
@@ -149,8 +176,13 @@ bool rewriteWeeks(dao::Database &database, Work work)
     const int completed = rows.fieldIndex(u"PMTransDateCom");
     const int stored = rows.fieldIndex(u"PMTransWeek");
     for (; !rows.Eof(); rows.MoveNext()) {
-        const std::int32_t week = weekNumber(rows.date(completed)->date());
-        if (!rows.isNull(stored) && rows.longValue(stored) == week) {
+        const std::optional<QDate> day = completionDay(rows, completed);
+        if (!day) {
+            continue;
+        }
+        const std::int32_t week = weekNumber(*day);
+        // Whatever else the field holds is replaced.
+        if (rows.value(stored) == dao::Value(week)) {
             continue;
         }
         if (work == Work::Check) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/Upgrades.h"
+#include "pestmon/DamagedFile.h"
 #include "platform/dao/CommitScope.h"
 #include "platform/dao/Workspace.h"
 #include "store/SqlText.h"
@@ -222,6 +223,41 @@ private Q_SLOTS:
         } catch (const basic::RunTimeError &error) {
             QCOMPARE(error.number(), static_cast<int>(basic::ErrorNumber::ObjectNotSet));
             QVERIFY(error.description().contains("PestMon.mdb"));
+        }
+    }
+
+    void aWrongValueIsNamedOrReplaced()
+    {
+        TemporaryFarm farm;
+        farm.addInstruction({.completed = QDate(2026, 1, 8)});
+        farm.addInstruction({.completed = QDate(2026, 1, 15)});
+        farm.addInstruction({.completed = QDate(2026, 1, 22)});
+        const QString pest = farm.filePath(DatabaseFile::Pest);
+        // A stored week is only written, an empty date is none, and a text may be a date.
+        QVERIFY(changeFile(pest,
+                           "UPDATE tblPMTrans SET PMTransWeek = 'x' WHERE PMTransID = 1;"
+                           "UPDATE tblPMTrans SET PMTransDateCom = '' WHERE PMTransID = 2;"
+                           "UPDATE tblPMTrans SET PMTransDateCom = '2026/02/05', PMTransWeek = 99999 WHERE PMTransID = 3"));
+        store::Recalc_PMTransWeek(farm.session);
+        QCOMPARE(farm.rows(DatabaseFile::Pest, "Select PMTransWeek from tblPMTrans order by PMTransID"),
+                 (QStringList{"2", "9", "6"}));
+        QVERIFY(changeFile(pest, "UPDATE tblPMTrans SET PMTransDateCom = 'soon' WHERE PMTransID = 2"));
+        try {
+            store::Recalc_PMTransWeek(farm.session);
+            QFAIL("an error was expected");
+        } catch (const basic::RunTimeError &error) {
+            QCOMPARE(error.number(), 13);
+            for (const char *part : {"PestMon.mdb", "tblPMTrans", "row 2", "PMTransDateCom", "soon"}) {
+                QVERIFY2(error.description().contains(part), qPrintable(error.description()));
+            }
+        }
+        farm.addPlanting({.name = "a", .block = farm.addBlock({})});
+        QVERIFY(changeFile(farm.filePath(DatabaseFile::Main), "UPDATE tblBlockPlant SET PBlock = printf('%060d', 1)"));
+        try {
+            store::Update_TempBlock(farm.session);
+            QFAIL("an error was expected");
+        } catch (const basic::RunTimeError &error) {
+            QVERIFY2(error.description().contains("row 1 of tblBlockPlant in ZN4.mdb"), qPrintable(error.description()));
         }
     }
 

@@ -2,6 +2,7 @@
 #include "FarmdataProcess.h"
 
 #include "common/FarmLock.h"
+#include "pestmon/DamagedFile.h"
 #include "platform/dao/CommitScope.h"
 #include "platform/dao/Workspace.h"
 #include "support/HostileJournal.h"
@@ -198,6 +199,34 @@ private Q_SLOTS:
         QCOMPARE(run.status, 1);
         QCOMPARE(run.output.count("FAULT"), 2);
         QVERIFY(run.output.contains("PestMon.mdb") && run.output.contains("ZN4_Spray.mdb"));
+    }
+
+    void checkReadsACopyWhileTheFarmIsOpen()
+    {
+        TemporaryFarm farm;
+        const FarmLock::Attempt running = FarmLock::tryLock(farm.databasesPath());
+        QVERIFY(running.lock);
+        const QByteArray before = fingerprint(farm.databasesPath());
+        const FarmdataRun run = farmdata({"check", farm.databasesPath()});
+        QVERIFY2(run.status == 0, qPrintable(run.output));
+        QCOMPARE(run.output.count("a copy of the file is checked"), 3);
+        QCOMPARE(fingerprint(farm.databasesPath()), before);
+    }
+
+    void checkListsValuesThatTheirFieldsCannotHold()
+    {
+        TemporaryFarm farm;
+        farm.addInstruction({});
+        farm.addInstruction({});
+        farm.close();
+        QVERIFY(changeFile(farm.filePath(DatabaseFile::Pest),
+                           "UPDATE tblPMTrans SET PMTransDateCom = 'soon' WHERE PMTransID = 2;"
+                           "UPDATE tblPMTrans SET PMTransWeek = 99999 WHERE PMTransID = 1"));
+        const FarmdataRun run = farmdata({"check", farm.databasesPath()});
+        QCOMPARE(run.status, 1);
+        QCOMPARE(run.output.count("FAULT"), 2);
+        QVERIFY(run.output.contains("tblPMTrans, row 2: the field PMTransDateCom cannot hold the text soon"));
+        QVERIFY(run.output.contains("tblPMTrans, row 1: the field PMTransWeek cannot hold the integer 99999"));
     }
 
     void aFileLeftInTheMiddleOfAWriteIsSound()

@@ -78,7 +78,8 @@ void checkTables(const dao::Database &database, DatabaseFile file, Findings &fin
         for (const dao::Field &field : table.fields) {
             const dao::Field *found = definition.findField(field.name);
             if (!found && store::isOptionalField(table, field.name)) {
-                printLine(QStringLiteral("  note: without %1.%2, which the program adds when it needs it").arg(table.name, field.name));
+                printLine(
+                    QStringLiteral("  note: without %1.%2, which the program adds when it needs it").arg(table.name, field.name));
             } else if (!found) {
                 findings.fault(QStringLiteral("the field %1 of the table %2 is missing").arg(field.name, table.name));
             } else if (found->type != field.type && !store::isOfOpenType(table, field.name)) {
@@ -110,7 +111,15 @@ DatabasePointer openRepairedCopy(const QString &path, const QTemporaryDir &copie
 DatabasePointer openForCheck(const QString &path, const QTemporaryDir &copies)
 {
     try {
-        return open(path, true);
+        DatabasePointer database = open(path, true);
+        // A check of the file itself would keep the program that has the farm open from writing until it ends.
+        if (QFileInfo(QFileInfo(path).absolutePath() + QStringLiteral("/PestMon.lock")).size() == 0) {
+            return database;
+        }
+        printLine(QStringLiteral("  note: the farm is open, so a copy of the file is checked"));
+        const QString copy = copies.filePath(QFileInfo(path).fileName());
+        database->backupTo(copy);
+        return open(copy, true);
     } catch (const dao::DataError &error) {
         if (error.number() != static_cast<int>(dao::DataErrorNumber::NeedsRepair)) {
             throw;
@@ -136,6 +145,13 @@ DatabasePointer checkFile(const QString &folder, DatabaseFile file, const QTempo
             findings.fault(one);
         }
         checkTables(*database, file, findings);
+        if (damage.isEmpty()) {
+            for (const QString &table : database->tableNames()) {
+                for (const QString &mismatch : database->mismatches(table)) {
+                    findings.fault(mismatch);
+                }
+            }
+        }
         return damage.isEmpty() ? std::move(database) : nullptr;
     } catch (const basic::RunTimeError &error) {
         findings.fault(error.description());

@@ -6,12 +6,12 @@
 
 #include "platform/basic/RunTimeError.h"
 #include "platform/basic/TextFiles.h"
-#include "store/Staging.h"
 #include "platform/dao/CommitScope.h"
 #include "platform/dao/FileFormat.h"
 #include "platform/dao/JetValues.h"
 #include "platform/dao/Workspace.h"
 #include "platform/jet/Database.h"
+#include "store/Staging.h"
 
 #include <QFile>
 

@@ -329,7 +329,8 @@ void Plot::paintHead(QPainter &painter, const QPointF &legendOffset) const
                      Qt::AlignLeft | Qt::AlignVCenter, chart_.TitleText());
     if (!legendOffset.isNull()) {
         painter.translate(legendOffset);
-        painter.fillRect(legend_.rectangle().adjusted(-Edge, -Edge / 2.0, Edge, Edge / 2.0), plotColours_.background);
+        // From the top of the visible part on, so that nothing of the chart shows above the names.
+        painter.fillRect(QRectF(0.0, 0.0, legendWidth_, legend_.rectangle().bottom() + Edge / 2.0), plotColours_.background);
     }
     legend_.paint(painter);
 }

@@ -4,6 +4,8 @@
 #include "platform/controls/Twips.h"
 
 #include <algorithm>
+#include <functional>
+#include <numeric>
 
 namespace controls
 {
@@ -70,9 +72,11 @@ void GridAxis::rebuild() const
             takers.push_back(static_cast<std::size_t>(line));
         }
     }
-    int spare = spreadExtent_;
-    for (const int length : lengths) {
-        spare -= length;
+    int spare = std::accumulate(lengths.begin(), lengths.end(), spreadExtent_, std::minus<>());
+    if (spare < 0) {
+        std::erase_if(takers, [&lengths](std::size_t line) { return lengths[line] <= MinStretched; });
+        // The shortest first, so that what it cannot give is taken from the longer ones.
+        std::sort(takers.begin(), takers.end(), [&lengths](std::size_t a, std::size_t b) { return lengths[a] < lengths[b]; });
     }
     for (std::size_t i = 0; i < takers.size() && spare != 0; ++i) {
         int &length = lengths[takers[i]];

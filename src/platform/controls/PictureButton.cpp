@@ -61,6 +61,12 @@ QSize PictureButton::sizeHint() const
     return {width + 40, PictureSize + CaptionGap + metrics.height() + 40};
 }
 
+QSize PictureButton::minimumSizeHint() const
+{
+    constexpr int padding = 40;
+    return sizeHint() - QSize(padding, padding);
+}
+
 void PictureButton::mouseMoveEvent(QMouseEvent *event)
 {
     QToolButton::mouseMoveEvent(event);

@@ -19,6 +19,7 @@ public:
     void setUnavailable(const QString &reason);
     void setAvailable();
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
     /// The pointer moved over the picture.

@@ -5,6 +5,7 @@
 #include "platform/dao/Conversion.h"
 #include "platform/dao/Engine.h"
 #include "platform/dao/RecordsetState.h"
+#include "platform/dao/ValueCheck.h"
 
 #include <algorithm>
 #include <utility>
@@ -151,6 +152,12 @@ std::unique_ptr<FileCopy> Database::startCopy(const QString &path) const
 QStringList Database::checkIntegrity(const std::function<void(int percent)> &progress) const
 {
     return state_->engine->storage().checkIntegrity(progress);
+}
+
+QStringList Database::mismatches(const QString &table) const
+{
+    const auto info = state_->engine->catalog().find(table);
+    return info ? mismatchesOf(state_->engine->connection(), *info) : QStringList();
 }
 
 QStringList Database::checkPages() const

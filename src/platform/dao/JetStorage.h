@@ -36,7 +36,7 @@ public:
     bool isMirror() const override { return true; }
 
     /// Reads the file again when another program has changed it. A state that cannot be read completely is tried again for two
-    /// seconds; then the last good one stays, and the notice handler of Workspace is told why.
+    /// seconds; then the last good one stays, and Workspace::notice() reports why.
     bool refresh() override;
     void requireReadable(QStringView table) override;
 

@@ -23,9 +23,11 @@ namespace
     throw DataError(DataErrorNumber::NoCurrentRecord, QStringLiteral("No current record."));
 }
 
-[[noreturn]] void failType()
+QString shown(const Value &value)
 {
-    throw RunTimeError(ErrorNumber::TypeMismatch, QStringLiteral("Type mismatch."));
+    constexpr int MaxShown = 40;
+    const auto *text = std::get_if<QString>(&value);
+    return text != nullptr ? QStringLiteral("the text \"%1\"").arg(text->left(MaxShown)) : QStringLiteral("another type");
 }
 
 } // namespace
@@ -192,9 +194,23 @@ bool Recordset::isNull(int index) const
     return std::holds_alternative<Null>(value(index));
 }
 
+void Recordset::failType(int index, const Value &held, const char *expected) const
+{
+    const ResultColumn &column = columnAt(index);
+    const auto &table = state_->query->translation.table;
+    const QString row =
+        table && state_->isOnRow() ? QStringLiteral(", row %1").arg(state_->rows.key(state_->position)) : QString();
+    throw RunTimeError(ErrorNumber::TypeMismatch,
+                       QStringLiteral("Type mismatch in %1, table %2%3: the field %4 holds %5 where %6 is expected.")
+                           .arg(state_->engine->path(), table ? table->name : column.table, row, column.name, shown(held),
+                                QLatin1String(expected)));
+}
+
 QString Recordset::text(int index) const
 {
     struct Reader {
+        const Recordset &set;
+        int index;
         std::optional<FieldType> type;
         QString operator()(Null) const { return {}; }
         QString operator()(bool flag) const { return basic::booleanText(flag); }
@@ -204,23 +220,25 @@ QString Recordset::text(int index) const
             return type == FieldType::Single ? basic::singleText(static_cast<float>(number)) : basic::doubleText(number);
         }
         QString operator()(QString &text) const { return std::move(text); }
-        QString operator()(basic::SerialDate) const { failType(); }
+        QString operator()(basic::SerialDate date) const { set.failType(index, date, "a text"); }
     };
     Value held = value(index);
-    return std::visit(Reader{columnAt(index).type}, held);
+    return std::visit(Reader{*this, index, columnAt(index).type}, held);
 }
 
 double Recordset::number(int index) const
 {
     struct Reader {
+        const Recordset &set;
+        int index;
         double operator()(Null) const { return 0.0; }
         double operator()(bool flag) const { return flag ? -1.0 : 0.0; }
         double operator()(std::int32_t number) const { return number; }
         double operator()(double number) const { return number; }
-        double operator()(const QString &) const { failType(); }
-        double operator()(basic::SerialDate) const { failType(); }
+        double operator()(const QString &text) const { set.failType(index, text, "a number"); }
+        double operator()(basic::SerialDate date) const { set.failType(index, date, "a number"); }
     };
-    return std::visit(Reader{}, value(index));
+    return std::visit(Reader{*this, index}, value(index));
 }
 
 std::int32_t Recordset::longValue(int index) const
@@ -242,7 +260,7 @@ std::optional<basic::SerialDate> Recordset::date(int index) const
     if (const auto *date = std::get_if<basic::SerialDate>(&held)) {
         return *date;
     }
-    failType();
+    failType(index, held, "a date");
 }
 
 void Recordset::set(int index, const Value &newValue)

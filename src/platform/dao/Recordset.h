@@ -97,6 +97,8 @@ public:
 private:
     void requireRows() const;
     const ResultColumn &columnAt(int index) const;
+    /// 13, naming file, table, row and field.
+    [[noreturn]] void failType(int index, const Value &held, const char *expected) const;
 
     std::unique_ptr<State> state_;
 };

@@ -65,6 +65,13 @@ DataError errorFor(int code, const QString &path, const QString &message, int sy
                     QStringLiteral("%1 was left in the middle of a write. The next start rolls the unfinished write back.")
                         .arg(path)};
         }
+        if (code == SQLITE_READONLY_DBMOVED) {
+            return {
+                Number::ReadOnly,
+                QStringLiteral("%1 was moved or replaced while it was open, so nothing was written. Put it back, or close the "
+                               "program and start it again.")
+                    .arg(path)};
+        }
         return {Number::ReadOnly,
                 QStringLiteral("%1 cannot be written. Check the permissions of the file and of its folder.").arg(path)};
     case SQLITE_CANTOPEN:

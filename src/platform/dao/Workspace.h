@@ -31,7 +31,7 @@ public:
     /// The files that can belong to a database file and must be moved or copied with it, whether they exist or not.
     static QStringList companionFiles(const QString &path);
 
-    /// Who is told what the user should know although no operation failed, such as a change by another program that could not be
+    /// Receives what the user should know although no operation failed, such as a change by another program that could not be
     /// read. One handler for the process; without one notices are dropped.
     static void setNoticeHandler(std::function<void(const QString &sentence)> handler);
     static void notice(const QString &sentence);

@@ -71,8 +71,10 @@ Workbook readWorkbook(const QString &path)
     const QByteArray beginning = file.peek(8);
     if (beginning.startsWith("PK")) {
         file.close();
-        ZipArchive archive(path);
-        return naming(path, [&] { return readXlsx(archive); });
+        return naming(path, [&] {
+            ZipArchive archive(path);
+            return readXlsx(archive);
+        });
     }
     if (beginning.startsWith("\xD0\xCF\x11\xE0")) {
         refuse(path,

@@ -12,7 +12,7 @@ namespace sheets
 namespace
 {
 
-/// Numbers of the built-in formats for dates and times: ECMA-376 part 1, 18.8.30, with those of East Asian locales.
+/// Numbers of the built-in formats for dates and times: ECMA-376, 18.8.30, with those of East Asian locales.
 bool isBuiltInDateFormat(int number)
 {
     constexpr std::pair<int, int> Ranges[] = {{14, 22}, {27, 36}, {45, 47}, {50, 58}};

@@ -275,8 +275,9 @@ QList<std::int32_t> FarmLists::referredTo(List list, const QString &text) const
         }
     }
     QList<std::int32_t> keys;
-    if (const qsizetype separator = wanted.lastIndexOf(PathSeparator); separator >= 0) {
-        for (const std::int32_t key : named(list, wanted.mid(separator + PathSeparator.size()))) {
+    // Names may hold the separator themselves, so each of them may be the one before the name.
+    for (qsizetype at = wanted.indexOf(PathSeparator); at >= 0 && keys.isEmpty(); at = wanted.indexOf(PathSeparator, at + 1)) {
+        for (const std::int32_t key : named(list, wanted.mid(at + PathSeparator.size()))) {
             const QString whole = PathSeparator + folded(path(list, key));
             if (whole.endsWith(PathSeparator + folded(wanted))) {
                 keys.append(key);
@@ -289,7 +290,11 @@ QList<std::int32_t> FarmLists::referredTo(List list, const QString &text) const
 int FarmLists::size(List list, int column) const
 {
     const std::vector<int> &sizes = tables_[indexOf(list)].sizes;
-    return sizes.empty() ? LongestText : sizes[static_cast<std::size_t>(column)];
+    if (!sizes.empty()) {
+        return sizes[static_cast<std::size_t>(column)];
+    }
+    const int limit = tableOf(list).column(column).size;
+    return limit > 0 ? limit : LongestText;
 }
 
 bool FarmLists::isNumeric(List list, int column) const

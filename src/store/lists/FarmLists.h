@@ -64,7 +64,7 @@ public:
     /// The key of the row that a Reference or Parent column leads to; 0 for none.
     std::int32_t target(List list, const Record &record, int column) const;
 
-    /// Most characters of a text column; 255 before anything was read.
+    /// Most characters of a text column; or what other tables take before anything was read.
     int size(List list, int column) const;
     /// Whether the list's file holds the names of a column as whole numbers.
     bool isNumeric(List list, int column) const;

@@ -69,7 +69,14 @@ private:
             const store::SchemaTable *schema = store::findTable(table_.table);
             const auto field = std::find_if(schema->fields.begin(), schema->fields.end(),
                                             [](const dao::Field &one) { return one.name == InactiveNameField; });
-            database_.Append(table_.table, *field);
+            try {
+                database_.Append(table_.table, *field);
+            } catch (const dao::DataError &error) {
+                throw basic::RunTimeError(error.number(),
+                                          QStringLiteral("A worker cannot be made inactive, since the file has no field for the "
+                                                         "name: %1")
+                                              .arg(error.description()));
+            }
         }
     }
 
@@ -175,7 +182,10 @@ public:
             throw;
         }
     }
-    ~FileWrite() { scope_.rollback(); }
+    ~FileWrite()
+    {
+        basic::runOrIgnore([this] { scope_.rollback(); });
+    }
     FileWrite(const FileWrite &) = delete;
     FileWrite &operator=(const FileWrite &) = delete;
 

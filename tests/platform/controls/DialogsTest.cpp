@@ -15,6 +15,7 @@ class DialogsTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void aQuestionEndsByItsAnswersOnly();
+    void boxesHaveOurIconAndSpaceForTheTitle();
     void unexpectedBoxesAreCounted();
 };
 
@@ -36,6 +37,24 @@ void DialogsTest::aQuestionEndsByItsAnswersOnly()
     // A message has no answer, so Esc closes it.
     QTimer::singleShot(0, this, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
     boxes.message(QStringLiteral("Saved"), {}, BoxIcon::None);
+}
+
+void DialogsTest::boxesHaveOurIconAndSpaceForTheTitle()
+{
+    MessageBoxes boxes;
+    const QString longTitle = QStringLiteral("A title that is longer than the sentence of its box is shown completely");
+    for (const QString &title : {QStringLiteral("Short"), longTitle}) {
+        QTimer::singleShot(0, this, [&title] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            const int wanted = std::max(320, box->fontMetrics().horizontalAdvance(title));
+            const bool wide = box->width() >= wanted;
+            const bool hasIcon = !box->iconPixmap().isNull();
+            box->accept();
+            QVERIFY(wide);
+            QVERIFY(hasIcon);
+        });
+        boxes.message(QStringLiteral("Saved"), title, BoxIcon::Exclamation);
+    }
 }
 
 void DialogsTest::unexpectedBoxesAreCounted()

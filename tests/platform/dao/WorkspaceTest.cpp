@@ -70,6 +70,7 @@ private Q_SLOTS:
     void lockedByAnother();
     void readOnlyReadsButDoesNotWrite();
     void missingPermissions();
+    void aMovedFileIsNotWritten();
     void copyIsOfOneMoment();
     void anExistingFileIsNeverReplaced();
 };
@@ -268,6 +269,26 @@ void WorkspaceTest::missingPermissions()
     QCOMPARE(writeError(), 3027);
     QVERIFY(QFile::setPermissions(file.folder(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     QCOMPARE(writeError(), 0);
+}
+
+void WorkspaceTest::aMovedFileIsNotWritten()
+{
+    ThingsFile file;
+    file.add("a");
+    const QString moved = file.folder() + "/moved.mdb";
+    for (const bool isReplaced : {false, true}) {
+        QVERIFY(isReplaced ? QFile::copy(moved, file.path()) : QFile::rename(file.path(), moved));
+        try {
+            file->Execute("Update Things set Big = 7");
+            QFAIL("the file is gone");
+        } catch (const DataError &error) {
+            QCOMPARE(error.number(), 3027);
+            QVERIFY2(error.description().contains("was moved or replaced"), qPrintable(error.description()));
+        }
+    }
+    QCOMPARE(QDir(file.folder()).entryList(QDir::Files), (QStringList{"moved.mdb", "Things.mdb"}));
+    const auto again = Workspace::OpenDatabase(moved, false, true, ";pwd=secret");
+    QCOMPARE(again->OpenRecordset("Select * from Things").longValue("Big"), 0);
 }
 
 void WorkspaceTest::copyIsOfOneMoment()

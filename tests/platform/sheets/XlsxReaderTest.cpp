@@ -117,9 +117,10 @@ void XlsxReaderTest::datesFollowTheFormat()
 
 void XlsxReaderTest::whatTheWriterWritesComesBack()
 {
-    const QStringList texts{QStringLiteral("007"),         QStringLiteral("=1+1"), QStringLiteral("Môreson, \"upper\""),
-                            QStringLiteral("_x0041_ <&>"), QStringLiteral("מטע"),  QStringLiteral("  spaces  ")};
+    const QStringList texts{QStringLiteral("007"),     QStringLiteral("=1+1"), QStringLiteral("Môreson, \"upper\""),
+                            QStringLiteral("<&> a_b"), QStringLiteral("מטע"),  QStringLiteral("  spaces  ")};
     excel::Application application;
+    application.setDisplayAlerts(false);
     excel::Workbook book = application.Workbooks().Add();
     excel::Worksheet sheet = book.Worksheets(1);
     sheet.setName(QStringLiteral("Names"));
@@ -199,7 +200,8 @@ void XlsxReaderTest::everyCutIsRefused()
     };
     for (qsizetype length = 0; length < bytes.size(); length += 7) {
         QVERIFY(write(bytes.left(length)));
-        QVERIFY2(length < 2 || !refusal(path(QStringLiteral("damaged.xlsx"))).isEmpty(), qPrintable(QString::number(length)));
+        const QString why = refusal(path(QStringLiteral("damaged.xlsx")));
+        QVERIFY2(length < 2 || why.startsWith(path(QStringLiteral("damaged.xlsx"))), qPrintable(why));
     }
     for (qsizetype i = 0; i < bytes.size(); ++i) {
         QByteArray turned = bytes;

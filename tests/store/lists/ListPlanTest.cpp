@@ -134,7 +134,6 @@ void ListPlanTest::badRowIsRefused_data()
     row("no kind", List::Pests, "", {QStringLiteral("Mite"), QString(), QString()}, "Kind", "missing");
     row("crop types", List::Pests, "", {QStringLiteral("Mite"), QStringLiteral("P"), QStringLiteral("Orange; Pear; Fig")},
         "Crop types", "\"Pear\" or \"Fig\"");
-    row("season again", List::Seasons, "", {QStringLiteral("2026"), QString()}, "Season", "already");
     const auto planting = [&](const QString &blockName, const QString &variety) {
         return QStringList{QString(), blockName, QStringLiteral("New"), QString(), QString(), variety, yes};
     };
@@ -288,6 +287,9 @@ void ListPlanTest::keysDecideUnlessNamesMay()
     const lists::Plan byName = planOf(List::Blocks, rows, lists::Matching::ByKeyOrName);
     QCOMPARE(counted(byName), QStringLiteral("1,1,0,0"));
     QCOMPARE(byName.changes.front().key(), 10);
+    // Seasons have no keys.
+    QCOMPARE(counted(planOf(List::Seasons, {given(2, {}, {QStringLiteral("2026")}), given(3, {}, {QStringLiteral("2027")})})),
+             QStringLiteral("1,0,1,0"));
     // Two rows with one key: nobody can say which is meant.
     const lists::GivenRow same =
         given(4, QStringLiteral("10"), {QStringLiteral("-"), QStringLiteral("Weir"), QStringLiteral("-"), QStringLiteral("-")});
