@@ -2,7 +2,7 @@
 #include "common/ProgramLock.h"
 #include "mainmodule/MainModuleWindow.h"
 #include "platform/controls/Dialogs.h"
-#include "platform/controls/Theme.h"
+#include "shell/DesktopColours.h"
 #include "shell/FarmApplication.h"
 #include "shell/ProgramFolder.h"
 #include "shell/SiblingProgram.h"
@@ -60,6 +60,6 @@ int main(int argc, char **argv)
     FarmApplication application(argc, argv);
     FarmApplication::setApplicationName(QStringLiteral("Torvane Data: Main Module"));
     FarmApplication::setDesktopFileName(QStringLiteral("farm-main-module"));
-    controls::Theme::apply(application);
+    const DesktopColours colours(application);
     return run(application);
 }
