@@ -48,7 +48,7 @@ public:
         return found;
     }
 
-    bool keepsLines() const override { return false; }
+    bool hasStableOrder() const override { return false; }
 
     bool isEditable(const PageLine &line, int column) const override
     {

@@ -27,7 +27,7 @@ public:
     void setHost(ListHost &host) { host_ = &host; }
     /// Shows itself when there are faults, else hides.
     void showFaults(const std::vector<lists::GivenList> &given, const std::vector<lists::Fault> &faults);
-    /// In a dialog the panel stays.
+    /// In a dialog the panel cannot be hidden.
     void setHidable(bool hidable);
 
 private:

@@ -41,7 +41,7 @@ void ListDeletion::add(const lists::FarmLists &lists, lists::List list, const li
     };
     if (table.activeColumn < 0) {
         unchanged_.append(name);
-        hold(QStringLiteral("it stays."));
+        hold(QStringLiteral("it was not deleted."));
     } else if (record.cell(table.activeColumn) == u"1") {
         lists::Record inactive = record;
         inactive.set(table.activeColumn, QStringLiteral("0"));
@@ -50,7 +50,7 @@ void ListDeletion::add(const lists::FarmLists &lists, lists::List list, const li
         hold(QStringLiteral("it was made inactive."));
     } else {
         unchanged_.append(name);
-        hold(QStringLiteral("it stays, inactive as it was."));
+        hold(QStringLiteral("it was not deleted and remains inactive."));
     }
 }
 

@@ -8,8 +8,8 @@
 namespace mainmodule
 {
 
-/// What deleting lines means: a row without history is deleted; one with history becomes inactive, or stays where its list knows
-/// no inactive rows. Errors of the databases pass through: without the history nothing may be deleted.
+/// What deleting lines means: a row without history is deleted; one with history becomes inactive, or is not changed where its
+/// list knows no inactive rows. Errors of the databases pass through: without the history nothing may be deleted.
 class ListDeletion
 {
 public:

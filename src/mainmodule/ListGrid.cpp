@@ -85,7 +85,9 @@ void ListGrid::arrange(const Arrangement &arrangement)
     const PageLine current = lineAt(grid_.Row());
     lines_ = page_->lines(host_.farmLists(), arrangement_);
     fill();
-    if (current.key != 0) {
+    if (lines_.empty()) {
+        grid_.setCol(page_->firstColumn());
+    } else if (current.key != 0) {
         grid_.setRow(std::max(1, rowOf(current)));
     }
     grid_.showCell(grid_.Row(), grid_.Col());
@@ -94,20 +96,20 @@ void ListGrid::arrange(const Arrangement &arrangement)
 void ListGrid::update()
 {
     Arrangement all = arrangement_;
-    if (page_->keepsLines()) {
+    if (page_->hasStableOrder()) {
         all.filter.clear();
         all.activeOnly = false;
     }
     std::vector<PageLine> fresh = page_->lines(host_.farmLists(), all);
-    if (page_->keepsLines()) {
+    if (page_->hasStableOrder()) {
         QHash<std::int32_t, std::size_t> positions;
         for (std::size_t i = 0; i < fresh.size(); ++i) {
             positions.insert(fresh[i].key, i);
         }
-        std::vector<PageLine> kept;
+        std::vector<PageLine> ordered;
         for (const PageLine &line : lines_) {
             if (const auto found = positions.constFind(line.key); found != positions.constEnd()) {
-                kept.push_back(fresh[*found]);
+                ordered.push_back(fresh[*found]);
                 positions.erase(found);
             }
         }
@@ -119,8 +121,8 @@ void ListGrid::update()
             }
         }
         std::sort(added.begin(), added.end(), [](const PageLine &one, const PageLine &other) { return one.key < other.key; });
-        kept.insert(kept.end(), added.begin(), added.end());
-        fresh = std::move(kept);
+        ordered.insert(ordered.end(), added.begin(), added.end());
+        fresh = std::move(ordered);
     }
     lines_ = std::move(fresh);
     fill();
@@ -194,11 +196,6 @@ int ListGrid::rowOf(const PageLine &line) const
 {
     const auto found = std::find_if(lines_.begin(), lines_.end(), [&](const PageLine &other) { return other.isSameRow(line); });
     return found == lines_.end() ? 0 : static_cast<int>(found - lines_.begin()) + 1;
-}
-
-controls::CellSpan ListGrid::selection() const
-{
-    return grid_.selection();
 }
 
 void ListGrid::keyDown(QKeyEvent *event)
@@ -305,7 +302,7 @@ bool ListGrid::store(int row, int col, const QString &typed)
 bool ListGrid::storePlan(int row, const TypedCells &cells, const lists::Plan &plan)
 {
     if (plan.refuses()) {
-        keepDraft(row, cells, plan);
+        holdDraft(row, cells, plan);
         return true;
     }
     if (plan.changes.empty()) {
@@ -332,7 +329,7 @@ bool ListGrid::storePlan(int row, const TypedCells &cells, const lists::Plan &pl
     return true;
 }
 
-void ListGrid::keepDraft(int row, const TypedCells &cells, const lists::Plan &plan)
+void ListGrid::holdDraft(int row, const TypedCells &cells, const lists::Plan &plan)
 {
     const bool isBlank =
         std::all_of(cells.begin(), cells.end(), [](const auto &cell) { return cell.second.trimmed().isEmpty(); });
@@ -370,10 +367,7 @@ void ListGrid::showConflicts(const std::vector<lists::Conflict> &conflicts)
 void ListGrid::startLine()
 {
     if (box_.leave()) {
-        grid_.setSelection({emptyRow(), 0, 1, 1});
-        if (!page_->isEditable(lineAt(emptyRow()), 0)) {
-            move(0, 1);
-        }
+        grid_.setSelection({emptyRow(), page_->firstColumn(), 1, 1});
         grid_.showCell(emptyRow(), grid_.Col());
         grid_.setFocus();
     }
@@ -404,7 +398,7 @@ void ListGrid::paste()
         host_.showNote(tr("There is nothing to paste: copy a block of cells first."));
         return;
     }
-    const controls::CellSpan cells = selection();
+    const controls::CellSpan cells = grid_.selection();
     std::vector<PageLine> targets;
     for (int row = cells.row; isStored(row); ++row) {
         targets.push_back(lineAt(row));
@@ -434,7 +428,7 @@ void ListGrid::paste()
 
 void ListGrid::clearCells()
 {
-    const controls::CellSpan cells = selection();
+    const controls::CellSpan cells = grid_.selection();
     lists::Planner planner(host_.farmLists(), lists::Matching::ByKey, host_.farm());
     for (int row = cells.row; row < cells.row + cells.rows && isStored(row); ++row) {
         TypedCells blank;
@@ -465,7 +459,7 @@ void ListGrid::deleteLines()
     if (!box_.leave()) {
         return;
     }
-    const controls::CellSpan cells = selection();
+    const controls::CellSpan cells = grid_.selection();
     std::vector<PageLine> chosen;
     for (int row = cells.row + cells.rows - 1; row >= cells.row; --row) {
         if (isDraft(row)) {

@@ -10,11 +10,6 @@
 #include <memory>
 #include <vector>
 
-namespace controls
-{
-struct CellSpan;
-}
-
 namespace mainmodule
 {
 
@@ -79,10 +74,9 @@ private:
     void move(int rows, int columns);
     bool store(int row, int col, const QString &typed);
     bool storePlan(int row, const TypedCells &cells, const lists::Plan &plan);
-    void keepDraft(int row, const TypedCells &cells, const lists::Plan &plan);
+    void holdDraft(int row, const TypedCells &cells, const lists::Plan &plan);
     void dropDraft(int row);
     void showConflicts(const std::vector<lists::Conflict> &conflicts);
-    controls::CellSpan selection() const;
 
     controls::FlexGrid &grid_;
     ListHost &host_;

@@ -73,7 +73,7 @@ public:
         return found;
     }
 
-    bool keepsLines() const override { return true; }
+    bool hasStableOrder() const override { return true; }
 
     bool isEditable(const PageLine &, int column) const override { return !columns_[static_cast<std::size_t>(column)].isDerived; }
 

@@ -3,6 +3,7 @@
 
 #include "common/HandOffFiles.h"
 #include "mainmodule/CropLines.h"
+#include "mainmodule/FarmBar.h"
 #include "mainmodule/ListLines.h"
 #include "mainmodule/ListPage.h"
 #include "mainmodule/StarterDialog.h"
@@ -36,21 +37,6 @@ namespace
 {
 
 constexpr int BarIcon = 20;
-
-/// The rows of a list as the bar offers them: names with keys, in order.
-std::vector<std::pair<QString, std::int32_t>> namesOf(const lists::FarmLists &lists, lists::List list, bool activeOnly)
-{
-    const lists::Table &table = lists::tableOf(list);
-    std::vector<std::pair<QString, std::int32_t>> names;
-    for (const lists::Record &record : lists.records(list)) {
-        if (!activeOnly || record.cell(table.activeColumn) == u"1") {
-            names.emplace_back(lists.name(list, record), record.key);
-        }
-    }
-    std::sort(names.begin(), names.end(),
-              [](const auto &one, const auto &other) { return one.first.compare(other.first, Qt::CaseInsensitive) < 0; });
-    return names;
-}
 
 QString pageOf(StartStep step)
 {
@@ -107,10 +93,8 @@ void MainModuleWindow::setUpBar()
 {
     ui_->picCon3->setAttribute(Qt::WA_StyledBackground);
     setLabelIcon(*ui_->Image4, BarIcon, QStringLiteral("exit"));
-    ui_->cmbFarm->setTypingAllowed(false);
-    ui_->cmbYear->setTypingAllowed(false);
-    connect(ui_->cmbFarm, &controls::ItemCombo::Click, this, [this] { guarded([this] { farmChosen(); }); });
-    connect(ui_->cmbYear, &controls::ItemCombo::Click, this, [this] { guarded([this] { yearChosen(); }); });
+    bar_ = new FarmBar(*ui_->cmbFarm, *ui_->cmbYear, session_, this);
+    connect(bar_, &FarmBar::chosen, this, &MainModuleWindow::writeHandOff);
     connect(ui_->cmdMonitoring, &QPushButton::clicked, this, [this] { guarded([this] { openMonitoring(); }); });
     connect(ui_->cmdLExit, &ExitLabel::clicked, this, &QWidget::close);
     connect(ui_->cmdLExit, &ExitLabel::MouseMove, this, [this] { ui_->cmdLExit->setHovered(true); });
@@ -206,7 +190,7 @@ void MainModuleWindow::makeDatabases()
 
 void MainModuleWindow::refresh()
 {
-    fillBar();
+    bar_->fill(farmLists());
     start_->showProgress(farmLists(), hasDatabases_);
     ui_->lstPages->setEnabled(hasDatabases_);
     ui_->cmdMonitoring->setEnabled(hasDatabases_);
@@ -217,50 +201,10 @@ void MainModuleWindow::refresh()
     }
 }
 
-void MainModuleWindow::fillBar()
-{
-    const auto fill = [](controls::ItemCombo &combo, const auto &names, const QString &chosen) {
-        combo.Clear();
-        for (const auto &[name, key] : names) {
-            combo.AddItem(name, key);
-        }
-        combo.setText(chosen);
-    };
-    const auto farms = namesOf(farmLists(), lists::List::Farms, true);
-    const auto isChosen = [this](const auto &farm) { return farm.second == session_.CurrentFarmID; };
-    const auto chosen = std::find_if(farms.begin(), farms.end(), isChosen);
-    const auto farm = chosen == farms.end() ? farms.begin() : chosen;
-    session_.CurrentFarmID = farm == farms.end() ? 0 : farm->second;
-    session_.CurrentFarm = farm == farms.end() ? QString() : farm->first;
-    fill(*ui_->cmbFarm, farms, session_.CurrentFarm);
-
-    const auto seasons = namesOf(farmLists(), lists::List::Seasons, false);
-    const auto isSeason = [this](const auto &season) { return season.first == session_.CurrentYear; };
-    if (std::none_of(seasons.begin(), seasons.end(), isSeason)) {
-        session_.CurrentYear = seasons.empty() ? QString() : seasons.back().first;
-    }
-    fill(*ui_->cmbYear, seasons, session_.CurrentYear);
-}
-
-void MainModuleWindow::farmChosen()
-{
-    session_.CurrentFarmID = ui_->cmbFarm->ItemData(ui_->cmbFarm->ListIndex());
-    session_.CurrentFarm = ui_->cmbFarm->Text();
-    writeHandOff();
-}
-
-void MainModuleWindow::yearChosen()
-{
-    session_.CurrentYear = ui_->cmbYear->Text();
-    writeHandOff();
-}
-
-/// A season's key is the year that it begins with; the files have no other.
 void MainModuleWindow::writeHandOff()
 {
-    session_.CurrentYearID = seasonKey(session_.CurrentYear);
     try {
-        Write_HandOff(session_);
+        bar_->writeHandOff();
     } catch (const RunTimeError &error) {
         showFailure(tr("The choice of farm and season was not handed over: %1").arg(error.description()));
     }
@@ -439,12 +383,17 @@ void MainModuleWindow::windowEntered(Qt::ApplicationState state)
     const bool entered = windowLeft_ && QApplication::activeModalWidget() == nullptr;
     windowLeft_ = false;
     const bool isEditing = currentList() && currentList()->isEditing();
-    if (!entered || !hasDatabases_ || isEditing) {
+    if (!entered || isEditing) {
         return;
     }
     guarded([this] {
-        lists_.reload();
-        refresh();
+        if (hasDatabases_) {
+            lists_.reload();
+            refresh();
+        } else {
+            // They may have been imported meanwhile.
+            openLists();
+        }
         if (ListPage *page = currentList()) {
             page->refresh();
         }
@@ -495,9 +444,9 @@ void MainModuleWindow::closeEvent(QCloseEvent *event)
     }
     const QString text = unfinished == 1 ? tr("One line is not complete and therefore not saved.")
                                          : tr("%1 lines are not complete and therefore not saved.").arg(unfinished);
-    const bool stays = unfinished > 0
+    const bool isOpen = unfinished > 0
         && dialogs_.question(text + u' ' + tr("Close all the same?"), {}, controls::Answer::No) == controls::Answer::No;
-    if (stays) {
+    if (isOpen) {
         event->ignore();
         return;
     }

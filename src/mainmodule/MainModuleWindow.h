@@ -19,6 +19,7 @@ class MainModuleWindow;
 namespace mainmodule
 {
 
+class FarmBar;
 class ListPage;
 
 /// The main window of the main module: the farm and season chosen, the pages of the farm lists, and the way to the monitoring.
@@ -73,9 +74,6 @@ private:
     void openLists();
     void makeDatabases();
     void refresh();
-    void fillBar();
-    void farmChosen();
-    void yearChosen();
     void writeHandOff();
     void openMonitoring();
 
@@ -93,6 +91,7 @@ private:
     lists::ListSession lists_;
     std::vector<Page> pages_;
     StartPage *start_ = nullptr;
+    FarmBar *bar_ = nullptr;
     int shownPage_ = 0;
     bool hasDatabases_ = false;
     bool windowLeft_ = false;

@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <map>
 #include <memory>
 
@@ -34,7 +35,7 @@ struct PageLine {
 /// What a page shows of its rows, and in which order.
 struct Arrangement {
     /// Lines with this text in any column; empty for all.
-    QString filter;
+    QString filter = {};
     bool activeOnly = false;
     int column = 0;
     bool descending = false;
@@ -53,11 +54,17 @@ public:
     const std::vector<PageColumn> &columns() const { return columns_; }
     /// The list whose workbook or sheet is opened here by default.
     lists::List list() const { return list_; }
+    /// Where a new line begins. The farm of a block is the chosen one unless it is typed.
+    int firstColumn() const
+    {
+        const auto typed = std::find_if(columns_.begin(), columns_.end(), [](const PageColumn &one) { return !one.isDerived; });
+        return list_ == lists::List::Blocks ? lists::tableOf(list_).nameColumn : static_cast<int>(typed - columns_.begin());
+    }
     bool hasActive() const { return lists::tableOf(list_).activeColumn >= 0; }
 
     virtual std::vector<PageLine> lines(const lists::FarmLists &lists, const Arrangement &arrangement) const = 0;
     /// Whether lines stay where they are when others are added, until they are sorted again.
-    virtual bool keepsLines() const = 0;
+    virtual bool hasStableOrder() const = 0;
     virtual bool isEditable(const PageLine &line, int column) const = 0;
     /// What typed cells mean: a change of a stored line, or a new row.
     virtual lists::GivenList typed(const PageLine &line, const TypedCells &cells) const = 0;

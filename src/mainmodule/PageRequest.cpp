@@ -24,7 +24,7 @@ PageRequest::PageRequest(const QString &appPath, QObject *parent) : QObject(pare
     // One that was left while no copy ran is out of date.
     QFile::remove(fileIn(appPath_));
     watcher_.addPath(appPath_);
-    connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, &PageRequest::look);
+    connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, &PageRequest::readRequest);
 }
 
 void PageRequest::leave(const QString &appPath, const QString &page)
@@ -32,7 +32,7 @@ void PageRequest::leave(const QString &appPath, const QString &page)
     basic::writeLine(fileIn(appPath), page);
 }
 
-void PageRequest::look()
+void PageRequest::readRequest()
 {
     const QString path = fileIn(appPath_);
     if (!QFile::exists(path)) {

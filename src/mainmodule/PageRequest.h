@@ -22,7 +22,7 @@ Q_SIGNALS:
     void requested(const QString &page);
 
 private:
-    void look();
+    void readRequest();
 
     QString appPath_;
     QFileSystemWatcher watcher_;

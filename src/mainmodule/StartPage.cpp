@@ -15,6 +15,9 @@ namespace mainmodule
 namespace
 {
 
+/// Beyond it the buttons are too far from their texts.
+constexpr int WidestSteps = 860;
+
 struct StepTexts {
     StartStep step;
     const char *title;
@@ -89,12 +92,16 @@ StartPage::StartPage(QWidget *parent) : QWidget(parent), lead_(new QLabel(this))
     grid->setHorizontalSpacing(16);
     grid->setVerticalSpacing(12);
     grid->setColumnStretch(1, 1);
+    auto *steps = new QWidget(this);
+    steps->setMaximumWidth(WidestSteps);
+    steps->setLayout(grid);
+    grid->setContentsMargins({});
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(24, 12, 24, 16);
     layout->setSpacing(16);
     layout->addWidget(title);
     layout->addWidget(lead_);
-    layout->addLayout(grid);
+    layout->addWidget(steps);
     layout->addStretch(1);
     int number = 0;
     for (const StepTexts &texts : Steps) {
@@ -115,6 +122,7 @@ void StartPage::addRow(StartStep step, const QString &number)
             new QPushButton(tr(texts.button), this)};
     setRole(*row.number, "value");
     setRole(*row.state, "caption");
+    row.button->setAutoDefault(true);
     row.button->setObjectName(QLatin1String(texts.name));
     connect(row.button, &QPushButton::clicked, this, [this, step] { Q_EMIT stepRequested(step); });
     rows_.push_back(row);

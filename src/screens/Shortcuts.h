@@ -15,8 +15,8 @@ struct KeyLine {
 
 enum class KeyProgram { Monitoring, MainModule };
 
-/// The keys of one screen, or of one part of it. The owner is the screen's class name, or
-/// "Everywhere" and "Grid", which hold in both programs.
+/// The keys of one screen, or of one part of it. The owner is the screen's class name, or "Everywhere" and "Grid", which hold in
+/// both programs.
 struct KeyGroup {
     KeyProgram program = KeyProgram::Monitoring;
     QString owner;

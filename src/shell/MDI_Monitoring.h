@@ -46,10 +46,10 @@ public:
     bool menuIsOpen() const;
     /// Text of the status line.
     QString statusText() const;
-    /// Replaces the desktop as the launcher of workbooks; must outlive the window.
     /// Starts the main module on a page and returns why it could not, else an empty text.
     using MainModuleStarter = std::function<QString(const QString &page)>;
     void setMainModuleStarter(MainModuleStarter starter) { startMainModule_ = std::move(starter); }
+    /// Replaces the desktop as the launcher of workbooks; must outlive the window.
     void setLauncher(excel::Launcher &launcher) { launcher_ = &launcher; }
     /// Updates the pest database's copy of the plantings; part of the load.
     void Update_TempBlock();

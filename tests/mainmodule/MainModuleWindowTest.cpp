@@ -1,0 +1,375 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "mainmodule/MainModuleWindow.h"
+#include "fakes/QueuedDialogs.h"
+#include "mainmodule/FaultPanel.h"
+#include "mainmodule/ImportDialog.h"
+#include "mainmodule/ListPage.h"
+#include "platform/controls/FlexGrid.h"
+#include "platform/controls/ItemCombo.h"
+#include "platform/dao/Workspace.h"
+#include "shell/FarmApplication.h"
+#include "support/TemporaryFarm.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QTest>
+#include <QTimer>
+
+using controls::FlexGrid;
+using mainmodule::MainModuleWindow;
+using store::DatabaseFile;
+
+/// The lists in their window, driven by keys; another program may write the same files.
+class MainModuleWindowTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void typedLinesAreStored();
+    void refusedTextStaysOpen();
+    void incompleteLineWaits();
+    void pasteAndUndo();
+    void refusedPasteIsReviewed();
+    void filterAndSort();
+    void yesAndNoByTheSpaceBar();
+    void rowInUseIsMadeInactive();
+    void otherProgramsChangeIsShownNotOverwritten();
+    void otherProgramsRowsShowOnReturn();
+    void fileThatCannotBeWrittenIsOnlyShown();
+    void handOffFilesFollowTheChoice();
+    void newOfficeBeginsWithEmptyDatabases();
+    void closingAsksForIncompleteLines();
+
+private:
+    void show(const QString &page);
+    template <typename Widget> Widget &control(const char *name) const
+    {
+        QWidget *page = window_->findChild<QStackedWidget *>(QStringLiteral("pages"))->currentWidget();
+        auto *found = page->findChild<Widget *>(QLatin1String(name));
+        found = found ? found : window_->findChild<Widget *>(QLatin1String(name));
+        Q_ASSERT(found != nullptr);
+        return *found;
+    }
+    FlexGrid &grid() const { return control<FlexGrid>("grdList"); }
+    static void keys(std::initializer_list<Qt::Key> pressed);
+    static void type(const QString &text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+    static void pasteText(const QString &text);
+    static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    }
+    QStringList shown(int column) const;
+    QStringList blocks()
+    {
+        return farm_->rows(DatabaseFile::Main, QStringLiteral("Select Block, NoofMpoints from tblBlock order by BlockID"));
+    }
+    static void leaveAndReturn()
+    {
+        Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+        Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+    }
+
+    std::unique_ptr<TemporaryFarm> farm_;
+    std::unique_ptr<QueuedDialogs> dialogs_;
+    std::unique_ptr<MainModuleWindow> window_;
+};
+
+void MainModuleWindowTest::init()
+{
+    farm_ = std::make_unique<TemporaryFarm>();
+    farm_->addFarm(QStringLiteral("Riverbend"));
+    farm_->addFarm(QStringLiteral("Ridge"));
+    farm_->addBlock({QStringLiteral("Dam"), 1, 8, true});
+    farm_->addBlock({QStringLiteral("Hill"), 1, 5, true});
+    dialogs_ = std::make_unique<QueuedDialogs>();
+    window_ = std::make_unique<MainModuleWindow>(*dialogs_);
+}
+
+void MainModuleWindowTest::cleanup()
+{
+    QVERIFY(dialogs_->allAsExpected());
+    window_.reset();
+    farm_.reset();
+}
+
+void MainModuleWindowTest::show(const QString &page)
+{
+    window_->load(farm_->appPath(), page);
+    window_->resize(1366, 738);
+    window_->show();
+    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+}
+
+void MainModuleWindowTest::keys(std::initializer_list<Qt::Key> pressed)
+{
+    for (const Qt::Key key : pressed) {
+        press(key);
+    }
+}
+
+void MainModuleWindowTest::pasteText(const QString &text)
+{
+    QGuiApplication::clipboard()->setText(text);
+    press(Qt::Key_V, Qt::ControlModifier);
+}
+
+QStringList MainModuleWindowTest::shown(int column) const
+{
+    QStringList texts;
+    for (int row = 1; row < grid().Rows(); ++row) {
+        texts.append(grid().TextMatrix(row, column));
+    }
+    return texts;
+}
+
+void MainModuleWindowTest::typedLinesAreStored()
+{
+    show(QStringLiteral("blocks"));
+    press(Qt::Key_Insert);
+    type(QStringLiteral("Weir"));
+    press(Qt::Key_Tab);
+    QCOMPARE(blocks().last(), QStringLiteral("Weir|5"));
+    type(QStringLiteral("12"));
+    press(Qt::Key_Return);
+    QCOMPARE(blocks(), QStringList({"Dam|8", "Hill|5", "Weir|12"}));
+    // Esc restores, and the cell above is reached by the keys.
+    press(Qt::Key_Up);
+    type(QStringLiteral("99"));
+    press(Qt::Key_Escape);
+    QCOMPARE(shown(2), QStringList({"8", "5", "12", ""}));
+}
+
+void MainModuleWindowTest::refusedTextStaysOpen()
+{
+    show(QStringLiteral("blocks"));
+    grid().setCell(1, 2);
+    type(QStringLiteral("501"));
+    press(Qt::Key_Return);
+    QVERIFY(window_->statusText().contains(QLatin1String("from 1 to 500")));
+    QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("txtG1"));
+    // Another page waits for it too.
+    window_->showPage(QStringLiteral("workers"));
+    QCOMPARE(window_->pageName(), QStringLiteral("blocks"));
+    press(Qt::Key_Backspace);
+    press(Qt::Key_Return);
+    QCOMPARE(blocks().front(), QStringLiteral("Dam|50"));
+}
+
+void MainModuleWindowTest::incompleteLineWaits()
+{
+    farm_->addVariety(QStringLiteral("Citrus"), QStringLiteral("Orange"), QStringLiteral("Valencia"));
+    show(QStringLiteral("planted-blocks"));
+    press(Qt::Key_Insert);
+    type(QStringLiteral("dam"));
+    press(Qt::Key_Tab);
+    QVERIFY2(window_->statusText().contains(QLatin1String("Planted block, Variety")), qPrintable(window_->statusText()));
+    type(QStringLiteral("Dam upper"));
+    keys({Qt::Key_Tab});
+    QCOMPARE(farm_->count(QStringLiteral("tblBlockPlant")), 0);
+    type(QStringLiteral("Val"));
+    press(Qt::Key_Tab);
+    QCOMPARE(farm_->rows(DatabaseFile::Main, QStringLiteral("Select PBlock, BlockID, CrVaID from tblBlockPlant")),
+             QStringList("Dam upper|1|1"));
+    QCOMPARE(grid().TextMatrix(1, 4), QStringLiteral("Orange"));
+}
+
+void MainModuleWindowTest::pasteAndUndo()
+{
+    show(QStringLiteral("blocks"));
+    press(Qt::Key_Insert);
+    QString rows = QStringLiteral("Block name\tMonitoring points\n");
+    for (int i = 1; i <= 30; ++i) {
+        rows += QStringLiteral("Block %1\t%2\n").arg(i).arg(i);
+    }
+    pasteText(rows);
+    QCOMPARE(farm_->count(QStringLiteral("tblBlock")), 32);
+    QVERIFY2(window_->statusText().contains(QLatin1String("30 new")), qPrintable(window_->statusText()));
+    press(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(blocks(), QStringList({"Dam|8", "Hill|5"}));
+    press(Qt::Key_Y, Qt::ControlModifier);
+    QCOMPARE(farm_->count(QStringLiteral("tblBlock")), 32);
+    QCOMPARE(grid().Rows(), 34);
+}
+
+void MainModuleWindowTest::refusedPasteIsReviewed()
+{
+    show(QStringLiteral("blocks"));
+    press(Qt::Key_Insert);
+    for (const bool writes : {false, true}) {
+        QString title;
+        QTimer::singleShot(0, this, [&] {
+            auto *dialog = qobject_cast<mainmodule::ImportDialog *>(QApplication::activeModalWidget());
+            title = dialog->findChild<QLabel *>(QStringLiteral("screenTitle"))->text();
+            dialog->findChild<QPushButton *>(writes ? QStringLiteral("cmdWrite") : QStringLiteral("cmdCancel"))->click();
+        });
+        pasteText(QStringLiteral("Weir\t7\nLow\t0\n"));
+        QCOMPARE(title, QStringLiteral("1 new, 0 changed, 1 refused"));
+        QCOMPARE(farm_->count(QStringLiteral("tblBlock")), writes ? 3 : 2);
+    }
+    // What was refused remains in view.
+    QVERIFY(control<mainmodule::FaultPanel>("faultPanel").isVisible());
+    const auto &faults = control<FlexGrid>("grdFaults");
+    QCOMPARE(faults.TextMatrix(1, 3), QStringLiteral("0"));
+    control<QPushButton>("cmdCopyFaults").click();
+    QVERIFY(QGuiApplication::clipboard()->text().contains(QLatin1String("from 1 to 500")));
+}
+
+void MainModuleWindowTest::filterAndSort()
+{
+    show(QStringLiteral("blocks"));
+    press(Qt::Key_F, Qt::ControlModifier);
+    type(QStringLiteral("hi"));
+    QCOMPARE(shown(1), QStringList({"Hill", ""}));
+    control<QLineEdit>("txtFilter").clear();
+    grid().setFocus();
+    grid().setCell(1, 2);
+    press(Qt::Key_F3);
+    QCOMPARE(shown(1), QStringList({"Hill", "Dam", ""}));
+    press(Qt::Key_F3);
+    QCOMPARE(shown(1), QStringList({"Dam", "Hill", ""}));
+    // A line stays in its row while it is typed into, until it is sorted again.
+    grid().setCell(1, 2);
+    type(QStringLiteral("1"));
+    press(Qt::Key_Return);
+    QCOMPARE(shown(1), QStringList({"Dam", "Hill", ""}));
+}
+
+void MainModuleWindowTest::yesAndNoByTheSpaceBar()
+{
+    show(QStringLiteral("blocks"));
+    grid().setCell(1, 3);
+    press(Qt::Key_Space);
+    QCOMPARE(farm_->count(QStringLiteral("tblBlock"), QStringLiteral("active = False")), 1);
+    control<QCheckBox>("chkActive").setChecked(true);
+    QCOMPARE(shown(1), QStringList({"Hill", ""}));
+}
+
+void MainModuleWindowTest::rowInUseIsMadeInactive()
+{
+    const int pest = farm_->addTarget(QStringLiteral("Red scale"));
+    farm_->addInstruction({.blocks = {{1, 2}}, .targets = {pest}});
+    show(QStringLiteral("blocks"));
+    press(Qt::Key_A, Qt::ControlModifier);
+    press(Qt::Key_Delete, Qt::ControlModifier);
+    QCOMPARE(blocks(), QStringList("Dam|8"));
+    QCOMPARE(shown(3), QStringList({"No", ""}));
+    QVERIFY(control<FlexGrid>("grdFaults").TextMatrix(1, 4).contains(QLatin1String("1 instruction")));
+    press(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(blocks(), QStringList({"Dam|8", "Hill|5"}));
+    QCOMPARE(shown(3), QStringList({"Yes", "Yes", ""}));
+}
+
+void MainModuleWindowTest::otherProgramsChangeIsShownNotOverwritten()
+{
+    show(QStringLiteral("blocks"));
+    grid().setCell(1, 1);
+    type(QStringLiteral("Weir"));
+    farm_->session.dbMain->Execute(QStringLiteral("UPDATE tblBlock SET Block = 'Lower dam' where BlockID = 1"));
+    press(Qt::Key_Return);
+    QCOMPARE(blocks().front(), QStringLiteral("Lower dam|8"));
+    QCOMPARE(shown(1), QStringList({"Lower dam", "Hill", ""}));
+    QVERIFY2(control<FlexGrid>("grdFaults").TextMatrix(1, 4).contains(QLatin1String("Another program")),
+             qPrintable(control<FlexGrid>("grdFaults").TextMatrix(1, 4)));
+}
+
+void MainModuleWindowTest::otherProgramsRowsShowOnReturn()
+{
+    show(QStringLiteral("blocks"));
+    farm_->addBlock({QStringLiteral("Vlei"), 1, 3, true});
+    leaveAndReturn();
+    QCOMPARE(shown(1), QStringList({"Dam", "Hill", "Vlei", ""}));
+    // Not under what is being typed.
+    grid().setCell(1, 1);
+    type(QStringLiteral("W"));
+    farm_->addBlock({QStringLiteral("Low"), 1, 3, true});
+    leaveAndReturn();
+    QCOMPARE(grid().Rows(), 5);
+    press(Qt::Key_Escape);
+}
+
+void MainModuleWindowTest::fileThatCannotBeWrittenIsOnlyShown()
+{
+    show(QStringLiteral("blocks"));
+    window_->session().dbMain.set(nullptr);
+    window_->session().dbMain.set(
+        dao::Workspace::OpenDatabase(farm_->filePath(DatabaseFile::Main), false, true, store::connectText()));
+    leaveAndReturn();
+    window_->showPage(QStringLiteral("blocks"));
+    const auto &obstacle = control<QLabel>("lblObstacle");
+    QVERIFY(obstacle.isVisible() && obstacle.text().startsWith(QLatin1String("ZN4.mdb cannot be written")));
+    grid().setCell(1, 1);
+    type(QStringLiteral("Weir"));
+    press(Qt::Key_Return);
+    QVERIFY2(window_->statusText().startsWith(QLatin1String("Not saved: ")), qPrintable(window_->statusText()));
+    QCOMPARE(blocks().front(), QStringLiteral("Dam|8"));
+    press(Qt::Key_Escape);
+    QCOMPARE(shown(1).front(), QStringLiteral("Dam"));
+}
+
+void MainModuleWindowTest::handOffFilesFollowTheChoice()
+{
+    farm_->add(u"tblYear", {{u"FYear", QStringLiteral("2026/2027")}});
+    farm_->add(u"tblYear", {{u"FYear", QStringLiteral("2027/2028")}});
+    int starts = 0;
+    window_->setMonitoringStarter([&] {
+        ++starts;
+        return QString();
+    });
+    show(QStringLiteral("start"));
+    auto &farms = control<controls::ItemCombo>("cmbFarm");
+    farms.setListIndex(farms.findText(QStringLiteral("Ridge")));
+    control<QPushButton>("cmdMonitoring").click();
+    QCOMPARE(starts, 1);
+    const auto line = [this](const char *name) {
+        QFile file(farm_->appPath() + u'/' + QLatin1String(name));
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).trimmed() : QStringLiteral("none");
+    };
+    QCOMPARE(line("Findfarm.txt"), QStringLiteral("Ridge"));
+    QCOMPARE(line("FindfarmID.txt"), QStringLiteral("2"));
+    QCOMPARE(line("Findyear.txt"), QStringLiteral("2027/2028"));
+    QCOMPARE(line("FindyearID.txt"), QStringLiteral("2027"));
+}
+
+void MainModuleWindowTest::newOfficeBeginsWithEmptyDatabases()
+{
+    const QTemporaryDir folder;
+    window_->load(folder.path());
+    window_->show();
+    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+    window_->showPage(QStringLiteral("blocks"));
+    QCOMPARE(window_->pageName(), QStringLiteral("start"));
+    press(Qt::Key_Return);
+    QVERIFY(QFile::exists(folder.filePath(QStringLiteral("Databases/PestMon.mdb"))));
+    // The next step has the focus.
+    press(Qt::Key_Return);
+    type(QStringLiteral("Riverbend"));
+    press(Qt::Key_Return);
+    QCOMPARE(control<controls::ItemCombo>("cmbFarm").Text(), QStringLiteral("Riverbend"));
+}
+
+void MainModuleWindowTest::closingAsksForIncompleteLines()
+{
+    show(QStringLiteral("pests"));
+    press(Qt::Key_Insert);
+    type(QStringLiteral("Red scale"));
+    dialogs_->queueAnswer(controls::Answer::No);
+    QVERIFY(!window_->close());
+    QVERIFY(dialogs_->takeLastText().startsWith(QLatin1String("One line is not complete")));
+    QCOMPARE(shown(0), QStringList({"Red scale", ""}));
+    dialogs_->queueAnswer(controls::Answer::Yes);
+    QVERIFY(window_->close());
+}
+
+int main(int argc, char **argv)
+{
+    FarmApplication application(argc, argv);
+    MainModuleWindowTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "MainModuleWindowTest.moc"
