@@ -25,6 +25,7 @@
 #include <QDir>
 #include <QPushButton>
 #include <QShortcut>
+#include <QSignalBlocker>
 
 #include <algorithm>
 
@@ -254,7 +255,8 @@ void MainModuleWindow::showPage(const QString &name)
 void MainModuleWindow::pageChosen(int index)
 {
     if (index < 0 || (index != shownPage_ && !leavePage())) {
-        // What is being typed is refused: the page stays until it is corrected.
+        // What is being typed is refused: the page is not left until it is corrected.
+        const QSignalBlocker block(ui_->lstPages);
         ui_->lstPages->setCurrentRow(shownPage_);
         return;
     }

@@ -58,17 +58,34 @@ private:
     }
     FlexGrid &grid() const { return control<FlexGrid>("grdList"); }
     static void keys(std::initializer_list<Qt::Key> pressed);
-    static void type(const QString &text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+    /// Each character goes to whatever has the focus by then.
+    static void type(const QString &text)
+    {
+        for (const QChar c : text) {
+            QTest::keyClick(QApplication::focusWidget(), c.toLatin1());
+        }
+    }
     static void pasteText(const QString &text);
     static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
     }
     QStringList shown(int column) const;
-    QStringList blocks()
+    /// What is stored, read by the window's own handle: a Jet file has one writer at a time.
+    QStringList rows(const QString &sql) const
     {
-        return farm_->rows(DatabaseFile::Main, QStringLiteral("Select Block, NoofMpoints from tblBlock order by BlockID"));
+        QStringList found;
+        for (dao::Recordset read = window_->session().dbMain->OpenRecordset(sql); !read.Eof(); read.MoveNext()) {
+            QStringList texts;
+            for (int field = 0; field < read.fieldCount(); ++field) {
+                texts.append(read.text(field));
+            }
+            found.append(texts.join(u'|'));
+        }
+        return found;
     }
+    QStringList blocks() const { return rows(QStringLiteral("Select Block, NoofMpoints from tblBlock order by BlockID")); }
+    static bool isOnJet() { return TemporaryFarm::kind() == dao::FileKind::Jet; }
     static void leaveAndReturn()
     {
         Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
@@ -100,6 +117,9 @@ void MainModuleWindowTest::cleanup()
 
 void MainModuleWindowTest::show(const QString &page)
 {
+    if (isOnJet()) {
+        farm_->close();
+    }
     window_->load(farm_->appPath(), page);
     window_->resize(1366, 738);
     window_->show();
@@ -171,11 +191,10 @@ void MainModuleWindowTest::incompleteLineWaits()
     QVERIFY2(window_->statusText().contains(QLatin1String("Planted block, Variety")), qPrintable(window_->statusText()));
     type(QStringLiteral("Dam upper"));
     keys({Qt::Key_Tab});
-    QCOMPARE(farm_->count(QStringLiteral("tblBlockPlant")), 0);
+    QCOMPARE(rows(QStringLiteral("Select BlockPID from tblBlockPlant")).size(), 0);
     type(QStringLiteral("Val"));
     press(Qt::Key_Tab);
-    QCOMPARE(farm_->rows(DatabaseFile::Main, QStringLiteral("Select PBlock, BlockID, CrVaID from tblBlockPlant")),
-             QStringList("Dam upper|1|1"));
+    QCOMPARE(rows(QStringLiteral("Select PBlock, BlockID, CrVaID from tblBlockPlant")), QStringList("Dam upper|1|1"));
     QCOMPARE(grid().TextMatrix(1, 4), QStringLiteral("Orange"));
 }
 
@@ -188,12 +207,12 @@ void MainModuleWindowTest::pasteAndUndo()
         rows += QStringLiteral("Block %1\t%2\n").arg(i).arg(i);
     }
     pasteText(rows);
-    QCOMPARE(farm_->count(QStringLiteral("tblBlock")), 32);
+    QCOMPARE(blocks().size(), 32);
     QVERIFY2(window_->statusText().contains(QLatin1String("30 new")), qPrintable(window_->statusText()));
     press(Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(blocks(), QStringList({"Dam|8", "Hill|5"}));
     press(Qt::Key_Y, Qt::ControlModifier);
-    QCOMPARE(farm_->count(QStringLiteral("tblBlock")), 32);
+    QCOMPARE(blocks().size(), 32);
     QCOMPARE(grid().Rows(), 34);
 }
 
@@ -202,6 +221,8 @@ void MainModuleWindowTest::refusedPasteIsReviewed()
     show(QStringLiteral("blocks"));
     press(Qt::Key_Insert);
     for (const bool writes : {false, true}) {
+        window_->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window_.get()));
         QString title;
         QTimer::singleShot(0, this, [&] {
             auto *dialog = qobject_cast<mainmodule::ImportDialog *>(QApplication::activeModalWidget());
@@ -210,7 +231,7 @@ void MainModuleWindowTest::refusedPasteIsReviewed()
         });
         pasteText(QStringLiteral("Weir\t7\nLow\t0\n"));
         QCOMPARE(title, QStringLiteral("1 new, 0 changed, 1 refused"));
-        QCOMPARE(farm_->count(QStringLiteral("tblBlock")), writes ? 3 : 2);
+        QCOMPARE(blocks().size(), writes ? 3 : 2);
     }
     // What was refused remains in view.
     QVERIFY(control<mainmodule::FaultPanel>("faultPanel").isVisible());
@@ -245,7 +266,7 @@ void MainModuleWindowTest::yesAndNoByTheSpaceBar()
     show(QStringLiteral("blocks"));
     grid().setCell(1, 3);
     press(Qt::Key_Space);
-    QCOMPARE(farm_->count(QStringLiteral("tblBlock"), QStringLiteral("active = False")), 1);
+    QCOMPARE(rows(QStringLiteral("Select Block from tblBlock where active = False")), QStringList("Dam"));
     control<QCheckBox>("chkActive").setChecked(true);
     QCOMPARE(shown(1), QStringList({"Hill", ""}));
 }
@@ -270,6 +291,16 @@ void MainModuleWindowTest::otherProgramsChangeIsShownNotOverwritten()
     show(QStringLiteral("blocks"));
     grid().setCell(1, 1);
     type(QStringLiteral("Weir"));
+    if (isOnJet()) {
+        // A program that has the file open keeps this one from writing it, which is said; nothing is lost.
+        farm_->open();
+        press(Qt::Key_Return);
+        QVERIFY2(window_->statusText().contains(QLatin1String("has the file open")), qPrintable(window_->statusText()));
+        farm_->close();
+        press(Qt::Key_Return);
+        QCOMPARE(blocks().front(), QStringLiteral("Weir|8"));
+        return;
+    }
     farm_->session.dbMain->Execute(QStringLiteral("UPDATE tblBlock SET Block = 'Lower dam' where BlockID = 1"));
     press(Qt::Key_Return);
     QCOMPARE(blocks().front(), QStringLiteral("Lower dam|8"));
@@ -280,6 +311,9 @@ void MainModuleWindowTest::otherProgramsChangeIsShownNotOverwritten()
 
 void MainModuleWindowTest::otherProgramsRowsShowOnReturn()
 {
+    if (isOnJet()) {
+        QSKIP("The file has one writer at a time.");
+    }
     show(QStringLiteral("blocks"));
     farm_->addBlock({QStringLiteral("Vlei"), 1, 3, true});
     leaveAndReturn();
