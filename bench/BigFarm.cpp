@@ -51,10 +51,13 @@ void fillPest(RawSqlite &file, int instructions)
          "PMYesUpper) "
          "SELECT 1 + (i - 1) / 100, 1 + (1 + (i - 1) / 100) % 500, 1 + i % 5, 1 + ((i - 1) / 5) % 20, i % 9, 0, 0, 0, 0, 0 FROM "
          "n");
-    fill(file, 5 * instructions,
-         "INSERT INTO tblPMDataMax (PMTransID, BlockID, CTargetID, PMCountMax, PMCountUnderMax, PMCountUpperMax, PMYesMax, "
-         "PMYesUnderMax, "
-         "PMYesUpperMax) SELECT 1 + (i - 1) / 5, 1 + (1 + (i - 1) / 5) % 500, 1 + i % 5, i % 90, 0, 0, 0, 0, 0 FROM n");
+    // A total row for each detail row; only the first row of a pest holds its total.
+    fill(
+        file, 100 * instructions,
+        "INSERT INTO tblPMDataMax (PMTransID, BlockID, CTargetID, PMCountMax, PMCountUnderMax, PMCountUpperMax, PMYesMax, "
+        "PMYesUnderMax, PMYesUpperMax) "
+        "SELECT 1 + (i - 1) / 100, 1 + (1 + (i - 1) / 100) % 500, 1 + i % 5, CASE WHEN (i - 1) % 100 < 5 THEN i % 90 ELSE 0 END, "
+        "0, 0, 0, 0, 0 FROM n");
     file.run("COMMIT");
 }
 

@@ -3,6 +3,9 @@
 
 #include "menu/MenuEntries.h"
 
+#include <QCoreApplication>
+#include <QDir>
+
 #include <map>
 
 BigProgram::BigProgram(int instructions) : farm(instructions)
@@ -11,6 +14,11 @@ BigProgram::BigProgram(int instructions) : farm(instructions)
     window->load(farm.folder());
     window->resize(1366, 768);
     window->show();
+    // The copy of the day takes turns with the writes that are measured.
+    constexpr int pollMilliseconds = 100;
+    while (QDir(farm.folder() + QStringLiteral("/Databases/Backups")).entryList({QStringLiteral("PestMon*.mdb")}).isEmpty()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, pollMilliseconds);
+    }
 }
 
 namespace

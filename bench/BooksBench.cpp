@@ -26,18 +26,18 @@ public:
 };
 
 /// As printBlockSheets, the queries left out.
-void writeBlockSheets(const QString &path, const FieldSheetData &data, const std::vector<SheetBlock> &blocks)
+void writeBlockSheets(const QString &path, const reports::FieldSheetData &data, const std::vector<reports::SheetBlock> &blocks)
 {
     excel::Application application;
     excel::Workbook workbook = application.Workbooks().Add();
-    REPORT_HideExcel(application, true);
+    reports::REPORT_HideExcel(application, true);
     excel::Worksheet sheet = workbook.Worksheets(1);
-    for (const SheetBlock &block : blocks) {
+    for (const reports::SheetBlock &block : blocks) {
         QString tested = block.name;
-        sheet.setName(REPORT_SafeSheetName(workbook, tested));
-        Print_Block_Sheet(sheet, data, block, SheetKind::Count);
-        setUpBlockSheet(application, sheet);
-        REPORT_AddSheet(workbook);
+        sheet.setName(reports::REPORT_SafeSheetName(workbook, tested));
+        reports::Print_Block_Sheet(sheet, data, block, reports::SheetKind::Count);
+        reports::setUpBlockSheet(application, sheet);
+        reports::REPORT_AddSheet(workbook);
         sheet = workbook.Worksheets(workbook.Sheets().Count());
     }
     workbook.SaveAs(path, excel::xlOpenXMLWorkbook);
@@ -49,13 +49,14 @@ void blockSheets(benchmark::State &state)
     constexpr int Points = 20;
     constexpr int Pests = 15;
     const QTemporaryDir folder(QDir::current().filePath(QStringLiteral("books-XXXXXX")));
-    FieldSheetData data{.farm = QStringLiteral("Farm"), .completion = QDate(2026, 11, 23), .person = QStringLiteral("Anna")};
+    reports::FieldSheetData data{
+        .farm = QStringLiteral("Farm"), .completion = QDate(2026, 11, 23), .person = QStringLiteral("Anna")};
     for (int pest = 1; pest <= Pests; ++pest) {
         data.pests.push_back(QStringLiteral("Pest %1").arg(pest));
     }
-    std::vector<SheetBlock> blocks;
+    std::vector<reports::SheetBlock> blocks;
     for (int block = 1; block <= Blocks; ++block) {
-        SheetBlock made{.name = QStringLiteral("Block %1").arg(block), .varieties = {QStringLiteral("Variety")}};
+        reports::SheetBlock made{.name = QStringLiteral("Block %1").arg(block), .varieties = {QStringLiteral("Variety")}};
         for (int point = 1; point <= Points; ++point) {
             made.points.push_back(point);
         }
@@ -71,9 +72,9 @@ constexpr int RowsOfTable = 600;
 constexpr int LinesOfTable = 597;
 constexpr int PointsOfLine = 9;
 
-std::vector<PestRecord> recordsOfTable()
+std::vector<reports::PestRecord> recordsOfTable()
 {
-    std::vector<PestRecord> records;
+    std::vector<reports::PestRecord> records;
     for (int line = 0; line < LinesOfTable; ++line) {
         for (int point = 1; point <= PointsOfLine; ++point) {
             records.push_back({.completed = basic::SerialDate(43000.0 + line),
@@ -105,24 +106,24 @@ void recordsSheet(benchmark::State &state)
     const auto tables = static_cast<int>(state.range(0)) / RowsOfTable;
     const QTemporaryDir folder(QDir::current().filePath(QStringLiteral("books-XXXXXX")));
     const QString path = folder.filePath(QStringLiteral("ours.xls"));
-    RecordsOrder order{.farm = QStringLiteral("Farm"), .from = QDate(2017, 1, 1), .to = QDate(2019, 12, 31)};
+    reports::RecordsOrder order{.farm = QStringLiteral("Farm"), .from = QDate(2017, 1, 1), .to = QDate(2019, 12, 31)};
     order.pests.push_back({.key = 1, .name = QStringLiteral("Pest"), .chosen = true});
     for (int block = 1; block <= tables; ++block) {
         order.blocks.push_back({.key = block, .name = QStringLiteral("Block %1").arg(block), .chosen = true});
     }
-    const std::vector<PestRecord> records = recordsOfTable();
-    const RecordsSource source{.pointsOfPest = [](std::int32_t) { return PointsOfLine; },
-                               .records = [&records](std::int32_t, std::int32_t) { return records; }};
+    const std::vector<reports::PestRecord> records = recordsOfTable();
+    const reports::RecordsSource source{.pointsOfPest = [](std::int32_t) { return PointsOfLine; },
+                                        .records = [&records](std::int32_t, std::int32_t) { return records; }};
     double otherPeak = 0;
     forgetPeak();
-    compareTold(
+    compareTimed(
         state,
         [&] {
             excel::Application application;
             excel::Workbook workbook = application.Workbooks().Add();
             application.setDisplayAlerts(false);
-            RecordsSheet sheet(application);
-            writeRecords(sheet, order, source, [](double) {});
+            reports::RecordsSheet sheet(application);
+            reports::writeRecords(sheet, order, source, [](double) {});
             workbook.SaveAs(path, excel::xlExcel8);
             state.counters["rows"] = sheet.row();
         },
@@ -145,7 +146,7 @@ void wholeReport(benchmark::State &state)
     const QString appPath = program().farm.folder();
     QDir(appPath).mkpath(QStringLiteral("Templates"));
     QFile::copy(QStringLiteral(TEMPLATES_FOLDER "/Analysis.xls"), appPath + QStringLiteral("/Templates/Analysis.xls"));
-    RecordsOrder order{.farm = QStringLiteral("Farm"), .from = QDate(2000, 1, 1), .to = QDate(2060, 1, 1)};
+    reports::RecordsOrder order{.farm = QStringLiteral("Farm"), .from = QDate(2000, 1, 1), .to = QDate(2060, 1, 1)};
     for (int pest = 1; pest <= Pests; ++pest) {
         order.pests.push_back({.key = pest, .name = QStringLiteral("Pest %1").arg(pest), .chosen = true});
     }
@@ -161,7 +162,7 @@ void wholeReport(benchmark::State &state)
     QDir reports(appPath + QStringLiteral("/Reports/Pest Monitor Reports"));
     forgetPeak();
     compare(
-        state, [&] { printRecords(*program().window, order); },
+        state, [&] { reports::printRecords(*program().window, order); },
         [&] {
             for (int pest = 1; pest <= Pests; ++pest) {
                 raw.step(points, {pest});

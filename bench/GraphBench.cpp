@@ -42,6 +42,7 @@ void readSeries(benchmark::State &state, const GraphCriteria &criteria, const QS
     RawSqlite raw(program.farm.pestFile());
     sqlite3_stmt *rows = raw.prepare(qPrintable(baseline));
     int touched = 0;
+    forgetPeak();
     compare(
         state, [&] { benchmark::DoNotOptimize(readGraphData(criteria, program.window->objPestMON(), session)); },
         [&] {
@@ -51,6 +52,7 @@ void readSeries(benchmark::State &state, const GraphCriteria &criteria, const QS
             }
         });
     state.counters["rows"] = touched;
+    state.counters["peak_MB"] = peakMegabytes();
 }
 
 void pointsOfBlock(benchmark::State &state)

@@ -24,10 +24,10 @@ double median(std::vector<double> values)
 
 void compare(benchmark::State &state, const std::function<void()> &ours, const std::function<void()> &baseline)
 {
-    compareTold(state, ours, [&baseline] { return seconds(baseline); });
+    compareTimed(state, ours, [&baseline] { return seconds(baseline); });
 }
 
-void compareTold(benchmark::State &state, const std::function<void()> &ours, const std::function<double()> &baselineSeconds)
+void compareTimed(benchmark::State &state, const std::function<void()> &ours, const std::function<double()> &baselineSeconds)
 {
     std::vector<double> oursTimes;
     std::vector<double> baselineTimes;

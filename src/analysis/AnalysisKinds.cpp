@@ -12,10 +12,9 @@ using Key = AnalysisKind::Key;
 using Status = AnalysisKind::Status;
 
 /// The order of the values differs from writer to writer.
-template <auto Writer> Status writePlant(Store &store, Key &key, Key planting, const AnalysisRecord &r)
+Store::PlantValues plantValues(const AnalysisRecord &r)
 {
-    return (store.*Writer)(key, planting, r.Date, r.Part, r.Season,
-                           {r.N, r.P, r.K, r.Ca, r.Mg, r.Na, r.Mn, r.Fe, r.Cu, r.Zn, r.B});
+    return {r.N, r.P, r.K, r.Ca, r.Mg, r.Na, r.Mn, r.Fe, r.Cu, r.Zn, r.B};
 }
 
 Status writeBasic(Store &store, Key &key, Key planting, const AnalysisRecord &r)
@@ -109,8 +108,14 @@ const std::array<AnalysisKind, 5> Kinds{{
      .sheetTitle = u"Leaf Analysis",
      .sheetHeading = u"Leaf part",
      .list = &Store::Get_MonLeave_for_Period,
-     .add = writePlant<&Store::Add_Leave_Analysis>,
-     .save = writePlant<&Store::Save_Leave_Analysis>,
+     .add =
+         [](Store &store, Key &key, Key planting, const AnalysisRecord &r) {
+             return store.Add_Leave_Analysis(key, planting, r.Date, r.Part, r.Season, plantValues(r));
+         },
+     .save =
+         [](Store &store, Key &key, Key planting, const AnalysisRecord &r) {
+             return store.Save_Leave_Analysis(key, planting, r.Date, r.Part, r.Season, plantValues(r));
+         },
      .remove = &Store::Delete_Leave_Analysis},
     {.mode = u"Fruit",
      .formCaption = u"Fruit analisys",
@@ -132,8 +137,14 @@ const std::array<AnalysisKind, 5> Kinds{{
      .sheetTitle = u"Fruit Analysis",
      .sheetHeading = u"Fruit part",
      .list = &Store::Get_MonFruit_for_Period,
-     .add = writePlant<&Store::Add_Fruit_Analysis>,
-     .save = writePlant<&Store::Save_Fruit_Analysis>,
+     .add =
+         [](Store &store, Key &key, Key planting, const AnalysisRecord &r) {
+             return store.Add_Fruit_Analysis(key, planting, r.Date, r.Part, r.Season, plantValues(r));
+         },
+     .save =
+         [](Store &store, Key &key, Key planting, const AnalysisRecord &r) {
+             return store.Save_Fruit_Analysis(key, planting, r.Date, r.Part, r.Season, plantValues(r));
+         },
      .remove = &Store::Delete_Fruit_Analysis},
     {.mode = u"Basic",
      .formCaption = u"Soil analisys:Basic",

@@ -111,7 +111,7 @@ void writeAnalysisSheet(const excel::Application &application, const AnalysisShe
 
 void printAnalyses(ScreenHost &host, const AnalysisSheet &sheet)
 {
-    TemplateReport report(host, QStringLiteral("Analysis.xls"));
+    reports::TemplateReport report(host, QStringLiteral("Analysis.xls"));
     report.application().setVisible(true);
     const LongWorkWithProgress work(host);
     writeAnalysisSheet(report.application(), sheet,

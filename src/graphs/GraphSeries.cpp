@@ -23,9 +23,7 @@ dao::Recordset openSeries(const GraphCriteria &criteria, clsPestMONNew &objPestM
     if (criteria.axis == GraphAxis::Points) {
         return objPestMON.Get_PestData_for_Block(block, pest, from, to);
     }
-    return criteria.measure == GraphMeasure::Count
-        ? objPestMON.New_Get_PestDataMax_for_Period_Pest_Block(block, pest, from, to)
-        : objPestMON.New_Get_PestDataMaxYesNo_for_Period_Pest_Block(block, pest, from, to);
+    return objPestMON.sumsOfPeriod(criteria.measure == GraphMeasure::Count ? CountMethod : YesNoMethod, block, pest, from, to);
 }
 
 /// The point of a record and the value that it adds.
@@ -36,16 +34,13 @@ public:
         : criteria_(criteria), rows_(rows), completed_(rows.fieldIndex("PMTransDateCom")),
           firstDay_(basic::SerialDate::fromDate(criteria.from).days())
     {
-        const bool points = criteria.axis == GraphAxis::Points;
-        if (criteria.axis == GraphAxis::Week) {
-            pointField_ = rows.fieldIndex("PMTransWeek");
-        } else if (points) {
+        if (criteria.axis == GraphAxis::Points) {
             pointField_ = rows.fieldIndex("PMBPunt");
-        }
-        if (criteria.measure == GraphMeasure::Count) {
-            amount_ = points ? rows.fieldIndex("PMCount") : rows.fieldIndex("PMCountMax");
+            amount_ = rows.fieldIndex(criteria.measure == GraphMeasure::Count ? "PMCount" : "PMYes");
         } else {
-            amount_ = points ? rows.fieldIndex("PMYes") : rows.fieldIndex("PMYesMax");
+            pointField_ = rows.fieldIndex("PMTransWeek");
+            amount_ = rows.fieldIndex("Amount");
+            highest_ = rows.fieldIndex("Highest");
         }
     }
 
@@ -55,10 +50,16 @@ public:
         if (!completed || completed->isZero() || rows_.isNull(amount_)) {
             return;
         }
-        if (criteria_.measure == GraphMeasure::Count) {
+        if (highest_) {
+            // A text in a damaged file is the highest of its group, while the sum would take it for a number.
+            (void)rows_.number(*highest_);
+        }
+        if (criteria_.axis == GraphAxis::Points && criteria_.measure == GraphMeasure::YesNo) {
+            if (rows_.boolean(amount_)) {
+                table.add(point(*completed), series, 1.0);
+            }
+        } else {
             table.add(point(*completed), series, rows_.number(amount_));
-        } else if (rows_.boolean(amount_)) {
-            table.add(point(*completed), series, 1.0);
         }
     }
 
@@ -82,6 +83,7 @@ private:
     int completed_;
     int pointField_ = 0;
     int amount_ = 0;
+    std::optional<int> highest_;
     double firstDay_;
 };
 
@@ -118,7 +120,8 @@ int graphPointCount(const GraphCriteria &criteria, clsPestMONNew &objPestMON, co
     return points == 0 ? DefaultPoints : points;
 }
 
-chart::DataTable readGraphData(const GraphCriteria &criteria, clsPestMONNew &objPestMON, SessionContext &session)
+chart::DataTable readGraphData(const GraphCriteria &criteria, clsPestMONNew &objPestMON, SessionContext &session,
+                               const std::function<void(int)> &beginSeries)
 {
     chart::DataTable GraphData(graphPointCount(criteria, objPestMON, session) + 1, criteria.SeriesCount);
     for (int series = 1; series <= criteria.SeriesCount; ++series) {
@@ -127,6 +130,7 @@ chart::DataTable readGraphData(const GraphCriteria &criteria, clsPestMONNew &obj
         if (criteria.SeriesName[index].isEmpty()) {
             continue;
         }
+        beginSeries(series);
         dao::Recordset rows = openSeries(criteria, objPestMON, session);
         if (rows.Eof()) {
             continue;

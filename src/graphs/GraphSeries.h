@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 
 class clsPestMONNew;
 struct SessionContext;
@@ -40,4 +41,7 @@ int graphPointCount(const GraphCriteria &criteria, clsPestMONNew &objPestMON, co
 
 /// Reads the records of each series and sums them by point. Sets block and pest of the last series in the session. A record
 /// outside the points raises error 9.
-chart::DataTable readGraphData(const GraphCriteria &criteria, clsPestMONNew &objPestMON, SessionContext &session);
+/// beginSeries is called with the number of each series that is read, from 1.
+chart::DataTable readGraphData(
+    const GraphCriteria &criteria, clsPestMONNew &objPestMON, SessionContext &session,
+    const std::function<void(int)> &beginSeries = [](int) {});

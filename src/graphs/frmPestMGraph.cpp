@@ -5,13 +5,14 @@
 #include "graphs/GraphDrawing.h"
 #include "graphs/GraphError.h"
 #include "graphs/GraphPane.h"
-#include "platform/controls/BusyPointer.h"
 #include "platform/controls/Theme.h"
+#include "screens/LongWork.h"
 #include "screens/Period.h"
 #include "screens/ScrollableContents.h"
 #include "store/clsPestMONNew.h"
 #include "ui_frmPestMGraph.h"
 
+#include <QElapsedTimer>
 #include <QResizeEvent>
 #include <QShortcut>
 
@@ -235,12 +236,29 @@ void frmPestMGraph::Draw_Graph()
             dialogs().message(QStringLiteral("No data to dispay"));
             return;
         }
-        // Hidden before a box reports an error.
-        const controls::BusyPointer busy;
-        pane_->draw(readGraphData(wanted, objPestMON(), session()), wanted);
+        pane_->draw(readWithProgress(wanted), wanted);
     } catch (const basic::RunTimeError &error) {
         tellGraphError(dialogs(), error);
     }
+}
+
+chart::DataTable frmPestMGraph::readWithProgress(const GraphCriteria &wanted)
+{
+    constexpr qint64 quickMilliseconds = 1000;
+    constexpr int all = 100;
+    const LongWork work;
+    std::optional<LongWorkWithProgress> slowWork;
+    QElapsedTimer elapsed;
+    elapsed.start();
+    return readGraphData(wanted, objPestMON(), session(), [&](int series) {
+        if (elapsed.elapsed() < quickMilliseconds) {
+            return;
+        }
+        if (!slowWork) {
+            slowWork.emplace(host());
+        }
+        Show_Progress(host(), static_cast<std::int16_t>((series - 1) * all / wanted.SeriesCount), QStringLiteral("Graph"));
+    });
 }
 
 void frmPestMGraph::measureClick()

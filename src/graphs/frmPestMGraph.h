@@ -48,6 +48,8 @@ private:
 
     void drawClick();
     void Draw_Graph();
+    /// With the progress picture from one second on.
+    chart::DataTable readWithProgress(const GraphCriteria &wanted);
 
     std::unique_ptr<Ui::frmPestMGraph> ui_;
     std::array<controls::ItemCombo *, GraphCriteria::MaxSeries> cbo_{};

@@ -161,13 +161,13 @@ void CapturePage::save()
 void CapturePage::printFilledSheet()
 {
     const LongWork work;
-    Print_Filled_Sheet(host(),
-                       {.block = ui_.cmbBlock->Text(),
-                        .completed = ui_.dtpPestMCom->Value(),
-                        .week = ui_.txtPMWeekNo->text(),
-                        .person = ui_.txtPMPerson->text(),
-                        .note = ui_.txtPMMNotes->text(),
-                        .rows = grid_.shownRows()});
+    reports::Print_Filled_Sheet(host(),
+                                {.block = ui_.cmbBlock->Text(),
+                                 .completed = ui_.dtpPestMCom->Value(),
+                                 .week = ui_.txtPMWeekNo->text(),
+                                 .person = ui_.txtPMPerson->text(),
+                                 .note = ui_.txtPMMNotes->text(),
+                                 .rows = grid_.shownRows()});
 }
 
 void CapturePage::close()

@@ -254,18 +254,18 @@ void InstructionEditorPage::printSheets(Sheets sheets)
     if (!mayPrint()) {
         return;
     }
-    const FieldSheetOrder order{.instruction = session().CurrentPMTransID,
-                                .method = session().CurrentPMMethod,
-                                .completion = ui_.dtpPestM->Value(),
-                                .person = ui_.cmbPerson->Text(),
-                                .layout = SheetLayout::Single};
+    const reports::FieldSheetOrder order{.instruction = session().CurrentPMTransID,
+                                         .method = session().CurrentPMMethod,
+                                         .completion = ui_.dtpPestM->Value(),
+                                         .person = ui_.cmbPerson->Text(),
+                                         .layout = reports::SheetLayout::Single};
     const LongWork work;
     const SheetBar bar(*ui_.ProgressBar1);
     const auto progress = [&bar](double percent) { bar.show(percent); };
     if (sheets == Sheets::PerBlock) {
-        printBlockSheets(host(), order, progress);
+        reports::printBlockSheets(host(), order, progress);
     } else {
-        Print_All_Blocks(host(), order, progress);
+        reports::Print_All_Blocks(host(), order, progress);
     }
 }
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/FieldSheetData.h"
 
+namespace reports
+{
+
 QString sheetTitle(SheetKind kind)
 {
     return kind == SheetKind::Absent ? QStringLiteral("Pest Monitoring: Absent") : QStringLiteral("Pest Monitoring: Count");
@@ -38,3 +41,5 @@ SheetBlock readSheetBlock(clsPestMONNew &objPestMON, clsPestMONNew::Key instruct
     }
     return sheet;
 }
+
+} // namespace reports

@@ -9,6 +9,9 @@
 
 #include <vector>
 
+namespace reports
+{
+
 /// Cells of a pest on a field sheet: three ("Cnt", "In", "Out"), one, or two ("In", "Out").
 enum class SheetLayout { CountInOut = 1, Single = 2, InOut = 3 };
 
@@ -39,3 +42,5 @@ QString sheetTitle(SheetKind kind);
 std::vector<QString> pestsOfInstruction(clsPestMONNew &objPestMON, clsPestMONNew::Key instruction);
 std::vector<clsPestMONNew::Key> blocksOfInstruction(clsPestMONNew &objPestMON, clsPestMONNew::Key instruction);
 SheetBlock readSheetBlock(clsPestMONNew &objPestMON, clsPestMONNew::Key instruction, clsPestMONNew::Key block);
+
+} // namespace reports

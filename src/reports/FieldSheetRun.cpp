@@ -9,6 +9,9 @@
 
 #include <QDir>
 
+namespace reports
+{
+
 namespace
 {
 
@@ -121,3 +124,5 @@ void Print_All_Blocks(ScreenHost &host, const FieldSheetOrder &order, const Shee
         host.dialogs().message(QStringLiteral("Error in Excel_Pmcount_Balnk_all ") + error.description());
     }
 }
+
+} // namespace reports

@@ -8,6 +8,9 @@
 
 class ScreenHost;
 
+namespace reports
+{
+
 /// The instruction to print, from the editor.
 struct FieldSheetOrder {
     clsPestMONNew::Key instruction = 0;
@@ -27,3 +30,5 @@ void printBlockSheets(ScreenHost &host, const FieldSheetOrder &order, const Shee
 
 /// A workbook with all blocks on one sheet. Nothing happens without an instruction; an error is shown in a box.
 void Print_All_Blocks(ScreenHost &host, const FieldSheetOrder &order, const SheetProgress &progress);
+
+} // namespace reports

@@ -5,6 +5,9 @@
 #include "platform/basic/Formats.h"
 #include "reports/SheetGrid.h"
 
+namespace reports
+{
+
 namespace
 {
 
@@ -158,3 +161,5 @@ void setUpAllSheet(const excel::Application &application, const excel::Worksheet
 {
     setUpSheet(application, sheet, {"a:a", "a:d", "e:g", "h:j", "k:m", "n:p", "q:s"});
 }
+
+} // namespace reports

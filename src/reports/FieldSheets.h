@@ -4,6 +4,9 @@
 #include "reports/FieldSheetData.h"
 #include "reports/modReporting.h"
 
+namespace reports
+{
+
 /// The field sheets of the scouts, written cell by cell. Rows count from 1.
 
 /// From `row` on; returns the last row of the heading.
@@ -20,3 +23,5 @@ void Print_All_Sheet(const excel::Worksheet &sheet, const FieldSheetData &data, 
 void setUpAllSheet(const excel::Application &application, const excel::Worksheet &sheet);
 /// Widths and page of a block's sheet.
 void setUpBlockSheet(const excel::Application &application, const excel::Worksheet &sheet);
+
+} // namespace reports

@@ -10,6 +10,9 @@
 
 #include <algorithm>
 
+namespace reports
+{
+
 namespace
 {
 
@@ -74,3 +77,5 @@ void Print_Filled_Sheet(ScreenHost &host, const FilledSheet &sheet)
     const QString path = report.save(QStringLiteral("Report_"));
     host.showStatus(QStringLiteral("Sheet saved as %1").arg(QDir::toNativeSeparators(path)));
 }
+
+} // namespace reports

@@ -13,6 +13,9 @@ class Application;
 }
 class ScreenHost;
 
+namespace reports
+{
+
 /// The content of the capture tab for the filled sheet.
 struct FilledSheet {
     QString block = {};
@@ -29,3 +32,5 @@ void writeFilledSheet(const excel::Application &application, const FilledSheet &
 
 /// Fills the template, saves it in Reports/Pest Monitor Reports and opens it.
 void Print_Filled_Sheet(ScreenHost &host, const FilledSheet &sheet);
+
+} // namespace reports

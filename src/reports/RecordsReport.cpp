@@ -12,6 +12,9 @@
 
 #include <algorithm>
 
+namespace reports
+{
+
 namespace
 {
 
@@ -118,3 +121,5 @@ void printRecords(ScreenHost &host, const RecordsOrder &order)
     const QString path = report.save(QStringLiteral("Report_"));
     host.showStatus(QStringLiteral("Report saved as %1").arg(QDir::toNativeSeparators(path)));
 }
+
+} // namespace reports

@@ -9,6 +9,9 @@
 
 class ScreenHost;
 
+namespace reports
+{
+
 /// A row of one of the two lists to choose from.
 struct ReportChoice {
     std::int32_t key = 0;
@@ -44,3 +47,5 @@ void writeRecords(RecordsSheet &sheet, const RecordsOrder &order, const RecordsS
 
 /// Fills the template, saves it in Reports/Pest Monitor Reports and opens it; the main window shows the progress.
 void printRecords(ScreenHost &host, const RecordsOrder &order);
+
+} // namespace reports

@@ -7,6 +7,9 @@
 #include <array>
 #include <iterator>
 
+namespace reports
+{
+
 namespace
 {
 
@@ -256,3 +259,5 @@ void RecordsSheet::writeTotals(int points, const Totals &totals)
     ++row_;
     lineUpTo(points + 1).Borders().setLineStyle(excel::xlContinuous);
 }
+
+} // namespace reports

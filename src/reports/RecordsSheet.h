@@ -11,6 +11,9 @@
 #include <optional>
 #include <vector>
 
+namespace reports
+{
+
 /// One captured value of a block and a pest.
 struct PestRecord {
     basic::SerialDate completed;
@@ -80,3 +83,5 @@ private:
     QString caption_;
     int captionPoints_ = 0;
 };
+
+} // namespace reports

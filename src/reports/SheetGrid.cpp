@@ -5,6 +5,9 @@
 
 #include <algorithm>
 
+namespace reports
+{
+
 namespace
 {
 
@@ -196,3 +199,5 @@ void writeGroupedGrid(const excel::Worksheet &sheet, const FieldSheetData &data,
     }
     frameGrid(sheet, last, writeBlockRows(sheet, blocks, captions + 1));
 }
+
+} // namespace reports

@@ -4,6 +4,9 @@
 #include "reports/FieldSheetData.h"
 #include "reports/modReporting.h"
 
+namespace reports
+{
+
 /// The grids of the field sheets: pests across, monitoring points down, an empty line and the line for the scout's totals.
 /// The grid begins with its heading in row 9.
 inline constexpr int SheetGridRow = 9;
@@ -19,3 +22,5 @@ void writeBlockGrid(const excel::Worksheet &sheet, const FieldSheetData &data, c
 void writeAllGrid(const excel::Worksheet &sheet, const FieldSheetData &data, const std::vector<SheetBlock> &blocks);
 /// Layouts with several columns per pest, from C on either sheet. Pests beyond the sixth, or the ninth, have no cells.
 void writeGroupedGrid(const excel::Worksheet &sheet, const FieldSheetData &data, const std::vector<SheetBlock> &blocks);
+
+} // namespace reports

@@ -7,6 +7,9 @@
 #include "reports/modReporting.h"
 #include "screens/ScreenHost.h"
 
+namespace reports
+{
+
 excel::Application &sessionApplication(ScreenHost &host)
 {
     std::optional<excel::Application> &application = host.excelApplication();
@@ -47,3 +50,5 @@ QString TemplateReport::save(const QString &prefix)
     application().setVisible(true);
     return path;
 }
+
+} // namespace reports

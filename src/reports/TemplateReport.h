@@ -7,6 +7,9 @@
 
 class ScreenHost;
 
+namespace reports
+{
+
 /// A report that fills a template with the session's spreadsheet application, which is created on first use and released when
 /// the report ends, with an error or not.
 class TemplateReport
@@ -29,3 +32,5 @@ private:
 
 /// The session's spreadsheet application, created when there is none.
 excel::Application &sessionApplication(ScreenHost &host);
+
+} // namespace reports

@@ -26,9 +26,9 @@ Ui::frmRepPestInfo &setUp(Ui::frmRepPestInfo &ui, QWidget *screen)
     return ui;
 }
 
-std::vector<ReportChoice> choices(const controls::FlexGrid &grid, const PickGrid &list, bool withPoints)
+std::vector<reports::ReportChoice> choices(const controls::FlexGrid &grid, const PickGrid &list, bool withPoints)
 {
-    std::vector<ReportChoice> all;
+    std::vector<reports::ReportChoice> all;
     for (int row = 1; row <= list.lastDataRow(); ++row) {
         const double points = withPoints ? basic::Val(grid.TextMatrix(row, PointsColumn)) : 0.0;
         all.push_back(
@@ -81,8 +81,8 @@ void frmRepPestInfo::connectButtons()
     }
     ui_->cmbTPest->setToolTip(tr("Delete lists the pests of all types again"));
     on(ui_->dtpDateFrom, &controls::DatePicker::Change, [this] { keepPeriodStart(); });
-    on(ui_->cmdExcel, &QPushButton::clicked, [this] { print(RecordsNesting::ByPest); });
-    on(ui_->cmdPALL, &QPushButton::clicked, [this] { print(RecordsNesting::ByBlock); });
+    on(ui_->cmdExcel, &QPushButton::clicked, [this] { print(reports::RecordsNesting::ByPest); });
+    on(ui_->cmdPALL, &QPushButton::clicked, [this] { print(reports::RecordsNesting::ByBlock); });
     on(ui_->cmdTCancel, &QPushButton::clicked, [this] { closeScreen(); });
 }
 
@@ -143,13 +143,13 @@ void frmRepPestInfo::keepPeriodStart()
     ::storePeriodStart(session(), *ui_->dtpDateFrom);
 }
 
-void frmRepPestInfo::print(RecordsNesting nesting)
+void frmRepPestInfo::print(reports::RecordsNesting nesting)
 {
-    printRecords(host(),
-                 {.nesting = nesting,
-                  .farm = session().CurrentFarm,
-                  .from = ui_->dtpDateFrom->Value(),
-                  .to = ui_->dtpDateTo->Value(),
-                  .pests = choices(*ui_->grdPestIn, pests_, false),
-                  .blocks = choices(*ui_->grdBlockIn, blocks_, true)});
+    reports::printRecords(host(),
+                          {.nesting = nesting,
+                           .farm = session().CurrentFarm,
+                           .from = ui_->dtpDateFrom->Value(),
+                           .to = ui_->dtpDateTo->Value(),
+                           .pests = choices(*ui_->grdPestIn, pests_, false),
+                           .blocks = choices(*ui_->grdBlockIn, blocks_, true)});
 }

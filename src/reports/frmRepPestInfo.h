@@ -34,7 +34,7 @@ private:
     void fillPests();
     void pestTypeClick();
     void keepPeriodStart();
-    void print(RecordsNesting nesting);
+    void print(reports::RecordsNesting nesting);
 
     std::unique_ptr<Ui::frmRepPestInfo> ui_;
     PickGrid pests_;

@@ -20,7 +20,7 @@ frmRepPestMon::frmRepPestMon(ScreenHost &host, QWidget *parent)
         QStringLiteral("No field sheets are stored yet. Print one from an instruction in Pest Monitoring."));
     on(ui_->filePre, &controls::FileList::Click, [this](const QString &file) { openSheet(file); });
     on(ui_->Command1, &QPushButton::clicked, [this] { closeScreen(); });
-    sessionApplication(host);
+    reports::sessionApplication(host);
     Refresh_List();
 }
 
@@ -47,7 +47,7 @@ void frmRepPestMon::openSheet(const QString &file)
 {
     const QString path = folder() + u'/' + file;
     try {
-        excel::Application &application = sessionApplication(host());
+        excel::Application &application = reports::sessionApplication(host());
         application.Workbooks().OpenStored(path);
         application.setVisible(true);
         host().showStatus(QStringLiteral("%1 opened").arg(file));

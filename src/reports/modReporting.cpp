@@ -17,6 +17,9 @@
 
 using basic::runOrIgnore;
 
+namespace reports
+{
+
 namespace
 {
 
@@ -251,3 +254,5 @@ int Column_Index(const QString &name)
 {
     return Column_Number(name);
 }
+
+} // namespace reports

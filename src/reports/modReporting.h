@@ -12,6 +12,9 @@
 
 class ScreenHost;
 
+namespace reports
+{
+
 /// Text orientation, by number.
 enum class OrientationCode : int { Level = 0, Upwards = 3, Downwards = 4 };
 
@@ -103,3 +106,5 @@ int Column_Index(const QString &name);
 QString reportsFolder(const QString &appPath, const QString &folder);
 /// `name`, or error 1004 when it contains a character that one of the systems does not allow in file names.
 QString checkedFileName(const QString &name);
+
+} // namespace reports

@@ -41,16 +41,29 @@ QString rankingSql(Ranking ranking, Key limit, SerialDate from, SerialDate to, K
                    mode == HighestFirst ? u"DESC" : u"ASC", u", tblPMDataMax.", ranking.listed, u" ASC");
 }
 
-QString totalsSql(Key target, Key method, const QString &conditions)
+/// The totals of a pest, of one block or of all (0). Answers are selected by issue date; of all blocks, those of instructions
+/// that are not completed are among them.
+QString totalsOf(Key method, Key block, Key target, SerialDate from, SerialDate to)
 {
-    return sqlText(u"Select * from tblPMDataMax, tblPMTrans where tblPMDataMax.CTargetID = ", target,
-                   u" and tblPMTrans.PMMethodID =", method, u" and tblPMDataMax.PMTransID = tblPMTrans.PMTransID", conditions,
-                   u" order by tblPMTrans.PMTransDate asc, tblPMTrans.PMTransID asc, tblPMDataMax.PMDataMaxID asc");
+    const bool isCount = method == CountMethod;
+    QString sql = sqlText(u" from tblPMDataMax, tblPMTrans where tblPMDataMax.CTargetID = ", target,
+                          u" and tblPMTrans.PMMethodID =", method, u" and tblPMDataMax.PMTransID = tblPMTrans.PMTransID",
+                          between(isCount ? u"tblPMTrans.PMTransDateCom" : u"tblPMTrans.PMTransDate", from, to));
+    if (block != 0) {
+        appendSql(sql, sqlText(u" and tblPMDataMax.BlockID =", block));
+    }
+    if (isCount) {
+        appendSql(sql, sqlText(u" and tblPMTrans.PMTransCom =", true));
+    } else if (block != 0) {
+        appendSql(sql, u" and  PMTransDateCom is not null");
+    }
+    return sql;
 }
 
-QString onlyBlock(Key block)
+QString totalRowsSql(const QString &totals)
 {
-    return block == 0 ? QString() : sqlText(u" and tblPMDataMax.BlockID =", block);
+    return sqlText(u"Select *", totals,
+                   u" order by tblPMTrans.PMTransDate asc, tblPMTrans.PMTransID asc, tblPMDataMax.PMDataMaxID asc");
 }
 
 } // namespace
@@ -67,18 +80,23 @@ Recordset PeriodQueries::Get_PestDataMax_for_Period_Block(Key target, SerialDate
 
 Recordset PeriodQueries::New_Get_PestDataMax_for_Period_Pest_Block(Key block, Key target, SerialDate from, SerialDate to)
 {
-    return access_.pestRows(totalsSql(
-        target, CountMethod,
-        sqlText(between(u"tblPMTrans.PMTransDateCom", from, to), onlyBlock(block), u" and tblPMTrans.PMTransCom =", true)));
+    return access_.pestRows(totalRowsSql(totalsOf(CountMethod, block, target, from, to)));
 }
 
 Recordset PeriodQueries::New_Get_PestDataMaxYesNo_for_Period_Pest_Block(Key block, Key target, SerialDate from, SerialDate to)
 {
-    QString conditions = sqlText(between(u"tblPMTrans.PMTransDate", from, to), onlyBlock(block));
-    if (block != 0) {
-        conditions += u" and  PMTransDateCom is not null";
-    }
-    return access_.pestRows(totalsSql(target, YesNoMethod, conditions));
+    return access_.pestRows(totalRowsSql(totalsOf(YesNoMethod, block, target, from, to)));
+}
+
+Recordset PeriodQueries::sumsOfPeriod(Key method, Key block, Key target, SerialDate from, SerialDate to)
+{
+    const bool isCount = method == CountMethod;
+    const QStringView total = isCount ? u"PMCountMax" : u"PMYesMax";
+    return access_.pestRows(sqlText(u"Select tblPMTrans.PMTransDateCom, tblPMTrans.PMTransWeek, ", isCount ? u"Sum(" : u"Count(",
+                                    total, u") as Amount, Max(", total, u") as Highest",
+                                    totalsOf(method, block, target, from, to), u" and ", total,
+                                    isCount ? u" is not null" : u" <> 0", u" and PMTransDateCom is not null",
+                                    u" group by tblPMTrans.PMTransDate", isCount ? u"Com" : u"", u", tblPMTrans.PMTransID"));
 }
 
 Recordset PeriodQueries::Get_PestData_for_Block(Key block, Key target, SerialDate from, SerialDate to)

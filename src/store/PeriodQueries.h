@@ -18,6 +18,10 @@ public:
     Recordset New_Get_PestDataMax_for_Period_Pest_Block(Key block, Key target, SerialDate from, SerialDate to);
     /// By issue date; without a block, instructions that are not completed count too.
     Recordset New_Get_PestDataMaxYesNo_for_Period_Pest_Block(Key block, Key target, SerialDate from, SerialDate to);
+    /// The sums of the totals of both operations above, one row per completed instruction that has one: PMTransDateCom,
+    /// PMTransWeek, Amount (of counts the sum, of answers the number of Yes) and Highest (the highest total). Rows without a
+    /// value, and answers that are No, are left out.
+    Recordset sumsOfPeriod(Key method, Key block, Key target, SerialDate from, SerialDate to);
     Recordset Get_PestData_for_Block(Key block, Key target, SerialDate from, SerialDate to);
 
 protected:

@@ -111,11 +111,12 @@ std::vector<SchemaTable> monitoringTables()
                       shortNumber(u"PMBPunt"), shortNumber(u"PMCount"), shortNumber(u"PMCountUnder"),
                       shortNumber(u"PMCountUpper"), yesNo(u"PMYes"), yesNo(u"PMYesUnder"), yesNo(u"PMYesUpper")},
                      {{"PMTransID", "BlockID", "CTargetID", "PMBPunt"}, {"CTargetID", "BlockID", "PMBPunt"}}),
+        // The index answers rankings and sums without the rows: most of a farm's totals are the zero rows of the points.
         autonumbered(u"tblPMDataMax",
                      {number(u"PMDataMaxID"), number(u"PMTransID"), number(u"BlockID"), number(u"CTargetID"),
                       shortNumber(u"PMCountMax"), shortNumber(u"PMCountUnderMax"), shortNumber(u"PMCountUpperMax"),
                       shortNumber(u"PMYesMax"), shortNumber(u"PMYesUnderMax"), shortNumber(u"PMYesUpperMax")},
-                     {{"PMTransID", "CTargetID", "BlockID"}, {"CTargetID", "BlockID"}}),
+                     {{"PMTransID", "CTargetID", "BlockID", "PMCountMax", "PMYesMax"}}),
         autonumbered(u"tblPMTPest", {number(u"PMTPestID"), number(u"CTargetID")}, {{"CTargetID"}}),
         autonumbered(u"tblPMTBlock", {number(u"PMTBlockID"), number(u"BlockID"), shortNumber(u"NoofMpoints")}, {{"BlockID"}}),
         autonumbered(u"tblPMTempPest", {number(u"PMTempPestID"), number(u"CTargetID")}, {{"CTargetID"}}),

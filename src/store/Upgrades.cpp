@@ -195,24 +195,31 @@ bool rewriteWeeks(dao::Database &database, Work work)
     return false;
 }
 
-/// Indexes that older files lack, by their fields, and the name of the one that they replace; empty when there is none.
+/// Indexes that older files lack, by their fields, and the names of those that they replace.
 struct ReplacedIndex {
     QStringView table;
-    QStringView replacedName;
+    QStringList replacedNames;
     std::vector<QString> fields;
 };
 const std::vector<ReplacedIndex> ReplacedIndexes{
-    {u"tblPMData", u"tblPMData_CTargetID_PMBPunt", {"CTargetID", "BlockID", "PMBPunt"}},
-    {u"tblPMDataMax", {}, {"CTargetID", "BlockID"}}};
+    {u"tblPMData", {"tblPMData_CTargetID_PMBPunt"}, {"CTargetID", "BlockID", "PMBPunt"}},
+    {u"tblPMDataMax",
+     {"tblPMDataMax_PMTransID_CTargetID_BlockID", "tblPMDataMax_CTargetID_BlockID"},
+     {"PMTransID", "CTargetID", "BlockID", "PMCountMax", "PMYesMax"}}};
 
 void replaceIndex(dao::Database &database, const ReplacedIndex &replaced)
 {
     const QString table = replaced.table.toString();
     const std::vector<dao::Index> present = database.tableDef(table).Indexes();
-    const auto isPresent = [&](const auto &matches) { return std::any_of(present.begin(), present.end(), matches); };
-    const bool isMissing = !isPresent([&](const dao::Index &index) { return index.fields == replaced.fields; });
-    const bool isLeftOver = isPresent([&](const dao::Index &index) { return index.name == replaced.replacedName; });
-    if (!isMissing && !isLeftOver) {
+    const bool isMissing =
+        std::none_of(present.begin(), present.end(), [&](const dao::Index &index) { return index.fields == replaced.fields; });
+    QStringList leftOver;
+    for (const dao::Index &index : present) {
+        if (replaced.replacedNames.contains(index.name)) {
+            leftOver.append(index.name);
+        }
+    }
+    if (!isMissing && leftOver.isEmpty()) {
         return;
     }
     dao::CommitScope scope(database);
@@ -223,8 +230,8 @@ void replaceIndex(dao::Database &database, const ReplacedIndex &replaced)
                                 return index.fields == replaced.fields;
                             }));
         }
-        if (isLeftOver) {
-            database.removeIndex(table, replaced.replacedName.toString());
+        for (const QString &name : leftOver) {
+            database.removeIndex(table, name);
         }
     } catch (const basic::RunTimeError &) {
         scope.rollback();

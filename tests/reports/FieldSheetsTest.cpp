@@ -12,6 +12,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace reports;
+
 /// The scouts' sheets as independent readers see them.
 class FieldSheetsTest : public QObject
 {

@@ -8,6 +8,8 @@
 
 #include <QTest>
 
+using namespace reports;
+
 /// The helpers that write workbooks, and what they leave in their caller's variables.
 class modReportingTest : public QObject
 {

@@ -31,6 +31,11 @@ class PeriodQueriesTest : public QObject
 {
     Q_OBJECT
 
+    static QString pointOf(const dao::Recordset &rows)
+    {
+        return QString::number(rows.date("PMTransDateCom")->days()) + '|' + QString::number(rows.longValue("PMTransWeek"));
+    }
+
 private Q_SLOTS:
     void rankingsSumTheTotalsOfTheMethod_data()
     {
@@ -112,6 +117,60 @@ private Q_SLOTS:
         QCOMPARE(column(store.New_Get_PestDataMaxYesNo_for_Period_Pest_Block(1, 2, from, to), "tblPMTrans.PMTransID"),
                  QStringList{"6"});
         QCOMPARE(column(store.Get_PestData_for_Block(1, 2, from, to), "tblPMData.PMTransID"), (QStringList{"2", "7", "1"}));
+    }
+
+    void sumsAreThoseOfTheRows_data()
+    {
+        QTest::addColumn<int>("method");
+        QTest::addColumn<int>("block");
+        QTest::newRow("counts of the farm") << 1 << 0;
+        QTest::newRow("counts of a block") << 1 << 2;
+        QTest::newRow("answers of the farm") << 2 << 0;
+        QTest::newRow("answers of a block") << 2 << 2;
+    }
+
+    void sumsAreThoseOfTheRows()
+    {
+        QFETCH(int, method);
+        QFETCH(int, block);
+        TemporaryFarm farm;
+        Pest store(farm.session);
+        const SerialDate from = day(2026, 5, 1);
+        const SerialDate to = day(2026, 5, 31);
+        for (int i = 0; i < 60; ++i) {
+            const QDate issued = QDate(2026, 4, 20).addDays(i % 50);
+            const int instruction =
+                farm.addInstruction({.method = 1 + i % 2,
+                                     .issued = issued,
+                                     .completed = i % 5 == 0 ? std::nullopt : std::optional(issued.addDays(i % 9)),
+                                     .blocks = {{1, 3}, {2, 3}},
+                                     .targets = {2, 3}});
+            for (const int target : {2, 3}) {
+                const auto count = static_cast<std::int16_t>(i % 4 == 0 ? 0 : i * target);
+                const auto yes = static_cast<std::int16_t>(i % 3);
+                QCOMPARE(store.New_Add_PestDataMax(instruction, target, 1 + i % 3 % 2, {.PMCountMax = count, .PMYesMax = yes}),
+                         Pest::Done);
+            }
+        }
+        farm.session.dbPest->Execute(
+            "Update tblPMDataMax set PMCountMax = Null, PMYesMax = Null where PMDataMaxID in (3, 11, 40)");
+        // By completion date and week: how the graph takes the rows together.
+        QMap<QString, double> expected;
+        const bool isCount = method == 1;
+        dao::Recordset rows = isCount ? store.New_Get_PestDataMax_for_Period_Pest_Block(block, 2, from, to)
+                                      : store.New_Get_PestDataMaxYesNo_for_Period_Pest_Block(block, 2, from, to);
+        for (; !rows.Eof(); rows.MoveNext()) {
+            const QString field = isCount ? "PMCountMax" : "PMYesMax";
+            if (rows.date("PMTransDateCom") && !rows.isNull(field) && (isCount || rows.boolean(field))) {
+                expected[pointOf(rows)] += isCount ? rows.number(field) : 1.0;
+            }
+        }
+        QMap<QString, double> found;
+        for (dao::Recordset sums = store.sumsOfPeriod(method, block, 2, from, to); !sums.Eof(); sums.MoveNext()) {
+            found[pointOf(sums)] += sums.number("Amount");
+        }
+        QCOMPARE(found, expected);
+        QVERIFY(found.size() > 2);
     }
 };
 

@@ -176,7 +176,12 @@ private Q_SLOTS:
         const QString data = "Select * from tblPMData";
         const QStringList rows = farm.rows(DatabaseFile::Pest, data);
         farm.session.dbPest->removeIndex("tblPMData", "tblPMData_CTargetID_BlockID_PMBPunt");
-        farm.session.dbPest->removeIndex("tblPMDataMax", "tblPMDataMax_CTargetID_BlockID");
+        farm.session.dbPest->removeIndex("tblPMDataMax", "tblPMDataMax_PMTransID_CTargetID_BlockID_PMCountMax_PMYesMax");
+        for (const std::vector<QString> &fields :
+             std::vector<std::vector<QString>>{{"PMTransID", "CTargetID", "BlockID"}, {"CTargetID", "BlockID"}}) {
+            const QString name = "tblPMDataMax_" + QStringList(fields.begin(), fields.end()).join(u'_');
+            farm.session.dbPest->Append("tblPMDataMax", dao::Index{name, fields, false, false});
+        }
         farm.session.dbPest->Append("tblPMData",
                                     dao::Index{"tblPMData_CTargetID_PMBPunt", {"CTargetID", "PMBPunt"}, false, false});
         QVERIFY(indexes() != today);
