@@ -7,6 +7,7 @@
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/ItemCombo.h"
 #include "platform/dao/Workspace.h"
+#include "screens/Shortcuts.h"
 #include "shell/FarmApplication.h"
 #include "support/TemporaryFarm.h"
 
@@ -16,6 +17,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSet>
 #include <QStackedWidget>
 #include <QTest>
 #include <QTimer>
@@ -45,6 +47,8 @@ private Q_SLOTS:
     void handOffFilesFollowTheChoice();
     void newOfficeBeginsWithEmptyDatabases();
     void closingAsksForIncompleteLines();
+    void keysPageHasTheLettersOfEveryPage_data();
+    void keysPageHasTheLettersOfEveryPage();
 
 private:
     void show(const QString &page);
@@ -398,6 +402,51 @@ void MainModuleWindowTest::closingAsksForIncompleteLines()
     QCOMPARE(shown(0), QStringList({"Red scale", ""}));
     dialogs_->queueAnswer(controls::Answer::Yes);
     QVERIFY(window_->close());
+}
+
+void MainModuleWindowTest::keysPageHasTheLettersOfEveryPage_data()
+{
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QString>("owner");
+    QTest::newRow("start") << "start"
+                           << "StartPage";
+    QTest::newRow("blocks") << "blocks"
+                            << "ListPage";
+    QTest::newRow("pests") << "pests"
+                           << "ListPage";
+}
+
+/// Letters differ among those that work at once, and F1 lists them; a tip names each.
+void MainModuleWindowTest::keysPageHasTheLettersOfEveryPage()
+{
+    QFETCH(QString, page);
+    QFETCH(QString, owner);
+    show(page);
+    QStringList listed;
+    for (const KeyGroup &group : keyGroups()) {
+        if (group.owner == owner || group.owner == QLatin1String("MainModuleWindow")) {
+            for (const KeyLine &line : group.lines) {
+                listed += line.keys.split(QStringLiteral(", "));
+            }
+        }
+    }
+    QStringList letters;
+    for (const QAbstractButton *button : window_->findChildren<QAbstractButton *>()) {
+        const QString key = button->shortcut().toString(QKeySequence::NativeText);
+        if (button->isVisible() && key.startsWith(QLatin1String("Alt+"))) {
+            letters.append(key);
+            QVERIFY2(button->toolTip().contains(key), qPrintable(button->objectName()));
+        }
+    }
+    for (const QLabel *label : window_->findChildren<QLabel *>()) {
+        if (label->isVisible() && label->buddy()) {
+            letters.append(QKeySequence::mnemonic(label->text()).toString());
+        }
+    }
+    QCOMPARE(letters.size(), QSet<QString>(letters.begin(), letters.end()).size());
+    for (const QString &letter : letters) {
+        QVERIFY2(listed.contains(letter), qPrintable(letter));
+    }
 }
 
 int main(int argc, char **argv)
