@@ -88,19 +88,45 @@ private:
     QByteArray sound_;
 };
 
-/// Reads every row of every table; the number of rows.
-int readAll(dao::Database &database)
+/// Reads a value by the type of its field, as the screens do.
+void readValue(const dao::Recordset &rows, const dao::Field &field)
 {
-    int rows = 0;
+    if (rows.isNull(field.name)) {
+        return;
+    }
+    switch (field.type) {
+    case dao::FieldType::Boolean:
+        static_cast<void>(rows.boolean(field.name));
+        break;
+    case dao::FieldType::Integer:
+    case dao::FieldType::Long:
+        static_cast<void>(rows.longValue(field.name));
+        break;
+    case dao::FieldType::Single:
+    case dao::FieldType::Double:
+        static_cast<void>(rows.number(field.name));
+        break;
+    case dao::FieldType::Date:
+        static_cast<void>(rows.date(field.name)->date());
+        break;
+    case dao::FieldType::Text:
+        static_cast<void>(rows.text(field.name));
+        break;
+    }
+}
+
+/// Reads every row of every table.
+void readAll(dao::Database &database)
+{
     for (const QString &table : database.tableNames()) {
+        const dao::TableDef definition = database.tableDef(table);
         dao::Recordset all = database.OpenRecordset(store::sqlText(u"Select * from [", table, u"]"));
-        for (; !all.Eof(); all.MoveNext(), ++rows) {
-            for (int i = 0; i < all.fieldCount(); ++i) {
-                all.value(i);
+        for (; !all.Eof(); all.MoveNext()) {
+            for (const dao::Field &field : definition.Fields()) {
+                readValue(all, field);
             }
         }
     }
-    return rows;
 }
 
 } // namespace

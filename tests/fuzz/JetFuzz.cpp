@@ -4,14 +4,19 @@
 
 #include <QDir>
 #include <QFile>
+#include <QHash>
 #include <QTemporaryDir>
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
+#include <optional>
 
 namespace
 {
+
+const QString Password = QStringLiteral("krelpon");
 
 QString memoryFolder()
 {
@@ -31,8 +36,19 @@ template <typename Body> void attempt(const QString &path, Body &&body)
     }
 }
 
-/// A row changed, one removed, some added.
-void change(jet::Database &database, const QString &table)
+[[noreturn]] void fail(const QString &what)
+{
+    std::fprintf(stderr, "%s\n", qPrintable(what));
+    std::abort();
+}
+
+QStringList faultsOf(const QString &path)
+{
+    return jet::check(path, Password).faults;
+}
+
+/// A row changed, one removed, some added; how many rows there are then. Nothing where the table cannot be changed.
+std::optional<std::uint32_t> change(jet::Database &database, const QString &table)
 {
     std::vector<jet::RowPosition> rows;
     std::vector<jet::Value> values;
@@ -41,16 +57,63 @@ void change(jet::Database &database, const QString &table)
         values = row.values;
     });
     if (rows.size() < 2 || values.empty()) {
-        return;
+        return std::nullopt;
     }
+    auto count = static_cast<std::uint32_t>(rows.size());
     jet::Transaction transaction(database);
     transaction.update(table, rows[0], {{values.size() - 1, values.back()}});
-    transaction.remove(table, rows[1]);
+    count -= transaction.remove(table, rows[1]) ? 1 : 0;
     for (int i = 0; i < 20; ++i) {
         values[0] = 1000 + i;
-        attempt(database.path(), [&] { transaction.insert(table, values); });
+        attempt(database.path(), [&] {
+            transaction.insert(table, values);
+            ++count;
+        });
     }
     transaction.commit();
+    return count;
+}
+
+/// Reads every table and checks the file; whether it is without fault.
+bool read(const QString &path)
+{
+    bool isSound = false;
+    attempt(path, [&] {
+        const auto database = jet::Database::open(path, Password);
+        for (const QString &table : database->tableNames()) {
+            attempt(path, [&] { database->readRows(table, [](const jet::Row &) {}); });
+        }
+        isSound = faultsOf(path).isEmpty();
+    });
+    return isSound;
+}
+
+/// Changes every table that can be changed. A file without fault has none afterwards, and the rows that were written.
+void write(const QString &path, bool isSound)
+{
+    QHash<QString, std::uint32_t> written;
+    attempt(path, [&] {
+        const auto database = jet::Database::open(path, Password, jet::Access::ReadWrite);
+        for (const QString &table : database->tableNames()) {
+            attempt(path, [&] {
+                if (const auto count = change(*database, table)) {
+                    written.insert(table, *count);
+                }
+            });
+        }
+    });
+    if (!isSound) {
+        return;
+    }
+    if (const QStringList faults = faultsOf(path); !faults.isEmpty()) {
+        fail(QStringLiteral("after a change: ") + faults.front());
+    }
+    const auto database = jet::Database::open(path, Password);
+    for (auto table = written.begin(); table != written.end(); ++table) {
+        if (const auto rows = database->readRows(table.key(), [](const jet::Row &) {}); rows != table.value()) {
+            fail(QStringLiteral("%1 has %2 rows in place of %3").arg(table.key()).arg(rows).arg(table.value()));
+        }
+    }
 }
 
 } // namespace
@@ -65,18 +128,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         std::abort();
     }
     file.close();
-    attempt(path, [] {
-        const auto database = jet::Database::open(path, QStringLiteral("krelpon"));
-        for (const QString &table : database->tableNames()) {
-            attempt(path, [&] { database->readRows(table, [](const jet::Row &) {}); });
-        }
-        jet::check(path, QStringLiteral("krelpon"));
-    });
-    attempt(path, [] {
-        const auto database = jet::Database::open(path, QStringLiteral("krelpon"), jet::Access::ReadWrite);
-        for (const QString &table : database->tableNames()) {
-            attempt(path, [&] { change(*database, table); });
-        }
-    });
+    write(path, read(path));
     return 0;
 }
