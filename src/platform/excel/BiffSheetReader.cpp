@@ -7,7 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <set>
+#include <map>
 
 namespace excel::biff
 {
@@ -80,10 +80,14 @@ private:
         return lastWasModelled_;
     }
 
+    /// The first one's position, but of a record that a file repeats the last body, which is the one that holds.
     void hold(std::uint16_t id, const QByteArray &body)
     {
-        if (held_.insert(id).second) {
+        const auto [held, isNew] = held_.try_emplace(id, passthrough_.records.size());
+        if (isNew) {
             passthrough_.records.push_back({id, body});
+        } else if (!body.isEmpty()) {
+            passthrough_.records[held->second].body = body;
         }
     }
 
@@ -332,7 +336,8 @@ private:
     model::Sheet &sheet_;
     SheetPassthrough &passthrough_;
     /// Modelled records that have their placeholder.
-    std::set<std::uint16_t> held_;
+    /// Positions of the held records by their id.
+    std::map<std::uint16_t, std::size_t> held_;
     bool formulaGoesOn_ = false;
     bool lastWasModelled_ = false;
     bool fitsPages_ = false;

@@ -78,6 +78,7 @@ private Q_SLOTS:
     void cellsTakeTheStyleOfTheTemplate();
     void onlyXlsKeepsEverything();
     void ofTwoPalettesTheLastCounts();
+    void ofTwoFootersTheLastCounts();
     void foreignFiles_data();
     void foreignFiles();
     void aFileThatCannotBeReadThrough();
@@ -173,6 +174,22 @@ void TemplateTest::ofTwoPalettesTheLastCounts()
         interior.setTintAndShade(column / -100.0);
     }
     QCOMPARE(bookFromXls(xlsBytes(*book))->passthrough->palette.size(), std::size_t{56});
+}
+
+void TemplateTest::ofTwoFootersTheLastCounts()
+{
+    const auto twice = bookFromXls(templateBytes());
+    const auto &sheet = twice->sheets.front();
+    auto &records = sheet->passthrough->records;
+    const auto last = std::find_if(records.begin(), records.end(),
+                                   [](const auto &record) { return record.id == biff::Footer && !record.body.isEmpty(); });
+    QVERIFY(last != records.end());
+    BiffRecord first = *last;
+    first.body.back() = 'x';
+    records.insert(last, first);
+    const auto book = bookFromXls(xlsBytes(*twice));
+    QCOMPARE(book->sheets.front()->page.footer, sheet->page.footer);
+    QCOMPARE(bookFromXls(xlsBytes(*book))->sheets.front()->page.footer, sheet->page.footer);
 }
 
 void TemplateTest::foreignFiles_data()
