@@ -16,7 +16,7 @@ QString databaseFile(const QTemporaryDir &folder, store::DatabaseFile file)
 
 constexpr auto Numbers = "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) ";
 
-void fill(RawSqlite &file, int rows, const char *insert)
+void fill(RawSqlite &file, int rows, const QByteArray &insert)
 {
     const QString sql = QString::fromLatin1(insert);
     const qsizetype select = sql.indexOf(QLatin1String("SELECT"));
@@ -38,12 +38,15 @@ void fillMain(RawSqlite &file)
 void fillPest(RawSqlite &file, int instructions)
 {
     file.run("BEGIN");
-    // Days since 1899-12-30; 43000 is in September 2017. The weeks are those that a start would write.
+    // Eight years in days since 1899-12-30; 43000 is in September 2017. The weeks are those that a start would write.
+    const QByteArray day = "i * 2857 / " + QByteArray::number(instructions);
     fill(file, instructions,
          "INSERT INTO tblPMTrans (PMTransID, PMMethodID, PMTransDate, PMTransDateCom, PMTransWeek, PMNotes, PMPerson, "
          "PMTransCom, PMRepeat) "
-         "SELECT i, 1, 43000 + i / 7, CASE WHEN i % 4 THEN 43002 + i / 7 END, 1, 'Scout before the spray', 'Anna', "
-         "CASE WHEN i % 4 THEN -1 ELSE 0 END, -1 FROM n");
+         "SELECT i, 1, 43000 + "
+             + day + ", CASE WHEN i % 4 THEN 43002 + " + day
+             + " END, 1, 'Scout before the spray', 'Anna', "
+               "CASE WHEN i % 4 THEN -1 ELSE 0 END, -1 FROM n");
     fill(file, instructions, "INSERT INTO tblPMBlockTrans (PMTransID, BlockID, NoofMpoints) SELECT i, 1 + i % 500, 20 FROM n");
     fill(file, 5 * instructions, "INSERT INTO tblPMTarTrans (PMTransID, CTargetID) SELECT 1 + i / 5, 1 + i % 5 FROM n");
     fill(file, 100 * instructions,

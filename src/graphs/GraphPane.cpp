@@ -108,12 +108,32 @@ void GraphPane::fitAfterDraw()
 bool GraphPane::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == ui_.pic_0 && event->type() == QEvent::Resize) {
+        arrangeStrip();
         refitChart();
     }
     if (watched == ui_.chGraph && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
         ui_.focusEdge->setVisible(event->type() == QEvent::FocusIn);
     }
     return QObject::eventFilter(watched, event);
+}
+
+void GraphPane::arrangeStrip()
+{
+    constexpr int wideSpacing = 16;
+    constexpr int narrowSpacing = 8;
+    const bool isNarrow = ui_.stripLayout->direction() == QBoxLayout::TopToBottom;
+    const int options = ui_.fmeDisplay_4->minimumSizeHint().width()
+        + (isNarrow ? (ui_.optionsLayout->count() - 1) * (wideSpacing - narrowSpacing) : 0);
+    const int readOut = ui_.fmeDisplay_2->minimumSizeHint().width();
+    const QMargins margins = ui_.stripLayout->contentsMargins();
+    const bool narrow = ui_.fmeGraph->width() < options + readOut + 3 * wideSpacing + margins.left() + margins.right();
+    if (narrow != isNarrow) {
+        ui_.stripLayout->setDirection(narrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+        ui_.stripLayout->setSpacing(narrow ? narrowSpacing : wideSpacing);
+        ui_.optionsLayout->setSpacing(narrow ? narrowSpacing : wideSpacing);
+        ui_.stripLayout->setAlignment(ui_.fmeDisplay_2, narrow ? Qt::AlignLeft : Qt::Alignment());
+        ui_.readOutRule->setVisible(!narrow);
+    }
 }
 
 void GraphPane::refitChart()

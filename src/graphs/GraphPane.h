@@ -39,6 +39,8 @@ private:
     void zoomIn();
     void zoomOut();
     void placeChart();
+    /// Puts the read-out below the options where both do not fit into one row.
+    void arrangeStrip();
     /// After the layout has resized the viewport.
     void refitChart();
     void showScrollBars(bool shown);

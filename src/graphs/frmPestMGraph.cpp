@@ -37,7 +37,7 @@ frmPestMGraph::frmPestMGraph(ScreenHost &host, QWidget *parent)
     : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmPestMGraph>())
 {
     ui_->setupUi(this);
-    makeScrollable(*ui_->frmPestMGraphLayout, *ui_->contentLayout);
+    makeScrollable(*ui_->criteriaLayout, *ui_->criteriaContents, Scrolling::DownOnly);
     cbo_ = {ui_->cbo0, ui_->cbo1, ui_->cbo2, ui_->cbo3, ui_->cbo4};
     captions_ = {ui_->lbl_11, ui_->lbl_12, ui_->lbl_13, ui_->lbl_14, ui_->lbl_15};
     if (session().CurrentSDate.isEmpty()) {

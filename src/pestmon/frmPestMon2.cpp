@@ -20,7 +20,7 @@ using pestmon::InstructionListPage;
 frmPestMon2::frmPestMon2(ScreenHost &host, QWidget *parent) : ChildScreen(host, parent), ui_(std::make_unique<Ui::frmPestMon2>())
 {
     ui_->setupUi(this);
-    makeScrollable(*ui_->tab0Layout, *ui_->tab0Content);
+    makeScrollable(*ui_->captureFormColumn, *ui_->captureFormLayout, Scrolling::DownOnly);
     makeScrollable(*ui_->tab1Layout, *ui_->tab1Content);
     ui_->tabBlock->hide();
     // The other tab is always disabled, so there is nothing to choose with the focus.
@@ -93,6 +93,8 @@ void frmPestMon2::showTab(Tab tab)
     ui_->fraBasic->setVisible(tab == Tab::Capture);
     ui_->Frame3->setVisible(tab == Tab::Instruction);
     ui_->Frame4->setVisible(tab == Tab::Instruction);
+    // The page that is not shown would retain the height that it had with its contents.
+    (tab == Tab::Capture ? ui_->tab1Layout : ui_->tab0Layout)->activate();
     const int shown = static_cast<int>(tab);
     ui_->tabBlock->setTabEnabled(shown, true);
     ui_->tabBlock->setTabEnabled(1 - shown, false);
@@ -107,6 +109,8 @@ void frmPestMon2::closeTab()
 {
     ui_->tabBlock->hide();
     ui_->fraGS->show();
+    // A message of the page does not outlive it.
+    host().showStatus({});
     list_->refresh(InstructionListPage::NoRowMeans::FirstDataRow);
     ui_->grdGS->setFocus();
     if (activationPending_) {

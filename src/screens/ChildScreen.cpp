@@ -3,6 +3,8 @@
 
 #include "store/clsPestMONNew.h"
 
+#include <QLabel>
+
 ChildScreen::ChildScreen(ScreenHost &host, QWidget *parent) : QWidget(parent), host_(host)
 {
     setAttribute(Qt::WA_StyledBackground);
@@ -15,6 +17,21 @@ void ChildScreen::focusFirstControl()
         setFocus();
         focusNextChild();
     }
+}
+
+void ChildScreen::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    // Not while the layout of the screen is being set.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            constexpr int smallest = 500;
+            if (auto *title = findChild<QLabel *>(QStringLiteral("screenTitle"))) {
+                title->setVisible(height() >= smallest);
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 void ChildScreen::showFailure(const QString &what, const QString &why)

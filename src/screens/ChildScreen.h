@@ -84,6 +84,9 @@ protected:
     clsPestMONNew &objPestMON() const { return host_.objPestMON(); }
     controls::Dialogs &dialogs() const { return host_.dialogs(); }
 
+    /// Without its title on a small screen, where tab, banner or contents name it too.
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     void showFailure(const QString &what, const QString &why);
 

@@ -1,22 +1,61 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "screens/ScrollableContents.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QScrollArea>
+#include <QScrollBar>
 
-void makeScrollable(QBoxLayout &page, QLayout &contents)
+namespace
+{
+
+class ContentsArea : public QScrollArea
+{
+public:
+    ContentsArea(QWidget *parent, Scrolling scrolling) : QScrollArea(parent), scrolling_(scrolling)
+    {
+        setWidgetResizable(true);
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        if (scrolling == Scrolling::DownOnly) {
+            setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        }
+        connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *, QWidget *now) {
+            if (now && widget()->isAncestorOf(now)) {
+                ensureWidgetVisible(now);
+            }
+        });
+    }
+
+    QSize minimumSizeHint() const override
+    {
+        const QSize smallest = QScrollArea::minimumSizeHint();
+        return scrolling_ == Scrolling::DownOnly ? QSize(fullWidth(widget()->minimumSizeHint()), smallest.height()) : smallest;
+    }
+    QSize sizeHint() const override
+    {
+        const QSize whole = widget()->sizeHint();
+        return scrolling_ == Scrolling::DownOnly ? QSize(fullWidth(whole), whole.height()) : QScrollArea::sizeHint();
+    }
+
+private:
+    int fullWidth(const QSize &contents) const { return contents.width() + verticalScrollBar()->sizeHint().width(); }
+
+    Scrolling scrolling_;
+};
+
+} // namespace
+
+void makeScrollable(QBoxLayout &page, QLayout &contents, Scrolling scrolling)
 {
     const int index = page.indexOf(&contents);
     const int stretch = page.stretch(index);
-    auto *area = new QScrollArea(page.parentWidget());
+    auto *area = new ContentsArea(page.parentWidget(), scrolling);
     auto *inner = new QWidget(area);
     page.removeItem(&contents);
     contents.setParent(nullptr);
     inner->setLayout(&contents);
     area->setWidget(inner);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus);
     // The page's background shows through.
     area->viewport()->setAutoFillBackground(false);
     inner->setAutoFillBackground(false);

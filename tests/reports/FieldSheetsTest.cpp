@@ -110,14 +110,14 @@ void FieldSheetsTest::blockSheetIsAForm()
     QCOMPARE(sheet.fault(), QString());
     const std::pair<const char *, const char *> cells[] = {
         {"A1", "text [Pest Monitoring: Count] Arial 15 bold center center 0 -/-/-/- D9D9D9 General"},
-        {"D4", "text [Gala, Fuji] Calibri 12 bold general top wrap 0 -/-/-/- - General"},
-        {"D5", "text [09/05/2026] Calibri 10 bold general center 0 -/-/-/- - General"},
-        {"L5", "text [Instruction To:] Calibri 10 general center 0 -/-/-/- - General"},
+        {"D4", "text [Gala, Fuji] Arial 12 bold general top wrap 0 -/-/-/- - General"},
+        {"D5", "text [09/05/2026] Arial 10 bold general center 0 -/-/-/- - General"},
+        {"L5", "text [Instruction To:] Arial 10 general center 0 -/-/-/- - General"},
         {"K7", "blank [] Arial 10 bold left center 0 hair/hair/hair/hair - General"},
-        {"A9", "text [Pnt] Calibri 8 bold general center 0 thin/thin/thin/thin - General"},
+        {"A9", "text [Pnt] Arial 8 bold general center 0 thin/thin/thin/thin - General"},
         {"B9", "text [Pest 1] Arial 8 center bottom 90 thin/thin/thin/thin - General"},
-        {"A11", "number [2] Calibri 8 bold left center 0 thin/thin/thin/thin - General"},
-        {"A14", "text [Tot] Calibri 8 bold general center 0 thin/thin/thin/thin - General"},
+        {"A11", "number [2] Arial 8 bold left center 0 thin/thin/thin/thin - General"},
+        {"A14", "text [Tot] Arial 8 bold general center 0 thin/thin/thin/thin - General"},
     };
     for (const auto &[cell, value] : cells) {
         QCOMPARE(sheet.cell(QLatin1String(cell)), QLatin1String(value));
@@ -189,7 +189,7 @@ void FieldSheetsTest::farmSheetIsAForm()
         QCOMPARE(sheet.value(QLatin1String(cell)), value);
     }
     QCOMPARE(sheet.cell(QStringLiteral("C9")),
-             QStringLiteral("text [Pest 1] Calibri 8 bold general bottom wrap 90 thin/thin/thin/thin - General"));
+             QStringLiteral("text [Pest 1] Arial 8 bold general bottom wrap 90 thin/thin/thin/thin - General"));
     QVERIFY(sheet.cell(QStringLiteral("Q14")).contains(QLatin1String("thin/thin/thin/thin")));
     QCOMPARE(sheet.all(QStringLiteral("merged")),
              QStringLiteral("A1:P1 A3:I3 A4:D4 E4:G4 H4:J4 K4:L4 M4:N4 O4:P4 A5:P5 A6:D6 E6:H6 I6:K6 L6:P6 A8:P8"));

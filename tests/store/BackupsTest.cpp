@@ -53,7 +53,7 @@ private Q_SLOTS:
         TemporaryFarm farm;
         goTo(0);
         const QString first = store::backUpNow(farm.databasesPath());
-        farm.addInstruction({.blocks = {{1, 20}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
+        farm.addInstruction({.blocks = {{1, 100}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
         const QString later = store::backUpNow(farm.databasesPath());
         const QString latest = store::backUpNow(farm.databasesPath());
         const auto backups = copiesOf(farm);
@@ -83,7 +83,7 @@ private Q_SLOTS:
     void aDamagedDatabaseIsNotCopied()
     {
         TemporaryFarm farm;
-        farm.addInstruction({.blocks = {{1, 20}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
+        farm.addInstruction({.blocks = {{1, 100}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
         goTo(0);
         store::backUpNow(farm.databasesPath());
         farm.close();
@@ -225,7 +225,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, file);
         TemporaryFarm farm;
-        farm.addInstruction({.blocks = {{1, 20}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
+        farm.addInstruction({.blocks = {{1, 100}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
         farm.close();
         const QString folder = farm.databasesPath() + '/';
         const auto write = [&](const char *name, const QByteArray &bytes) {

@@ -83,7 +83,7 @@ private Q_SLOTS:
     {
         QFETCH(std::function<bool(QFile &)>, spoil);
         TemporaryFarm farm;
-        farm.addInstruction({.blocks = {{1, 20}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
+        farm.addInstruction({.blocks = {{1, 100}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
         {
             DailyBackup backup(farm.session);
             QCOMPARE(make(backup), QString());
@@ -94,13 +94,13 @@ private Q_SLOTS:
         DailyBackup backup(farm.session);
         QCOMPARE(make(backup), QString());
         QVERIFY(store::DatedCopy::isComplete(copyOf(farm, 0)));
-        QCOMPARE(rowsIn(copyOf(farm, 0), "tblPMData"), 180);
+        QCOMPARE(rowsIn(copyOf(farm, 0), "tblPMData"), 900);
     }
 
     void whatHindersTheCopyIsReported()
     {
         TemporaryFarm farm;
-        farm.addInstruction({.blocks = {{1, 20}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
+        farm.addInstruction({.blocks = {{1, 100}}, .targets = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
         QFile inTheWay(farm.databasesPath() + "/Backups");
         QVERIFY(inTheWay.open(QIODevice::WriteOnly));
         {

@@ -55,7 +55,7 @@ std::optional<QString> QueuedDialogs::chooseFile(controls::FilePurpose, const QS
         ++unexpected_;
         return {};
     }
-    std::optional<QString> path = std::move(files_.front());
+    const std::optional<QString> path = files_.front();
     files_.pop_front();
     return path;
 }

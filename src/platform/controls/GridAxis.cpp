@@ -13,7 +13,8 @@ namespace controls
 namespace
 {
 
-/// A column that shares the width is not narrowed below this many pixels.
+/// Pixels below which a column that shares the width is not narrowed: the first, which names the row, and the others.
+constexpr int MinFirst = 104;
 constexpr int MinStretched = 80;
 
 int pixels(int twips)
@@ -72,15 +73,18 @@ void GridAxis::rebuild() const
             takers.push_back(static_cast<std::size_t>(line));
         }
     }
+    const auto least = [this](std::size_t line) {
+        return static_cast<int>(line) == stretched_.front() ? MinFirst : MinStretched;
+    };
     int spare = std::accumulate(lengths.begin(), lengths.end(), spreadExtent_, std::minus<>());
     if (spare < 0) {
-        std::erase_if(takers, [&lengths](std::size_t line) { return lengths[line] <= MinStretched; });
+        std::erase_if(takers, [&](std::size_t line) { return lengths[line] <= least(line); });
         // The shortest first, so that what it cannot give is taken from the longer ones.
         std::sort(takers.begin(), takers.end(), [&lengths](std::size_t a, std::size_t b) { return lengths[a] < lengths[b]; });
     }
     for (std::size_t i = 0; i < takers.size() && spare != 0; ++i) {
         int &length = lengths[takers[i]];
-        const int share = std::max(spare / static_cast<int>(takers.size() - i), std::min(0, MinStretched - length));
+        const int share = std::max(spare / static_cast<int>(takers.size() - i), std::min(0, least(takers[i]) - length));
         length += share;
         spare -= share;
     }

@@ -19,6 +19,8 @@ namespace
 
 constexpr int TextPadding = 6;
 constexpr int NarrowPadding = 2;
+/// Pixels below which a column has the narrow edge.
+constexpr int NarrowColumn = 100;
 constexpr int MaxLines = 2;
 constexpr int SelectionBar = 4;
 constexpr double TickSize = 16;
@@ -181,10 +183,13 @@ void GridPainter::paintCell(QPainter &painter, int row, int col, const QRect &re
     }
 }
 
-/// Texts that would just be cut short get a narrower edge; those that are cut short all the same begin where the others do. A
-/// header with space for two lines wraps instead.
+/// Texts on the left begin at one position in the whole column. Others get a narrower edge where that avoids an ellipsis, but not
+/// a header with space for two lines, which wraps instead.
 int GridPainter::padding(int row, int col, const QSize &cell) const
 {
+    if (state_.alignment(row, col) == CellAlignment::Left) {
+        return cell.width() < NarrowColumn ? NarrowPadding : TextPadding;
+    }
     const int text = metricsOf(row, col).horizontalAdvance(state_.store.at(row, col).text);
     const bool narrowHelps = text + 2 * TextPadding >= cell.width() && text + 2 * NarrowPadding < cell.width();
     return narrowHelps && maxLinesOf(row, col, cell.height()) == 1 ? NarrowPadding : TextPadding;

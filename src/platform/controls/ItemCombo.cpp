@@ -36,6 +36,8 @@ ItemCombo::ItemCombo(QWidget *parent) : QComboBox(parent)
     lineEdit()->installEventFilter(this);
     connect(this, &QComboBox::activated, this, [this](int index) {
         chosen_ = index;
+        // A text wider than the field shows its beginning.
+        lineEdit()->setCursorPosition(0);
         Q_EMIT Click();
     });
     // When editing ends, QComboBox emits activated for an equal entry, but not for the one chosen before.
@@ -76,6 +78,7 @@ void ItemCombo::setListIndex(int index)
         const QSignalBlocker silent(this);
         setCurrentIndex(index);
         setEditText(index < 0 ? QString() : itemText(index));
+        lineEdit()->setCursorPosition(0);
         chosen_ = index;
     }
     Q_EMIT Click();
@@ -100,6 +103,7 @@ void ItemCombo::setText(const QString &text)
     chosen_ = indexOf(text);
     setCurrentIndex(chosen_);
     setEditText(text);
+    lineEdit()->setCursorPosition(0);
 }
 
 void ItemCombo::textEdited(const QString &text)

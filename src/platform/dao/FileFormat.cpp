@@ -27,7 +27,7 @@ constexpr int SaltSize = 16;
 
 [[noreturn]] void failDamaged(const QString &path, const QString &what)
 {
-    throw DataError(DataErrorNumber::DamagedFile, QStringLiteral("%1 is damaged: %2. Restore it from a backup.").arg(path, what));
+    throw DataError(DataErrorNumber::Damaged, QStringLiteral("%1 is damaged: %2. Restore it from a backup.").arg(path, what));
 }
 
 /// Reads through SQLite's own file handle, since closing a second one would drop the locks that this process holds on it.

@@ -29,16 +29,6 @@ namespace
 constexpr qint64 RetryMilliseconds = 2000;
 constexpr unsigned long RetryStep = 50;
 
-/// Errors of the file in the form of this layer; the numbers are the same.
-template <typename Body> auto translated(Body &&body)
-{
-    try {
-        return body();
-    } catch (const jet::Error &error) {
-        throw DataError(static_cast<DataErrorNumber>(error.number()), error.description());
-    }
-}
-
 } // namespace
 
 JetStorage::JetStorage(const QString &path, std::unique_ptr<jet::Database> file)
@@ -60,7 +50,7 @@ std::unique_ptr<JetStorage> JetStorage::open(const QString &path, bool readOnly,
         }
     }
     if (!file) {
-        file = translated([&] { return jet::Database::open(path, password, jet::Access::ReadOnly); });
+        file = jet::Database::open(path, password, jet::Access::ReadOnly);
     }
     std::unique_ptr<JetStorage> storage(new JetStorage(path, std::move(file)));
     storage->password_ = password;
@@ -75,7 +65,7 @@ std::unique_ptr<JetStorage> JetStorage::create(const QString &path, const QStrin
     if (QFileInfo::exists(path)) {
         throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess, QStringLiteral("The file %1 exists already.").arg(path));
     }
-    translated([&] { jet::createDatabase(path, password); });
+    jet::createDatabase(path, password);
     basic::followFolder(path);
     return open(path, false, password);
 }
@@ -96,7 +86,7 @@ void JetStorage::loadFirst()
     waited.start();
     while (jet::stampOf(path()) != file_->stamp() && waited.elapsed() < RetryMilliseconds) {
         // Another program has written it meanwhile.
-        translated([this] { file_->refresh(); });
+        file_->refresh();
         load();
     }
     file_->releasePages();
@@ -128,7 +118,7 @@ void JetStorage::load()
     const auto created = created_;
     const auto unreadable = std::exchange(unreadable_, {});
     try {
-        const QStringList names = translated([this] { return file_->tableNames(); });
+        const QStringList names = file_->tableNames();
         for (const auto &[name, sql] : created) {
             if (!names.contains(name, Qt::CaseInsensitive)) {
                 mirror_.execute("DROP TABLE " + quoteName(name));
@@ -154,8 +144,7 @@ void JetStorage::loadTable(const QString &name)
 {
     mirror_.execute("SAVEPOINT tableLoad");
     try {
-        const jet::TableDefinition &source =
-            translated([&]() -> const jet::TableDefinition & { return file_->definition(name); });
+        const jet::TableDefinition &source = file_->definition(name);
         const TableDef target = definitionOf(source);
         makeTable(target);
         copyRows(source, target);
@@ -224,17 +213,15 @@ void JetStorage::copyRows(const jet::TableDefinition &source, const TableDef &ta
     Statement insert(mirror_,
                      "INSERT INTO " + quoteName(target.Name()) + " (" + names + (hasKey ? "" : ", rowid") + ") VALUES ("
                          + parameters + (hasKey ? ")" : ", ?)"));
-    translated([&] {
-        file_->readRows(source.name, [&](const jet::Row &row) {
-            int parameter = 0;
-            for (const std::size_t column : columns) {
-                insert.bind(++parameter, valueOf(row.values[column]));
-            }
-            if (!hasKey) {
-                insert.bindKey(++parameter, JetWriter::rowNumber(row.position));
-            }
-            insert.step();
-        });
+    file_->readRows(source.name, [&](const jet::Row &row) {
+        int parameter = 0;
+        for (const std::size_t column : columns) {
+            insert.bind(++parameter, valueOf(row.values[column]));
+        }
+        if (!hasKey) {
+            insert.bindKey(++parameter, JetWriter::rowNumber(row.position));
+        }
+        insert.step();
     });
     const auto automatic =
         std::find_if(target.Fields().begin(), target.Fields().end(), [](const Field &field) { return field.autoIncrement; });
@@ -262,7 +249,7 @@ bool JetStorage::refresh()
     waited.start();
     for (;;) {
         try {
-            translated([this] { file_->refresh(); });
+            file_->refresh();
             load();
             rejected_.reset();
             return true;
@@ -292,21 +279,19 @@ void JetStorage::beginWrite()
     if (isReadOnly()) {
         throw DataError(DataErrorNumber::ReadOnly, QStringLiteral("%1 cannot be written. %2").arg(path(), whyReadOnly_));
     }
-    translated([this] {
-        try {
-            writer_ = std::make_unique<JetWriter>(*file_, mirror_);
-        } catch (const jet::Error &error) {
-            if (!error.is(jet::ErrorNumber::ChangedMeanwhile) || !refresh()) {
-                throw;
-            }
-            writer_ = std::make_unique<JetWriter>(*file_, mirror_);
+    try {
+        writer_ = std::make_unique<JetWriter>(*file_, mirror_);
+    } catch (const jet::Error &error) {
+        if (!error.is(jet::ErrorNumber::ChangedMeanwhile) || !refresh()) {
+            throw;
         }
-    });
+        writer_ = std::make_unique<JetWriter>(*file_, mirror_);
+    }
 }
 
 void JetStorage::commitWrite()
 {
-    translated([this] { writer_->commit(); });
+    writer_->commit();
     writer_.reset();
 }
 
@@ -317,7 +302,7 @@ void JetStorage::abandonWrite()
 
 void JetStorage::createTable(const TableDef &definition)
 {
-    translated([&] { writer_->createTable(definition); });
+    writer_->createTable(definition);
     created_[definition.Name()] = Catalog::createStatements(definition).front();
 }
 
@@ -327,7 +312,7 @@ void JetStorage::addField(const TableDef &table, const Field &field)
         throw DataError(DataErrorNumber::ReadOnly,
                         QStringLiteral("Only a Boolean field can be added to the Jet file %1, not %2.").arg(path(), field.name));
     }
-    translated([&] { writer_->addBooleanColumn(table.Name(), field.name); });
+    writer_->addBooleanColumn(table.Name(), field.name);
 }
 
 void JetStorage::copyTo(const QString &target, bool /*isInTransaction*/)
@@ -346,7 +331,7 @@ QStringList JetStorage::checkIntegrity(const Progress &progress)
 
 QStringList JetStorage::checkPages()
 {
-    return translated([this] { return jet::check(path(), password_).faults; });
+    return jet::check(path(), password_).faults;
 }
 
 } // namespace dao

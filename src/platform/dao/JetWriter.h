@@ -14,7 +14,7 @@ namespace dao
 {
 
 /// One transaction of a Jet file: records what changes in its mirror and writes it to the file. While it lives nobody else can
-/// write the file. Errors are jet::Errors, and DataErrors of the mirror.
+/// write the file. Errors are those of the file and of the mirror.
 class JetWriter
 {
 public:

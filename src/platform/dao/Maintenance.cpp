@@ -120,7 +120,7 @@ QStringList problemsFoundBy(const std::function<QStringList()> &check)
         problems.removeAll(QStringLiteral("ok"));
         return problems;
     } catch (const DataError &error) {
-        if (error.number() != static_cast<int>(DataErrorNumber::DamagedFile)) {
+        if (error.number() != static_cast<int>(DataErrorNumber::Damaged)) {
             throw;
         }
         return {error.description()};

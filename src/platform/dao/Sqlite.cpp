@@ -79,7 +79,7 @@ DataError errorFor(int code, const QString &path, const QString &message, int sy
                 QStringLiteral("%1 cannot be opened. Check the permissions of the file and of its folder.").arg(path)};
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-        return {Number::DamagedFile, QStringLiteral("%1 is damaged. Restore it from a backup.").arg(path)};
+        return {Number::Damaged, QStringLiteral("%1 is damaged. Restore it from a backup.").arg(path)};
     case SQLITE_CONSTRAINT:
         if (code == SQLITE_CONSTRAINT_NOTNULL) {
             return {Number::NullKey, QStringLiteral("A key in %1 cannot be null (%2).").arg(path, message)};

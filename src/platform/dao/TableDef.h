@@ -35,8 +35,10 @@ public:
     explicit TableDef(QString name) : name_(std::move(name)) {}
 
     const QString &Name() const { return name_; }
-    const std::vector<Field> &Fields() const { return fields_; }
-    const std::vector<Index> &Indexes() const { return indexes_; }
+    const std::vector<Field> &Fields() const & { return fields_; }
+    std::vector<Field> Fields() && { return std::move(fields_); }
+    const std::vector<Index> &Indexes() const & { return indexes_; }
+    std::vector<Index> Indexes() && { return std::move(indexes_); }
 
     static Field CreateField(QString name, FieldType type, int size = 0);
     /// 3191 when there is a field of that name.

@@ -130,8 +130,8 @@ BookPassthrough makeStandardBook()
     book.globals = fixedRecords(BookOrder);
     completeBook(book.globals);
     Bytes standardFont;
-    standardFont.u16(220).u16(0).u16(0x7FFF).u16(400).u16(0).u8(0).u8(2).u8(0).u8(0);
-    putShortText(standardFont, QStringLiteral("Calibri"));
+    standardFont.u16(200).u16(0).u16(0x7FFF).u16(400).u16(0).u8(0).u8(2).u8(0).u8(0);
+    putShortText(standardFont, QStringLiteral("Arial"));
     book.fonts.assign(equalFonts, standardFont.bytes());
     // Fifteen formats for named styles, of which only the first is used, then that of empty cells.
     book.formats.push_back(QByteArray::fromHex("00000000F5FF20000000"

@@ -92,8 +92,9 @@ StyleTable::StyleTable()
 {
     Style standard;
     standard[Trait::BaseFormat] = 15;
-    standard[Trait::FontName] = fontNames.indexOf(QStringLiteral("Calibri"));
-    standard[Trait::FontSize] = 11 * 20;
+    // Column widths are in digits of this font, so it must exist, or have a match of the same metrics, on every computer.
+    standard[Trait::FontName] = fontNames.indexOf(QStringLiteral("Arial"));
+    standard[Trait::FontSize] = 10 * 20;
     standard[Trait::Vertical] = 2;
     standard[Trait::NumberFormat] = numberFormats.indexOf(QStringLiteral("General"));
     standard[Trait::FillColour] = -1;

@@ -73,6 +73,7 @@ public:
 
     void write()
     {
+        setFont(STAILQ_FIRST(target_->formats), book_.styles.at(0));
         for (std::size_t number = 0; number < book_.sheets.size(); ++number) {
             const Sheet &sheet = *book_.sheets[number];
             lxw_worksheet *to = workbook_add_worksheet(target_, sheet.name.toUtf8().constData());
@@ -181,11 +182,16 @@ private:
         return formats_[style];
     }
 
+    void setFont(lxw_format *format, const Style &style) const
+    {
+        format_set_font_name(format, book_.styles.fontNames.at(style[Trait::FontName]).toUtf8().constData());
+        format_set_font_size(format, style[Trait::FontSize] / 20.0);
+    }
+
     lxw_format *newFormat(const Style &style) const
     {
         lxw_format *format = workbook_add_format(target_);
-        format_set_font_name(format, book_.styles.fontNames.at(style[Trait::FontName]).toUtf8().constData());
-        format_set_font_size(format, style[Trait::FontSize] / 20.0);
+        setFont(format, style);
         if (style[Trait::Bold] != 0) {
             format_set_bold(format);
         }

@@ -168,7 +168,7 @@ void JetStorageTest::aDamagedTableLeavesTheOthersReadable()
         pest->OpenRecordset(QStringLiteral("Select * from tblPMData"));
         QFAIL("a table that does not prove itself was read");
     } catch (const DataError &error) {
-        QCOMPARE(error.number(), static_cast<int>(DataErrorNumber::DamagedFile));
+        QCOMPARE(error.number(), static_cast<int>(DataErrorNumber::Damaged));
         QVERIFY2(error.description().contains(QLatin1String("tblPMData")), qPrintable(error.description()));
     }
     QCOMPARE(pest->checkPages().size(), 1);
