@@ -65,7 +65,7 @@ struct RecordsSheet::Totals {
 };
 
 RecordsSheet::RecordsSheet(const excel::Application &application, int rowLimit)
-    : application_(application), sheet_(application.ActiveSheet()), rowLimit_(rowLimit), row_(FirstRow)
+    : application_(application), sheet_(application.ActiveSheet()), rowLimit_(rowLimit), row_(FirstRow), pageStart_(FirstRow)
 {
 }
 
@@ -145,8 +145,9 @@ int RecordsSheet::rowsPerPage() const
     constexpr double rowHeight = 15.0;
     const excel::PageSetup page = sheet_.PageSetup();
     const double paper = page.Orientation() == excel::xlLandscape ? shortEdge : longEdge;
-    // A row less, since printers round.
-    return std::max(static_cast<int>((paper - page.TopMargin() - page.BottomMargin()) / rowHeight) - 1, 1);
+    // The heading is repeated on each page. A row less, since printers round.
+    const int whole = static_cast<int>((paper - page.TopMargin() - page.BottomMargin()) / rowHeight) - 1;
+    return std::max(whole - (FirstRow - 1), 1);
 }
 
 void RecordsSheet::makeSpace(int rows)
@@ -170,7 +171,7 @@ void RecordsSheet::continueOnNewSheet()
     const excel::Workbook workbook = application_.ActiveWorkbook();
     sheet_ = workbook.Worksheets().Add(workbook.Worksheets(workbook.Worksheets().Count()));
     row_ = FirstRow;
-    pageStart_ = 1;
+    pageStart_ = FirstRow;
     if (writeAgain_) {
         writeAgain_();
     }

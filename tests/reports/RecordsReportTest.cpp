@@ -43,6 +43,7 @@ private Q_SLOTS:
     void nesting();
     void nothingChosen();
     void readersSeeTheTable();
+    void tablesBeginOnAPageThatHoldsThem_data();
     void tablesBeginOnAPageThatHoldsThem();
     void aFullSheetContinuesOnTheNext();
 
@@ -235,11 +236,19 @@ void RecordsReportTest::readersSeeTheTable()
              "columns are as wide as their texts");
 }
 
+void RecordsReportTest::tablesBeginOnAPageThatHoldsThem_data()
+{
+    // Two tables of twenty dates fill a page of A4; one of 39 fills it below the repeated heading.
+    QTest::addColumn<int>("dates");
+    QTest::newRow("two to a page") << 20;
+    QTest::newRow("one to a page") << 39;
+}
+
 void RecordsReportTest::tablesBeginOnAPageThatHoldsThem()
 {
-    // A heading, twenty dates and two lines of totals: two such tables fill a page of A4.
+    QFETCH(int, dates);
     std::vector<PestRecord> records;
-    for (int day = 0; day < 20; ++day) {
+    for (int day = 0; day < dates; ++day) {
         records.push_back(counted(May4.addDays(day), 1, 3));
     }
     RecordsSheet sheet(application_);
@@ -255,6 +264,7 @@ void RecordsReportTest::tablesBeginOnAPageThatHoldsThem()
     QVERIFY2(breaks.size() >= 2, qPrintable(breaks.join(u' ')));
     for (const QString &row : breaks.mid(1)) {
         QVERIFY2(line(row.toInt() + 1).startsWith(QLatin1String("Pest ")), qPrintable(row));
+        QVERIFY2(row.toInt() > 10, "the first page is not left empty");
     }
 }
 

@@ -271,8 +271,9 @@ void addHatch(std::vector<QLineF> &lines, const SeriesStyle &style, const QRectF
 
 void drawHatch(QPainter &painter, const SeriesStyle &style, const std::vector<QLineF> &lines)
 {
-    const bool lightFill = style.fill.lightness() > 150;
-    const QColor colour = mixed(style.fill, style.forPaper && lightFill ? QColor(Qt::black) : style.paper, 0.45);
+    // On paper a light area stays light, and a dark one dark: so that neighbours differ in grey.
+    const bool lightOnPaper = style.forPaper && style.fill.lightness() > 150;
+    const QColor colour = lightOnPaper ? mixed(style.fill, Qt::black, 0.35) : mixed(style.fill, style.paper, 0.45);
     painter.setPen(QPen(colour, style.forPaper ? 0.8 : 1.0, Qt::SolidLine, Qt::FlatCap));
     painter.drawLines(lines.data(), static_cast<int>(lines.size()));
 }
