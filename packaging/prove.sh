@@ -10,7 +10,7 @@ build=${1:-}
 if [ -z "$build" ]; then
     build=build/release
     cmake --preset release -DFARM_BENCH=OFF >/dev/null
-    cmake --build "$build" --target FarmMonitoring farmdata templates
+    cmake --build "$build" --target FarmMonitoring MainModule farmdata templates
 fi
 build=$(readlink -f "$build")
 work=$(mktemp -d)
@@ -27,7 +27,7 @@ dpkg-deb -c "$package" | awk '$1 !~ /^d/ {print "  " $6}'
 dpkg-deb -x "$package" "$work/root"
 depends=$(dpkg-deb -f "$package" Depends)
 echo "Depends: $depends"
-for program in farm-monitoring farmdata; do
+for program in farm-monitoring farm-main-module farmdata; do
     ldd "$work/root/usr/bin/$program" >"$work/ldd"
     ! grep 'not found' "$work/ldd"
     for library in $(objdump -p "$work/root/usr/bin/$program" | awk '$1 == "NEEDED" {print $2}'); do
@@ -47,12 +47,14 @@ HOME=$(mktemp -d)
 export HOME QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
 unset XDG_DATA_HOME
 folder=$HOME/.local/share/farm-monitoring
-staysOpen() { status=0; timeout 8 "$bin/farm-monitoring" || status=$?; [ "$status" = 124 ]; }
-staysOpen
+staysOpen() { status=0; timeout 8 "$bin/$1" || status=$?; [ "$status" = 124 ]; }
+staysOpen farm-monitoring
 [ -w "$folder/Templates/PestMoni.xls" ] && [ -w "$folder/Templates/Analysis.xls" ] && [ ! -e "$folder/Databases" ]
 echo "First start: templates are laid out, and the box with the first steps is open."
+staysOpen farm-main-module
+echo "The Main Module is open on its start page."
 "$bin/farmdata" demo "$folder/Databases" >/dev/null
-staysOpen
+staysOpen farm-monitoring
 ls "$folder"/Databases/Backups/* >/dev/null
 echo "Second start: the farm is open, and today's copy of it is made."
 rm -rf "$HOME"

@@ -6,6 +6,7 @@
 #include "shell/FarmApplication.h"
 #include "shell/MDI_Monitoring.h"
 #include "shell/ProgramFolder.h"
+#include "shell/SiblingProgram.h"
 
 #include <QPointer>
 
@@ -28,7 +29,11 @@ int run(FarmApplication &application)
         const QString folder = programFolder(folders);
         if (!holdsDatabases(folder)) {
             makeProgramFolder(folder, folders.templates);
-            boxes.message(firstFarmText(folder), {}, controls::BoxIcon::Information);
+            if (boxes.question(firstFarmText(folder), {}, controls::Answer::Yes) == controls::Answer::Yes) {
+                if (const QString reason = startSibling(mainModuleProgram()); !reason.isEmpty()) {
+                    boxes.message(reason, {}, controls::BoxIcon::Critical);
+                }
+            }
             return Failed;
         }
         MDI_Monitoring window(boxes, menuEntries());
@@ -36,6 +41,9 @@ int run(FarmApplication &application)
             return Failed;
         }
         window.makeTemplates(folders.templates);
+        window.setMainModuleStarter([](const QString &page) {
+            return startSibling(mainModuleProgram(), page.isEmpty() ? QStringList() : QStringList{page});
+        });
         boxes.setParent(&window);
         application.setErrorHandler([shown = QPointer(&window)](const basic::RunTimeError &error) {
             if (shown) {

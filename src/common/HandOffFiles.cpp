@@ -3,11 +3,13 @@
 
 #include "common/SessionContext.h"
 #include "platform/basic/Formats.h"
+#include "platform/basic/Numbers.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/basic/TextFiles.h"
 
 #include <QFileInfo>
 
+#include <limits>
 #include <optional>
 
 namespace
@@ -88,4 +90,23 @@ void Write_FindSDate(const SessionContext &session)
 void Write_FindFarm(const SessionContext &session)
 {
     basic::writeLine(basic::pathForWriting(session.AppPath + QLatin1String("\\FindFarm.txt")), session.CurrentFarm);
+}
+
+std::int32_t seasonKey(const QString &season)
+{
+    const double number = basic::Val(season);
+    return number > 0 && number <= std::numeric_limits<std::int32_t>::max() ? static_cast<std::int32_t>(number) : 0;
+}
+
+void Write_HandOff(const SessionContext &session)
+{
+    const auto write = [&session](const char *name, const QString &item) {
+        basic::writeLine(basic::pathForWriting(session.AppPath + QLatin1String(name)), item);
+    };
+    // A reader takes a text up to its first comma, unless it is quoted.
+    const auto item = [](const QString &text) { return text.contains(u',') ? QStringLiteral("\"%1\"").arg(text) : text; };
+    write("\\Findfarm.txt", item(session.CurrentFarm));
+    write("\\FindfarmID.txt", QString::number(session.CurrentFarmID));
+    write("\\Findyear.txt", item(session.CurrentYear));
+    write("\\FindyearID.txt", QString::number(session.CurrentYearID));
 }

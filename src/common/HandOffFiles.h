@@ -3,6 +3,8 @@
 
 #include <QString>
 
+#include <cstdint>
+
 struct SessionContext;
 
 /// The small text files in the program's folder through which the suite's main module hands over the chosen farm and season, and
@@ -23,3 +25,8 @@ QString Read_FindSDate(SessionContext &session);
 void Write_FindSDate(const SessionContext &session);
 /// Hands the farm's name back to the suite.
 void Write_FindFarm(const SessionContext &session);
+
+/// Writes the four files of farm and season, as a start of the monitoring reads them.
+void Write_HandOff(const SessionContext &session);
+/// The number that a season's name begins with, as a year does; 0 for a name without one.
+std::int32_t seasonKey(const QString &season);

@@ -12,6 +12,9 @@ using basic::RunTimeError;
 namespace
 {
 
+/// Before the owner of a part of the main module.
+const QString MainModuleMark = QStringLiteral("MainModule:");
+
 /// A caption without the sign before its access key.
 QString plainCaption(QString text)
 {
@@ -32,7 +35,12 @@ std::vector<KeyGroup> keyGroups()
         const qsizetype bar = line.indexOf(u'|');
         const qsizetype bracket = line.indexOf(u']');
         if (line.startsWith(u'[')) {
-            groups.push_back({line.mid(1, bracket - 1), line.mid(bracket + 1).trimmed(), {}});
+            const QString owner = line.mid(1, bracket - 1);
+            const bool isMainModule = owner.startsWith(MainModuleMark);
+            groups.push_back({isMainModule ? KeyProgram::MainModule : KeyProgram::Monitoring,
+                              isMainModule ? owner.mid(MainModuleMark.size()) : owner,
+                              line.mid(bracket + 1).trimmed(),
+                              {}});
         } else if (bar > 0 && !groups.empty()) {
             groups.back().lines.push_back({line.left(bar), line.mid(bar + 1)});
         }

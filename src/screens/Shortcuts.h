@@ -13,8 +13,12 @@ struct KeyLine {
     QString action;
 };
 
-/// The keys of one screen, or of one part of it. The owner is the screen's class name, or "Everywhere" and "Grid".
+enum class KeyProgram { Monitoring, MainModule };
+
+/// The keys of one screen, or of one part of it. The owner is the screen's class name, or "Everywhere" and "Grid", which hold in
+/// both programs.
 struct KeyGroup {
+    KeyProgram program = KeyProgram::Monitoring;
     QString owner;
     QString heading;
     std::vector<KeyLine> lines;

@@ -2,7 +2,6 @@
 #include "screens/ShortcutsPage.h"
 
 #include "platform/controls/Theme.h"
-#include "screens/Shortcuts.h"
 
 #include <QDialogButtonBox>
 #include <QPushButton>
@@ -21,8 +20,8 @@ constexpr QSize PageSize(620, 560);
 /// Sort key of a group on the page; groups with the same key stay in the order of the table.
 int orderOf(const KeyGroup &group, const QString &screen)
 {
-    const std::array<QString, 4> first{screen, QStringLiteral("Everywhere"), QStringLiteral("Grid"),
-                                       QStringLiteral("MDI_Monitoring")};
+    const std::array<QString, 5> first{screen, QStringLiteral("Everywhere"), QStringLiteral("Grid"),
+                                       QStringLiteral("MDI_Monitoring"), QStringLiteral("MainModuleWindow")};
     return static_cast<int>(std::find(first.begin(), first.end(), group.owner) - first.begin());
 }
 
@@ -43,10 +42,15 @@ QString markup(const std::vector<KeyGroup> &groups)
 
 } // namespace
 
-ShortcutsPage::ShortcutsPage(const QString &screen, QWidget *parent) : QDialog(parent), browser_(new QTextBrowser(this))
+ShortcutsPage::ShortcutsPage(const QString &screen, KeyProgram program, QWidget *parent)
+    : QDialog(parent), browser_(new QTextBrowser(this))
 {
     setWindowTitle(tr("Keys"));
     std::vector<KeyGroup> groups = keyGroups();
+    std::erase_if(groups, [program](const KeyGroup &group) {
+        const bool isShared = group.owner == QLatin1String("Everywhere") || group.owner == QLatin1String("Grid");
+        return group.program != program && !isShared;
+    });
     std::stable_sort(groups.begin(), groups.end(),
                      [&](const KeyGroup &one, const KeyGroup &other) { return orderOf(one, screen) < orderOf(other, screen); });
     browser_->setFrameShape(QFrame::NoFrame);
@@ -64,9 +68,9 @@ ShortcutsPage::ShortcutsPage(const QString &screen, QWidget *parent) : QDialog(p
     resize(PageSize.boundedTo(QWidget::screen()->availableSize() - margin));
 }
 
-void ShortcutsPage::openOver(QWidget *window, const QString &screen)
+void ShortcutsPage::openOver(QWidget *window, const QString &screen, KeyProgram program)
 {
-    auto *page = new ShortcutsPage(screen, window);
+    auto *page = new ShortcutsPage(screen, program, window);
     page->setAttribute(Qt::WA_DeleteOnClose);
     page->open();
 }

@@ -29,6 +29,8 @@
 #include <QShortcut>
 #include <QTimer>
 
+#include <algorithm>
+
 using basic::runOrIgnore;
 using basic::RunTimeError;
 
@@ -55,6 +57,7 @@ MDI_Monitoring::MDI_Monitoring(controls::Dialogs &dialogs, std::vector<MenuEntry
     nameKeysInTips(*this);
     connect(ui_->picPro, &MenuPanel::entryClicked, this, [this](const MenuEntry &entry) { guarded([&] { openEntry(entry); }); });
     connect(ui_->picPro, &MenuPanel::closeClicked, this, &MDI_Monitoring::endProcess);
+    connect(ui_->picPro, &MenuPanel::mainModuleRequested, this, &MDI_Monitoring::openMainModule);
     connect(qApp, &QGuiApplication::applicationStateChanged, this, &MDI_Monitoring::windowEntered);
     dao::Workspace::setNoticeHandler([this](const QString &sentence) { showFailure(sentence); });
 }
@@ -129,6 +132,7 @@ MDI_Monitoring::Load MDI_Monitoring::load(const QString &appPath)
     if (ui_->cmbFarm->ListCount() > 0) {
         ui_->cmbFarm->setListIndex(0);
     }
+    showFirstSteps();
     ui_->picPro->focusPicture(QStringLiteral("imSpray"));
     return Load::Done;
 }
@@ -406,7 +410,7 @@ void MDI_Monitoring::windowEntered(Qt::ApplicationState state)
     }
     const bool entered = windowLeft_ && QApplication::activeModalWidget() == nullptr;
     windowLeft_ = false;
-    if (!entered || !CurrentForm_) {
+    if (!entered) {
         return;
     }
     // Queued, so that nothing is rebuilt before the window system has moved the focus.
@@ -414,11 +418,74 @@ void MDI_Monitoring::windowEntered(Qt::ApplicationState state)
     QMetaObject::invokeMethod(
         this,
         [this, screen] {
+            refreshFarmLists();
             if (screen && screen == CurrentForm_) {
                 guarded([&] { screen->activateScreen(); });
             }
         },
         Qt::QueuedConnection);
+}
+
+void MDI_Monitoring::openMainModule(const QString &page)
+{
+    if (const QString reason = startMainModule_ ? startMainModule_(page) : QString(); !reason.isEmpty()) {
+        showFailure(reason);
+    }
+}
+
+void MDI_Monitoring::refreshFarmLists()
+{
+    try {
+        refreshFarms();
+        if (session_.ViewOnlyReason.isEmpty()) {
+            Update_TempBlock();
+        }
+        showFirstSteps();
+    } catch (const RunTimeError &error) {
+        showFailure(tr("Changed blocks and farms do not show before the next start: %1").arg(error.description()));
+    }
+}
+
+/// The farm that is worked on stays chosen, whatever else has changed.
+void MDI_Monitoring::refreshFarms()
+{
+    controls::ItemCombo &combo = *ui_->cmbFarm;
+    const auto entries = [&combo] {
+        QList<std::pair<QString, qint32>> found;
+        for (int i = 0; i < combo.ListCount(); ++i) {
+            found.append({combo.List(i), combo.ItemData(i)});
+        }
+        return found;
+    };
+    const auto before = entries();
+    const QString shown = combo.Text();
+    Fill_Farm_Combo(combo, objPestMON_);
+    const auto after = entries();
+    const auto chosen =
+        std::find_if(after.begin(), after.end(), [this](const auto &farm) { return farm.second == session_.CurrentFarmID; });
+    if (chosen != after.end()) {
+        session_.CurrentFarm = chosen->first;
+        combo.setText(chosen->first);
+    } else if (before.isEmpty() && !after.isEmpty()) {
+        combo.setListIndex(0);
+    } else {
+        combo.setText(shown);
+    }
+}
+
+void MDI_Monitoring::showFirstSteps()
+{
+    QString text;
+    const bool isOpen = session_.dbMain.isSet();
+    const auto isEmpty = [this](const char *table) {
+        return session_.dbMain->OpenRecordset(QStringLiteral("Select Count(*) from ") + QLatin1String(table)).longValue(0) == 0;
+    };
+    if (isOpen && ui_->cmbFarm->ListCount() == 0) {
+        text = tr("There is no farm yet: enter the farm, its blocks, workers and pests in the Main Module.");
+    } else if (isOpen && isEmpty("tblBlock")) {
+        text = tr("There are no blocks yet: enter them, the workers and the pests in the Main Module.");
+    }
+    ui_->picPro->setFirstSteps(text);
 }
 
 bool MDI_Monitoring::eventFilter(QObject *watched, QEvent *event)

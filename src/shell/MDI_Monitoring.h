@@ -11,6 +11,7 @@
 #include <QMainWindow>
 #include <QPointer>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -45,6 +46,9 @@ public:
     bool menuIsOpen() const;
     /// Text of the status line.
     QString statusText() const;
+    /// Starts the main module on a page and returns why it could not, else an empty text.
+    using MainModuleStarter = std::function<QString(const QString &page)>;
+    void setMainModuleStarter(MainModuleStarter starter) { startMainModule_ = std::move(starter); }
     /// Replaces the desktop as the launcher of workbooks; must outlive the window.
     void setLauncher(excel::Launcher &launcher) { launcher_ = &launcher; }
     /// Updates the pest database's copy of the plantings; part of the load.
@@ -96,6 +100,12 @@ private:
     void yearChosen();
     void process();
     void windowEntered(Qt::ApplicationState state);
+    void openMainModule(const QString &page);
+    /// Takes over the farms and blocks that the main module has changed meanwhile.
+    void refreshFarmLists();
+    void refreshFarms();
+    /// Leads to the main module while there is no farm or no block.
+    void showFirstSteps();
     void Clear_Exit_Hover();
     void endProcess();
 
@@ -112,5 +122,6 @@ private:
     QPointer<ChildScreen> CurrentForm_;
     QString lastPicture_;
     QStringList startFailures_;
+    MainModuleStarter startMainModule_;
     bool windowLeft_ = false;
 };

@@ -46,6 +46,11 @@ MenuPanel::MenuPanel(QWidget *parent) : QWidget(parent), ui_(std::make_unique<Ui
     setLabelIcon(*ui_->imHyd, SmallPicture, QStringLiteral("soil"), QStringLiteral("muted"));
     setIcons({{ui_->cmdClose, "close"}});
     connect(ui_->cmdClose, &QToolButton::clicked, this, &MenuPanel::closeClicked);
+    connect(ui_->Label6Hint, &QPushButton::clicked, this, [this] { Q_EMIT mainModuleRequested(QStringLiteral("blocks")); });
+    connect(ui_->Label7Hint, &QPushButton::clicked, this,
+            [this] { Q_EMIT mainModuleRequested(QStringLiteral("planted-blocks")); });
+    connect(ui_->cmdMainModule, &QPushButton::clicked, this, [this] { Q_EMIT mainModuleRequested(QString()); });
+    setFirstSteps({});
     for (QWidget *background : {static_cast<QWidget *>(this), static_cast<QWidget *>(ui_->Frame4),
                                 static_cast<QWidget *>(ui_->Frame6), static_cast<QWidget *>(ui_->fraSoil)}) {
         background->setMouseTracking(true);
@@ -81,6 +86,12 @@ void MenuPanel::setEntries(std::vector<MenuEntry> entries)
         button->setAvailable();
         connect(button, &PictureButton::clicked, this, [this, entry] { Q_EMIT entryClicked(entry); });
     }
+}
+
+void MenuPanel::setFirstSteps(const QString &text)
+{
+    ui_->lblFirstSteps->setText(text);
+    ui_->firstSteps->setVisible(!text.isEmpty());
 }
 
 void MenuPanel::focusPicture(const QString &name)

@@ -30,10 +30,14 @@ public:
     /// The picture that the pointer was last over; nothing once it was cleared.
     const controls::PictureButton *HoverImage() const { return HoverImage_; }
     void focusPicture(const QString &name);
+    /// What to do first, with a button for it; empty hides both.
+    void setFirstSteps(const QString &text);
 
 Q_SIGNALS:
     void entryClicked(const MenuEntry &entry);
     void closeClicked();
+    /// A page of the main module, by the name that its command line takes; empty for none in particular.
+    void mainModuleRequested(const QString &page);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -63,14 +63,12 @@ bool holdsDatabases(const QString &folder)
 
 QString firstFarmText(const QString &folder)
 {
-    const QString text =
-        QStringLiteral("There is no farm here yet. The program looks for its databases in\n%1\n\n"
-                       "Bring a farm in with one of these commands in a terminal, then start the program again:\n\n"
-                       "Import the databases of the suite from their folder:\n"
-                       "farmdata import FOLDER \"%1\"\n\n"
-                       "Try the program with an invented farm:\n"
-                       "farmdata demo \"%1\"\n\n"
-                       "Make empty databases:\n"
-                       "farmdata create \"%1\"");
+    const QString text = QStringLiteral("There is no farm here yet. The program looks for its databases in\n%1\n\n"
+                                        "An office that has a farm already brings it in with a command in a terminal:\n\n"
+                                        "Import the databases of the suite from their folder:\n"
+                                        "farmdata import FOLDER \"%1\"\n\n"
+                                        "Try the program with an invented farm:\n"
+                                        "farmdata demo \"%1\"\n\n"
+                                        "A new office begins in the Main Module. Do you want to open it?");
     return text.arg(QDir::toNativeSeparators(folder + QStringLiteral("/Databases")));
 }

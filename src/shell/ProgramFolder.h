@@ -24,5 +24,6 @@ void makeProgramFolder(const QString &folder, const QString &templates);
 
 bool holdsDatabases(const QString &folder);
 
-/// The message when the folder has no databases: where they belong and which commands create them.
+/// The question when the folder has no databases: where they belong, which commands bring them in, and whether to open the main
+/// module for a new office.
 QString firstFarmText(const QString &folder);

@@ -2,7 +2,6 @@
 #include "store/BackupFolder.h"
 
 #include "platform/basic/Clock.h"
-#include "platform/basic/DiskSync.h"
 #include "platform/basic/Permissions.h"
 #include "platform/basic/RunTimeError.h"
 #include "store/Schema.h"
@@ -110,7 +109,6 @@ void BackupFolder::create() const
     if (!basic::makeFolder(path())) {
         throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("The folder %1 could not be created.").arg(path()));
     }
-    basic::syncToDisk(databases_);
 }
 
 std::unique_ptr<basic::FileLock> BackupFolder::lock() const
@@ -136,7 +134,7 @@ void BackupFolder::removeLeftovers() const
 {
     const QDir folder(path());
     const QStringList unfinished{QStringLiteral("*.new"), QStringLiteral("*.part"), QStringLiteral("*.new-journal"),
-                                 QStringLiteral("*.part-journal")};
+                                 QStringLiteral("*.part-journal"), QStringLiteral("qt_temp.??????")};
     for (const QString &name : folder.entryList(unfinished, QDir::Files)) {
         QFile::remove(folder.filePath(name));
     }

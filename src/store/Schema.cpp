@@ -111,12 +111,13 @@ std::vector<SchemaTable> monitoringTables()
                       shortNumber(u"PMBPunt"), shortNumber(u"PMCount"), shortNumber(u"PMCountUnder"),
                       shortNumber(u"PMCountUpper"), yesNo(u"PMYes"), yesNo(u"PMYesUnder"), yesNo(u"PMYesUpper")},
                      {{"PMTransID", "BlockID", "CTargetID", "PMBPunt"}, {"CTargetID", "BlockID", "PMBPunt"}}),
-        // The index answers rankings and sums without the rows: most of a farm's totals are the zero rows of the points.
+        // The first index answers rankings and sums of the farm without the rows: most totals are the zero rows of the points.
+        // The second must not begin with the pest, or SQLite prefers it for all blocks too.
         autonumbered(u"tblPMDataMax",
                      {number(u"PMDataMaxID"), number(u"PMTransID"), number(u"BlockID"), number(u"CTargetID"),
                       shortNumber(u"PMCountMax"), shortNumber(u"PMCountUnderMax"), shortNumber(u"PMCountUpperMax"),
                       shortNumber(u"PMYesMax"), shortNumber(u"PMYesUnderMax"), shortNumber(u"PMYesUpperMax")},
-                     {{"PMTransID", "CTargetID", "BlockID", "PMCountMax", "PMYesMax"}}),
+                     {{"PMTransID", "CTargetID", "BlockID", "PMCountMax", "PMYesMax"}, {"BlockID", "CTargetID"}}),
         autonumbered(u"tblPMTPest", {number(u"PMTPestID"), number(u"CTargetID")}, {{"CTargetID"}}),
         autonumbered(u"tblPMTBlock", {number(u"PMTBlockID"), number(u"BlockID"), shortNumber(u"NoofMpoints")}, {{"BlockID"}}),
         autonumbered(u"tblPMTempPest", {number(u"PMTempPestID"), number(u"CTargetID")}, {{"CTargetID"}}),

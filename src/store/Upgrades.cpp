@@ -195,31 +195,27 @@ bool rewriteWeeks(dao::Database &database, Work work)
     return false;
 }
 
-/// Indexes that older files lack, by their fields, and the names of those that they replace.
+/// Indexes that older files lack, by their fields, and the name of the one that they replace.
 struct ReplacedIndex {
     QStringView table;
-    QStringList replacedNames;
+    QStringView replacedName;
     std::vector<QString> fields;
 };
 const std::vector<ReplacedIndex> ReplacedIndexes{
-    {u"tblPMData", {"tblPMData_CTargetID_PMBPunt"}, {"CTargetID", "BlockID", "PMBPunt"}},
+    {u"tblPMData", u"tblPMData_CTargetID_PMBPunt", {"CTargetID", "BlockID", "PMBPunt"}},
     {u"tblPMDataMax",
-     {"tblPMDataMax_PMTransID_CTargetID_BlockID", "tblPMDataMax_CTargetID_BlockID"},
-     {"PMTransID", "CTargetID", "BlockID", "PMCountMax", "PMYesMax"}}};
+     u"tblPMDataMax_PMTransID_CTargetID_BlockID",
+     {"PMTransID", "CTargetID", "BlockID", "PMCountMax", "PMYesMax"}},
+    {u"tblPMDataMax", u"tblPMDataMax_CTargetID_BlockID", {"BlockID", "CTargetID"}}};
 
 void replaceIndex(dao::Database &database, const ReplacedIndex &replaced)
 {
     const QString table = replaced.table.toString();
     const std::vector<dao::Index> present = database.tableDef(table).Indexes();
-    const bool isMissing =
-        std::none_of(present.begin(), present.end(), [&](const dao::Index &index) { return index.fields == replaced.fields; });
-    QStringList leftOver;
-    for (const dao::Index &index : present) {
-        if (replaced.replacedNames.contains(index.name)) {
-            leftOver.append(index.name);
-        }
-    }
-    if (!isMissing && leftOver.isEmpty()) {
+    const auto isPresent = [&](const auto &matches) { return std::any_of(present.begin(), present.end(), matches); };
+    const bool isMissing = !isPresent([&](const dao::Index &index) { return index.fields == replaced.fields; });
+    const bool isLeftOver = isPresent([&](const dao::Index &index) { return index.name == replaced.replacedName; });
+    if (!isMissing && !isLeftOver) {
         return;
     }
     dao::CommitScope scope(database);
@@ -230,8 +226,8 @@ void replaceIndex(dao::Database &database, const ReplacedIndex &replaced)
                                 return index.fields == replaced.fields;
                             }));
         }
-        for (const QString &name : leftOver) {
-            database.removeIndex(table, name);
+        if (isLeftOver) {
+            database.removeIndex(table, replaced.replacedName.toString());
         }
     } catch (const basic::RunTimeError &) {
         scope.rollback();

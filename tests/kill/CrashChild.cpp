@@ -4,24 +4,32 @@
 #include "Import.h"
 #include "pestmon/CaptureCells.h"
 #include "pestmon/frmPestMon2.h"
+#include "platform/basic/Permissions.h"
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/ItemCombo.h"
+#include "platform/dao/Engine.h"
+#include "platform/excel/Application.h"
 #include "store/Connection.h"
 #include "store/DailyBackup.h"
 #include "store/Upgrades.h"
+#include "support/DiskCalls.h"
 #include "support/FakeScreenHost.h"
 
 #include <QCheckBox>
+#include <QFileInfo>
+#include <QHash>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
 #include <unistd.h>
 
-namespace capture = pestmon::capture;
 #include <algorithm>
 #include <iostream>
+#include <limits>
 #include <random>
+
+namespace capture = pestmon::capture;
 
 namespace crashChild
 {
@@ -44,15 +52,63 @@ public:
     explicit Surprise(const QString &what) : std::runtime_error(what.toStdString()) {}
 };
 
-SessionContext &started(SessionContext &session, const QString &appPath)
+/// Says what is written and ends the process in the midst of it.
+class Reporter
 {
-    session.AppPath = appPath;
-    session.DatabasePath = appPath + QStringLiteral("/Databases/");
+public:
+    Reporter(const Orders &orders, std::mt19937 &random) : orders_(orders), random_(random) {}
+
+    void send(const QString &line) const
+    {
+        const QByteArray bytes = line.toUtf8() + '\n';
+        if (::write(orders_.reports, bytes.constData(), static_cast<std::size_t>(bytes.size())) != bytes.size()) {
+            throw Surprise(QStringLiteral("the report pipe is closed"));
+        }
+    }
+    void begin(const QString &what)
+    {
+        send(QStringLiteral("begin ") + what);
+        kind_ = what.section(u' ', 0, 0);
+        int call = NeverReached;
+        if (++writes_ >= orders_.lastWrite && orders_.lastWrite > 0) {
+            call = 1 + static_cast<int>(random_() % static_cast<unsigned int>(calls_.value(kind_, UsualCalls)));
+        }
+        diskCalls::failAt(call, random_() % 2 == 0 ? diskCalls::Effect::Kill : diskCalls::Effect::KillHalfway);
+    }
+    void end(const QString &result = {})
+    {
+        calls_[kind_] = std::max(1, diskCalls::calls());
+        diskCalls::failAt(0, diskCalls::Effect::Kill);
+        send(result.isEmpty() ? QStringLiteral("end") : QStringLiteral("end ") + result);
+    }
+
+private:
+    static constexpr int NeverReached = std::numeric_limits<int>::max();
+    static constexpr int UsualCalls = 25;
+
+    const Orders &orders_;
+    std::mt19937 &random_;
+    int writes_ = 0;
+    QString kind_;
+    /// Of the last write of a kind.
+    QHash<QString, int> calls_;
+};
+
+SessionContext &started(SessionContext &session, const Orders &orders, Reporter &reporter)
+{
+    diskCalls::watch(orders.appPath);
+    session.AppPath = orders.appPath;
+    session.DatabasePath = orders.appPath + QStringLiteral("/Databases/");
     openDatabases(session);
+    if (orders.withoutJournal && !session.dbPest->isMirrored()) {
+        session.dbPest->state().engine->connection().execute("PRAGMA journal_mode=MEMORY");
+    }
     store::Ensure_TempBlockTable(session, [](const basic::RunTimeError &error) { throw Surprise(error.description()); });
     store::Ensure_PMRepeatField(session);
     store::Ensure_Indexes(session);
+    reporter.begin(QStringLiteral("blocks"));
     store::Update_TempBlock(session);
+    reporter.end();
     store::Recalc_PMTransWeek(session);
     return session;
 }
@@ -61,7 +117,8 @@ class ScreenDriver
 {
 public:
     explicit ScreenDriver(const Orders &orders)
-        : orders_(orders), random_(orders.seed), host_(started(session_, orders.appPath)), screen_(host_)
+        : orders_(orders), random_(orders.seed), reporter_(orders_, random_), host_(started(session_, orders_, reporter_)),
+          screen_(host_)
     {
         screen_.resize(1366, 700);
         screen_.show();
@@ -76,14 +133,30 @@ public:
 
     [[noreturn]] void work()
     {
-        send(QStringLiteral("ready"));
+        reporter_.send(QStringLiteral("ready"));
         for (int round = 0;; ++round) {
-            if (round % 4 == 3) {
+            switch (below(4)) {
+            case 0:
+                analyse();
+                break;
+            case 1:
+                saveWorkbook();
+                break;
+            case 2:
                 import(round);
+                break;
+            default:
+                break;
             }
             const int key = issue();
+            if (below(2) == 0) {
+                saveAgain(key);
+                remove(key);
+                continue;
+            }
+            click("cmdTCancel");
             openForCapture(key);
-            for (int i = 3 + below(6); i > 0; --i) {
+            for (int i = 2 + below(4); i > 0; --i) {
                 captureACell();
             }
             complete(key);
@@ -107,17 +180,10 @@ private:
         combo.setListIndex(combo.findText(text));
     }
 
-    void send(const QString &line) const
-    {
-        const QByteArray bytes = line.toUtf8() + '\n';
-        if (::write(orders_.reports, bytes.constData(), static_cast<std::size_t>(bytes.size())) != bytes.size()) {
-            throw Surprise(QStringLiteral("the report pipe is closed"));
-        }
-    }
     /// Says what is about to be written, lets the program do it, and reports it once the program has said that it is done.
     void report(const QString &what, const char *button, const QString &answer)
     {
-        send(QStringLiteral("begin ") + what);
+        reporter_.begin(what);
         click(button);
         expectStatus(answer);
     }
@@ -142,24 +208,43 @@ private:
         }
         host_.dialogs().expectMessage();
         report(QStringLiteral("save"), "cmdTSave", {});
-        send(QStringLiteral("end %1").arg(session_.CurrentPMTransID));
-        const int key = session_.CurrentPMTransID;
-        click("cmdTCancel");
-        return key;
+        reporter_.end(QString::number(session_.CurrentPMTransID));
+        return session_.CurrentPMTransID;
     }
 
-    void openForCapture(int key)
+    void saveAgain(int key)
+    {
+        host_.dialogs().expectMessage();
+        report(QStringLiteral("resave %1").arg(key), "cmdTSave", {});
+        reporter_.end();
+        click("cmdTCancel");
+    }
+
+    void remove(int key)
+    {
+        select(key);
+        host_.status.clear();
+        report(QStringLiteral("delete %1").arg(key), "cmdPdel", QStringLiteral("deleted"));
+        reporter_.end();
+    }
+
+    void select(int key)
     {
         click("chkAll");
         auto &list = find<FlexGrid>("grdGS");
         for (int row = 1; row < list.Rows(); ++row) {
             if (list.TextMatrix(row, KeyColumn) == QString::number(key)) {
                 clickCell("grdGS", row, AnyListColumn);
-                click("cmdComp");
                 return;
             }
         }
         throw Surprise(QStringLiteral("the instruction is not in the list"));
+    }
+
+    void openForCapture(int key)
+    {
+        select(key);
+        click("cmdComp");
     }
 
     void captureACell()
@@ -174,31 +259,72 @@ private:
         auto &box = find<QLineEdit>("txtG1");
         QTest::keyClicks(&box, value);
         host_.status.clear();
-        send(QStringLiteral("begin cell %1 %2").arg(grid.TextMatrix(row, capture::keyColumn(pest)), value));
+        reporter_.begin(QStringLiteral("cell %1 %2").arg(grid.TextMatrix(row, capture::keyColumn(pest)), value));
         QTest::keyClick(&box, Qt::Key_Return);
         expectStatus(QStringLiteral("= %1 saved").arg(value));
-        send(QStringLiteral("end"));
+        reporter_.end();
     }
 
     void complete(int key)
     {
         host_.status.clear();
         report(QStringLiteral("complete %1").arg(key), "cmdSaveTrans", QStringLiteral("repeated instruction issued"));
-        send(QStringLiteral("end"));
+        reporter_.end();
         click("Command4");
+    }
+
+    /// An analysis with one number in all of its fields; the one before it goes.
+    void analyse()
+    {
+        clsPestMONNew &store = host_.objPestMON();
+        const int number = 1 + below(30000);
+        clsPestMONNew::Key key = 0;
+        store::AnalysisOperations::PlantValues values;
+        values.fill(static_cast<float>(number));
+        const auto expectDone = [&](clsPestMONNew::Status status) {
+            if (status != clsPestMONNew::Done) {
+                throw Surprise(store.lastError()->description());
+            }
+        };
+        reporter_.begin(QStringLiteral("analysis %1").arg(number));
+        expectDone(store.Add_Leave_Analysis(key, 1, basic::SerialDate::fromDate(QDate(2026, 5, 4)), QStringLiteral("Blaar"),
+                                            QString::number(number), values));
+        reporter_.end(QString::number(key));
+        if (lastAnalysis_ != 0) {
+            reporter_.begin(QStringLiteral("noanalysis %1").arg(lastAnalysis_));
+            expectDone(store.Delete_Leave_Analysis(lastAnalysis_));
+            reporter_.end();
+        }
+        lastAnalysis_ = key;
+    }
+
+    void saveWorkbook()
+    {
+        const QString path = orders_.appPath + Workbook;
+        basic::makeFolder(QFileInfo(path).path());
+        excel::Application application;
+        excel::Workbook book = application.Workbooks().Add();
+        const QString number = QString::number(1 + below(30000));
+        book.Worksheets(1).Range("A1", "H200").setValue(number);
+        application.setDisplayAlerts(false);
+        reporter_.begin(QStringLiteral("workbook ") + number);
+        book.SaveAs(path, excel::xlExcel8);
+        reporter_.end();
     }
 
     void import(int round)
     {
         const QString folder = orders_.appPath + QStringLiteral("/Imported-%1-%2").arg(orders_.seed).arg(round);
-        send(QStringLiteral("begin import ") + folder);
+        reporter_.begin(QStringLiteral("import ") + folder);
         importFarm(orders_.jetFolder, folder);
-        send(QStringLiteral("end"));
+        reporter_.end();
     }
 
     Orders orders_;
     std::mt19937 random_;
+    Reporter reporter_;
     SessionContext session_;
+    clsPestMONNew::Key lastAnalysis_ = 0;
     FakeScreenHost host_;
     store::DailyBackup backup_{session_};
     frmPestMon2 screen_;

@@ -4,7 +4,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QElapsedTimer>
+#include <QMap>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -23,6 +23,15 @@ namespace
 constexpr int KillsPerFarm = 40;
 constexpr int ReportsFd = 3;
 constexpr int SilenceMilliseconds = 60000;
+/// A kill lies within one of so many first writes of a crash child.
+constexpr unsigned int MaxWrites = 20;
+
+struct Task {
+    int kills = 40;
+    unsigned int seed = 1;
+    /// Proves that the kills find what they are to find.
+    bool withoutJournal = false;
+};
 
 struct Tally {
     int kills = 0;
@@ -31,13 +40,15 @@ struct Tally {
     int withJournal = 0;
     QMap<QString, int> byKind;
     int faults = 0;
+    int lostChildren = 0;
 };
 
 /// The process of a crash child and the pipe on which it reports.
 class Worker
 {
 public:
-    Worker(const QString &appPath, unsigned int seed)
+    /// With `lastWrite` it kills itself.
+    Worker(const QString &appPath, unsigned int seed, int lastWrite, bool withoutJournal)
     {
         std::array<int, 2> ends{};
         if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
@@ -45,12 +56,15 @@ public:
         }
         const QByteArray folder = appPath.toUtf8();
         const QByteArray number = QByteArray::number(seed);
+        const QByteArray last = QByteArray::number(lastWrite);
+        const char *journal = withoutJournal ? "--without-journal" : nullptr;
         process_ = ::fork();
         if (process_ == 0) {
             const int nowhere = ::open("/dev/null", O_WRONLY);
             ::dup2(nowhere, STDOUT_FILENO);
             ::dup2(ends[1], ReportsFd);
-            ::execl("/proc/self/exe", "KillTest", "--crash-child", folder.constData(), "--seed", number.constData(), nullptr);
+            ::execl("/proc/self/exe", "KillTest", "--crash-child", folder.constData(), "--seed", number.constData(),
+                    "--last-write", last.constData(), journal, nullptr);
             ::_exit(127);
         }
         ::close(ends[1]);
@@ -67,6 +81,7 @@ public:
             pollfd wait{pipe_, POLLIN, 0};
             std::array<char, 512> bytes{};
             const ssize_t count = ::poll(&wait, 1, milliseconds) > 0 ? ::read(pipe_, bytes.data(), bytes.size()) : 0;
+            hasEnded_ = hasEnded_ || (count == 0 && wait.revents != 0);
             if (count <= 0) {
                 return {};
             }
@@ -78,7 +93,9 @@ public:
         return line;
     }
 
-    /// False when it had ended before, which it never does by itself.
+    bool hasEnded() const { return hasEnded_; }
+
+    /// False when it had ended before otherwise than by a kill.
     bool kill()
     {
         ::kill(process_, SIGKILL);
@@ -90,69 +107,55 @@ public:
 private:
     pid_t process_ = -1;
     int pipe_ = -1;
+    bool hasEnded_ = false;
     QByteArray buffer_;
 };
 
-/// Chooses the moments: most within a write, which takes a few milliseconds, some at any time, some while the program starts.
-class KillTiming
+/// Reads the reports up to the end of a crash child that kills itself; false when it falls silent before.
+bool readToEnd(Worker &worker, WriteLog &writeLog)
 {
-public:
-    explicit KillTiming(unsigned int seed) : random_(seed) {}
-
-    /// Lets the crash child work up to the moment; false when it fell silent before. What it reports goes to the write log.
-    bool wait(Worker &worker, WriteLog &writeLog, Tally &tally)
-    {
-        const int choice = below(100);
-        if (choice < 10) {
-            ++tally.atStart;
-            pause(below(250'000));
-            return true;
-        }
-        int writes = 1 + below(20);
-        QElapsedTimer since;
-        for (QString line = worker.nextLine(SilenceMilliseconds); !line.isEmpty(); line = worker.nextLine(SilenceMilliseconds)) {
-            writeLog.note(line);
-            if (!writeLog.writeIsOpen()) {
-                learn(since);
-                continue;
-            }
-            kind_ = writeLog.openKind();
-            since.start();
-            if (--writes == 0) {
-                pause(below(choice < 25 ? 100'000 : std::max(100, usual_.value(kind_, 5000))));
-                return true;
-            }
-        }
-        return false;
+    for (QString line = worker.nextLine(SilenceMilliseconds); !line.isEmpty(); line = worker.nextLine(SilenceMilliseconds)) {
+        writeLog.note(line);
     }
+    return worker.hasEnded();
+}
 
-private:
-    int below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(random_); }
-    static void pause(int microseconds) { ::usleep(static_cast<useconds_t>(microseconds)); }
-
-    void learn(const QElapsedTimer &since)
-    {
-        if (!since.isValid()) {
+/// Lets a crash child work for some writes and for another moment.
+void readSome(Worker &worker, WriteLog &writeLog, unsigned int writes, useconds_t microseconds)
+{
+    while (writes > 0) {
+        const QString line = worker.nextLine(SilenceMilliseconds);
+        if (line.isEmpty()) {
             return;
         }
-        int &usual = usual_[kind_];
-        const int took = static_cast<int>(since.nsecsElapsed() / 1000);
-        usual = usual == 0 ? took : (7 * usual + took) / 8;
+        writeLog.note(line);
+        writes -= writeLog.writeIsOpen() ? 1 : 0;
     }
+    ::usleep(microseconds);
+}
 
-    std::mt19937 random_;
-    QString kind_;
-    /// Microseconds that a write of a kind has been taking.
-    QHash<QString, int> usual_;
-};
-
-void killOnce(WriteLog &writeLog, KillTiming &killTiming, unsigned int seed, Tally &tally)
+/// Most kills lie at a call inside a write, some at any time, some while the program starts.
+void killOnce(WriteLog &writeLog, std::mt19937 &random, const Task &task, Tally &tally)
 {
-    Worker worker(writeLog.appPath(), seed);
-    const bool wasAlive = killTiming.wait(worker, writeLog, tally);
-    QStringList faults;
-    if (!worker.kill() || !wasAlive) {
-        faults.append(QStringLiteral("the crash child ended by itself"));
+    const unsigned int seed = task.seed + static_cast<unsigned int>(tally.kills);
+    const auto choice = static_cast<unsigned int>(random() % 100);
+    const auto writes = static_cast<unsigned int>(1 + random() % MaxWrites);
+    const bool isInside = choice >= 20;
+    // The first write is the block copy at the start.
+    const int lastWrite = !isInside ? 0 : choice < 30 ? 1 : static_cast<int>(writes);
+    Worker worker(writeLog.appPath(), seed, lastWrite, task.withoutJournal);
+    bool isKilled = true;
+    if (isInside) {
+        isKilled = readToEnd(worker, writeLog);
+    } else if (choice < 10) {
+        ++tally.atStart;
+        readSome(worker, writeLog, 0, static_cast<useconds_t>(random() % 250'000));
+    } else {
+        readSome(worker, writeLog, writes, static_cast<useconds_t>(random() % 100'000));
+    }
+    if (!worker.kill() || !isKilled) {
+        std::printf("FAULT: the crash child %u ended by itself or fell silent\n", seed);
+        ++tally.lostChildren;
     }
     for (QString line = worker.nextLine(0); !line.isEmpty(); line = worker.nextLine(0)) {
         writeLog.note(line);
@@ -163,31 +166,35 @@ void killOnce(WriteLog &writeLog, KillTiming &killTiming, unsigned int seed, Tal
         ++tally.insideWrite;
         ++tally.byKind[writeLog.openKind()];
     }
-    faults += writeLog.faults();
+    if (task.withoutJournal) {
+        writeLog.removeJournal();
+    }
+    const QStringList faults = writeLog.faults();
     for (const QString &fault : faults) {
         std::printf("FAULT after kill %d (crash child %u): %s\n", tally.kills, seed, qPrintable(fault));
     }
     tally.faults += static_cast<int>(faults.size());
 }
 
-int killMany(int kills, unsigned int seed)
+int killMany(const Task &task)
 {
     Tally tally;
-    KillTiming killTiming(seed);
+    std::mt19937 random(task.seed);
     std::unique_ptr<WriteLog> writeLog;
-    for (int i = 0; i < kills; ++i) {
-        if (i % KillsPerFarm == 0) {
+    // What follows a fault is no longer known.
+    while (tally.kills < task.kills && (tally.faults == 0 || !task.withoutJournal)) {
+        if (tally.kills % KillsPerFarm == 0) {
             writeLog = std::make_unique<WriteLog>();
         }
-        killOnce(*writeLog, killTiming, seed + static_cast<unsigned int>(i), tally);
+        killOnce(*writeLog, random, task, tally);
     }
     std::printf("%d kills (seed %u), %d while starting, %d inside an open write, %d with a journal left behind\n", tally.kills,
-                seed, tally.atStart, tally.insideWrite, tally.withJournal);
+                task.seed, tally.atStart, tally.insideWrite, tally.withJournal);
     for (auto kind = tally.byKind.begin(); kind != tally.byKind.end(); ++kind) {
         std::printf("  inside %s: %d\n", qPrintable(kind.key()), kind.value());
     }
     std::printf("%d faults\n", tally.faults);
-    return tally.faults == 0 ? 0 : 1;
+    return tally.lostChildren == 0 && (tally.faults == 0) != task.withoutJournal ? 0 : 1;
 }
 
 } // namespace
@@ -197,20 +204,23 @@ int main(int argc, char **argv)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
-    qputenv("QT_LOGGING_RULES", "qt.qpa.*=false");
+    qputenv("QT_LOGGING_RULES", "qt.qpa.*=false;default.warning=false");
     const QApplication application(argc, argv);
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addOptions(
-        {{QStringLiteral("kills"), QStringLiteral("How often to kill."), QStringLiteral("number"), QStringLiteral("20")},
+        {{QStringLiteral("kills"), QStringLiteral("How often to kill."), QStringLiteral("number"), QStringLiteral("40")},
          {QStringLiteral("seed"), QStringLiteral("Where the random numbers begin."), QStringLiteral("number"),
           QStringLiteral("1")},
-         {QStringLiteral("crash-child"), QStringLiteral("Be the program that is killed."), QStringLiteral("folder")}});
+         {QStringLiteral("without-journal"), QStringLiteral("Write without a journal; succeeds when that is found.")},
+         {QStringLiteral("crash-child"), QStringLiteral("Be the program that is killed."), QStringLiteral("folder")},
+         {QStringLiteral("last-write"), QStringLiteral("The write in which it kills itself."), QStringLiteral("number")}});
     parser.process(application);
     const unsigned int seed = parser.value(QStringLiteral("seed")).toUInt();
+    const bool withoutJournal = parser.isSet(QStringLiteral("without-journal"));
     if (parser.isSet(QStringLiteral("crash-child"))) {
-        return crashChild::workUntilKilled(
-            {parser.value(QStringLiteral("crash-child")), QStringLiteral(JET_FIXTURES), seed, ReportsFd});
+        return crashChild::workUntilKilled({parser.value(QStringLiteral("crash-child")), QStringLiteral(JET_FIXTURES), seed,
+                                            ReportsFd, parser.value(QStringLiteral("last-write")).toInt(), withoutJournal});
     }
-    return killMany(parser.value(QStringLiteral("kills")).toInt(), seed);
+    return killMany({parser.value(QStringLiteral("kills")).toInt(), seed, withoutJournal});
 }

@@ -4,9 +4,13 @@
 #include "CrashChild.h"
 
 #include "platform/dao/Workspace.h"
+#include "platform/excel/BiffReader.h"
+#include "platform/excel/CellValue.h"
 #include "platform/jet/PageCommit.h"
+#include "store/AnalysisTables.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <array>
@@ -21,6 +25,7 @@ using Counts = QHash<int, int>;
 /// Instruction, block and pest.
 using Pair = std::array<int, 3>;
 
+constexpr int Plantings = 60;
 constexpr int MaxRows =
     crashChild::Pests * std::accumulate(std::begin(crashChild::PointsOfBlock), std::end(crashChild::PointsOfBlock), 0);
 
@@ -53,11 +58,21 @@ WriteLog::WriteLog()
     for (const int points : crashChild::PointsOfBlock) {
         farm_.addBlock({.name = QStringLiteral("Blok %1").arg(points), .points = points});
     }
+    for (int planting = 0; planting < Plantings; ++planting) {
+        farm_.addPlanting({});
+    }
     farm_.addWorker(crashChild::Worker);
     for (int pest = 1; pest <= crashChild::Pests; ++pest) {
         farm_.addTarget(QStringLiteral("Pest %1").arg(pest));
     }
+    renamePlantings();
     farm_.close();
+}
+
+void WriteLog::renamePlantings()
+{
+    farm_.session.dbMain->Execute(
+        QStringLiteral("Update tblBlockPlant Set PBlock = 'Planting of the year %1'").arg(++plantings_));
 }
 
 void WriteLog::note(const QString &line)
@@ -73,24 +88,52 @@ void WriteLog::note(const QString &line)
     }
     const QStringList done = *open_;
     open_.reset();
-    if (done[0] == u"cell") {
-        cells_.insert(done[1].toInt(), done[2].toInt());
-    } else if (done[0] == u"save") {
+    const QString &kind = done[0];
+    const int key = done.value(1).toInt();
+    if (kind == u"cell") {
+        cells_.insert(key, done[2].toInt());
+    } else if (kind == u"save") {
         issued_.insert(words.value(0).toInt());
-    } else if (done[0] == u"complete") {
-        completed_.insert(done[1].toInt());
-    }
-    issues_ += done[0] == u"save" || done[0] == u"complete" ? 1 : 0;
-    if (done[0] == u"import") {
+    } else if (kind == u"resave") {
+        ++savedAgain_[key];
+    } else if (kind == u"delete") {
+        deleted_.insert(key);
+        ++deletions_;
+    } else if (kind == u"complete") {
+        completed_.insert(key);
+    } else if (kind == u"analysis") {
+        analyses_.insert(words.value(0).toInt(), key);
+    } else if (kind == u"noanalysis") {
+        analyses_.remove(key);
+    } else if (kind == u"blocks") {
+        copiedPlantings_ = plantings_;
+    } else if (kind == u"workbook") {
+        workbook_ = done[1];
+    } else if (kind == u"import") {
         imported_.insert(done[1]);
     }
+    issues_ += kind == u"save" || kind == u"complete" ? 1 : 0;
+}
+
+QString WriteLog::journal() const
+{
+    const QString path = farm_.filePath(DatabaseFile::Pest);
+    return TemporaryFarm::kind() == dao::FileKind::Jet ? jet::rollbackPath(path) : path + QStringLiteral("-journal");
 }
 
 bool WriteLog::hotJournal() const
 {
-    const QString path = farm_.filePath(DatabaseFile::Pest);
-    const bool isJet = TemporaryFarm::kind() == dao::FileKind::Jet;
-    return QFileInfo(isJet ? jet::rollbackPath(path) : path + QStringLiteral("-journal")).size() > 0;
+    return QFileInfo(journal()).size() > 0;
+}
+
+void WriteLog::removeJournal() const
+{
+    QFile::remove(journal());
+}
+
+bool WriteLog::isOpen(QStringView kind, int key) const
+{
+    return open_ && open_->first() == kind && open_->value(1).toInt() == key;
 }
 
 QStringList WriteLog::faults()
@@ -101,7 +144,10 @@ QStringList WriteLog::faults()
         for (const DatabaseFile file : store::AllDatabaseFiles) {
             found += farm_.handle(file)->checkIntegrity();
         }
-        found += instructionFaults() + cellFaults() + importFaults();
+        found += instructionFaults() + cellFaults() + analysisFaults() + blockFaults() + workbookFaults() + importFaults();
+        // A file that is marked as written halfway could only be read.
+        farm_.session.dbPest->Execute(QStringLiteral("Delete from tblPMTempPest where PMTempPestID = 0"));
+        renamePlantings();
     } catch (const basic::RunTimeError &error) {
         found.append(error.description());
     }
@@ -124,34 +170,61 @@ QStringList WriteLog::instructionFaults()
             completed.insert(rows.longValue(0));
         }
     }
+    for (const int key : issued_ | completed_) {
+        if (!present.contains(key) && !deleted_.contains(key) && !isOpen(u"delete", key)) {
+            found.append(QStringLiteral("instruction %1, which was reported, is missing").arg(key));
+        }
+        if (completed_.contains(key) && !completed.contains(key)) {
+            found.append(QStringLiteral("an instruction reported as completed is not"));
+        }
+    }
+    // Each save has issued one, each completion a successor; the last of them may have gone either way.
+    const auto more = present.size() - present_ - issues_ + deletions_;
+    const bool mayIssue = openKind() == u"save" || openKind() == u"complete";
+    if (more < (openKind() == u"delete" ? -1 : 0) || more > (mayIssue ? 1 : 0)) {
+        found.append(QStringLiteral("%1 instructions were issued and %2 deleted, %3 are there in place of %4")
+                         .arg(issues_)
+                         .arg(deletions_)
+                         .arg(present.size())
+                         .arg(present_));
+    }
+    if (more < 0) {
+        deleted_.insert(open_->at(1).toInt());
+    }
+    present_ = present.size();
+    issues_ = 0;
+    deletions_ = 0;
+    return found + rowFaults(present);
+}
+
+/// Its rows remain when an instruction is deleted. Saving again adds all rows of results, less one of each kind.
+QStringList WriteLog::rowFaults(const QSet<int> &present)
+{
+    QStringList found;
+    dao::Database &pest = *farm_.session.dbPest;
+    const Counts data = rowsPerInstruction(pest, "tblPMData");
+    for (const int key : present | deleted_) {
+        int &saves = savedAgain_[key];
+        if (isOpen(u"resave", key) && data.value(key) != MaxRows + saves * (MaxRows - 1)) {
+            ++saves;
+        }
+    }
+    const auto wantedResults = [this](int key) { return MaxRows + savedAgain_.value(key) * (MaxRows - 1); };
     for (const auto &[table, wanted] :
          {std::pair{"tblPMBlockTrans", static_cast<int>(std::size(crashChild::PointsOfBlock))},
-          std::pair{"tblPMTarTrans", crashChild::Pests}, std::pair{"tblPMData", MaxRows}, std::pair{"tblPMDataMax", MaxRows}}) {
+          std::pair{"tblPMTarTrans", crashChild::Pests}, std::pair{"tblPMData", 0}, std::pair{"tblPMDataMax", 0}}) {
         const Counts counts = rowsPerInstruction(pest, table);
-        for (const int key : present) {
-            if (counts.value(key) != wanted) {
+        for (const int key : present | deleted_) {
+            if (counts.value(key) != (wanted > 0 ? wanted : wantedResults(key))) {
                 found.append(QStringLiteral("%1 holds %2 rows of instruction %3").arg(table).arg(counts.value(key)).arg(key));
             }
         }
         for (auto count = counts.begin(); count != counts.end(); ++count) {
-            if (!present.contains(count.key())) {
+            if (!present.contains(count.key()) && !deleted_.contains(count.key())) {
                 found.append(QStringLiteral("%1 holds rows of instruction %2, which is not there").arg(table).arg(count.key()));
             }
         }
     }
-    if (!present.contains(issued_)) {
-        found.append(QStringLiteral("an instruction reported as saved is missing"));
-    }
-    if (!completed.contains(completed_)) {
-        found.append(QStringLiteral("an instruction reported as completed is not"));
-    }
-    // Each save has issued one, each completion a successor; the last of them may have gone either way.
-    const auto more = present.size() - present_ - issues_;
-    if (more < 0 || more > (open_ && (openKind() == u"save" || openKind() == u"complete") ? 1 : 0)) {
-        found.append(QStringLiteral("%1 instructions were issued, %2 are new").arg(issues_).arg(present.size() - present_));
-    }
-    present_ = present.size();
-    issues_ = 0;
     return found;
 }
 
@@ -180,6 +253,67 @@ QStringList WriteLog::cellFaults()
         found.append(QStringLiteral("a total is not the sum of its cells"));
     }
     return found;
+}
+
+/// One number is in all fields of an analysis.
+QStringList WriteLog::analysisFaults()
+{
+    QStringList found;
+    QMap<int, int> stored;
+    dao::Recordset rows = farm_.session.dbPest->OpenRecordset(QStringLiteral("Select * from tblLeaveAnalysis"));
+    for (; !rows.Eof(); rows.MoveNext()) {
+        const int number = rows.text(store::LeaveAnalysis.season).toInt();
+        stored.insert(rows.longValue(store::LeaveAnalysis.table.key), number);
+        for (const store::AnalysisValueField &field : store::LeaveValues) {
+            if (rows.number(field.name) != number) {
+                found.append(QStringLiteral("an analysis is there by half"));
+            }
+        }
+    }
+    QMap<int, int> without = analyses_;
+    if (openKind() == u"noanalysis") {
+        without.remove(open_->at(1).toInt());
+    }
+    QMap<int, int> with = stored;
+    if (openKind() == u"analysis" && stored.size() == analyses_.size() + 1) {
+        with.remove(stored.key(open_->at(1).toInt()));
+    }
+    if (with != analyses_ && stored != without) {
+        found.append(QStringLiteral("the analyses in the file are not those that were reported"));
+    }
+    analyses_ = stored;
+    return found;
+}
+
+/// The copy is that of one state of the plantings.
+QStringList WriteLog::blockFaults()
+{
+    QMap<QString, int> names;
+    dao::Recordset rows = farm_.session.dbPest->OpenRecordset(QStringLiteral("Select tPBlock from tblTempBlockPlant"));
+    for (; !rows.Eof(); rows.MoveNext()) {
+        ++names[rows.text(0)];
+    }
+    const int copied = names.isEmpty() ? 0 : names.firstKey().section(u' ', -1).toInt();
+    const bool isExpected = copied == copiedPlantings_ || (openKind() == u"blocks" && copied == plantings_);
+    copiedPlantings_ = copied;
+    if (!isExpected || names.size() > 1 || (!names.isEmpty() && names.first() != Plantings)) {
+        return {
+            QStringLiteral("the copied blocks are of the state %1, %2 of %3").arg(copied).arg(names.value({})).arg(Plantings)};
+    }
+    return {};
+}
+
+QStringList WriteLog::workbookFaults()
+{
+    const QString path = appPath() + crashChild::Workbook;
+    QString stored;
+    if (QFileInfo::exists(path)) {
+        const auto book = excel::readXls(path);
+        stored = excel::textOf(*book, *book->sheets.front()->cellIfAny(199, 7));
+    }
+    const bool isExpected = stored == workbook_ || (openKind() == u"workbook" && stored == open_->at(1));
+    workbook_ = stored;
+    return isExpected ? QStringList() : QStringList{QStringLiteral("the workbook is not the one that was reported")};
 }
 
 /// A folder that an import was to make holds three whole databases or is not there.

@@ -20,7 +20,7 @@ LAYERS = [
     ["screens", "store/lists"],
     ["reports"],
     ["shell", "pestmon", "analysis", "graphs"],
-    ["menu"],
+    ["menu", "mainmodule"],
 ]
 # Modules without widgets, since the command-line tools link them.
 WITHOUT_WIDGETS = {"platform/basic", "platform/jet", "platform/dao", "platform/excel", "platform/sheets", "common", "store", "store/lists"}

@@ -15,6 +15,7 @@
 #include <QDialog>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -77,6 +78,9 @@ private Q_SLOTS:
     void farmChoiceClosesTheScreenUnasked();
     void processBringsTheMenuBack();
     void screenIsActivatedOnReturnFromElsewhere();
+    void hintsOpenTheMainModule();
+    void farmsAndBlocksFollowTheMainModule();
+    void firstStepsLeadToTheMainModule();
     void unhandledErrorIsShown();
     void applicationHandlesEscapedErrors();
     void hoverBordersAreRemovedOnTheBackground();
@@ -266,6 +270,58 @@ void MDI_MonitoringTest::screenIsActivatedOnReturnFromElsewhere()
     QCOMPARE(journal.count(QStringLiteral("activate")), 2);
 }
 
+void MDI_MonitoringTest::hintsOpenTheMainModule()
+{
+    QStringList pages;
+    window_->setMainModuleStarter([&pages](const QString &page) {
+        pages.append(page);
+        return page == QLatin1String("planted-blocks") ? QStringLiteral("The program MainModule is not here.") : QString();
+    });
+    QTest::mouseClick(&control<QPushButton>("Label6Hint"), Qt::LeftButton);
+    control<QPushButton>("Label7Hint").setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QCOMPARE(pages, QStringList({QStringLiteral("blocks"), QStringLiteral("planted-blocks")}));
+    QCOMPARE(window_->statusText(), QStringLiteral("The program MainModule is not here."));
+}
+
+void MDI_MonitoringTest::farmsAndBlocksFollowTheMainModule()
+{
+    auto &farms = control<controls::ItemCombo>("cmbFarm");
+    farms.setListIndex(farms.findText(QStringLiteral("Riverbend")));
+    farm_->open();
+    farm_->addFarm(QStringLiteral("Bend"));
+    const int block = farm_->addBlock({QStringLiteral("Dam"), 1, 5, true});
+    farm_->addPlanting({QStringLiteral("Dam upper"), block, true, 0});
+    farm_->close();
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+    QCoreApplication::processEvents();
+    QVERIFY(farms.findText(QStringLiteral("Bend")) >= 0);
+    QCOMPARE(farms.Text(), QStringLiteral("Riverbend"));
+    QCOMPARE(window_->session().CurrentFarmID, 1);
+    farm_->open();
+    QCOMPARE(farm_->count(QStringLiteral("tblTempBlockPlant")), 1);
+}
+
+void MDI_MonitoringTest::firstStepsLeadToTheMainModule()
+{
+    QString page = QStringLiteral("none");
+    window_->setMainModuleStarter([&page](const QString &asked) {
+        page = asked;
+        return QString();
+    });
+    QVERIFY(control<QLabel>("lblFirstSteps").isVisible());
+    control<QPushButton>("cmdMainModule").click();
+    QVERIFY(page.isEmpty());
+    farm_->open();
+    farm_->addBlock({QStringLiteral("Dam"), 1, 5, true});
+    farm_->close();
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+    QCoreApplication::processEvents();
+    QVERIFY(!control<QLabel>("lblFirstSteps").isVisible());
+}
+
 void MDI_MonitoringTest::unhandledErrorIsShown()
 {
     dialogs_->expectMessage();
@@ -341,14 +397,14 @@ void MDI_MonitoringTest::everythingIsReachableByTab()
 {
     QStringList reached;
     control<QWidget>("cmbFarm").setFocus();
-    for (int step = 0; step < 12; ++step) {
+    for (int step = 0; step < 16; ++step) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         QWidget *focused = QApplication::focusWidget();
         const QString name = focused->objectName();
         reached += name.isEmpty() ? focused->parent()->objectName() : name;
     }
-    for (const char *name :
-         {"cmbFarm", "cmbYear", "CommandButton1", "cmdLExit", "imSpray", "ImPM", "imGG", "imLeave", "cmdClose"}) {
+    for (const char *name : {"cmbFarm", "cmbYear", "CommandButton1", "cmdLExit", "cmdMainModule", "imSpray", "ImPM", "imGG",
+                             "imLeave", "Label6Hint", "Label7Hint", "cmdClose"}) {
         QVERIFY2(reached.contains(QLatin1String(name)), name);
     }
     QTest::keyClick(window_.get(), Qt::Key_Escape);

@@ -87,7 +87,7 @@ void ProgramFolderTest::failureToMakeTheFolderIsReported()
 void ProgramFolderTest::firstFarmTextNamesTheFolder()
 {
     const QString text = firstFarmText(folders_.user);
-    for (const char *command : {"import FOLDER", "demo", "create"}) {
+    for (const char *command : {"import FOLDER", "demo"}) {
         const QString line = QStringLiteral("farmdata %1 \"%2/Databases\"").arg(QLatin1String(command), folders_.user);
         QVERIFY2(text.contains(line), qPrintable(text));
     }

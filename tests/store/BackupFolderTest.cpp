@@ -88,7 +88,8 @@ private Q_SLOTS:
     {
         addDay(day(0));
         const QStringList leftovers{"PestMon-2026-05-02.mdb.new", "PestMon-2026-05-02.mdb.77.new.AbCdEf.part",
-                                    "PestMon-2026-05-02.mdb.77.new.AbCdEf.part-journal", "PestMon-2026-05-02.mdb.new-journal"};
+                                    "PestMon-2026-05-02.mdb.77.new.AbCdEf.part-journal", "PestMon-2026-05-02.mdb.new-journal",
+                                    "qt_temp.dwXAXS"};
         for (const QString &name : leftovers) {
             addCopy(name);
         }

@@ -177,6 +177,7 @@ private Q_SLOTS:
         const QStringList rows = farm.rows(DatabaseFile::Pest, data);
         farm.session.dbPest->removeIndex("tblPMData", "tblPMData_CTargetID_BlockID_PMBPunt");
         farm.session.dbPest->removeIndex("tblPMDataMax", "tblPMDataMax_PMTransID_CTargetID_BlockID_PMCountMax_PMYesMax");
+        farm.session.dbPest->removeIndex("tblPMDataMax", "tblPMDataMax_BlockID_CTargetID");
         for (const std::vector<QString> &fields :
              std::vector<std::vector<QString>>{{"PMTransID", "CTargetID", "BlockID"}, {"CTargetID", "BlockID"}}) {
             const QString name = "tblPMDataMax_" + QStringList(fields.begin(), fields.end()).join(u'_');

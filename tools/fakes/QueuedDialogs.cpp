@@ -49,6 +49,17 @@ std::optional<QColor> QueuedDialogs::chooseColour(const QColor &, const QString 
     return colour;
 }
 
+std::optional<QString> QueuedDialogs::chooseFile(controls::FilePurpose, const QString &, const QString &, const QString &)
+{
+    if (files_.empty()) {
+        ++unexpected_;
+        return {};
+    }
+    const std::optional<QString> path = files_.front();
+    files_.pop_front();
+    return path;
+}
+
 bool QueuedDialogs::choosePrinter(QPrinter &printer)
 {
     if (printFiles_.empty()) {

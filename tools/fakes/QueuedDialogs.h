@@ -24,17 +24,22 @@ public:
     void queueColour(std::optional<QColor> colour) { colours_.push_back(colour); }
     /// The next print goes to this PDF file; an empty name cancels.
     void queuePrinter(const QString &file) { printFiles_.push_back(file); }
+    /// Nothing cancels.
+    void queueFile(std::optional<QString> path) { files_.push_back(std::move(path)); }
     const std::vector<Shown> &shown() const { return shown_; }
     /// Exactly the expected boxes were shown.
     bool allAsExpected() const
     {
-        return unexpected_ == 0 && answers_.empty() && colours_.empty() && printFiles_.empty() && expectedMessages_ == 0;
+        return unexpected_ == 0 && answers_.empty() && colours_.empty() && printFiles_.empty() && files_.empty()
+            && expectedMessages_ == 0;
     }
     QString takeLastText();
 
     void message(const QString &text, const QString &title, controls::BoxIcon icon) override;
     controls::Answer question(const QString &text, const QString &title, controls::Answer preselected) override;
     std::optional<QColor> chooseColour(const QColor &initial, const QString &title) override;
+    std::optional<QString> chooseFile(controls::FilePurpose purpose, const QString &title, const QString &suggested,
+                                      const QString &filter) override;
     bool choosePrinter(QPrinter &printer) override;
 
 private:
@@ -42,6 +47,7 @@ private:
     std::deque<controls::Answer> answers_;
     std::deque<std::optional<QColor>> colours_;
     std::deque<QString> printFiles_;
+    std::deque<std::optional<QString>> files_;
     int expectedMessages_ = 0;
     int unexpected_ = 0;
 };

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/basic/Permissions.h"
 
+#include "platform/basic/DiskSync.h"
+#include "platform/basic/RunTimeError.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -81,8 +84,9 @@ bool makeFolder(const QString &path)
     const bool isMade = parent != path && makeFolder(parent) && QDir().mkdir(path);
     if (isMade) {
         followFolder(path);
+        return runOrIgnore([&parent] { syncToDisk(parent); });
     }
-    return isMade || QFileInfo(path).isDir();
+    return QFileInfo(path).isDir();
 }
 
 } // namespace basic

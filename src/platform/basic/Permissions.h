@@ -11,7 +11,7 @@ namespace basic
 /// file system has permissions.
 void followFolder(const QString &path);
 
-/// Creates a folder with its missing parents; each follows the folder that it is in. False when that fails.
+/// Creates a folder with its missing parents; each follows the folder that it is in and is on the disk. False when that fails.
 bool makeFolder(const QString &path);
 
 /// Gives `to` the permissions of `from` and, as far as the user may do that, its owner and group. Failures are ignored.

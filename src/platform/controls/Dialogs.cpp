@@ -5,6 +5,7 @@
 
 #include <QCloseEvent>
 #include <QColorDialog>
+#include <QFileDialog>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -99,6 +100,14 @@ std::optional<QColor> MessageBoxes::chooseColour(const QColor &initial, const QS
 {
     const QColor chosen = QColorDialog::getColor(initial, parent_, titleOr(title));
     return chosen.isValid() ? std::optional(chosen) : std::nullopt;
+}
+
+std::optional<QString> MessageBoxes::chooseFile(FilePurpose purpose, const QString &title, const QString &suggested,
+                                                const QString &filter)
+{
+    const QString path = purpose == FilePurpose::Open ? QFileDialog::getOpenFileName(parent_, title, suggested, filter)
+                                                      : QFileDialog::getSaveFileName(parent_, title, suggested, filter);
+    return path.isEmpty() ? std::nullopt : std::optional(path);
 }
 
 bool MessageBoxes::choosePrinter(QPrinter &printer)

@@ -133,6 +133,24 @@ void FlexGrid::setCell(int row, int col)
     d_->repaintLater();
 }
 
+CellSpan FlexGrid::selection() const
+{
+    return d_->state.selection();
+}
+
+void FlexGrid::setSelection(const CellSpan &cells)
+{
+    d_->checkCell(cells.row, cells.col);
+    setCell(cells.row + cells.rows - 1, cells.col + cells.cols - 1);
+    d_->state.anchor = std::pair(cells.row, cells.col);
+    d_->repaintLater();
+}
+
+void FlexGrid::setMouseSelects(bool selects)
+{
+    d_->input.setMouseSelects(selects);
+}
+
 QString FlexGrid::TextMatrix(int row, int col) const
 {
     d_->checkCell(row, col);
@@ -344,6 +362,13 @@ void FlexGrid::setMuteZeros(bool mute)
     d_->repaintLater();
 }
 
+void FlexGrid::setColMuted(int col, bool muted)
+{
+    Private::check(col, Cols(), "Column");
+    muted ? static_cast<void>(d_->state.mutedCols.insert(col)) : static_cast<void>(d_->state.mutedCols.erase(col));
+    d_->repaintLater();
+}
+
 void FlexGrid::setTicks(bool ticks)
 {
     d_->state.ticks = ticks;
@@ -450,6 +475,11 @@ void FlexGrid::scrollContentsBy(int, int)
 void FlexGrid::mousePressEvent(QMouseEvent *event)
 {
     d_->input.mousePress(*event);
+}
+
+void FlexGrid::mouseMoveEvent(QMouseEvent *event)
+{
+    d_->input.mouseMove(*event);
 }
 
 void FlexGrid::mouseDoubleClickEvent(QMouseEvent *)

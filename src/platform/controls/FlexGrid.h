@@ -15,6 +15,8 @@
 namespace controls
 {
 
+struct CellSpan;
+
 /// A grid with its own compact cell store, fast at 50,000 rows. Its context menu offers the widget's actions and copying.
 ///
 /// Rows and columns count from 0; the first FixedRows and FixedCols do not scroll. Widths and heights are in twips, TwipsPerPixel
@@ -50,6 +52,13 @@ public:
     void setRow(int row);
     void setCol(int col);
     void setCell(int row, int col);
+
+    /// The cells that Shift with moving keys has selected, else the current cell.
+    CellSpan selection() const;
+    /// The last cell becomes the current one.
+    void setSelection(const CellSpan &cells);
+    /// Whether dragging the mouse, and Shift with a press, extend the selection. Off by default.
+    void setMouseSelects(bool selects);
 
     QString TextMatrix(int row, int col) const;
     void setTextMatrix(int row, int col, const QString &text);
@@ -103,6 +112,8 @@ public:
     int selectedRow() const;
     /// Draws the text "0" in the muted colour, which emphasises the counts. Off by default.
     void setMuteZeros(bool mute);
+    /// Draws the texts of a column in the muted colour, as those that are only shown.
+    void setColMuted(int col, bool muted);
     /// Draws a tick on yellow and red cells without text; it is not part of the text. On by default.
     void setTicks(bool ticks);
 
@@ -136,6 +147,8 @@ Q_SIGNALS:
     void Click(int row, int col);
     /// After Click of the first press, for the same cell.
     void DblClick(int row, int col);
+    /// The mouse was pressed on a fixed row of a column that is not fixed.
+    void HeaderClick(int col);
     /// A key or the press for the context menu moved the current cell to another row or column.
     void cellMoved(int row, int col);
     /// A key that does not move the current cell, before the grid handles it. An accepted event is not handled further.
@@ -157,6 +170,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;

@@ -22,6 +22,16 @@ void FlexGridInput::mousePress(const QMouseEvent &event)
 {
     const auto cell = event.button() == Qt::LeftButton ? grid_.cellAt(event.pos()) : std::nullopt;
     pressed_ = cell && isSelectable(cell->first, cell->second) ? cell : std::nullopt;
+    if (cell && cell->first < grid_.FixedRows() && cell->second >= grid_.FixedCols()) {
+        grid_.setFocus(Qt::MouseFocusReason);
+        Q_EMIT grid_.HeaderClick(cell->second);
+        return;
+    }
+    if (pressed_ && mouseSelects_ && (event.modifiers() & Qt::ShiftModifier)) {
+        grid_.setFocus(Qt::MouseFocusReason);
+        moveTo(pressed_->first, pressed_->second, true);
+        return;
+    }
     const auto pressed = pressed_;
     if (pressed) {
         d_.state.anchor.reset();
@@ -36,6 +46,14 @@ void FlexGridInput::mousePress(const QMouseEvent &event)
         grid_.showCell(pressed->first, pressed->second);
         d_.announceCurrent();
         Q_EMIT grid_.Click(pressed->first, pressed->second);
+    }
+}
+
+void FlexGridInput::mouseMove(const QMouseEvent &event)
+{
+    const auto cell = mouseSelects_ && pressed_ && (event.buttons() & Qt::LeftButton) ? grid_.cellAt(event.pos()) : std::nullopt;
+    if (cell && isSelectable(cell->first, cell->second) && (cell->first != grid_.Row() || cell->second != grid_.Col())) {
+        moveTo(cell->first, cell->second, true);
     }
 }
 

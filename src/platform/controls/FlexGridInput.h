@@ -20,7 +20,9 @@ public:
     FlexGridInput(FlexGrid &grid, FlexGrid::Private &state) : grid_(grid), d_(state) {}
 
     void setKeyClicks(FlexGrid::KeyClick keys) { keyClicks_ = keys; }
+    void setMouseSelects(bool selects) { mouseSelects_ = selects; }
     void mousePress(const QMouseEvent &event);
+    void mouseMove(const QMouseEvent &event);
     void doubleClick();
     void keyPress(QKeyEvent &event);
     void contextMenu(const QContextMenuEvent &event);
@@ -39,6 +41,7 @@ private:
 
     FlexGrid &grid_;
     FlexGrid::Private &d_;
+    bool mouseSelects_ = false;
     FlexGrid::KeyClick keyClicks_ = FlexGrid::KeyClick::None;
     /// The cell of the last press: a double click belongs to it, also when the grid has scrolled meanwhile.
     std::optional<std::pair<int, int>> pressed_;

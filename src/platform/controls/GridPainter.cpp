@@ -165,7 +165,7 @@ GridPainter::Colours GridPainter::coloursOf(int row, int col) const
     if (state_.isFixed(row, col)) {
         return {colours.header, text};
     }
-    const bool muted = state_.muteZeros && cell.text == QStringLiteral("0");
+    const bool muted = state_.mutedCols.count(col) > 0 || (state_.muteZeros && cell.text == QStringLiteral("0"));
     return {colours.base, muted ? colours.muted : text};
 }
 

@@ -31,6 +31,7 @@ struct GridState {
     std::vector<CellAlignment> colAlignments;
     std::set<int> mergedRows;
     std::set<int> mergedCols;
+    std::set<int> mutedCols;
     int row = 0;
     int col = 0;
     /// The other end of a selection that was extended from the current cell.

@@ -31,6 +31,13 @@ public:
     CheckReport run()
     {
         claim(0, QStringLiteral("the header"));
+        guarded([&] { checkTables(); });
+        return std::move(report_);
+    }
+
+private:
+    void checkTables()
+    {
         RowPages rowPages(pager_);
         const Catalogue catalogue = readCatalogue(pager_, rowPages);
         if (!catalogue.fault.isEmpty()) {
@@ -43,10 +50,8 @@ public:
         }
         subject_.clear();
         guarded([&] { checkFreePages(); });
-        return std::move(report_);
     }
 
-private:
     template <typename Body> void guarded(Body &&body)
     {
         try {

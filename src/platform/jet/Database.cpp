@@ -26,6 +26,11 @@ void DatabaseState::failDamaged(const QString &table, const QString &sentence) c
             .arg(pager.path(), table, sentence));
 }
 
+std::vector<int> DatabaseState::writers() const
+{
+    return naming(QStringLiteral("MSysObjects"), [&] { return CommitBytes::writers(pager.page(0)); });
+}
+
 TableDefinition &DatabaseState::definition(const QString &table)
 {
     const CatalogueEntry *entry = catalogue.find(table);
@@ -175,7 +180,7 @@ void Database::releasePages()
 
 bool Database::isSettled() const
 {
-    return stampOf(path()) == state_->stamp && CommitBytes::writers(state_->pager.page(0)).empty();
+    return stampOf(path()) == state_->stamp && state_->writers().empty();
 }
 
 bool Database::refresh()

@@ -9,6 +9,7 @@
 
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace jet
 {
@@ -28,6 +29,8 @@ struct DatabaseState {
     }
     [[noreturn]] void failDamaged(const QString &table, const QString &sentence) const;
 
+    /// Slots of the users that are marked as writing.
+    std::vector<int> writers() const;
     TableDefinition &definition(const QString &table);
     /// Reads the catalogue anew; definitions are read anew when they are asked for.
     void forgetDefinitions();

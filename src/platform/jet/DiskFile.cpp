@@ -87,12 +87,15 @@ void removeFile(const QString &path)
     if (!file.remove()) {
         throw Error(ErrorNumber::DiskError, QStringLiteral("%1 cannot be removed: %2.").arg(path, file.errorString()));
     }
-    syncFolderOf(path);
 }
 
 void syncFolderOf(const QString &path)
 {
-    basic::syncToDisk(QFileInfo(path).path());
+    try {
+        basic::syncToDisk(QFileInfo(path).path());
+    } catch (const basic::RunTimeError &error) {
+        throw Error(ErrorNumber::DiskError, error.description());
+    }
 }
 
 } // namespace jet

@@ -12,7 +12,6 @@ void writeAt(QFile &file, qint64 offset, const char *bytes, qint64 length);
 /// Waits until what was written is on the disk.
 void syncFile(QFile &file);
 void resizeFile(QFile &file, qint64 length);
-/// Removes a file and waits until its name is gone from the disk.
 void removeFile(const QString &path);
 /// Waits until the names in the folder of a file are on the disk.
 void syncFolderOf(const QString &path);

@@ -106,6 +106,8 @@ void commitPages(Pager &pager, int slot)
         throw;
     }
     pager.acceptEdits();
+    // After a power cut the rollback file could be there again.
+    syncFolderOf(pager.path());
 }
 
 bool hasRollback(const QString &databasePath)
@@ -120,7 +122,13 @@ void rollBack(const QString &databasePath)
         return;
     }
     openForWriting(stored, QIODevice::ReadOnly);
-    if (const std::optional<RollbackFile> rollback = RollbackFile::read(stored.readAll())) {
+    const QByteArray bytes = stored.readAll();
+    // A file that cannot be read must not pass for one that was not completed.
+    if (bytes.size() != stored.size() || stored.error() != QFileDevice::NoError) {
+        throw Error(ErrorNumber::DiskError,
+                    QStringLiteral("%1 cannot be read: %2.").arg(stored.fileName(), stored.errorString()));
+    }
+    if (const std::optional<RollbackFile> rollback = RollbackFile::read(bytes)) {
         QFile database(databasePath);
         openForWriting(database, QIODevice::ReadWrite | QIODevice::ExistingOnly);
         if (!rollback->fits(database)) {
@@ -133,6 +141,7 @@ void rollBack(const QString &databasePath)
     }
     stored.close();
     removeFile(stored.fileName());
+    syncFolderOf(databasePath);
 }
 
 } // namespace jet

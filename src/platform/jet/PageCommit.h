@@ -14,7 +14,7 @@ QString rollbackPath(const QString &databasePath);
 /// Writes the changed pages of a pager into its file: what they held goes to the rollback file and to the disk, then the pages
 /// do, then the rollback file goes; after that the change is durable. In between, the commit bytes of the user in `slot` on the
 /// first page mark a write in progress, for programs that do not know the rollback file. Errors 3026, 3043, 3051; the file then
-/// is as before, or the rollback file makes it so when it is next opened.
+/// is as before, or the rollback file makes it so when it is next opened. After an error 3043 of the folder it may have changed.
 void commitPages(Pager &pager, int slot);
 
 /// Whether a change of the file was cut short, or is under way.

@@ -96,7 +96,7 @@ private:
     /// A pair that says "writing" without a user to it was left by a program that was stopped.
     void requireClosed() const
     {
-        if (!CommitBytes::writers(state_.pager.page(0)).empty()) {
+        if (!state_.writers().empty()) {
             throw Error(
                 ErrorNumber::NeedsRepair,
                 QStringLiteral("%1 was being written when a program was stopped. Have the program that uses the file repair "

@@ -38,7 +38,8 @@ public:
     /// False in every row that is there. 3191 there is a field of that name.
     void addBooleanColumn(const QString &table, const QString &column);
 
-    /// Durable when it returns. 3026 disk full, 3043 disk error; then nothing is changed.
+    /// Durable when it returns. 3026 disk full, 3043 disk error; then nothing is changed, unless the folder alone could not be
+    /// written to the disk: the file then has the change, and Database::refresh finds it.
     void commit();
 
 private:

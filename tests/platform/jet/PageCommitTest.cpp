@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "FailingDisk.h"
 #include "JetBytes.h"
 #include "Judges.h"
 
 #include "platform/basic/Clock.h"
 #include "platform/jet/PageCommit.h"
 #include "platform/jet/Transaction.h"
+#include "support/DiskCalls.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,7 +16,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-using failingDisk::Failure;
+using diskCalls::Duration;
+using diskCalls::Effect;
 using jet::Access;
 using jet::Database;
 using jet::ErrorNumber;
@@ -88,12 +89,12 @@ private:
     }
 
     /// Lets a child make the changes and fail at a call. Returns how many transactions it had reported.
-    int inChild(int call, Failure failure, bool &isComplete)
+    int inChild(int call, Effect effect, bool &isComplete)
     {
         *shared_ = 0;
         const pid_t child = fork();
         if (child == 0) {
-            failingDisk::failAt(call, failure);
+            diskCalls::failAt(call, effect);
             changeThrice(path_, shared_);
             _exit(1);
         }
@@ -123,6 +124,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         shared_ = static_cast<int *>(mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+        diskCalls::watch(folder_.path());
         basic::Clock::stopAt(QDateTime(QDate(2024, 2, 29), QTime(12, 0)));
         reset();
         states_.append(read(path_));
@@ -130,7 +132,7 @@ private Q_SLOTS:
         int calls = 0;
         for (bool isComplete = false; !isComplete;) {
             reset();
-            inChild(++calls, Failure::End, isComplete);
+            inChild(++calls, Effect::Kill, isComplete);
             Database::open(path_, judges::Password);
             if (read(path_) != states_.last()) {
                 states_.append(read(path_));
@@ -140,23 +142,23 @@ private Q_SLOTS:
         calls_ = calls - 1;
     }
 
-    void cleanup() { failingDisk::failAt(0, Failure::Once); }
+    void cleanup() { diskCalls::failAt(0, Effect::Fail); }
 
     void aProcessThatEndsLeavesTheOldOrTheNew_data()
     {
-        QTest::addColumn<Failure>("failure");
-        QTest::newRow("between two calls") << Failure::End;
-        QTest::newRow("in the middle of a write") << Failure::EndHalfway;
+        QTest::addColumn<Effect>("effect");
+        QTest::newRow("between two calls") << Effect::Kill;
+        QTest::newRow("in the middle of a write") << Effect::KillHalfway;
     }
 
     void aProcessThatEndsLeavesTheOldOrTheNew()
     {
-        QFETCH(Failure, failure);
+        QFETCH(Effect, effect);
         int undone = 0;
         for (int call = 1; call <= calls_; ++call) {
             reset();
             bool isComplete = false;
-            const int committed = inChild(call, failure, isComplete);
+            const int committed = inChild(call, effect, isComplete);
             undone += jet::hasRollback(path_) ? 1 : 0;
             // The next opening undoes it, also one for reading.
             const auto database = Database::open(path_, judges::Password, call % 2 == 0 ? Access::ReadOnly : Access::ReadWrite);
@@ -179,14 +181,14 @@ private Q_SLOTS:
             reset();
             bool isComplete = false;
             int last = calls_ / 2;
-            inChild(last, Failure::End, isComplete);
+            inChild(last, Effect::Kill, isComplete);
             while (!jet::hasRollback(path_)) {
                 reset();
-                inChild(--last, Failure::End, isComplete);
+                inChild(--last, Effect::Kill, isComplete);
             }
             const pid_t child = fork();
             if (child == 0) {
-                failingDisk::failAt(call, Failure::EndHalfway);
+                diskCalls::failAt(call, Effect::KillHalfway);
                 Database::open(path_, judges::Password);
                 _exit(1);
             }
@@ -198,14 +200,14 @@ private Q_SLOTS:
 
     void aDiskThatFailsLeavesTheOldAndTheObjectGoesOn_data()
     {
-        QTest::addColumn<Failure>("failure");
-        QTest::newRow("once") << Failure::Once;
-        QTest::newRow("from now on") << Failure::FromNowOn;
+        QTest::addColumn<Duration>("duration");
+        QTest::newRow("once") << Duration::Once;
+        QTest::newRow("from now on") << Duration::FromNowOn;
     }
 
     void aDiskThatFailsLeavesTheOldAndTheObjectGoesOn()
     {
-        QFETCH(Failure, failure);
+        QFETCH(Duration, duration);
         int failed = 0;
         for (int call = 1;; ++call) {
             reset();
@@ -215,7 +217,8 @@ private Q_SLOTS:
                 for (int i = 0; i < 200; ++i) {
                     transaction.insert("tblPMData", {jet::Null{}, i, 2, 3, 4});
                 }
-                failingDisk::failAt(failing, failure);
+                diskCalls::failAt(failing, Effect::FailFull, diskCalls::Changes & ~diskCalls::Kinds(diskCalls::Kind::SyncFolder),
+                                  duration);
                 transaction.commit();
             };
             QString error;
@@ -224,8 +227,8 @@ private Q_SLOTS:
             } catch (const jet::Error &raised) {
                 error = raised.description();
             }
-            const bool wasReached = failingDisk::calls() >= call;
-            failingDisk::failAt(0, failure);
+            const bool wasReached = diskCalls::hasFailed();
+            diskCalls::failAt(0, Effect::Fail);
             if (error.isEmpty()) {
                 // What fails when everything is written does not matter any more.
                 QCOMPARE(judges::faults(path_), QString());
@@ -249,6 +252,55 @@ private Q_SLOTS:
         QVERIFY2(failed > 10, qPrintable(QString::number(failed)));
     }
 
+    /// The first wait for the folder comes before the pages are written, the second when everything is.
+    void aFolderThatCannotBeWaitedForIsReported()
+    {
+        for (const auto &[call, expected] : {std::pair(1, 281U), std::pair(2, 482U)}) {
+            reset();
+            const auto database = Database::open(path_, judges::Password, Access::ReadWrite);
+            const auto insert = [&](int rows) {
+                Transaction transaction(*database);
+                for (int i = 0; i < rows; ++i) {
+                    transaction.insert("tblPMData", {jet::Null{}, i, 2, 3, 4});
+                }
+                transaction.commit();
+            };
+            diskCalls::failAt(call, Effect::Fail, diskCalls::Kind::SyncFolder);
+            const QString error = errorOf(ErrorNumber::DiskError, [&] { insert(201); });
+            diskCalls::failAt(0, Effect::Fail);
+            QVERIFY2(error.contains(folder_.path()), qPrintable(error));
+            database->refresh();
+            QCOMPARE(database->readRows("tblPMData", [](const jet::Row &) {}), expected);
+            insert(1);
+            QCOMPARE(judges::faults(path_), QString());
+        }
+    }
+
+    void aRollbackFileThatCannotBeReadIsNoIncompleteOne()
+    {
+        int call = calls_ / 2;
+        bool isComplete = false;
+        do {
+            reset();
+            inChild(call--, Effect::Kill, isComplete);
+        } while (!jet::hasRollback(path_));
+        const QByteArray stored = read(jet::rollbackPath(path_));
+        // Opening reads the database first, then the rollback file.
+        for (int reading = 1; reading < 30; ++reading) {
+            diskCalls::failAt(reading, Effect::Fail, diskCalls::Kind::Read);
+            const bool isOpened = basic::runOrIgnore([&] { Database::open(path_, judges::Password); });
+            const bool hasFailed = diskCalls::hasFailed();
+            diskCalls::failAt(0, Effect::Fail);
+            if (isOpened) {
+                QVERIFY(states_.contains(read(path_)));
+                QVERIFY(reading > 1 || !hasFailed);
+                return;
+            }
+            QVERIFY(!jet::hasRollback(path_) || read(jet::rollbackPath(path_)) == stored);
+        }
+        QFAIL("the database is never opened");
+    }
+
     void aRollbackFileThatIsNotWholeIsIgnored()
     {
         reset();
@@ -256,7 +308,7 @@ private Q_SLOTS:
         for (int call = calls_ / 2; stored.isEmpty(); --call) {
             reset();
             bool isComplete = false;
-            inChild(call, Failure::End, isComplete);
+            inChild(call, Effect::Kill, isComplete);
             stored = read(jet::rollbackPath(path_));
         }
         for (const QByteArray &torn :
@@ -275,7 +327,7 @@ private Q_SLOTS:
         bool isComplete = false;
         do {
             reset();
-            inChild(call--, Failure::End, isComplete);
+            inChild(call--, Effect::Kill, isComplete);
         } while (!jet::hasRollback(path_));
         QByteArray file = read(path_);
         // Another user's commit bytes, and nothing else.
