@@ -156,9 +156,18 @@ void RecordsSheet::makeSpace(int rows)
         continueOnNewSheet();
     }
     const int perPage = rowsPerPage();
-    pageStart_ += (row_ - pageStart_) / perPage * perPage;
     const int begin = openCaption_ > 0 ? openCaption_ : row_ + 1;
-    if (rows + 1 <= perPage && row_ + rows - pageStart_ >= perPage && begin > pageStart_) {
+    // Set too where a long table runs on, or a printer that takes a row more would move all later pages.
+    constexpr int emptyRows = 2;
+    while (begin - pageStart_ >= perPage) {
+        const int next = pageStart_ + perPage;
+        pageStart_ = begin - next <= emptyRows ? begin : next;
+        sheet_.addPageBreak(pageStart_);
+    }
+    // A table that no page holds begins where its heading has rows below it.
+    constexpr int leastRows = 6;
+    const int needed = rows + 1 <= perPage ? rows : leastRows;
+    if (row_ + needed - pageStart_ >= perPage && begin > pageStart_) {
         sheet_.addPageBreak(begin);
         pageStart_ = begin;
     }
