@@ -22,7 +22,7 @@ class QuietLauncher : public excel::Launcher
 {
 public:
     bool open(const QString &) override { return true; }
-    void tellWhere(const QString &) override {}
+    void reportPath(const QString &) override {}
 };
 
 /// As printBlockSheets, the queries left out.

@@ -188,14 +188,18 @@ void frmMonLeave::setListLocked(bool locked)
 /// Over the lower part of the grid.
 void frmMonLeave::placePanel()
 {
-    constexpr int above = 20;
+    constexpr int mostAbove = 20;
+    constexpr int headerAndRow = 68;
     constexpr int usualWidth = 1080;
     constexpr int margins = 48;
     QWidget &panel = *ui_->fraAddL;
-    panel_->fitBoxes(width() - margins);
     const QRect grid(ui_->grdLeave->mapTo(this, QPoint()), ui_->grdLeave->size());
+    panel_->fitBoxes(grid.width() - margins);
+    const int most = std::max(grid.width(), panel.minimumSizeHint().width());
     const QSize wanted = panel.sizeHint().expandedTo(QSize(usualWidth, 0));
-    const QSize size(std::min(wanted.width(), width()), wanted.height());
+    const QSize size(std::min(wanted.width(), most), wanted.height());
+    // On a small screen lower, so that the selected row stays in view.
+    const int above = std::clamp(grid.height() - size.height() - headerAndRow, 0, mostAbove);
     panel.setGeometry(QRect(
         QPoint(std::max(0, grid.center().x() - size.width() / 2), std::max(0, grid.bottom() - above - size.height())), size));
 }

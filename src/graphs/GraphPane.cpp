@@ -20,7 +20,7 @@
 namespace
 {
 
-constexpr int TwipsPerPixel = 15;
+using chart::TwipsPerPixel;
 
 int pixels(std::int32_t twips)
 {
@@ -121,6 +121,8 @@ void GraphPane::arrangeStrip()
 {
     constexpr int wideSpacing = 16;
     constexpr int narrowSpacing = 8;
+    constexpr int wideEdge = 12;
+    constexpr int narrowEdge = 6;
     const bool isNarrow = ui_.stripLayout->direction() == QBoxLayout::TopToBottom;
     const int options = ui_.fmeDisplay_4->minimumSizeHint().width()
         + (isNarrow ? (ui_.optionsLayout->count() - 1) * (wideSpacing - narrowSpacing) : 0);
@@ -129,7 +131,9 @@ void GraphPane::arrangeStrip()
     const bool narrow = ui_.fmeGraph->width() < options + readOut + 3 * wideSpacing + margins.left() + margins.right();
     if (narrow != isNarrow) {
         ui_.stripLayout->setDirection(narrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
-        ui_.stripLayout->setSpacing(narrow ? narrowSpacing : wideSpacing);
+        ui_.stripLayout->setSpacing(narrow ? narrowSpacing / 2 : wideSpacing);
+        const int edge = narrow ? narrowEdge : wideEdge;
+        ui_.stripLayout->setContentsMargins(margins.left(), edge, margins.right(), edge);
         ui_.optionsLayout->setSpacing(narrow ? narrowSpacing : wideSpacing);
         ui_.stripLayout->setAlignment(ui_.fmeDisplay_2, narrow ? Qt::AlignLeft : Qt::Alignment());
         ui_.readOutRule->setVisible(!narrow);
@@ -305,6 +309,6 @@ void GraphPane::setUpStyles()
         frmGraphEdit styles(ui_.chGraph->model(), host_.dialogs(), &screen_);
         styles.exec();
     } catch (const basic::RunTimeError &error) {
-        tellGraphError(host_.dialogs(), error);
+        showGraphError(host_.dialogs(), error);
     }
 }

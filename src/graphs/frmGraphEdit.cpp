@@ -57,7 +57,7 @@ template <typename Body> bool frmGraphEdit::runOrReport(Body &&body)
         body();
         return true;
     } catch (const basic::RunTimeError &error) {
-        tellGraphError(dialogs_, error);
+        showGraphError(dialogs_, error);
         return false;
     }
 }

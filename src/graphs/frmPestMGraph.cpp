@@ -238,7 +238,7 @@ void frmPestMGraph::Draw_Graph()
         }
         pane_->draw(readWithProgress(wanted), wanted);
     } catch (const basic::RunTimeError &error) {
-        tellGraphError(dialogs(), error);
+        showGraphError(dialogs(), error);
     }
 }
 

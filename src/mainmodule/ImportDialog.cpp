@@ -4,6 +4,7 @@
 #include "platform/controls/BusyPointer.h"
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/RedrawPause.h"
+#include "screens/FitToScreen.h"
 #include "screens/GridColumns.h"
 #include "screens/Icons.h"
 #include "screens/Shortcuts.h"
@@ -54,6 +55,7 @@ ImportDialog::ImportDialog(ListHost &host, const lists::GivenBook &given, lists:
     : QDialog(parent), ui_(std::make_unique<Ui::ImportDialog>()), host_(host), given_(given), matching_(matching)
 {
     ui_->setupUi(this);
+    fitToScreen(*this, size());
     ui_->faultPanel->setHost(host);
     ui_->faultPanel->setHidable(false);
     ui_->splitter->setStretchFactor(0, 1);

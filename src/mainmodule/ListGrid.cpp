@@ -393,6 +393,9 @@ void ListGrid::sortByColumn(int column)
 
 void ListGrid::paste()
 {
+    if (!box_.leave()) {
+        return;
+    }
     const std::vector<std::vector<sheets::Cell>> rows = sheets::readClipboardText(QGuiApplication::clipboard()->text());
     if (rows.empty()) {
         host_.showNote(tr("There is nothing to paste: copy a block of cells first."));

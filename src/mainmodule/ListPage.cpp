@@ -31,11 +31,7 @@ ListPage::ListPage(ListHost &host, std::unique_ptr<PageLines> lines, QWidget *pa
     ui_->faultPanel->setHost(host);
     ui_->splitter->setStretchFactor(0, 3);
     ui_->splitter->setStretchFactor(1, 1);
-    setIcons({{ui_->cmdAdd, "add", "onacc"},
-              {ui_->cmdDelete, "delete", "danger"},
-              {ui_->cmdOpen, "field-sheets"},
-              {ui_->cmdSave, "save"},
-              {ui_->cmdStarter, "tick"}});
+    setIcons({{ui_->cmdAdd, "add", "onacc"}, {ui_->cmdDelete, "delete", "danger"}, {ui_->cmdStarter, "tick"}});
     setUpActions();
     connect(ui_->txtFilter, &QLineEdit::textChanged, this, &ListPage::filterChanged);
     connect(ui_->chkActive, &QCheckBox::toggled, this, &ListPage::filterChanged);

@@ -90,7 +90,7 @@ StartPage::StartPage(QWidget *parent) : QWidget(parent), lead_(new QLabel(this))
     lead_->setWordWrap(true);
     auto *grid = new QGridLayout;
     grid->setHorizontalSpacing(16);
-    grid->setVerticalSpacing(12);
+    grid->setVerticalSpacing(8);
     grid->setColumnStretch(1, 1);
     auto *steps = new QWidget(this);
     steps->setMaximumWidth(WidestSteps);
@@ -120,6 +120,7 @@ void StartPage::addRow(StartStep step, const QString &number)
     const StepTexts &texts = textsOf(step);
     Row row{step, new QLabel(number, this), new QLabel(tr(texts.title), this), new QLabel(this),
             new QPushButton(tr(texts.button), this)};
+    row.title->setWordWrap(true);
     setRole(*row.number, "value");
     setRole(*row.state, "caption");
     row.button->setAutoDefault(true);

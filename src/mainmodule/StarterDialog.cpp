@@ -5,6 +5,7 @@
 #include "platform/controls/CellColours.h"
 #include "platform/controls/FlexGrid.h"
 #include "platform/controls/RedrawPause.h"
+#include "screens/FitToScreen.h"
 #include "screens/GridColumns.h"
 #include "screens/Icons.h"
 #include "screens/Shortcuts.h"
@@ -34,6 +35,7 @@ StarterDialog::StarterDialog(Kind kind, const lists::FarmLists &lists, QWidget *
     : QDialog(parent), ui_(std::make_unique<Ui::StarterDialog>()), kind_(kind), lists_(lists)
 {
     ui_->setupUi(this);
+    fitToScreen(*this, size());
     const bool isCrops = kind == Kind::Crops;
     setWindowTitle(isCrops ? tr("Common crops") : tr("Common pests"));
     ui_->lblStarter->setText(isCrops

@@ -11,7 +11,7 @@ namespace mainmodule
 
 inline const QString WorkbookFilter = QStringLiteral("Workbooks (*.xlsx)");
 inline const QString WorkbookOrCsvFilter = QStringLiteral("Workbooks (*.xlsx);;This list as separated values (*.csv)");
-inline const QString ReadableFilter = QStringLiteral("Workbooks and lists (*.xlsx *.csv *.txt);;All files (*)");
+inline const QString ReadableFilter = QStringLiteral("Workbooks and lists (*.xlsx *.xlsm *.csv *.txt);;All files (*)");
 
 /// Asks where to save, has the file written, and says where it is; an error is in a box. A name without ending gets that of the
 /// first filter.

@@ -65,7 +65,7 @@ struct RecordsSheet::Totals {
 };
 
 RecordsSheet::RecordsSheet(const excel::Application &application, int rowLimit)
-    : application_(application), sheet_(application.ActiveSheet()), rowLimit_(rowLimit), row_(FirstRow)
+    : application_(application), sheet_(application.ActiveSheet()), rowLimit_(rowLimit), row_(FirstRow), pageStart_(FirstRow)
 {
 }
 
@@ -145,8 +145,9 @@ int RecordsSheet::rowsPerPage() const
     constexpr double rowHeight = 15.0;
     const excel::PageSetup page = sheet_.PageSetup();
     const double paper = page.Orientation() == excel::xlLandscape ? shortEdge : longEdge;
-    // A row less, since printers round.
-    return std::max(static_cast<int>((paper - page.TopMargin() - page.BottomMargin()) / rowHeight) - 1, 1);
+    // The heading is repeated on each page. A row less, since printers round.
+    const int whole = static_cast<int>((paper - page.TopMargin() - page.BottomMargin()) / rowHeight) - 1;
+    return std::max(whole - (FirstRow - 1), 1);
 }
 
 void RecordsSheet::makeSpace(int rows)
@@ -155,9 +156,18 @@ void RecordsSheet::makeSpace(int rows)
         continueOnNewSheet();
     }
     const int perPage = rowsPerPage();
-    pageStart_ += (row_ - pageStart_) / perPage * perPage;
     const int begin = openCaption_ > 0 ? openCaption_ : row_ + 1;
-    if (rows + 1 <= perPage && row_ + rows - pageStart_ >= perPage && begin > pageStart_) {
+    // Set too where a long table runs on, or a printer that takes a row more would move all later pages.
+    constexpr int emptyRows = 2;
+    while (begin - pageStart_ >= perPage) {
+        const int next = pageStart_ + perPage;
+        pageStart_ = begin - next <= emptyRows ? begin : next;
+        sheet_.addPageBreak(pageStart_);
+    }
+    // A table that no page holds begins where its heading has rows below it.
+    constexpr int leastRows = 6;
+    const int needed = rows + 1 <= perPage ? rows : leastRows;
+    if (row_ + needed - pageStart_ >= perPage && begin > pageStart_) {
         sheet_.addPageBreak(begin);
         pageStart_ = begin;
     }
@@ -170,7 +180,7 @@ void RecordsSheet::continueOnNewSheet()
     const excel::Workbook workbook = application_.ActiveWorkbook();
     sheet_ = workbook.Worksheets().Add(workbook.Worksheets(workbook.Worksheets().Count()));
     row_ = FirstRow;
-    pageStart_ = 1;
+    pageStart_ = FirstRow;
     if (writeAgain_) {
         writeAgain_();
     }

@@ -76,7 +76,7 @@ private:
     excel::Worksheet sheet_;
     int rowLimit_;
     int row_;
-    int pageStart_ = 1;
+    int pageStart_;
     /// Row of the caption that no table follows yet, 0 for none.
     int openCaption_ = 0;
     std::function<void()> writeAgain_;

@@ -2,10 +2,10 @@
 #include "screens/ShortcutsPage.h"
 
 #include "platform/controls/Theme.h"
+#include "screens/FitToScreen.h"
 
 #include <QDialogButtonBox>
 #include <QPushButton>
-#include <QScreen>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
@@ -63,9 +63,7 @@ ShortcutsPage::ShortcutsPage(const QString &screen, KeyProgram program, QWidget 
     layout->addWidget(browser_, 1);
     layout->addWidget(buttons);
     browser_->setFocus();
-    // The window frame needs space too.
-    constexpr QSize margin(40, 80);
-    resize(PageSize.boundedTo(QWidget::screen()->availableSize() - margin));
+    fitToScreen(*this, PageSize);
 }
 
 void ShortcutsPage::openOver(QWidget *window, const QString &screen, KeyProgram program)

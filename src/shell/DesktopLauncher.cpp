@@ -37,7 +37,7 @@ bool DesktopLauncher::open(const QString &path)
     return hasDefaultProgram(path) && QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
-void DesktopLauncher::tellWhere(const QString &path)
+void DesktopLauncher::reportPath(const QString &path)
 {
     const QString file = QDir::toNativeSeparators(path);
     host_.showStatus(QStringLiteral("Saved at %1; no program opens workbooks here").arg(file));

@@ -12,7 +12,7 @@ public:
     explicit DesktopLauncher(ScreenHost &host) : host_(host) {}
 
     bool open(const QString &path) override;
-    void tellWhere(const QString &path) override;
+    void reportPath(const QString &path) override;
 
 private:
     ScreenHost &host_;

@@ -26,6 +26,8 @@ private Q_SLOTS:
     void noiseInThePeriodStartCountsAsMissing_data();
     void noiseInThePeriodStartCountsAsMissing();
     void farmNameIsHandedBack();
+    void writtenChoiceIsReadBack();
+    void seasonsKeyIsItsFirstYear();
 
 private:
     void write(const QString &name, const QByteArray &bytes);
@@ -144,6 +146,35 @@ void HandOffFilesTest::farmNameIsHandedBack()
     session_->CurrentFarm.clear();
     Read_FindFarm(*session_);
     QCOMPARE(session_->CurrentFarm, QStringLiteral("Môregloed"));
+}
+
+void HandOffFilesTest::writtenChoiceIsReadBack()
+{
+    for (const auto &[farm, season] : {std::pair(QStringLiteral("Dam, upper"), QStringLiteral("2026/2027")),
+                                       std::pair(QStringLiteral("Môreson"), QString())}) {
+        session_->CurrentFarm = farm;
+        session_->CurrentFarmID = 12;
+        session_->CurrentYear = season;
+        session_->CurrentYearID = seasonKey(season);
+        Write_HandOff(*session_);
+        SessionContext read;
+        read.AppPath = session_->AppPath;
+        Read_FindFarm(read);
+        Read_FindFarmID(read);
+        Read_FindYear(read);
+        Read_FindYearID(read);
+        QCOMPARE(read.CurrentFarm, farm);
+        QCOMPARE(read.CurrentFarmID, 12);
+        QCOMPARE(read.CurrentYear, season);
+        QCOMPARE(read.CurrentYearID, session_->CurrentYearID);
+    }
+}
+
+void HandOffFilesTest::seasonsKeyIsItsFirstYear()
+{
+    QCOMPARE(seasonKey(QStringLiteral("2026/2027")), 2026);
+    QCOMPARE(seasonKey(QStringLiteral("Winter")), 0);
+    QCOMPARE(seasonKey(QStringLiteral("99999999999")), 0);
 }
 
 QTEST_GUILESS_MAIN(HandOffFilesTest)

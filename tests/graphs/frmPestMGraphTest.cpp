@@ -30,10 +30,11 @@ private Q_SLOTS:
     void pointsOnlyPerBlock();
     void leavingAPickerEmptiesTheBlock();
     void drawAsksForWhatIsMissing();
-    void drawReadsOutAndTellsErrors();
+    void drawReadsOutAndReportsErrors();
     void namesAreWholeAndSpoken();
     void zoomAndScroll();
     void activationAndResizeWhileZoomed();
+    void optionsTakeTwoRowsWhereNarrow();
     void focusFramesTheGraph();
     void linesByDateHaveMarkers();
     void readOutNamesTheSeries();
@@ -169,7 +170,7 @@ void frmPestMGraphTest::drawAsksForWhatIsMissing()
     QVERIFY(host_->dialogs().takeLastText().startsWith(QStringLiteral("9 - Subscript out of range")));
 }
 
-void frmPestMGraphTest::drawReadsOutAndTellsErrors()
+void frmPestMGraphTest::drawReadsOutAndReportsErrors()
 {
     QCOMPARE(combo("cbo_6").Text(), QStringLiteral("3dBar"));
     QCOMPARE(chGraph().model().chartType(), chart::ChartType::Bar2d);
@@ -257,6 +258,19 @@ void frmPestMGraphTest::activationAndResizeWhileZoomed()
     click("cmd_3");
     screen_->resize(screen_->size() - QSize(100, 50));
     QTRY_VERIFY(fills());
+}
+
+void frmPestMGraphTest::optionsTakeTwoRowsWhereNarrow()
+{
+    const auto &options = find<QFrame>("fmeDisplay_4");
+    const auto &readOut = find<QFrame>("fmeDisplay_2");
+    for (const int width : {1366, 960, 1366}) {
+        screen_->resize(width, 480);
+        const bool twoRows = width == 960;
+        QTRY_COMPARE(readOut.mapTo(screen_.get(), QPoint()).y() >= options.mapTo(screen_.get(), QPoint(0, options.height())).y(),
+                     twoRows);
+        QVERIFY(find<QCheckBox>("chk_1").width() >= find<QCheckBox>("chk_1").minimumSizeHint().width());
+    }
 }
 
 void frmPestMGraphTest::focusFramesTheGraph()

@@ -296,7 +296,7 @@ void MainModuleWindowTest::otherProgramsChangeIsShownNotOverwritten()
     grid().setCell(1, 1);
     type(QStringLiteral("Weir"));
     if (isOnJet()) {
-        // A program that has the file open keeps this one from writing it, which is said; nothing is lost.
+        // A program that has the file open for writing keeps this one from it, which is said; nothing is lost.
         farm_->open();
         press(Qt::Key_Return);
         QVERIFY2(window_->statusText().contains(QLatin1String("has the file open")), qPrintable(window_->statusText()));

@@ -43,7 +43,9 @@ private Q_SLOTS:
     void nesting();
     void nothingChosen();
     void readersSeeTheTable();
+    void tablesBeginOnAPageThatHoldsThem_data();
     void tablesBeginOnAPageThatHoldsThem();
+    void longTablesBreakBetweenRows();
     void aFullSheetContinuesOnTheNext();
 
 private:
@@ -235,11 +237,19 @@ void RecordsReportTest::readersSeeTheTable()
              "columns are as wide as their texts");
 }
 
+void RecordsReportTest::tablesBeginOnAPageThatHoldsThem_data()
+{
+    // Two tables of twenty dates fill a page of A4; one of 39 fills it below the repeated heading.
+    QTest::addColumn<int>("dates");
+    QTest::newRow("two to a page") << 20;
+    QTest::newRow("one to a page") << 39;
+}
+
 void RecordsReportTest::tablesBeginOnAPageThatHoldsThem()
 {
-    // A heading, twenty dates and two lines of totals: two such tables fill a page of A4.
+    QFETCH(int, dates);
     std::vector<PestRecord> records;
-    for (int day = 0; day < 20; ++day) {
+    for (int day = 0; day < dates; ++day) {
         records.push_back(counted(May4.addDays(day), 1, 3));
     }
     RecordsSheet sheet(application_);
@@ -255,6 +265,32 @@ void RecordsReportTest::tablesBeginOnAPageThatHoldsThem()
     QVERIFY2(breaks.size() >= 2, qPrintable(breaks.join(u' ')));
     for (const QString &row : breaks.mid(1)) {
         QVERIFY2(line(row.toInt() + 1).startsWith(QLatin1String("Pest ")), qPrintable(row));
+        QVERIFY2(row.toInt() > 10, "the first page is not left empty");
+    }
+}
+
+void RecordsReportTest::longTablesBreakBetweenRows()
+{
+    std::vector<PestRecord> records;
+    for (int day = 0; day < 100; ++day) {
+        records.push_back(counted(May4.addDays(day), 1, 3));
+    }
+    RecordsSheet sheet(application_);
+    for (int table = 0; table < 2; ++table) {
+        sheet.beginGroup(QStringLiteral("Pest %1").arg(table), 1);
+        sheet.writeTable(QStringLiteral("Block"), QStringLiteral("B1"), 1, records);
+        sheet.endGroup();
+    }
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("records.xlsx"));
+    application_.ActiveWorkbook().SaveAs(path);
+    const QStringList breaks = readBack({QStringLiteral("--page"), path}).filter(QStringLiteral("breaks ")).value(0).split(u' ');
+    QVERIFY2(breaks.size() >= 3, qPrintable(breaks.join(u' ')));
+    int before = 3;
+    for (const QString &row : breaks.mid(1)) {
+        // A4 upright has 46 rows of 15 points below the heading.
+        QVERIFY2(row.toInt() > before && row.toInt() - before <= 46, qPrintable(breaks.join(u' ')));
+        before = row.toInt();
     }
 }
 

@@ -36,6 +36,7 @@ private Q_SLOTS:
     void periodStart_data();
     void periodStart();
     void changedPeriodStartIsStored();
+    void widthIsUsed();
     void clicksChoose();
     void allAndNone();
     void typeNarrowsAndDeselects();
@@ -135,6 +136,17 @@ void frmRepPestInfoTest::changedPeriodStartIsStored()
     QCOMPARE(file.readAll().trimmed(), "2026/01/02");
 }
 
+void frmRepPestInfoTest::widthIsUsed()
+{
+    open();
+    screen_->resize(1920, 960);
+    const auto &pests = find<FlexGrid>("grdPestIn");
+    const auto &blocks = find<FlexGrid>("grdBlockIn");
+    QTRY_VERIFY(pests.width() + blocks.width() > 1800);
+    // The names take the spare width.
+    QVERIFY(pests.cellRect(1, 2).width() > pests.width() * 3 / 4);
+}
+
 void frmRepPestInfoTest::clicksChoose()
 {
     open();
@@ -142,7 +154,9 @@ void frmRepPestInfoTest::clicksChoose()
     QCOMPARE(pests.CellBackColor(1, PestMark), cellColour::White);
     clickCell("grdPestIn", 2, 2);
     QCOMPARE(pests.CellBackColor(2, PestMark), cellColour::Yellow);
+    QCOMPARE(find<QLabel>("lblPests").text(), QStringLiteral("Pests (1 Selected)"));
     clickCell("grdPestIn", 2, PestMark);
+    QCOMPARE(find<QLabel>("lblPests").text(), QStringLiteral("Pests (0 Selected)"));
     QCOMPARE(pests.CellBackColor(2, PestMark), cellColour::White);
     // The row behind the last block stays empty.
     clickCell("grdBlockIn", 4, BlockMark);
@@ -159,6 +173,7 @@ void frmRepPestInfoTest::allAndNone()
     QCOMPARE(find<FlexGrid>("grdPestIn").TextMatrix(1, PestMark), QString());
     find<QPushButton>("cmdSAll").click();
     QCOMPARE(chosen("grdBlockIn", BlockMark), 3 + 1);
+    QCOMPARE(find<QLabel>("lblBlocks").text(), QStringLiteral("Blocks (3 Selected)"));
     QCOMPARE(find<FlexGrid>("grdBlockIn").Row(), 1);
     QCOMPARE(find<FlexGrid>("grdBlockIn").Col(), BlockMark);
     find<QPushButton>("cmdDSAll").click();

@@ -94,10 +94,10 @@ void modReportingTest::sheetsAreAddedAndDeleted()
 {
     QVERIFY(REPORT_AddSheet(workbook_));
     QVERIFY(REPORT_AddSheet(workbook_));
-    sheet_.setName(QStringLiteral("kept"));
+    sheet_.setName(QStringLiteral("summary"));
     QVERIFY(REPORT_DeleteSheets(workbook_));
     QCOMPARE(workbook_.Sheets().Count(), 1);
-    QCOMPARE(workbook_.Sheets(1).Name(), QStringLiteral("kept"));
+    QCOMPARE(workbook_.Sheets(1).Name(), QStringLiteral("summary"));
     QVERIFY(!REPORT_AddSheet(excel::Workbook()));
     QVERIFY(!REPORT_DeleteSheets(excel::Workbook()));
 }

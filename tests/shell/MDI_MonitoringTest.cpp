@@ -462,7 +462,7 @@ void MDI_MonitoringTest::messageDoesNotOutliveItsScreen()
 void MDI_MonitoringTest::workbookWithoutProgramIsReported()
 {
     dialogs_->expectMessage();
-    window_->launcher().tellWhere(QStringLiteral("/farm/Reports/Count.xlsx"));
+    window_->launcher().reportPath(QStringLiteral("/farm/Reports/Count.xlsx"));
     QVERIFY(dialogs_->takeLastText().contains(QLatin1String("/farm/Reports/Count.xlsx")));
     QVERIFY(window_->statusText().contains(QLatin1String("/farm/Reports/Count.xlsx")));
     RecordingLauncher recording;

@@ -16,7 +16,7 @@ public:
         }
         return hasProgram;
     }
-    void tellWhere(const QString &path) override { reported.append(path); }
+    void reportPath(const QString &path) override { reported.append(path); }
 
     /// False: behaves as a desktop without a spreadsheet program.
     bool hasProgram = true;

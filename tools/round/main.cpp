@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AnalysisRound.h"
+#include "FirstDayRound.h"
 #include "GraphRound.h"
 #include "MonitoringRound.h"
 
+#include "mainmodule/MainModuleWindow.h"
 #include "menu/MenuEntries.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/controls/Theme.h"
@@ -66,22 +68,66 @@ bool playOn(const QString &folder)
     return report.finish();
 }
 
+/// A window of the Main Module on the office's folder.
+void runMainModule(const QString &folder, Report &report,
+                   const std::function<void(mainmodule::MainModuleWindow &, QueuedDialogs &)> &play)
+{
+    QueuedDialogs dialogs;
+    mainmodule::MainModuleWindow window(dialogs);
+    window.load(folder);
+    window.resize(WindowSize);
+    window.show();
+    window.activateWindow();
+    report.check(QTest::qWaitForWindowActive(&window), QStringLiteral("the window shows"));
+    play(window, dialogs);
+    report.check(dialogs.allAsExpected(), QStringLiteral("exactly the expected boxes were shown"));
+}
+
+bool playFirstDay(const QString &folder)
+{
+    Report report(QDir(folder).filePath(QStringLiteral("pictures")));
+    FirstDayRound round(report);
+    runMainModule(folder, report, [&](mainmodule::MainModuleWindow &window, QueuedDialogs &) { round.enterLists(window); });
+    QueuedDialogs dialogs;
+    RecordingLauncher launcher;
+    {
+        MDI_Monitoring window(dialogs, menuEntries());
+        window.setLauncher(launcher);
+        report.check(window.load(folder) == MDI_Monitoring::Load::Done, QStringLiteral("the monitoring starts"));
+        window.resize(WindowSize);
+        window.show();
+        window.activateWindow();
+        report.check(QTest::qWaitForWindowActive(&window), QStringLiteral("the window shows"));
+        round.printFieldSheet(window, dialogs, launcher);
+    }
+    runMainModule(folder, report, [&](mainmodule::MainModuleWindow &window, QueuedDialogs &boxes) {
+        round.showOtherPages(window, folder, boxes);
+    });
+    return report.finish();
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     FarmApplication application(argc, argv);
     const QStringList arguments = FarmApplication::arguments();
-    const bool dark = arguments.size() == 3 && arguments[2] == QLatin1String("dark");
-    if ((arguments.size() != 2 && !dark) || arguments[1].startsWith(QLatin1Char('-'))) {
+    const QStringList options = arguments.mid(2);
+    const bool dark = options.contains(QLatin1String("dark"));
+    const bool firstDay = options.contains(QLatin1String("first-day"));
+    if (arguments.size() < 2 || options.size() != (dark ? 1 : 0) + (firstDay ? 1 : 0)
+        || arguments[1].startsWith(QLatin1Char('-'))) {
         QTextStream(stderr)
-            << "Usage: round FOLDER [dark]\n\nPlays a monitoring round through the real screens, light or dark, on the "
-               "farm whose Databases folder is in FOLDER, and changes that farm.\n";
+            << "Usage: round FOLDER [first-day] [dark]\n\nPlays a monitoring round through the real screens, light or dark, on "
+               "the "
+               "farm whose Databases folder is in FOLDER, and changes that farm. first-day plays the first day of a new office "
+               "in an empty FOLDER.\n";
         return EXIT_FAILURE;
     }
     controls::Theme::apply(application, dark);
     try {
-        return playOn(QDir(arguments[1]).absolutePath()) ? EXIT_SUCCESS : EXIT_FAILURE;
+        const QString folder = QDir(arguments[1]).absolutePath();
+        return (firstDay ? playFirstDay(folder) : playOn(folder)) ? EXIT_SUCCESS : EXIT_FAILURE;
     } catch (const basic::RunTimeError &error) {
         QTextStream(stderr) << "The round ended early: " << error.description() << Qt::endl;
         return EXIT_FAILURE;

@@ -24,7 +24,7 @@ struct PointIndex {
     friend bool operator==(const PointIndex &, const PointIndex &) = default;
 };
 
-/// Widths and sizes are in twips, 15 to a logical pixel.
+/// Widths and sizes are in twips, TwipsPerPixel to a logical pixel.
 struct Pen {
     PenStyle Style = PenStyle::Solid;
     int Width = 20;

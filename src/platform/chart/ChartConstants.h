@@ -65,6 +65,9 @@ enum class MarkerStyle {
     None = 15,
 };
 
+/// Twips of a stored width or size to a logical pixel.
+inline constexpr int TwipsPerPixel = 15;
+
 /// Where the value of a point is written.
 enum class LabelLocation { None = 0, AbovePoint = 1 };
 

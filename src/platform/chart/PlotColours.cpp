@@ -21,7 +21,7 @@ PlotColours PlotColours::dark()
 PlotColours PlotColours::paper()
 {
     PlotColours colours = light();
-    colours.series = {QColor(0x235C2C), QColor(0xF3B073), QColor(0x4A86C5), QColor(0xCDB6E8), QColor(0x7A1227)};
+    colours.series = {QColor(0x235C2C), QColor(0xF3B073), QColor(0x3A75AE), QColor(0xCDB6E8), QColor(0x7A1227)};
     colours.forPaper = true;
     return colours;
 }

@@ -14,7 +14,6 @@ namespace chart
 namespace
 {
 
-constexpr double TwipsPerPixel = 15.0;
 constexpr double HatchStep = 6.0;
 constexpr double PaperHatchStep = 3.0;
 constexpr std::array Hatches = {Hatch::None, Hatch::Rising, Hatch::Falling, Hatch::Level, Hatch::Crossed};
@@ -166,11 +165,11 @@ SeriesStyle styleOf(const Chart &chart, int column, const PlotColours &plotColou
     style.markerFill = colour(ColourRole::MarkerFill);
     style.paper = plotColours.background;
     style.forPaper = plotColours.forPaper;
-    style.penWidth = std::max(0.5, series.Pen.Width / TwipsPerPixel);
+    style.penWidth = std::max(0.5, series.Pen.Width / double{TwipsPerPixel});
     style.penStyle = series.Pen.Style;
     style.marker = shown && series.Marker.Size > 0 ? series.Marker.Style : MarkerStyle::None;
-    style.markerSize = series.Marker.Size / TwipsPerPixel;
-    style.markerPenWidth = std::max(0.0, series.Marker.PenWidth / TwipsPerPixel);
+    style.markerSize = series.Marker.Size / double{TwipsPerPixel};
+    style.markerPenWidth = std::max(0.0, series.Marker.PenWidth / double{TwipsPerPixel});
     style.showLabels = series.DataPointLabel.LocationType == LabelLocation::AbovePoint;
     style.hatch = Hatches[static_cast<std::size_t>(column - 1) % Hatches.size()];
     return style;
@@ -272,8 +271,9 @@ void addHatch(std::vector<QLineF> &lines, const SeriesStyle &style, const QRectF
 
 void drawHatch(QPainter &painter, const SeriesStyle &style, const std::vector<QLineF> &lines)
 {
-    const bool lightFill = style.fill.lightness() > 150;
-    const QColor colour = mixed(style.fill, style.forPaper && lightFill ? QColor(Qt::black) : style.paper, 0.45);
+    // On paper a light area stays light, and a dark one dark: so that neighbours differ in grey.
+    const bool lightOnPaper = style.forPaper && style.fill.lightness() > 150;
+    const QColor colour = lightOnPaper ? mixed(style.fill, Qt::black, 0.35) : mixed(style.fill, style.paper, 0.45);
     painter.setPen(QPen(colour, style.forPaper ? 0.8 : 1.0, Qt::SolidLine, Qt::FlatCap));
     painter.drawLines(lines.data(), static_cast<int>(lines.size()));
 }

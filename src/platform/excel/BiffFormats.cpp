@@ -205,14 +205,14 @@ FormatWriter::FormatWriter(const model::Book &book, const BookPassthrough &passt
     for (std::size_t index = 0; index < book.styles.size(); ++index) {
         formats_.push_back(addFormat(book.styles.at(static_cast<std::uint32_t>(index)), bases));
     }
-    const auto tellLimit = [](const QString &what, std::size_t count, std::size_t most) {
+    const auto reportLimit = [](const QString &what, std::size_t count, std::size_t most) {
         throw ExcelError(QStringLiteral("it has %1 different %2; a .xls is limited to %3.").arg(count).arg(what).arg(most));
     };
     if (records_.formats.size() > std::max(MaxFormats, readFormats)) {
-        tellLimit(QStringLiteral("cell formats"), records_.formats.size(), MaxFormats);
+        reportLimit(QStringLiteral("cell formats"), records_.formats.size(), MaxFormats);
     }
     if (records_.fonts.size() > std::max(MaxFonts, passthrough.fonts.size())) {
-        tellLimit(QStringLiteral("fonts"), records_.fonts.size(), MaxFonts);
+        reportLimit(QStringLiteral("fonts"), records_.fonts.size(), MaxFonts);
     }
 }
 

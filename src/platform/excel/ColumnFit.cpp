@@ -21,7 +21,7 @@ namespace
 constexpr int CellMargin = 5;
 constexpr double WidestCharacters = 255;
 /// Extra width for machines that show a wider font instead.
-constexpr double RoomForOtherFonts = 1.1;
+constexpr double AllowanceForOtherFonts = 1.1;
 
 FontMetrics metricsOf(const model::Book &book, const Style &style)
 {
@@ -88,7 +88,7 @@ public:
         const int digit = digitOf(book_);
         for (std::size_t at = 0; at < widest_.size(); ++at) {
             if (widest_[at] > 0) {
-                const double pixels = std::ceil(widest_[at] * RoomForOtherFonts) + CellMargin;
+                const double pixels = std::ceil(widest_[at] * AllowanceForOtherFonts) + CellMargin;
                 const double characters = std::min(pixels / digit, WidestCharacters);
                 sheet_.columns[first + static_cast<int>(at)].setWidth(static_cast<int>(std::lround(characters * 256)));
             }

@@ -16,7 +16,7 @@ public:
     virtual bool open(const QString &path) = 0;
 
     /// Reports where a finished workbook was saved, when `open` found no program for it.
-    virtual void tellWhere(const QString &path) = 0;
+    virtual void reportPath(const QString &path) = 0;
 };
 
 } // namespace excel

@@ -243,7 +243,7 @@ void Session::handOver()
         if (book->saved && !book->handedOver) {
             book->handedOver = true;
             if (!launcher->open(book->path)) {
-                launcher->tellWhere(book->path);
+                launcher->reportPath(book->path);
             }
         }
     }

@@ -146,7 +146,7 @@ void Planner::addFaults(const std::vector<Fault> &faults)
 void Planner::addRow(RowWork &work)
 {
     if (!work.row.refusal.isEmpty()) {
-        work.fault({}, {}, work.row.refusal);
+        work.fault(QString(), {}, work.row.refusal);
         return;
     }
     if (!findRow(work)) {

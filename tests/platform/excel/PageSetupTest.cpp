@@ -59,7 +59,7 @@ void PageSetupTest::pageIsUnderstood()
     sheet.addPageBreak(5);
     sheet.addPageBreak(5);
     sheet.addPageBreak(40);
-    // One that nobody set up, beside it.
+    // A second sheet without page set-up.
     book.Worksheets().Add(sheet).Range("A1", "A1").setValue("y");
     book.SaveAs(folder_.filePath("page.xls"));
     // Read as a template and saved again it is printed alike.

@@ -115,8 +115,10 @@ def read_page(path):
 
 
 # What must come back byte for byte: drawings, objects, notes, validations, formulas, fonts, formats and settings.
-KEPT = {0x00EB, 0x00EC, 0x005D, 0x001C, 0x01B6, 0x01B2, 0x01BE, 0x0006, 0x0017, 0x01AE, 0x0018, 0x0031, 0x00E0, 0x041E, 0x00A1,
-        0x0014, 0x0015, 0x0055, 0x0225, 0x0081, 0x0208, 0x0293, 0x0092, 0x0022, 0x0042}
+PASSED_THROUGH = {
+    0x00EB, 0x00EC, 0x005D, 0x001C, 0x01B6, 0x01B2, 0x01BE, 0x0006, 0x0017, 0x01AE, 0x0018, 0x0031, 0x00E0, 0x041E, 0x00A1,
+    0x0014, 0x0015, 0x0055, 0x0225, 0x0081, 0x0208, 0x0293, 0x0092, 0x0022, 0x0042
+}
 
 
 def read_records(path):
@@ -128,7 +130,7 @@ def read_records(path):
     while at + 4 <= start + length:
         number, size = struct.unpack_from("<HH", memory, at)
         body = bytes(memory[at + 4:at + 4 + size])
-        if number in KEPT:
+        if number in PASSED_THROUGH:
             yield f"{number:04X} {hashlib.sha256(body).hexdigest()[:16]}"
         at += 4 + size
 

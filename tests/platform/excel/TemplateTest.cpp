@@ -103,7 +103,7 @@ void TemplateTest::filledKeepsTheRest()
     const QString path = folder.filePath("filled.xls");
     Application application;
     Workbook book = application.Workbooks().Open(TemplatePath);
-    // Over the first formula of a column of them, beside the picture, and on a cell of its own far below.
+    // Over the first formula of a column of them, next to the image, and on a cell of its own far below.
     application.Range("B5").setValue("seven");
     application.Range("A2").setValue("Block :  7");
     application.Range("F20", "G21").Borders().setLineStyle(xlContinuous);
@@ -120,12 +120,12 @@ void TemplateTest::filledKeepsTheRest()
     // The sum, the other formulas and the reference from the second sheet still give their values.
     QVERIFY(!actual.filter("A3 number [10]").isEmpty());
     QVERIFY(!actual.filter("B6 number [4]").isEmpty());
-    const auto kept = [](const QStringList &records) {
+    const auto passedThrough = [](const QStringList &records) {
         return records.filter(QRegularExpression("^(00EB|00EC|005D|001C|01B6|01B2|01BE|0031) "));
     };
-    const QStringList before = kept(readBack({"--records", TemplatePath}));
+    const QStringList before = passedThrough(readBack({"--records", TemplatePath}));
     QVERIFY(before.filter("00EC").size() >= 2 && before.filter("01BE").size() == 1 && before.filter("001C").size() == 1);
-    compareLines(kept(readBack({"--records", path})), before);
+    compareLines(passedThrough(readBack({"--records", path})), before);
 }
 
 void TemplateTest::cellsTakeTheStyleOfTheTemplate()
@@ -166,7 +166,7 @@ void TemplateTest::ofTwoPalettesTheLastCounts()
     twice->passthrough->palette.front() = 0x123456;
     const auto book = bookFromXls(xlsBytes(*twice));
     QCOMPARE(book->passthrough->palette, twice->passthrough->palette);
-    // More colours than there is room for: each takes the place of an unused one, the last ones the place of the nearest.
+    // More colours than the palette holds: each replaces an unused one, the last ones use the nearest.
     for (int column = 0; column < 100; ++column) {
         Interior interior = Range(book, book->sheets.front().get(), {0, column, 0, column}).Interior();
         interior.setPattern(xlSolid);

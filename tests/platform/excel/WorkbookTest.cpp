@@ -21,7 +21,7 @@ public:
         opened.append(path);
         return hasProgram;
     }
-    void tellWhere(const QString &path) override { actual.append(path); }
+    void reportPath(const QString &path) override { actual.append(path); }
 
     bool hasProgram = true;
     QStringList opened;
@@ -303,9 +303,9 @@ void WorkbookTest::mergeKeepsOneValue()
 {
     Application application;
     const Worksheet sheet = application.Workbooks().Add().Worksheets(1);
-    sheet.Range("A1", "C2").setValue("kept");
+    sheet.Range("A1", "C2").setValue("first");
     sheet.Range("A1", "C2").setMergeCells(true);
-    QCOMPARE(sheet.Range("A1").value(), "kept");
+    QCOMPARE(sheet.Range("A1").value(), "first");
     QCOMPARE(sheet.Range("B2").value(), "");
     sheet.Range("A1", "C2").setValue("again");
     QCOMPARE(sheet.Range("B2").value(), "");
@@ -417,11 +417,11 @@ void WorkbookTest::deletedSheets()
     Worksheet first = book.Worksheets(1);
     QCOMPARE(errorOf([&] { first.Delete(); }).first, 1004);
     Worksheet second = book.Worksheets().Add(first);
-    const Range kept = second.Range("A1");
+    const Range deleted = second.Range("A1");
     second.Delete();
     QCOMPARE(book.Sheets().Count(), 1);
     QCOMPARE(book.ActiveSheet().Name(), "Sheet1");
-    QCOMPARE(errorOf([&] { Range(kept).setValue("late"); }).first, 1004);
+    QCOMPARE(errorOf([&] { Range(deleted).setValue("late"); }).first, 1004);
     QCOMPARE(errorOf([&] { book.Worksheets(2); }).first, 9);
 }
 
