@@ -453,7 +453,6 @@ void MainModuleWindow::closeEvent(QCloseEvent *event)
         return;
     }
     event->accept();
-    QCoreApplication::exit(0);
 }
 
 } // namespace mainmodule

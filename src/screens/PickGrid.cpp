@@ -83,6 +83,7 @@ int PickGrid::rowOf(const QString &text, int first) const
 void PickGrid::layOut(int count)
 {
     layOutList(grid_, columns_, count);
+    grid_.setColAlignment(markColumn(), controls::CellAlignment::Centre);
     for (int row = 1; row <= count; ++row) {
         setMarked(row, false);
     }

@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -56,7 +58,9 @@ void BannerDrawing::paintEvent(QPaintEvent *)
     QColor line = controls::Theme::colours().accent;
     line.setAlphaF(0.4F);
     painter.setPen(QPen(line, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.translate(width() - DrawnSize.width(), height() - DrawnSize.height());
+    const double scale = std::min(1.0, static_cast<double>(height()) / DrawnSize.height());
+    painter.translate(width() - DrawnSize.width() * scale, height() - DrawnSize.height() * scale);
+    painter.scale(scale, scale);
     drawHills(painter);
     painter.drawEllipse(QPointF(520, 29), 11, 11);
     const std::pair<QPointF, double> trees[] = {

@@ -41,7 +41,8 @@ ProgramFolders ProgramFolders::ofThisProgram()
 
 QString programFolder(const ProgramFolders &folders)
 {
-    return holdsDatabases(folders.program) ? folders.program : folders.user;
+    const bool isUnpacked = basic::findPath(folders.program + QStringLiteral("/Templates")).has_value();
+    return holdsDatabases(folders.program) || isUnpacked ? folders.program : folders.user;
 }
 
 void makeProgramFolder(const QString &folder, const QString &templates)

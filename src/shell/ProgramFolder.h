@@ -15,7 +15,8 @@ struct ProgramFolders {
     static ProgramFolders ofThisProgram();
 };
 
-/// The folder of Databases, Templates and Reports: the program's own when it holds Databases, else the user's.
+/// The folder of Databases, Templates and Reports: the program's own when it holds Databases or, unpacked somewhere,
+/// Templates; else the user's.
 QString programFolder(const ProgramFolders &folders);
 
 /// Makes the folder and copies the templates that it lacks; existing ones may have the office's logo. Error 75 when a folder or

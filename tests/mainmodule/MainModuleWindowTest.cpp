@@ -31,6 +31,8 @@ class MainModuleWindowTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    // Without an event loop of the program, the quit of a closed last window would end every later dialog at once.
+    void initTestCase() { QGuiApplication::setQuitOnLastWindowClosed(false); }
     void init();
     void cleanup();
     void typedLinesAreStored();

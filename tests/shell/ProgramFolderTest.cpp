@@ -13,7 +13,8 @@ class ProgramFolderTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void init();
-    void databasesNextToTheProgramDecide();
+    void databasesOrTemplatesNextToTheProgramDecide_data();
+    void databasesOrTemplatesNextToTheProgramDecide();
     void firstStartMakesTheTemplates();
     void existingTemplateIsPreserved();
     void failureToMakeTheFolderIsReported();
@@ -53,10 +54,18 @@ void ProgramFolderTest::init()
     QVERIFY(QFile::setPermissions(installed, QFile::ReadOwner));
 }
 
-void ProgramFolderTest::databasesNextToTheProgramDecide()
+void ProgramFolderTest::databasesOrTemplatesNextToTheProgramDecide_data()
 {
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("a farm") << "DATABASES";
+    QTest::newRow("an unpacked program without a farm") << "templates";
+}
+
+void ProgramFolderTest::databasesOrTemplatesNextToTheProgramDecide()
+{
+    QFETCH(QString, folder);
     QCOMPARE(programFolder(folders_), folders_.user);
-    QVERIFY(QDir(folders_.program).mkdir(QStringLiteral("DATABASES")));
+    QVERIFY(QDir(folders_.program).mkdir(folder));
     QCOMPARE(programFolder(folders_), folders_.program);
 }
 
