@@ -13,7 +13,7 @@ inline constexpr int SheetGridRow = 9;
 
 /// "A9" from "A" and 9.
 QString cellName(const QString &column, int row);
-/// Column of pest 1, 2 ... when pest 1 lies `offset` right of column A.
+/// Column of pest 1, 2 ... when pest 1 is `offset` columns right of column A.
 QString pestColumn(int pest, int offset);
 
 /// Layout with one column per pest, on a block's sheet, pest 1 in B.

@@ -10,7 +10,7 @@ namespace jet
 
 /// Two bytes a user on the first page. Each change of a file counts the first one up; the second is 1, and 0 while the user
 /// writes or after finding damage. Their meaning is published for the format before this one; that it holds here is inferred
-/// from files at rest.
+/// from files that nobody writes.
 namespace CommitBytes
 {
 
