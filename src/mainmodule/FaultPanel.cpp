@@ -79,6 +79,13 @@ void FaultPanel::showFaults(const std::vector<lists::GivenList> &given, const st
     setVisible(!faults.empty());
 }
 
+void FaultPanel::forgetDeletion()
+{
+    if (given_.empty()) {
+        hide();
+    }
+}
+
 void FaultPanel::copy() const
 {
     QGuiApplication::clipboard()->setText(sheets::clipboardText(lists::faultRows(faults_)));
