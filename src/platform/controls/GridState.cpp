@@ -65,7 +65,18 @@ bool GridState::drawnBold(int cellRow, int cellCol) const
 bool GridState::showsTick(int cellRow, int cellCol) const
 {
     const GridCell &cell = store.at(cellRow, cellCol);
-    return ticks && cell.text.isEmpty() && (cell.colour == cellColour::Yellow || cell.colour == cellColour::Red);
+    return ticks && cell.text.isEmpty() && (cell.colour == cellColour::Yellow || cell.colour == cellColour::Red)
+        && !isNameless(cellRow);
+}
+
+bool GridState::isNameless(int cellRow) const
+{
+    for (int other = 0; other < cols.count(); ++other) {
+        if (!cols.isHidden(other) && !store.at(cellRow, other).text.isEmpty()) {
+            return false;
+        }
+    }
+    return true;
 }
 
 CellSpan GridState::spanOf(int cellRow, int cellCol, int firstRow, int lastRow, int firstCol, int lastCol) const

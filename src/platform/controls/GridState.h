@@ -50,6 +50,8 @@ struct GridState {
     /// Fixed rows are always bold.
     bool drawnBold(int cellRow, int cellCol) const;
     bool showsTick(int cellRow, int cellCol) const;
+    /// The row that closes a list: it may have a colour, but no visible text.
+    bool isNameless(int cellRow) const;
     /// The equal neighbours of a cell in a merged row, else in a merged column, within the given bounds. A span never crosses the
     /// edge of the fixed part; empty cells are not merged.
     CellSpan spanOf(int cellRow, int cellCol, int firstRow, int lastRow, int firstCol, int lastCol) const;
