@@ -29,7 +29,7 @@ void ChildScreen::resizeEvent(QResizeEvent *event)
 
 void ChildScreen::fitTitle()
 {
-    constexpr int smallest = 500;
+    constexpr int smallest = 560;
     constexpr int above = 12;
     constexpr int below = 4;
     auto *title = findChild<QLabel *>(QStringLiteral("screenTitle"));

@@ -20,6 +20,10 @@ public:
         if (scrolling == Scrolling::DownOnly) {
             setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         }
+        connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, [this](int, int most) {
+            constexpr int gap = 8;
+            setViewportMargins(0, 0, most > 0 ? gap : 0, 0);
+        });
         connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *, QWidget *now) {
             if (now && widget()->isAncestorOf(now)) {
                 ensureWidgetVisible(now);

@@ -136,8 +136,8 @@ void ChartView::EditCopy(const QSize &size) const
 void ChartView::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    // A chart larger than its viewport shows the legend at the corner of the visible part.
-    plot().paint(painter, QRectF(event->rect()), visibleRegion().boundingRect().topLeft());
+    // A chart larger than its viewport shows legend and axes at the edges of the visible part.
+    plot().paint(painter, QRectF(event->rect()), QRectF(visibleRegion().boundingRect()));
     if (const auto current = currentPoint()) {
         const QPainterPath ring = plot().ringOf(*current);
         painter.setRenderHint(QPainter::Antialiasing);
@@ -149,7 +149,7 @@ void ChartView::paintEvent(QPaintEvent *event)
 void ChartView::moveEvent(QMoveEvent *event)
 {
     QWidget::moveEvent(event);
-    update(); // the legend stays in place while the rest moves
+    update(); // legend and axes stay in place while the rest moves
 }
 
 void ChartView::mousePressEvent(QMouseEvent *event)
