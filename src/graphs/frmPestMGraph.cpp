@@ -87,9 +87,13 @@ void frmPestMGraph::resizeEvent(QResizeEvent *event)
     QMargins margins = ui_->contentLayout->contentsMargins();
     margins.setBottom(height() < low ? 8 : 16);
     ui_->contentLayout->setContentsMargins(margins);
-    // The place of the list that the whole farm does not need.
-    setRetainedWhenHidden(*ui_->cmbBCount, !isCompact);
-    setRetainedWhenHidden(*ui_->Label2_1, !isCompact);
+    // What is hidden takes no space then.
+    std::vector<QWidget *> hideable{ui_->cmbBCount, ui_->Label2_1, ui_->chk_2, ui_->chk_3};
+    hideable.insert(hideable.end(), cbo_.begin(), cbo_.end());
+    hideable.insert(hideable.end(), captions_.begin(), captions_.end());
+    for (QWidget *widget : hideable) {
+        setRetainedWhenHidden(*widget, !isCompact);
+    }
 }
 
 QString frmPestMGraph::screenTitle() const

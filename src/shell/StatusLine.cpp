@@ -64,6 +64,7 @@ void StatusLine::showFailure(const QString &text)
 void StatusLine::showNote(const QString &text)
 {
     clearLabelIcon(*icon_);
+    icon_->hide();
     setText(text);
 }
 
@@ -80,6 +81,7 @@ QString StatusLine::text() const
 void StatusLine::show(const QString &icon, const QString &colour, const QString &text)
 {
     setLabelIcon(*icon_, IconSize, icon, colour);
+    icon_->show();
     setText(text);
 }
 
