@@ -83,6 +83,9 @@ void frmPestMGraph::resizeEvent(QResizeEvent *event)
     if (const QString wanted = isCompact ? sheet : QString(); wanted != ui_->fmeDisplay_0->styleSheet()) {
         ui_->fmeDisplay_0->setStyleSheet(wanted);
     }
+    for (QHBoxLayout *row : {ui_->scopeLayout, ui_->measureLayout, ui_->axisLayout}) {
+        row->setSpacing(height() < low ? 2 : 8);
+    }
     ui_->criteriaFormLayout->setVerticalSpacing(height() < low ? 2 : 4);
     QMargins margins = ui_->contentLayout->contentsMargins();
     margins.setBottom(height() < low ? 8 : 16);

@@ -109,6 +109,12 @@ QString ChartView::pointText(const PointIndex &index) const
                  : QStringLiteral("%1, %2%3: %4").arg(name, noun, chart_.rowLabelAt(index.point), value);
 }
 
+void ChartView::setEmptyText(const QString &text)
+{
+    emptyText_ = text;
+    update();
+}
+
 QRect ChartView::legendRectangle(const QSize &size) const
 {
     return paperPlot(*this, size).legendRectangle().toAlignedRect();
@@ -138,6 +144,10 @@ void ChartView::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     // A chart larger than its viewport shows legend and axes at the edges of the visible part.
     plot().paint(painter, QRectF(event->rect()), QRectF(visibleRegion().boundingRect()));
+    if (chart_.RowCount() == 0) {
+        painter.setPen(chart_.plotColours().muted);
+        painter.drawText(rect(), static_cast<int>(Qt::AlignCenter) | Qt::TextWordWrap, emptyText_);
+    }
     if (const auto current = currentPoint()) {
         const QPainterPath ring = plot().ringOf(*current);
         painter.setRenderHint(QPainter::Antialiasing);

@@ -354,6 +354,13 @@ void FlexGrid::setStretchColumns(const QList<int> &columns)
     d_->layoutLater();
 }
 
+void FlexGrid::setNameColumn(int col)
+{
+    Private::check(col, Cols(), "Column");
+    d_->state.nameColumn = col;
+    d_->repaintLater();
+}
+
 void FlexGrid::setSelectedRow(int row)
 {
     d_->state.selectedRow = row;

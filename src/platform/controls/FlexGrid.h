@@ -110,6 +110,8 @@ public:
     /// Columns that share the spare or missing width when drawn; ColWidth is unchanged. They are wide enough for their headings
     /// and numbers.
     void setStretchColumns(const QList<int> &columns);
+    /// A row without a text in this column closes the list: its colours are not drawn.
+    void setNameColumn(int col);
     /// A row drawn with the accent bar and lines of a selection; -1 for none.
     void setSelectedRow(int row);
     int selectedRow() const;

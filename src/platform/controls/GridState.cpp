@@ -71,12 +71,7 @@ bool GridState::showsTick(int cellRow, int cellCol) const
 
 bool GridState::isNameless(int cellRow) const
 {
-    for (int other = 0; other < cols.count(); ++other) {
-        if (!cols.isHidden(other) && !store.at(cellRow, other).text.isEmpty()) {
-            return false;
-        }
-    }
-    return true;
+    return nameColumn >= 0 && cellRow >= rows.fixed() && store.at(cellRow, nameColumn).text.isEmpty();
 }
 
 CellSpan GridState::spanOf(int cellRow, int cellCol, int firstRow, int lastRow, int firstCol, int lastCol) const

@@ -16,6 +16,7 @@ namespace
 {
 
 constexpr int PictureSize = 56;
+constexpr int LargestPicture = 80;
 constexpr int CaptionGap = 12;
 constexpr int CaptionMargin = 6;
 constexpr int BorderRadius = 6;
@@ -118,8 +119,9 @@ void PictureButton::paintEvent(QPaintEvent *)
     }
     const int line = fontMetrics().height();
     const int below = CaptionGap + captionLines_ * line;
-    const int size = std::min(PictureSize, height() - below);
-    const int top = std::clamp((height() - PictureSize - CaptionGap - line) / 2 - lift_, 0, height() - size - below);
+    const int wanted = std::clamp(height() / 4, PictureSize, LargestPicture);
+    const int size = std::min(wanted, height() - below);
+    const int top = std::clamp((height() - wanted - CaptionGap - line) / 2 - lift_, 0, height() - size - below);
     const QRect picture((width() - size) / 2, top, size, size);
     icon().paint(&painter, picture, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
     painter.setPen(isEnabled() ? colours.text : colours.disabled);
