@@ -7,6 +7,7 @@
 #include "shell/MDI_Monitoring.h"
 #include "shell/ProgramFolder.h"
 #include "shell/SiblingProgram.h"
+#include "shell/WindowRequest.h"
 
 #include <QPointer>
 
@@ -44,6 +45,8 @@ int run(FarmApplication &application)
         window.setMainModuleStarter([](const QString &page) {
             return startSibling(mainModuleProgram(), page.isEmpty() ? QStringList() : QStringList{page});
         });
+        const WindowRequest requests(folder, WindowRequest::Program::Monitoring);
+        QObject::connect(&requests, &WindowRequest::requested, &window, [&window] { bringToFront(window); });
         boxes.setParent(&window);
         application.setErrorHandler([shown = QPointer(&window)](const basic::RunTimeError &error) {
             if (shown) {

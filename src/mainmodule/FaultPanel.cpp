@@ -65,6 +65,8 @@ void FaultPanel::showFaults(const std::vector<lists::GivenList> &given, const st
     {
         const controls::RedrawPause pause(grid);
         layOutList(grid, Columns, static_cast<int>(faults.size()));
+        // Nothing is added here, so without the empty closing row.
+        grid.setRows(static_cast<int>(faults.size()) + 1);
         const std::vector<QStringList> rows = lists::faultRows(faults);
         for (std::size_t row = 1; row < rows.size(); ++row) {
             for (int column = 0; column < grid.Cols(); ++column) {
@@ -77,6 +79,13 @@ void FaultPanel::showFaults(const std::vector<lists::GivenList> &given, const st
         std::any_of(faults.begin(), faults.end(), [](const lists::Fault &fault) { return fault.refuses && fault.row > 0; });
     ui_->cmdSaveRefused->setVisible(savable && !given.empty());
     setVisible(!faults.empty());
+}
+
+void FaultPanel::forgetDeletion()
+{
+    if (given_.empty()) {
+        hide();
+    }
 }
 
 void FaultPanel::copy() const

@@ -27,6 +27,8 @@ public:
     void setHost(ListHost &host) { host_ = &host; }
     /// Shows itself when there are faults, else hides.
     void showFaults(const std::vector<lists::GivenList> &given, const std::vector<lists::Fault> &faults);
+    /// Hides itself unless it shows what an import or a paste refused, which remains until it is corrected.
+    void forgetDeletion();
     /// In a dialog the panel cannot be hidden.
     void setHidable(bool hidable);
 

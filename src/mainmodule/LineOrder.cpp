@@ -2,6 +2,7 @@
 #include "mainmodule/LineOrder.h"
 
 #include <QCollator>
+#include <QLocale>
 
 #include <algorithm>
 
@@ -17,7 +18,8 @@ bool fitsFilter(const PageLine &line, const QString &filter)
 
 void sortLines(std::vector<PageLine> &lines, int column, bool descending)
 {
-    QCollator collator;
+    // The C locale would order by code points, with "Block 10" before "Block 2".
+    QCollator collator(QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale());
     collator.setNumericMode(true);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     struct Entry {

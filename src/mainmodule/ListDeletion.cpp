@@ -36,21 +36,21 @@ void ListDeletion::add(const lists::FarmLists &lists, lists::List list, const li
         deleted_.append(name);
         return;
     }
-    const auto hold = [&](const QString &outcome) {
-        held_.push_back({list, table.sheet, 0, {}, name, QStringLiteral("Used by %1; %2").arg(holders, outcome), true});
+    const auto hold = [&](const QString &outcome, bool refuses) {
+        held_.push_back({list, table.sheet, 0, {}, name, QStringLiteral("Used by %1; %2").arg(holders, outcome), refuses});
     };
     if (table.activeColumn < 0) {
         unchanged_.append(name);
-        hold(QStringLiteral("it was not deleted."));
+        hold(QStringLiteral("it was not deleted."), true);
     } else if (record.cell(table.activeColumn) == u"1") {
         lists::Record inactive = record;
         inactive.set(table.activeColumn, QStringLiteral("0"));
         changes_.push_back({list, record, inactive});
         inactive_.append(name);
-        hold(QStringLiteral("it was made inactive."));
+        hold(QStringLiteral("it was made inactive."), false);
     } else {
         unchanged_.append(name);
-        hold(QStringLiteral("it was not deleted and remains inactive."));
+        hold(QStringLiteral("it was not deleted and remains inactive."), true);
     }
 }
 

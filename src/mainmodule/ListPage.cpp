@@ -133,6 +133,11 @@ void ListPage::showFaults(const std::vector<lists::GivenList> &given, const std:
     ui_->faultPanel->showFaults(given, faults);
 }
 
+void ListPage::forgetDeletion()
+{
+    ui_->faultPanel->forgetDeletion();
+}
+
 void ListPage::openBook()
 {
     if (!grid_->leave()) {

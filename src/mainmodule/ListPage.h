@@ -36,6 +36,8 @@ public:
     bool isEditing() const { return grid_->isEditing(); }
     int unfinishedLines() const { return grid_->unfinishedLines(); }
     void setUndo(bool canUndo, bool canRedo);
+    /// Hides what a deletion reported, once it is taken back.
+    void forgetDeletion();
     void showFaults(const std::vector<lists::GivenList> &given, const std::vector<lists::Fault> &faults);
     /// Shows what a workbook would change, and writes what the user agrees to.
     void importBook(const QString &path, const sheets::Workbook &book);

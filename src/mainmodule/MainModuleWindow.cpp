@@ -97,6 +97,7 @@ void MainModuleWindow::setUpBar()
     bar_ = new FarmBar(*ui_->cmbFarm, *ui_->cmbYear, session_, this);
     connect(bar_, &FarmBar::chosen, this, &MainModuleWindow::writeHandOff);
     connect(ui_->cmdMonitoring, &QPushButton::clicked, this, [this] { guarded([this] { openMonitoring(); }); });
+    connect(ui_->cmdNext, &QPushButton::clicked, this, [this] { guarded([this] { openStep(*start_->nextStep()); }); });
     connect(ui_->cmdLExit, &ExitLabel::clicked, this, &QWidget::close);
     connect(ui_->cmdLExit, &ExitLabel::MouseMove, this, [this] { ui_->cmdLExit->setHovered(true); });
     ui_->picCon3->setMouseTracking(true);
@@ -153,8 +154,8 @@ void MainModuleWindow::load(const QString &appPath, const QString &page)
 {
     session_.AppPath = appPath;
     session_.DatabasePath = appPath + QStringLiteral("/Databases/");
-    requests_ = std::make_unique<PageRequest>(appPath);
-    connect(requests_.get(), &PageRequest::requested, this, &MainModuleWindow::bringToFront);
+    requests_ = std::make_unique<WindowRequest>(appPath, WindowRequest::Program::MainModule);
+    connect(requests_.get(), &WindowRequest::requested, this, &MainModuleWindow::openRequestedPage);
     openLists();
     const bool isComplete = !farmLists().records(lists::List::Blocks).empty();
     showPage(!page.isEmpty() ? page : isComplete ? QStringLiteral("blocks") : QStringLiteral("start"));
@@ -195,11 +196,21 @@ void MainModuleWindow::refresh()
     start_->showProgress(farmLists(), hasDatabases_);
     ui_->lstPages->setEnabled(hasDatabases_);
     ui_->cmdMonitoring->setEnabled(hasDatabases_);
+    offerNextStep();
     for (const Page &page : pages_) {
         if (page.list) {
             page.list->setUndo(lists_.canUndo(), lists_.canRedo());
         }
     }
+}
+
+/// On the pages of lists, so that a new office need not come back to the start page after each.
+void MainModuleWindow::offerNextStep()
+{
+    const std::optional<StartStep> next = start_->nextStep();
+    const QString text = next ? StartPage::goOnText(*next) : QString();
+    ui_->cmdNext->setText(text);
+    ui_->cmdNext->setVisible(hasDatabases_ && currentList() && !text.isEmpty() && pageOf(*next) != pageName());
 }
 
 void MainModuleWindow::writeHandOff()
@@ -269,6 +280,7 @@ void MainModuleWindow::pageChosen(int index)
         start_->showProgress(farmLists(), hasDatabases_);
         start_->focusNextStep();
     }
+    offerNextStep();
 }
 
 void MainModuleWindow::stepPage(int steps)
@@ -328,6 +340,7 @@ void MainModuleWindow::step(bool undo)
     const std::vector<lists::Conflict> conflicts = undo ? lists_.undo() : lists_.redo();
     refresh();
     if (ListPage *list = currentList()) {
+        list->forgetDeletion();
         list->activate();
     }
     if (!conflicts.empty()) {
@@ -402,11 +415,9 @@ void MainModuleWindow::windowEntered(Qt::ApplicationState state)
     });
 }
 
-void MainModuleWindow::bringToFront(const QString &page)
+void MainModuleWindow::openRequestedPage(const QString &page)
 {
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    raise();
-    activateWindow();
+    bringToFront(*this);
     if (!page.isEmpty() && QApplication::activeModalWidget() == nullptr) {
         guarded([&] { showPage(page); });
     }

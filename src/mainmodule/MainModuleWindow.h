@@ -2,8 +2,8 @@
 #pragma once
 
 #include "mainmodule/ListHost.h"
-#include "mainmodule/PageRequest.h"
 #include "mainmodule/StartPage.h"
+#include "shell/WindowRequest.h"
 
 #include <QMainWindow>
 
@@ -74,6 +74,7 @@ private:
     void openLists();
     void makeDatabases();
     void refresh();
+    void offerNextStep();
     void writeHandOff();
     void openMonitoring();
 
@@ -81,7 +82,7 @@ private:
     void chooseStarter(ListPage &page);
     void saveBook(const ListPage &page);
     void windowEntered(Qt::ApplicationState state);
-    void bringToFront(const QString &page);
+    void openRequestedPage(const QString &page);
     /// Runs what a signal brought about, and shows an error that nothing else handles.
     template <typename Body> void guarded(Body &&body);
 
@@ -96,7 +97,7 @@ private:
     bool hasDatabases_ = false;
     bool windowLeft_ = false;
     Starter startMonitoring_;
-    std::unique_ptr<PageRequest> requests_;
+    std::unique_ptr<WindowRequest> requests_;
 };
 
 } // namespace mainmodule

@@ -7,8 +7,6 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-#include <optional>
-
 namespace mainmodule
 {
 
@@ -23,20 +21,26 @@ struct StepTexts {
     const char *title;
     const char *button;
     const char *name;
+    /// Nothing for a step that is no list.
+    const char *goOn;
 };
 
 constexpr StepTexts Steps[] = {
-    {StartStep::Databases, QT_TR_NOOP("Three empty databases for this office"), QT_TR_NOOP("&Begin a new office"), "cmdBegin"},
-    {StartStep::Farms, QT_TR_NOOP("Farm: its name"), QT_TR_NOOP("Enter the far&m"), "cmdStepFarms"},
+    {StartStep::Databases, QT_TR_NOOP("Three empty databases for this office"), QT_TR_NOOP("&Begin a new office"), "cmdBegin",
+     nullptr},
+    {StartStep::Farms, QT_TR_NOOP("Farm: its name"), QT_TR_NOOP("Enter the far&m"), "cmdStepFarms", QT_TR_NOOP("&Go on: farm")},
     {StartStep::Blocks, QT_TR_NOOP("Blocks: paste them from a spreadsheet, or type them"), QT_TR_NOOP("Enter &blocks"),
-     "cmdStepBlocks"},
-    {StartStep::Crops, QT_TR_NOOP("Crops: tick common groups, types and varieties"), QT_TR_NOOP("&Choose crops"), "cmdStepCrops"},
-    {StartStep::Workers, QT_TR_NOOP("Workers: the nicknames of those who scout"), QT_TR_NOOP("Enter &workers"), "cmdStepWorkers"},
-    {StartStep::Pests, QT_TR_NOOP("Pests: tick those to watch for"), QT_TR_NOOP("C&hoose pests"), "cmdStepPests"},
+     "cmdStepBlocks", QT_TR_NOOP("&Go on: blocks")},
+    {StartStep::Crops, QT_TR_NOOP("Crops: tick common groups, types and varieties"), QT_TR_NOOP("&Choose crops"), "cmdStepCrops",
+     QT_TR_NOOP("&Go on: crops")},
+    {StartStep::Workers, QT_TR_NOOP("Workers: the nicknames of those who scout"), QT_TR_NOOP("Enter &workers"), "cmdStepWorkers",
+     QT_TR_NOOP("&Go on: workers")},
+    {StartStep::Pests, QT_TR_NOOP("Pests: tick those to watch for"), QT_TR_NOOP("C&hoose pests"), "cmdStepPests",
+     QT_TR_NOOP("&Go on: pests")},
     {StartStep::Plantings, QT_TR_NOOP("Planted blocks, for soil, leaf and fruit analyses; they can wait"),
-     QT_TR_NOOP("Enter planted bloc&ks"), "cmdStepPlantings"},
+     QT_TR_NOOP("Enter planted bloc&ks"), "cmdStepPlantings", nullptr},
     {StartStep::Monitoring, QT_TR_NOOP("Issue the first instruction and print its field sheets"),
-     QT_TR_NOOP("&Open pest monitoring"), "cmdStepMonitoring"},
+     QT_TR_NOOP("&Open pest monitoring"), "cmdStepMonitoring", nullptr},
 };
 
 const StepTexts &textsOf(StartStep step)
@@ -129,27 +133,36 @@ void StartPage::addRow(StartStep step, const QString &number)
     rows_.push_back(row);
 }
 
+QString StartPage::goOnText(StartStep step)
+{
+    const char *text = textsOf(step).goOn;
+    return text == nullptr ? QString() : tr(text);
+}
+
 QString StartPage::stateOf(StartStep step, const lists::FarmLists &lists) const
 {
     const std::optional<lists::List> list = listOf(step);
     if (!list) {
         return {};
     }
-    const std::size_t count = lists.records(*list).size();
+    std::size_t count = lists.records(*list).size();
+    if (step == StartStep::Crops) {
+        count += lists.records(lists::List::CropGroups).size() + lists.records(lists::List::CropTypes).size();
+    }
     return count == 0 ? tr("none yet") : tr("%1 entered").arg(count);
 }
 
 void StartPage::showProgress(const lists::FarmLists &lists, bool hasDatabases)
 {
-    std::optional<StartStep> next;
+    next_.reset();
     for (const Row &row : rows_) {
         const std::optional<lists::List> list = listOf(row.step);
         const bool isOpen = row.step == StartStep::Databases ? !hasDatabases
             : list                                           ? hasDatabases && lists.records(*list).empty()
                                                              : hasDatabases;
         // Planted blocks can wait: the monitoring does not need them.
-        if (!next && isOpen && row.step != StartStep::Plantings) {
-            next = row.step;
+        if (!next_ && isOpen && row.step != StartStep::Plantings) {
+            next_ = row.step;
         }
         const bool shows = row.step == StartStep::Databases ? !hasDatabases : true;
         for (QWidget *widget : {static_cast<QWidget *>(row.number), static_cast<QWidget *>(row.title),
@@ -160,7 +173,7 @@ void StartPage::showProgress(const lists::FarmLists &lists, bool hasDatabases)
         row.state->setText(hasDatabases ? stateOf(row.step, lists) : QString());
     }
     for (const Row &row : rows_) {
-        setRole(*row.button, row.step == next ? "first" : "");
+        setRole(*row.button, row.step == next_ ? "first" : "");
     }
     lead_->setText(
         hasDatabases

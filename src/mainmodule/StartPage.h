@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+#include <optional>
 #include <vector>
 
 class QLabel;
@@ -26,6 +27,10 @@ public:
     /// Without databases only they can be made.
     void showProgress(const lists::FarmLists &lists, bool hasDatabases);
     void focusNextStep();
+    /// The first step that is still to be done, as last shown.
+    std::optional<StartStep> nextStep() const { return next_; }
+    /// What a button that leads to a list says on other pages.
+    static QString goOnText(StartStep step);
 
 Q_SIGNALS:
     void stepRequested(mainmodule::StartStep step);
@@ -44,6 +49,7 @@ private:
 
     QLabel *lead_;
     std::vector<Row> rows_;
+    std::optional<StartStep> next_;
 };
 
 } // namespace mainmodule

@@ -6,6 +6,7 @@
 #include "shell/FarmApplication.h"
 #include "shell/ProgramFolder.h"
 #include "shell/SiblingProgram.h"
+#include "shell/WindowRequest.h"
 
 #include <QPointer>
 
@@ -14,10 +15,11 @@ namespace
 
 constexpr int Failed = 1;
 
-/// The monitoring runs once; its lock tells whether it is open.
-QString startMonitoring(const QString &programFolder)
+/// The monitoring runs once; its lock shows whether it is open, and then its window is asked for.
+QString startMonitoring(const QString &program, const QString &folder)
 {
-    if (!tryProgramLock(programFolder)) {
+    if (!tryProgramLock(program)) {
+        WindowRequest::leave(folder, WindowRequest::Program::Monitoring);
         return QStringLiteral("Pest monitoring is open already; it shows changed blocks when its window is entered.");
     }
     return startSibling(monitoringProgram());
@@ -33,12 +35,12 @@ int run(FarmApplication &application)
         makeProgramFolder(folder, folders.templates);
         const auto lock = tryProgramLock(FarmApplication::applicationFilePath());
         if (!lock) {
-            mainmodule::PageRequest::leave(folder, page);
+            WindowRequest::leave(folder, WindowRequest::Program::MainModule, page);
             return 0;
         }
         mainmodule::MainModuleWindow window(boxes);
         boxes.setParent(&window);
-        window.setMonitoringStarter([&folders] { return startMonitoring(folders.program); });
+        window.setMonitoringStarter([&] { return startMonitoring(folders.program, folder); });
         application.setErrorHandler([shown = QPointer(&window)](const basic::RunTimeError &error) {
             if (shown) {
                 shown->showError(error);

@@ -40,11 +40,16 @@ QList<int> keysOf(const std::vector<PageLine> &lines)
 
 void LineOrderTest::numbersInNamesCount()
 {
-    auto lines = linesOf({{"Block 10"}, {"block 2"}, {"Block 1"}, {"Ábalo"}});
-    mainmodule::sortLines(lines, 0, false);
-    QCOMPARE(keysOf(lines), QList<int>({4, 3, 2, 1}));
-    mainmodule::sortLines(lines, 0, true);
-    QCOMPARE(keysOf(lines), QList<int>({1, 2, 3, 4}));
+    const QLocale before;
+    for (const QLocale &locale : {before, QLocale::c()}) {
+        QLocale::setDefault(locale);
+        auto lines = linesOf({{"Block 10"}, {"block 2"}, {"Block 1"}, {"Ábalo"}});
+        mainmodule::sortLines(lines, 0, false);
+        QCOMPARE(keysOf(lines), QList<int>({4, 3, 2, 1}));
+        mainmodule::sortLines(lines, 0, true);
+        QCOMPARE(keysOf(lines), QList<int>({1, 2, 3, 4}));
+    }
+    QLocale::setDefault(before);
 }
 
 void LineOrderTest::equalLinesKeepTheirOrder()

@@ -287,7 +287,9 @@ void MainModuleWindowTest::rowInUseIsMadeInactive()
     QCOMPARE(blocks(), QStringList("Dam|8"));
     QCOMPARE(shown(3), QStringList({"No", ""}));
     QVERIFY(control<FlexGrid>("grdFaults").TextMatrix(1, 4).contains(QLatin1String("1 instruction")));
+    QCOMPARE(control<QLabel>("lblFaults").text(), QStringLiteral("1 note"));
     press(Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(!control<mainmodule::FaultPanel>("faultPanel").isVisible());
     QCOMPARE(blocks(), QStringList({"Dam|8", "Hill|5"}));
     QCOMPARE(shown(3), QStringList({"Yes", "Yes", ""}));
 }
@@ -391,6 +393,16 @@ void MainModuleWindowTest::newOfficeBeginsWithEmptyDatabases()
     type(QStringLiteral("Riverbend"));
     press(Qt::Key_Return);
     QCOMPARE(control<controls::ItemCombo>("cmbFarm").Text(), QStringLiteral("Riverbend"));
+    // The way on from one list to the next, without the start page; none to the list that is shown.
+    auto &next = control<QPushButton>("cmdNext");
+    QVERIFY(next.isVisible());
+    press(Qt::Key_G, Qt::AltModifier);
+    QTRY_COMPARE(window_->pageName(), QStringLiteral("blocks"));
+    QVERIFY(!next.isVisible());
+    type(QStringLiteral("Dam"));
+    press(Qt::Key_Return);
+    QTRY_VERIFY(next.isVisible());
+    QCOMPARE(next.text(), QStringLiteral("&Go on: crops"));
 }
 
 void MainModuleWindowTest::closingAsksForIncompleteLines()

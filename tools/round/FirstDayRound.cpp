@@ -72,7 +72,7 @@ void FirstDayRound::pasteBlocks()
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_V, Qt::ControlModifier);
 }
 
-void FirstDayRound::tickStarters(UiDriver &driver, const QList<int> &rows, const QString &picture)
+void FirstDayRound::goOnToStarters(UiDriver &driver, const QList<int> &rows, const QString &picture)
 {
     inNextDialog([&](QWidget &dialog) {
         UiDriver inside(dialog);
@@ -86,7 +86,7 @@ void FirstDayRound::tickStarters(UiDriver &driver, const QList<int> &rows, const
         report_.screenshot(dialog, picture);
         click(inside, "cmdAddTicked");
     });
-    click(driver, "cmdStarter");
+    click(driver, "cmdNext");
     // A display without window manager does not return to the window by itself.
     QWidget *window = driver.find<QWidget>("grdList").window();
     window->activateWindow();
@@ -107,24 +107,21 @@ void FirstDayRound::enterLists(mainmodule::MainModuleWindow &window)
     report_.screenshot(window, QStringLiteral("main-module-farms"));
 
     report_.step(QStringLiteral("Paste %1 blocks").arg(Blocks));
-    clickPage(driver, BlocksRow);
+    click(driver, "cmdNext");
     pasteBlocks();
     report_.check(window.farmLists().records(lists::List::Blocks).size() == Blocks, QStringLiteral("all blocks are stored"));
     report_.screenshot(window, QStringLiteral("main-module-blocks"));
 
     report_.step(QStringLiteral("Tick crops and pests, type the workers"));
-    clickPage(driver, CropsRow);
-    tickStarters(driver, {1, 2}, QStringLiteral("main-module-common-crops"));
+    goOnToStarters(driver, {1, 2}, QStringLiteral("main-module-common-crops"));
     report_.screenshot(window, QStringLiteral("main-module-crops"));
-    clickPage(driver, WorkersRow);
-    click(driver, "cmdAdd");
+    click(driver, "cmdNext");
     for (const char *name : {"Thandi", "Pieter"}) {
         type(driver, QLatin1String(name));
         key(driver, Qt::Key_Return);
     }
     report_.screenshot(window, QStringLiteral("main-module-workers"));
-    clickPage(driver, PestsRow);
-    tickStarters(driver, {}, QStringLiteral("main-module-common-pests"));
+    goOnToStarters(driver, {}, QStringLiteral("main-module-common-pests"));
     report_.screenshot(window, QStringLiteral("main-module-pests"));
     report_.check(!window.farmLists().records(lists::List::Pests).empty(), QStringLiteral("pests are stored"));
     click(driver, "cmdMonitoring");

@@ -34,7 +34,7 @@ private:
     void key(UiDriver &driver, Qt::Key key);
     void type(UiDriver &driver, const QString &text);
     /// Ticks lines of the dialog that the button opens, all of them for none in particular, and adds them.
-    void tickStarters(UiDriver &driver, const QList<int> &rows, const QString &picture);
+    void goOnToStarters(UiDriver &driver, const QList<int> &rows, const QString &picture);
     void pasteBlocks();
 
     Report &report_;

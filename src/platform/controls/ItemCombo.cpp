@@ -34,6 +34,7 @@ ItemCombo::ItemCombo(QWidget *parent) : QComboBox(parent)
     // The style sheet styles entries only with this delegate.
     setItemDelegate(new QStyledItemDelegate(this));
     lineEdit()->installEventFilter(this);
+    view()->installEventFilter(this);
     connect(this, &QComboBox::activated, this, [this](int index) {
         chosen_ = index;
         // A text wider than the field shows its beginning.
@@ -132,8 +133,25 @@ void ItemCombo::setTypingAllowed(bool allowed)
     lineEdit()->setReadOnly(!allowed);
 }
 
+/// Otherwise Tab would leave the list open over the next field, without the entry that it shows as current.
+bool ItemCombo::tabLeavesList(const QKeyEvent &event)
+{
+    const bool next = event.key() == Qt::Key_Tab;
+    if (!next && event.key() != Qt::Key_Backtab) {
+        return false;
+    }
+    const int current = view()->currentIndex().row();
+    hidePopup();
+    choose(current);
+    focusNextPrevChild(next);
+    return true;
+}
+
 bool ItemCombo::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched == view() && event->type() == QEvent::KeyPress) {
+        return tabLeavesList(*static_cast<QKeyEvent *>(event)) || QComboBox::eventFilter(watched, event);
+    }
     if (watched != lineEdit() || !lineEdit()->isReadOnly() || !isEnabled()) {
         return QComboBox::eventFilter(watched, event);
     }
@@ -165,6 +183,8 @@ void ItemCombo::keyPressEvent(QKeyEvent *event)
         showPopup();
     } else if (typed && event->text().at(0).isLetterOrNumber()) {
         showPopup();
+        // Not the letters of a search before.
+        view()->keyboardSearch({});
         view()->keyboardSearch(event->text());
     } else {
         QComboBox::keyPressEvent(event);

@@ -29,7 +29,7 @@ public:
     /// Shows a text, in the list or not; the index follows the first equal entry. Silent.
     void setText(const QString &text);
     /// When false the user can choose but not type: a click or Space opens the list, a letter opens it at the first matching
-    /// entry, Home and End choose the first and last one.
+    /// entry, Home and End choose the first and last one. Tab takes the current entry of the open list and goes on.
     void setTypingAllowed(bool allowed);
 
 Q_SIGNALS:
@@ -48,6 +48,7 @@ private:
     int indexOf(const QString &text) const;
     void textEdited(const QString &text);
     void choose(int index);
+    bool tabLeavesList(const QKeyEvent &event);
 
     /// The chosen entry; QComboBox's own index clings to an entry while another text is typed.
     int chosen_ = -1;

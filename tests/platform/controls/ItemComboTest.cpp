@@ -22,6 +22,7 @@ private Q_SLOTS:
     void indexOutOfRangeIsAnError();
     void typingCompletes();
     void choiceByKeys();
+    void tabTakesTheEntryOfTheOpenList();
     void clickOpensOnRelease();
     void wheelChangesNothing();
 };
@@ -148,6 +149,34 @@ void ItemComboTest::choiceByKeys()
     QVERIFY(combo.view()->isVisible());
     QTest::keyClick(combo.view(), Qt::Key_Escape);
     QCOMPARE(clicks.size(), 3);
+}
+
+void ItemComboTest::tabTakesTheEntryOfTheOpenList()
+{
+    QWidget window;
+    auto *before = new QLineEdit(&window);
+    auto *combo = new ItemCombo(&window);
+    auto *after = new QLineEdit(&window);
+    combo->setTypingAllowed(false);
+    combo->AddItem(QStringLiteral("Count"), 1);
+    combo->AddItem(QStringLiteral("Yes/No"), 2);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    combo->setFocus();
+    const QSignalSpy clicks(combo, &ItemCombo::Click);
+    QTest::keyClick(combo, Qt::Key_Y);
+    QTRY_VERIFY(combo->view()->isVisible());
+    QTest::keyClick(combo->view(), Qt::Key_Tab);
+    QTRY_VERIFY(!combo->view()->isVisible());
+    QCOMPARE(combo->ListIndex(), 1);
+    QCOMPARE(clicks.size(), 1);
+    QTRY_VERIFY(after->hasFocus());
+    combo->setFocus();
+    QTest::keyClick(combo, Qt::Key_C);
+    QTRY_VERIFY(combo->view()->isVisible());
+    QTest::keyClick(combo->view(), Qt::Key_Backtab, Qt::ShiftModifier);
+    QCOMPARE(combo->ListIndex(), 0);
+    QTRY_VERIFY(before->hasFocus());
 }
 
 void ItemComboTest::clickOpensOnRelease()
