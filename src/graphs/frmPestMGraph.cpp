@@ -73,7 +73,7 @@ void frmPestMGraph::resizeEvent(QResizeEvent *event)
     const bool isCompact = height() < usual;
     const int field = height() < low ? 24 : 26;
     const QString sheet =
-        QStringLiteral("QGroupBox { padding: 30px 16px 8px 16px; } QGroupBox::title { top: 8px; }"
+        QStringLiteral("QGroupBox { padding: 30px 10px 8px 12px; } QGroupBox::title { top: 8px; left: 10px; }"
                        "QComboBox, QLineEdit { min-height: %1px; } QComboBox:focus, QLineEdit:focus { min-height: %2px; }"
                        "QComboBox QLineEdit, QComboBox QLineEdit:focus { min-height: 0; }"
                        "QRadioButton, QCheckBox { min-height: %3px; }")
