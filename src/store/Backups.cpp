@@ -55,6 +55,20 @@ void rollBackJournal(const QString &file)
     }
 }
 
+/// For reading, since a Jet file that is open for writing here cannot be written by the program that uses it. A file with the
+/// journal of a killed program has to be opened for writing.
+std::unique_ptr<dao::Database> openForCopy(const QString &file)
+{
+    try {
+        return dao::Workspace::OpenDatabase(file, false, true, connectText());
+    } catch (const dao::DataError &error) {
+        if (error.number() != static_cast<int>(dao::DataErrorNumber::NeedsRepair)) {
+            throw;
+        }
+    }
+    return dao::Workspace::OpenDatabase(file, false, false, connectText());
+}
+
 QString preserveReplaced(const BackupFolder &folder)
 {
     const QString current = folder.pestFile();
@@ -85,8 +99,7 @@ QString preserveReplaced(const BackupFolder &folder)
 QString backUpNow(const QString &databasesFolder, const std::function<void(int percent)> &progress)
 {
     const BackupFolder folder(databasesFolder);
-    // Open for writing, since a file with the journal of a killed program cannot be read otherwise.
-    const std::unique_ptr<dao::Database> database = dao::Workspace::OpenDatabase(folder.pestFile(), false, false, connectText());
+    const std::unique_ptr<dao::Database> database = openForCopy(folder.pestFile());
     folder.create();
     const auto lock = folder.lock();
     const QDate today = basic::Clock::today();

@@ -4,6 +4,7 @@
 #include "platform/basic/Clock.h"
 #include "platform/dao/CommitScope.h"
 #include "platform/dao/Workspace.h"
+#include "platform/jet/PageCommit.h"
 #include "store/Backups.h"
 #include "store/Connection.h"
 #include "store/DatedCopy.h"
@@ -238,7 +239,7 @@ private:
             Files files = filesIn(farm.databasesPath());
             const QString pest = store::fileName(DatabaseFile::Pest);
             const bool hasJournal =
-                files.contains(pest + QStringLiteral("-journal")) || files.contains(pest + QStringLiteral("-rollback"));
+                files.contains(pest + QStringLiteral("-journal")) || jet::hasRollback(farm.filePath(DatabaseFile::Pest));
             if (WIFSIGNALED(status) && files[pest] != before[pest] && hasJournal) {
                 return files;
             }

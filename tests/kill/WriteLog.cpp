@@ -123,6 +123,9 @@ QString WriteLog::journal() const
 
 bool WriteLog::hotJournal() const
 {
+    if (TemporaryFarm::kind() == dao::FileKind::Jet) {
+        return jet::hasRollback(farm_.filePath(DatabaseFile::Pest));
+    }
     return QFileInfo(journal()).size() > 0;
 }
 

@@ -79,6 +79,9 @@ void CaptureCellEditorTest::overflowStaysInTheEditor()
 
 void CaptureCellEditorTest::failedWriteLeavesTheEditorOpen()
 {
+    if (TemporaryFarm::kind() == dao::FileKind::Jet) {
+        QSKIP("the write is made to fail through SQLite");
+    }
     capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
     typeInto(Point1, Value1, QStringLiteral("3"));
     clickCell("grdPest", Point1, Value1);
@@ -105,6 +108,9 @@ void CaptureCellEditorTest::failedWriteLeavesTheEditorOpen()
 
 void CaptureCellEditorTest::discardedValueIsNotShown()
 {
+    if (TemporaryFarm::kind() == dao::FileKind::Jet) {
+        QSKIP("the write is made to fail through SQLite");
+    }
     const int key = issue(QStringLiteral("Count"), {1}, {1}, false);
     farm_->session.dbPest->Execute(QStringLiteral("UPDATE tblPMTrans SET PMNotes = 'R&D'"));
     capture(key, QStringLiteral("Blok A"));
@@ -115,6 +121,10 @@ void CaptureCellEditorTest::discardedValueIsNotShown()
     typeInto(Point1 + 1, Value1, QStringLiteral("8"));
     typeInto(Point1, Value1, QStringLiteral("8"));
     QCOMPARE(cell(Point1, Value1), QStringLiteral("8"));
+    QTest::keyClick(&find<QLineEdit>("txtG1"), Qt::Key_Escape);
+    QCOMPARE(cell(Point1, Value1), QStringLiteral("0"));
+    QCOMPARE(cell(Total, Value1).toInt(), storedTotal(1));
+    typeInto(Point1, Value1, QStringLiteral("8"));
     host_->dialogs().queueAnswer(Answer::Yes);
     click("cmdSaveTrans");
     QCOMPARE(cell(Point1, Value1), QStringLiteral("0"));
@@ -124,6 +134,9 @@ void CaptureCellEditorTest::discardedValueIsNotShown()
 
 void CaptureCellEditorTest::failedTotalIsReported()
 {
+    if (TemporaryFarm::kind() == dao::FileKind::Jet) {
+        QSKIP("the write is made to fail through SQLite");
+    }
     const int counted = issue(QStringLiteral("Count"), {1}, {1});
     const int answered = issue(QStringLiteral("Yes/No"), {1}, {1});
     issue(QStringLiteral("Count"), {1}, {1});

@@ -96,6 +96,9 @@ void CaptureHistoryTest::undoEndsWithTheBlock()
 
 void CaptureHistoryTest::failedWriteShowsWhatIsStored()
 {
+    if (TemporaryFarm::kind() == dao::FileKind::Jet) {
+        QSKIP("the write is made to fail through SQLite");
+    }
     const int answered = issue(QStringLiteral("Yes/No"), {1}, {1});
     capture(issue(QStringLiteral("Count"), {1}, {1}), QStringLiteral("Blok A"));
     typeInto(Total, Value1, QStringLiteral("40"));

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "DamagedFile.h"
 #include "PestMonScreen.h"
 
 #include <QDir>
@@ -58,21 +57,23 @@ void CapturePageTest::uncompletedSaveAlsoRepeats()
 
 void CapturePageTest::failedRepeatLeavesNothingAndIsIssuedByTheNextSave_data()
 {
-    QTest::addColumn<QString>("refused");
-    QTest::newRow("the instruction") << QStringLiteral("tblPMTrans (PMTransDate)");
-    QTest::newRow("its blocks") << QStringLiteral("tblPMBlockTrans (BlockID)");
-    QTest::newRow("its pests") << QStringLiteral("tblPMTarTrans (CTargetID)");
-    QTest::newRow("its total rows") << QStringLiteral("tblPMDataMax (BlockID, CTargetID)");
+    QTest::addColumn<QString>("table");
+    QTest::addColumn<QStringList>("unique");
+    QTest::newRow("the instruction") << "tblPMTrans" << QStringList{"PMTransDate"};
+    QTest::newRow("its blocks") << "tblPMBlockTrans" << QStringList{"BlockID"};
+    QTest::newRow("its pests") << "tblPMTarTrans" << QStringList{"CTargetID"};
+    QTest::newRow("its total rows") << "tblPMDataMax" << QStringList{"BlockID", "CTargetID"};
 }
 
 void CapturePageTest::failedRepeatLeavesNothingAndIsIssuedByTheNextSave()
 {
-    QFETCH(QString, refused);
+    QFETCH(QString, table);
+    QFETCH(QStringList, unique);
     const QStringList tables{"tblPMTrans", "tblPMBlockTrans", "tblPMTarTrans", "tblPMData", "tblPMDataMax"};
     const auto counts = [&] {
         QList<int> all;
-        for (const QString &table : tables) {
-            all.append(farm_->count(table));
+        for (const QString &one : tables) {
+            all.append(farm_->count(one));
         }
         return all;
     };
@@ -80,14 +81,18 @@ void CapturePageTest::failedRepeatLeavesNothingAndIsIssuedByTheNextSave()
     farm_->session.dbPest->Execute(QStringLiteral("Delete from tblPMDataMax where PMDataMaxID > 1"));
     capture(key, QStringLiteral("Blok B"));
     const QList<int> before = counts();
-    const QString file = farm_->session.PestDBFile;
-    QVERIFY(changeFile(file, qPrintable(QStringLiteral("CREATE UNIQUE INDEX refused ON ") + refused)));
+    const dao::Index refused{QStringLiteral("refused"), {unique.begin(), unique.end()}, false, true};
+    farm_->session.dbPest->Append(table, refused);
     for (int save = 0; save < 2; ++save) {
         click("cmdSaveTrans");
         QVERIFY(host_->failure.startsWith(QStringLiteral("The repeated instruction could not be issued")));
         QCOMPARE(counts(), before);
     }
-    QVERIFY(changeFile(file, "DROP INDEX refused"));
+    const auto indexes = farm_->session.dbPest->tableDef(table).Indexes();
+    const auto added = std::find_if(indexes.begin(), indexes.end(), [&](const dao::Index &index) {
+        return index.unique && !index.primary && index.fields == refused.fields;
+    });
+    farm_->session.dbPest->removeIndex(table, added->name);
     for (int save = 0; save < 2; ++save) {
         click("cmdSaveTrans");
         QCOMPARE(farm_->count(QStringLiteral("tblPMTrans")), 2);

@@ -156,6 +156,9 @@ void modPestMonTest::valueTooLongWritesNothing()
 
 void modPestMonTest::interruptedSaveIsContinued()
 {
+    if (TemporaryFarm::kind() == dao::FileKind::Jet) {
+        QSKIP("no table of a Jet file can be taken away meanwhile");
+    }
     choose({1}, {3});
     SessionContext &session = farm_->session;
     QVERIFY(changeFile(session.PestDBFile, "ALTER TABLE tblPMTPest RENAME TO other"));

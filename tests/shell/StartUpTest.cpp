@@ -283,10 +283,13 @@ void StartUpTest::bringsThePestFileUpToDate()
     farm.addInstruction({.completed = QDate(2026, 1, 8)});
     farm.session.dbPest->Execute(QStringLiteral("UPDATE tblPMTrans SET PMTransWeek = 40"));
     farm.close();
+    const QString leftByAKilledRestore = farm.filePath(DatabaseFile::Pest) + QStringLiteral(".restore.new");
+    basic::writeLine(leftByAKilledRestore, QStringLiteral("incomplete"));
     {
         Start start(farm.appPath());
         QVERIFY(start.load);
     }
+    QVERIFY(!QFile::exists(leftByAKilledRestore));
     farm.open();
     QCOMPARE(farm.rows(DatabaseFile::Pest, QStringLiteral("Select PMTransWeek from tblPMTrans")),
              QStringList{QStringLiteral("2")});

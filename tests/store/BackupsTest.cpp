@@ -117,6 +117,20 @@ private Q_SLOTS:
         }
     }
 
+    void theCopiesOfASharedFarmAreShared()
+    {
+        TemporaryFarm farm;
+        const auto mode = [](const QString &path) {
+            struct stat status {
+            };
+            return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_mode & 07777U : 0U;
+        };
+        QVERIFY(::chmod(QFile::encodeName(farm.databasesPath()).constData(), 02770) == 0);
+        QVERIFY(::chmod(QFile::encodeName(farm.filePath(DatabaseFile::Pest)).constData(), 0660) == 0);
+        QCOMPARE(mode(store::backUpNow(farm.databasesPath())), 0660U);
+        QCOMPARE(mode(farm.databasesPath() + "/Backups"), 02770U);
+    }
+
     void aCopyIsRestoredAndTheReplacedFilePreserved()
     {
         TemporaryFarm farm;
@@ -141,6 +155,7 @@ private Q_SLOTS:
     {
         TemporaryFarm farm;
         farm.addInstruction({.blocks = {{1, 2}}, .targets = {1}});
+        farm.close();
         QSemaphore enough;
         std::atomic<int> written = 0;
         const auto work = [&, path = farm.filePath(DatabaseFile::Pest)] {

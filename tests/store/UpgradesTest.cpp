@@ -134,7 +134,7 @@ private Q_SLOTS:
         farm.session.dbPest.set(nullptr);
         const QString older = farm.databasesPath() + "/older.mdb";
         {
-            const auto database = dao::Workspace::CreateDatabase(older, store::connectText());
+            const auto database = dao::Workspace::CreateDatabase(older, store::connectText(), TemporaryFarm::kind());
             dao::TableDef instructions("tblPMTrans");
             instructions.Append(dao::TableDef::CreateField("PMTransID", dao::FieldType::Long));
             database->Append(instructions);
@@ -160,6 +160,9 @@ private Q_SLOTS:
 
     void anOlderFileGetsTheCurrentIndexes()
     {
+        if (TemporaryFarm::kind() == dao::FileKind::Jet) {
+            QSKIP("the mirror of a Jet file gets them at every start");
+        }
         TemporaryFarm farm;
         farm.addInstruction({.blocks = {{1, 3}}, .targets = {1, 2}});
         const auto indexes = [&] {
@@ -234,6 +237,9 @@ private Q_SLOTS:
 
     void aWrongValueIsNamedOrReplaced()
     {
+        if (TemporaryFarm::kind() == dao::FileKind::Jet) {
+            QSKIP("a Jet field holds values of its type alone");
+        }
         TemporaryFarm farm;
         farm.addInstruction({.completed = QDate(2026, 1, 8)});
         farm.addInstruction({.completed = QDate(2026, 1, 15)});

@@ -229,6 +229,33 @@ private Q_SLOTS:
         QVERIFY(run.output.contains("tblPMTrans, row 1: the field PMTransWeek cannot hold the integer 99999"));
     }
 
+    void checkCountsDuplicateRowsAndRowsWithoutInstruction()
+    {
+        TemporaryFarm farm;
+        farm.addInstruction({.blocks = {{1, 2}}, .targets = {1, 2}});
+        // A further zero row of a point that has counts, one of a point that has none, and one that is no zero row.
+        farm.session.dbPest->Execute("Update tblPMData set PMCount = 5 where PMDataID = 1");
+        for (const char *point : {"1, 1, 0", "2, 1, 0", "2, 1, 7"}) {
+            farm.session.dbPest->Execute(QString("Insert into tblPMData (PMTransID, BlockID, CTargetID, PMBPunt, PMCount) "
+                                                 "Values (1, 1, %1)")
+                                             .arg(point));
+        }
+        farm.session.dbPest->Execute("Insert into tblPMTarTrans (PMTransID, CTargetID) Values (99, 1)");
+        farm.session.dbPest->Execute("Insert into tblPMTarTrans (PMTransID, CTargetID) Values (99, 2)");
+        farm.close();
+        const QString jet = farm.appPath() + "/Jet";
+        QCOMPARE(farmdata({"export", "--jet", farm.databasesPath(), jet}).status, 0);
+        for (const QString &folder : {farm.databasesPath(), jet}) {
+            const FarmdataRun run = farmdata({"check", folder});
+            QVERIFY2(run.status == 0, qPrintable(run.output));
+            for (const char *note : {"duplicate zero rows of tblPMData, as saving an instruction again makes them: 2\n",
+                                     "further zero rows of tblPMDataMax, as every instruction has them: 2\n",
+                                     "rows of tblPMTarTrans whose instruction is gone: 2\n"}) {
+                QVERIFY2(run.output.contains(note), qPrintable(run.output));
+            }
+        }
+    }
+
     void aFileLeftInTheMiddleOfAWriteIsSound()
     {
         TemporaryFarm farm;

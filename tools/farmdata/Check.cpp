@@ -169,15 +169,14 @@ struct Reference {
 void noteOrphans(dao::Database &database, const Keys &known, const Reference &reference, Findings &findings)
 {
     qint64 orphans = 0;
-    const Keys used = keysOf(database, reference.table, reference.field);
-    for (const std::int32_t key : used) {
+    dao::Recordset used =
+        database.OpenRecordset(QStringLiteral("Select %1, Count(*) from %2 group by %1").arg(reference.field, reference.table));
+    for (; !used.Eof(); used.MoveNext()) {
+        const std::int32_t key = used.longValue(0);
         // 0 is an empty key.
-        if (key == 0 || known.contains(key)) {
-            continue;
+        if (key != 0 && !known.contains(key)) {
+            orphans += used.longValue(1);
         }
-        dao::Recordset rows = database.OpenRecordset(
-            QStringLiteral("Select Count(*) from %1 where %2 = %3").arg(reference.table, reference.field).arg(key));
-        orphans += rows.longValue(0);
     }
     findings.note(orphans, QStringLiteral("rows of %1 whose %2 is gone").arg(reference.table, reference.what));
 }
@@ -208,47 +207,33 @@ void notePestOrphans(dao::Database &pest, dao::Database *main, dao::Database *sp
     }
 }
 
-/// Rows beyond the first for the same keys that hold nothing but zeros: saving an instruction again leaves them behind.
-qint64 duplicateZeroRows(dao::Database &database, QStringView table, const QStringList &keys, const QStringList &values,
-                         std::int32_t instruction)
+/// Rows beyond the first for the same keys that hold nothing but zeros: saving an instruction again leaves them behind. One pass
+/// over the table, since a Jet file has no index by the instruction.
+qint64 duplicateZeroRows(dao::Database &database, QStringView table, const QStringList &keys, const QStringList &values)
 {
-    dao::Recordset rows = database.OpenRecordset(QStringLiteral("Select %1, %2 from %3 where PMTransID = %4 order by %1")
-                                                     .arg(keys.join(u", "), values.join(u", "), table)
-                                                     .arg(instruction));
+    QStringList zeros;
+    for (const QString &value : values) {
+        zeros.append(QStringLiteral("(%1 is null or %1 = 0)").arg(value));
+    }
+    // With one minimum, SQLite takes the other columns from the row that has it: whether the first row is a zero row.
+    dao::Recordset groups = database.OpenRecordset(
+        QStringLiteral("Select Sum(%1), Min(%2ID), (%1) from %3 where PMTransID in (Select PMTransID from tblPMTrans) "
+                       "group by PMTransID, %4 having Count(*) > 1")
+            .arg(zeros.join(QStringLiteral(" and ")), table.mid(3), table, keys.join(u", ")));
     qint64 duplicates = 0;
-    std::vector<dao::Value> before;
-    for (; !rows.Eof(); rows.MoveNext()) {
-        std::vector<dao::Value> now;
-        now.reserve(static_cast<std::size_t>(keys.size()));
-        for (int i = 0; i < keys.size(); ++i) {
-            now.push_back(rows.value(i));
-        }
-        bool zero = true;
-        for (int i = 0; i < values.size(); ++i) {
-            zero = zero && rows.longValue(static_cast<int>(keys.size()) + i) == 0;
-        }
-        if (zero && now == before) {
-            ++duplicates;
-        }
-        before = std::move(now);
+    for (; !groups.Eof(); groups.MoveNext()) {
+        duplicates += groups.longValue(0) - groups.longValue(2);
     }
     return duplicates;
 }
 
 void noteDuplicateRows(dao::Database &pest, Findings &findings)
 {
-    const Keys instructions = keysOf(pest, u"tblPMTrans", u"PMTransID");
-    Progress progress(QStringLiteral("Counting duplicate rows"), instructions.size());
-    qint64 data = 0;
-    qint64 totals = 0;
-    for (const std::int32_t instruction : instructions) {
-        data += duplicateZeroRows(pest, u"tblPMData", {"BlockID", "CTargetID", "PMBPunt"},
-                                  {"PMCount", "PMCountUnder", "PMCountUpper", "PMYes", "PMYesUnder", "PMYesUpper"}, instruction);
-        totals += duplicateZeroRows(
-            pest, u"tblPMDataMax", {"CTargetID", "BlockID"},
-            {"PMCountMax", "PMCountUnderMax", "PMCountUpperMax", "PMYesMax", "PMYesUnderMax", "PMYesUpperMax"}, instruction);
-        progress.advance();
-    }
+    const qint64 data = duplicateZeroRows(pest, u"tblPMData", {"CTargetID", "BlockID", "PMBPunt"},
+                                          {"PMCount", "PMCountUnder", "PMCountUpper", "PMYes", "PMYesUnder", "PMYesUpper"});
+    const qint64 totals =
+        duplicateZeroRows(pest, u"tblPMDataMax", {"CTargetID", "BlockID"},
+                          {"PMCountMax", "PMCountUnderMax", "PMCountUpperMax", "PMYesMax", "PMYesUnderMax", "PMYesUpperMax"});
     findings.note(data, QStringLiteral("duplicate zero rows of tblPMData, as saving an instruction again makes them"));
     findings.note(totals, QStringLiteral("further zero rows of tblPMDataMax, as every instruction has them"));
 }

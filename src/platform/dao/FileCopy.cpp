@@ -6,13 +6,10 @@
 #include "platform/dao/Sqlite.h"
 
 #include <QElapsedTimer>
-#include <QFile>
-#include <QFileInfo>
 #include <QThread>
 
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <utility>
 
 namespace dao
@@ -22,7 +19,6 @@ namespace
 {
 
 constexpr int PagesPerStep = 256;
-constexpr qint64 BytesPerStep = 1 << 20;
 /// How long a transaction of the program may hold the copy up.
 constexpr qint64 MaxWaitMilliseconds = 60'000;
 constexpr unsigned long RetryMilliseconds = 5;
@@ -103,81 +99,11 @@ private:
     int restarts_ = 0;
 };
 
-class ByteCopy : public FileCopy
-{
-public:
-    ByteCopy(const QString &source, const QString &path) : source_(source), copy_(path), stamp_(stamp())
-    {
-        if (!source_.open(QIODevice::ReadOnly) || !copy_.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-            fail(source_.isOpen() ? copy_ : source_);
-        }
-    }
-
-    bool step() override
-    {
-        const QByteArray bytes = source_.read(BytesPerStep);
-        if (source_.error() != QFileDevice::NoError) {
-            fail(source_);
-        }
-        if (copy_.write(bytes) != bytes.size() || !copy_.flush()) {
-            fail(copy_);
-        }
-        basic::syncToDisk(copy_.fileName());
-        if (!source_.atEnd()) {
-            return true;
-        }
-        if (const QByteArray now = stamp(); now != stamp_) {
-            if (++restarts_ > MaxRestarts) {
-                failBusy(source_.fileName());
-            }
-            stamp_ = now;
-            source_.seek(0);
-            copy_.resize(0);
-            copy_.seek(0);
-            return true;
-        }
-        return false;
-    }
-
-    int percent() const override { return static_cast<int>(100 * source_.pos() / std::max<qint64>(source_.size(), 1)); }
-
-    void finish() override
-    {
-        copy_.close();
-        basic::syncToDisk(copy_.fileName());
-    }
-
-    QStringList check() override { return {}; }
-
-private:
-    /// Changes with every write: a program that writes the file in place changes its time.
-    QByteArray stamp() const
-    {
-        const QFileInfo info(source_.fileName());
-        return QByteArray::number(info.size()) + ' ' + QByteArray::number(info.lastModified().toMSecsSinceEpoch());
-    }
-    [[noreturn]] static void fail(const QFile &file)
-    {
-        throw DataError(DataErrorNumber::DiskError,
-                        QStringLiteral("%1 cannot be copied: %2").arg(file.fileName(), file.errorString()));
-    }
-
-    QFile source_;
-    QFile copy_;
-    QByteArray stamp_;
-    int restarts_ = 0;
-};
-
 } // namespace
 
 std::unique_ptr<FileCopy> FileCopy::ofSqlite(const Connection &source, const QString &path)
 {
     return std::make_unique<SqliteCopy>(source, path);
-}
-
-std::unique_ptr<FileCopy> FileCopy::ofBytes(const QString &source, const QString &path)
-{
-    return std::make_unique<ByteCopy>(source, path);
 }
 
 } // namespace dao

@@ -35,8 +35,6 @@ public:
     /// Of an SQLite file; `path` is an empty file. Writes of `source` meanwhile are copied too, so the state is that of the last
     /// step. Writes by other programs make it begin anew.
     static std::unique_ptr<FileCopy> ofSqlite(const Connection &source, const QString &path);
-    /// Of the bytes of a file; begins anew when the file was changed meanwhile.
-    static std::unique_ptr<FileCopy> ofBytes(const QString &source, const QString &path);
 
 protected:
     FileCopy() = default;

@@ -36,7 +36,7 @@ JetStorage::JetStorage(const QString &path, std::unique_ptr<jet::Database> file)
 {
 }
 
-std::unique_ptr<JetStorage> JetStorage::open(const QString &path, bool readOnly, const QString &password)
+std::unique_ptr<JetStorage> JetStorage::open(const QString &path, bool exclusive, bool readOnly, const QString &password)
 {
     QString whyReadOnly = QStringLiteral("%1 was opened for reading.").arg(path);
     std::unique_ptr<jet::Database> file;
@@ -45,9 +45,15 @@ std::unique_ptr<JetStorage> JetStorage::open(const QString &path, bool readOnly,
             file = jet::Database::open(path, password, jet::Access::ReadWrite);
             whyReadOnly.clear();
         } catch (const jet::Error &error) {
+            if (exclusive) {
+                throw;
+            }
             // A file that cannot be shared for writing can still be read, unless reading fails as well.
             whyReadOnly = error.description();
         }
+    }
+    if (file && exclusive) {
+        file->requireSoleUser();
     }
     if (!file) {
         file = jet::Database::open(path, password, jet::Access::ReadOnly);
@@ -67,7 +73,7 @@ std::unique_ptr<JetStorage> JetStorage::create(const QString &path, const QStrin
     }
     jet::createDatabase(path, password);
     basic::followFolder(path);
-    return open(path, false, password);
+    return open(path, false, false, password);
 }
 
 QStringList JetStorage::companionFiles(const QString &path)
@@ -291,7 +297,7 @@ void JetStorage::beginWrite()
 
 void JetStorage::commitWrite()
 {
-    writer_->commit();
+    commits_->run([this] { return writer_->commit(); });
     writer_.reset();
 }
 
@@ -315,9 +321,14 @@ void JetStorage::addField(const TableDef &table, const Field &field)
     writer_->addBooleanColumn(table.Name(), field.name);
 }
 
+std::unique_ptr<FileCopy> JetStorage::startCopy(const QString &copy)
+{
+    return std::make_unique<JetCopy>(commits_, path(), copy, password_);
+}
+
 void JetStorage::copyTo(const QString &target, bool /*isInTransaction*/)
 {
-    copyBytes(path(), target);
+    copyFile(path(), target, [this](const QString &part) { return startCopy(part); });
 }
 
 QStringList JetStorage::checkIntegrity(const Progress &progress)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/dao/JetCopy.h"
 #include "platform/dao/JetWriter.h"
 #include "platform/dao/Storage.h"
 #include "platform/jet/Database.h"
@@ -25,7 +26,8 @@ class MirrorCache;
 class JetStorage : public Storage
 {
 public:
-    static std::unique_ptr<JetStorage> open(const QString &path, bool readOnly, const QString &password);
+    /// Exclusively: 3045 when another user is present.
+    static std::unique_ptr<JetStorage> open(const QString &path, bool exclusive, bool readOnly, const QString &password);
     /// An empty file. Error 75 when there is one of that name.
     static std::unique_ptr<JetStorage> create(const QString &path, const QString &password);
     static QStringList companionFiles(const QString &path);
@@ -49,7 +51,7 @@ public:
     void addField(const TableDef &table, const Field &field) override;
 
     void copyTo(const QString &path, bool isInTransaction) override;
-    std::unique_ptr<FileCopy> startCopy(const QString &copy) override { return FileCopy::ofBytes(path(), copy); }
+    std::unique_ptr<FileCopy> startCopy(const QString &copy) override;
     QStringList checkIntegrity(const Progress &progress) override;
     QStringList checkPages() override;
 
@@ -77,6 +79,7 @@ private:
     /// Errors of the tables that are left out, by name in lower case.
     std::map<QString, DataError> unreadable_;
     bool isLoaded_ = false;
+    const std::shared_ptr<JetCommits> commits_ = std::make_shared<JetCommits>();
     /// While a transaction is open.
     std::unique_ptr<JetWriter> writer_;
     /// The last state that could not be read.

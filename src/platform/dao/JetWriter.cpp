@@ -145,13 +145,13 @@ void JetWriter::addBooleanColumn(const QString &table, const QString &column)
     transaction_.addBooleanColumn(table, column);
 }
 
-void JetWriter::commit()
+std::vector<std::uint32_t> JetWriter::commit()
 {
     const auto tables = changes_.tables();
     for (const auto &[name, rows] : tables) {
         writeTable(QString::fromStdString(name), rows);
     }
-    transaction_.commit();
+    return transaction_.commit();
 }
 
 void JetWriter::writeTable(const QString &name, const std::vector<MirrorChanges::Row> &rows)

@@ -27,8 +27,9 @@ public:
 
     void createTable(const TableDef &definition);
     void addBooleanColumn(const QString &table, const QString &column);
-    /// Writes what has changed; durable when it returns. New rows without a key get their row number in the mirror.
-    void commit();
+    /// Writes what has changed; durable when it returns. New rows without a key get their row number in the mirror. Returns the
+    /// numbers of the pages that were written.
+    std::vector<std::uint32_t> commit();
 
 private:
     struct MovedRow {

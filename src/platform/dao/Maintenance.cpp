@@ -29,27 +29,6 @@ constexpr int StepsPerReport = 50000;
                               QStringLiteral("The copy %1 cannot be created: %2").arg(path, reason));
 }
 
-/// Fills a file under another name, then gives it its name and the permissions of the source.
-void writeCopy(const QString &from, const QString &path, const std::function<void(const QString &part)> &fill)
-{
-    if (QFileInfo::exists(path)) {
-        failBackup(path, QStringLiteral("there is a file of this name."));
-    }
-    QTemporaryFile target(path + QLatin1String(".XXXXXX.part"));
-    if (!target.open()) {
-        failBackup(path, target.errorString());
-    }
-    target.close();
-    fill(target.fileName());
-    // QTemporaryFile would go by its own idea of the name, and rename of QFile never replaces a file.
-    if (!QFile::rename(target.fileName(), path)) {
-        failBackup(path, QStringLiteral("the finished copy cannot be given its name."));
-    }
-    target.setAutoRemove(false);
-    QFile::setPermissions(path, QFile::permissions(from));
-    basic::syncToDisk(QFileInfo(path).absolutePath());
-}
-
 /// Counts SQLite's steps while it checks a file, against the number that the sizes of the tables suggest.
 struct Progress {
     const std::function<void(int)> &report;
@@ -129,22 +108,27 @@ QStringList problemsFoundBy(const std::function<QStringList()> &check)
 
 } // namespace
 
-void copyFile(const Connection &from, const QString &path)
+void copyFile(const QString &from, const QString &path,
+              const std::function<std::unique_ptr<FileCopy>(const QString &part)> &start)
 {
-    writeCopy(from.path(), path, [&from](const QString &part) {
-        const auto copy = FileCopy::ofSqlite(from, part);
-        while (copy->step()) {}
-        copy->finish();
-    });
-}
-
-void copyBytes(const QString &from, const QString &path)
-{
-    writeCopy(from, path, [&](const QString &part) {
-        const auto copy = FileCopy::ofBytes(from, part);
-        while (copy->step()) {}
-        copy->finish();
-    });
+    if (QFileInfo::exists(path)) {
+        failBackup(path, QStringLiteral("there is a file of this name."));
+    }
+    QTemporaryFile target(path + QLatin1String(".XXXXXX.part"));
+    if (!target.open()) {
+        failBackup(path, target.errorString());
+    }
+    target.close();
+    const auto copy = start(target.fileName());
+    while (copy->step()) {}
+    copy->finish();
+    // QTemporaryFile would go by its own idea of the name, and rename of QFile never replaces a file.
+    if (!QFile::rename(target.fileName(), path)) {
+        failBackup(path, QStringLiteral("the finished copy cannot be given its name."));
+    }
+    target.setAutoRemove(false);
+    QFile::setPermissions(path, QFile::permissions(from));
+    basic::syncToDisk(QFileInfo(path).absolutePath());
 }
 
 QStringList checkIntegrity(Connection &connection, const std::function<void(int percent)> &progress)

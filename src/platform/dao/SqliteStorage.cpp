@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <optional>
 #include <utility>
 
 namespace dao
@@ -82,11 +83,12 @@ std::unique_ptr<SqliteStorage> SqliteStorage::create(const QString &path, const 
 void SqliteStorage::copyTo(const QString &path, bool isInTransaction)
 {
     // Writes of an open scope are not part of the file yet, so another connection reads it.
+    std::optional<Connection> reader;
     if (isInTransaction && !exclusive_) {
-        copyFile(Connection(connection_.path(), Connection::Mode::ReadOnly), path);
-    } else {
-        copyFile(connection_, path);
+        reader.emplace(connection_.path(), Connection::Mode::ReadOnly);
     }
+    copyFile(connection_.path(), path,
+             [&](const QString &part) { return FileCopy::ofSqlite(reader ? *reader : connection_, part); });
 }
 
 QStringList SqliteStorage::checkIntegrity(const Progress &progress)

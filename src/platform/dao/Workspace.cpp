@@ -81,7 +81,7 @@ std::unique_ptr<Database> Workspace::OpenDatabase(const QString &path, bool excl
     const QString file = existingFile(path);
     const QString password = passwordIn(connect);
     if (fileKind(file) == FileKind::Jet) {
-        return databaseOn(JetStorage::open(file, readOnly, password), exclusive);
+        return databaseOn(JetStorage::open(file, exclusive, readOnly, password), exclusive);
     }
     return databaseOn(SqliteStorage::open(file, exclusive, readOnly, password), exclusive);
 }

@@ -3,6 +3,7 @@
 
 #include "platform/jet/CommitBytes.h"
 #include "platform/jet/DatabaseState.h"
+#include "platform/jet/OpenRollback.h"
 #include "platform/jet/PageCommit.h"
 #include "platform/jet/Properties.h"
 
@@ -70,11 +71,27 @@ void DatabaseState::forgetDefinitions()
 }
 
 Database::Database(std::unique_ptr<LockFile> lock, std::unique_ptr<DatabaseState> state)
-    : lock_(std::move(lock)), state_(std::move(state))
+    : lock_(std::move(lock)), rollback_(lock_ ? std::make_unique<OpenRollback>(state->pager.path()) : nullptr),
+      state_(std::move(state))
 {
 }
 
-Database::~Database() = default;
+Database::~Database()
+{
+    if (lock_) {
+        // Where others are present, the last of them removes it.
+        basic::runOrIgnore([this] {
+            const auto others = lock_->lockOthers();
+            rollback_.reset();
+            removeIdleRollback(path());
+        });
+    }
+}
+
+void Database::requireSoleUser()
+{
+    lock_->lockOthers();
+}
 
 namespace
 {

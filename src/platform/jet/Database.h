@@ -33,6 +33,7 @@ enum class Access {
 
 struct DatabaseState;
 class LockFile;
+class OpenRollback;
 
 /// A Jet 4 file. Every failure is an Error. What is damaged is named with table, page and row, and the other tables stay
 /// readable. Pages are held once read: what the object shows is the file as it was then, until `refresh`.
@@ -64,6 +65,9 @@ public:
     /// When the file has changed since, drops all that was read of it and opens it again. Returns whether it has.
     bool refresh();
 
+    /// Of a file that is open for writing: error 3045 when another user is present, naming the computers.
+    void requireSoleUser();
+
     /// Gives back the memory of the pages that were read; they are read again when they are asked for.
     void releasePages();
     /// Whether what was read is of one piece: the file has not changed since, and no program was writing it.
@@ -73,8 +77,9 @@ private:
     friend class Transaction;
     Database(std::unique_ptr<LockFile> lock, std::unique_ptr<DatabaseState> state);
 
-    /// For writing alone.
+    /// For writing alone, as is the rollback file.
     std::unique_ptr<LockFile> lock_;
+    std::unique_ptr<OpenRollback> rollback_;
     std::unique_ptr<DatabaseState> state_;
 };
 

@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/jet/PageCommit.h"
 
-#include "platform/basic/Permissions.h"
 #include "platform/jet/CommitBytes.h"
 #include "platform/jet/DiskFile.h"
 #include "platform/jet/Error.h"
+#include "platform/jet/OpenRollback.h"
 #include "platform/jet/Pager.h"
 #include "platform/jet/RollbackFile.h"
 
 #include <QFile>
 
 #include <algorithm>
+#include <iterator>
 
 namespace jet
 {
@@ -42,18 +43,6 @@ RollbackFile rollbackOf(const Pager &pager, int slot)
     return rollback;
 }
 
-void writeRollback(const RollbackFile &rollback, const QString &databasePath)
-{
-    QFile file(rollbackPath(databasePath));
-    openForWriting(file, QIODevice::WriteOnly | QIODevice::Truncate);
-    // It holds what the database holds.
-    basic::copyPermissions(databasePath, file.fileName());
-    const QByteArray bytes = rollback.bytes();
-    writeAt(file, 0, bytes.constData(), bytes.size());
-    syncFile(file);
-    syncFolderOf(file.fileName());
-}
-
 /// Pages that are new first: when the disk is full, nothing else has been touched. The first page last, since it says that all
 /// is done.
 void writePages(const RollbackFile &rollback, QFile &database)
@@ -80,10 +69,10 @@ QString rollbackPath(const QString &databasePath)
     return databasePath + QStringLiteral("-rollback");
 }
 
-void commitPages(Pager &pager, int slot)
+std::vector<std::uint32_t> commitPages(Pager &pager, int slot, OpenRollback &stored)
 {
     if (!pager.hasEdits()) {
-        return;
+        return {};
     }
     CommitBytes::setWritten(pager.edit(0), slot);
     const RollbackFile rollback = rollbackOf(pager, slot);
@@ -91,36 +80,47 @@ void commitPages(Pager &pager, int slot)
     openForWriting(database, QIODevice::ReadWrite | QIODevice::ExistingOnly);
     bool isTouched = false;
     try {
-        writeRollback(rollback, pager.path());
+        stored.write(rollback);
         isTouched = true;
         writePages(rollback, database);
-        removeFile(rollbackPath(pager.path()));
+        stored.clear();
     } catch (const Error &) {
         // Should this fail too, the rollback file does it when the database is next opened.
         basic::runOrIgnore([&] {
             if (isTouched) {
                 rollback.restore(database);
             }
-            QFile::remove(rollbackPath(pager.path()));
+            stored.remove();
         });
         throw;
     }
     pager.acceptEdits();
-    // After a power cut the rollback file could be there again.
-    syncFolderOf(pager.path());
+    std::vector<std::uint32_t> pages;
+    std::transform(rollback.pages.begin(), rollback.pages.end(), std::back_inserter(pages),
+                   [](const StoredPage &page) { return page.number; });
+    return pages;
 }
 
 bool hasRollback(const QString &databasePath)
 {
-    return QFile::exists(rollbackPath(databasePath));
+    QFile stored(rollbackPath(databasePath));
+    if (!stored.exists()) {
+        return false;
+    }
+    if (!stored.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        // Another user may have removed it meanwhile.
+        return stored.exists();
+    }
+    const QByteArray begin = stored.read(RollbackFile::MagicSize);
+    return stored.error() != QFileDevice::NoError || RollbackFile::isBegin(begin);
 }
 
 void rollBack(const QString &databasePath)
 {
-    QFile stored(rollbackPath(databasePath));
-    if (!stored.exists()) {
+    if (!hasRollback(databasePath)) {
         return;
     }
+    QFile stored(rollbackPath(databasePath));
     openForWriting(stored, QIODevice::ReadOnly);
     const QByteArray bytes = stored.readAll();
     // A file that cannot be read must not pass for one that was not completed.
@@ -142,6 +142,13 @@ void rollBack(const QString &databasePath)
     stored.close();
     removeFile(stored.fileName());
     syncFolderOf(databasePath);
+}
+
+void removeIdleRollback(const QString &databasePath)
+{
+    if (!hasRollback(databasePath)) {
+        QFile::remove(rollbackPath(databasePath));
+    }
 }
 
 } // namespace jet

@@ -18,14 +18,15 @@ namespace jet
 namespace
 {
 
-constexpr char Magic[] = "Jet rollback 1";
+constexpr char Magic[RollbackFile::MagicSize] = "Jet rollback 2";
 constexpr qsizetype PageBytes = static_cast<qsizetype>(PageSize);
 constexpr qsizetype HashSize = 32;
-constexpr qsizetype HeadSize = sizeof Magic + 4 * 4;
+/// Magic, length of the whole and four numbers.
+constexpr qsizetype HeadSize = sizeof Magic + sizeof(quint64) + 4 * sizeof(quint32);
 /// What a disk writes at once.
 constexpr qsizetype SectorSize = 512;
 
-QByteArray littleEndian(std::uint32_t number)
+template <typename Number> QByteArray littleEndian(Number number)
 {
     QByteArray bytes(sizeof number, '\0');
     qToLittleEndian(number, bytes.data());
@@ -54,23 +55,36 @@ bool isMixOf(const QByteArray &found, const QByteArray &one, const QByteArray &o
 
 QByteArray RollbackFile::bytes() const
 {
-    QByteArray all(Magic, sizeof Magic);
-    all.reserve(HeadSize + static_cast<qsizetype>(pages.size()) * (4 + 2 * PageBytes) + HashSize);
-    all += littleEndian(pagesBefore) + littleEndian(pagesAfter) + littleEndian(slot)
-        + littleEndian(static_cast<std::uint32_t>(pages.size()));
+    QByteArray all;
     for (const StoredPage &page : pages) {
         all += littleEndian(page.number) + page.before + page.after;
     }
+    const QByteArray head = QByteArray(Magic, sizeof Magic) + littleEndian(static_cast<quint64>(HeadSize + all.size() + HashSize))
+        + littleEndian(pagesBefore) + littleEndian(pagesAfter) + littleEndian(slot)
+        + littleEndian(static_cast<std::uint32_t>(pages.size()));
+    all.prepend(head);
     return all + hashOf(all);
 }
 
-std::optional<RollbackFile> RollbackFile::read(const QByteArray &bytes)
+bool RollbackFile::isBegin(const QByteArray &bytes)
 {
-    if (bytes.size() < HeadSize + HashSize || !bytes.startsWith(QByteArray(Magic, sizeof Magic))
-        || hashOf(bytes.chopped(HashSize)) != bytes.last(HashSize)) {
+    return bytes.startsWith(QByteArray(Magic, sizeof Magic));
+}
+
+std::optional<RollbackFile> RollbackFile::read(const QByteArray &all)
+{
+    if (all.size() < HeadSize + HashSize || !isBegin(all)) {
         return std::nullopt;
     }
-    QByteArrayView rest = QByteArrayView(bytes).sliced(sizeof Magic).chopped(HashSize);
+    const auto length = static_cast<qsizetype>(qFromLittleEndian<quint64>(all.constData() + sizeof Magic));
+    if (length < HeadSize + HashSize || length > all.size()) {
+        return std::nullopt;
+    }
+    const QByteArray bytes = all.first(length);
+    if (hashOf(bytes.chopped(HashSize)) != bytes.last(HashSize)) {
+        return std::nullopt;
+    }
+    QByteArrayView rest = QByteArrayView(bytes).sliced(sizeof Magic + sizeof(quint64)).chopped(HashSize);
     const auto next = [&](qsizetype size) {
         const QByteArrayView part = rest.first(std::min(size, rest.size()));
         rest = rest.sliced(part.size());

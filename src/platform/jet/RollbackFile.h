@@ -29,9 +29,13 @@ struct RollbackFile {
     /// The first page is always among them.
     std::vector<StoredPage> pages;
 
+    static constexpr int MagicSize = 16;
+    /// Whether a file that begins so may hold a change.
+    static bool isBegin(const QByteArray &bytes);
+
     QByteArray bytes() const;
-    /// Nothing for bytes that are not whole: then the change had not begun.
-    static std::optional<RollbackFile> read(const QByteArray &bytes);
+    /// Nothing for bytes that are not whole: then the change had not begun. What follows them is left of an earlier change.
+    static std::optional<RollbackFile> read(const QByteArray &all);
 
     /// Whether every sector of the database is as it was before the change, or as the change wrote it.
     bool fits(QFile &database) const;

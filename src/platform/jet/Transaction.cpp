@@ -3,6 +3,7 @@
 
 #include "platform/jet/CommitBytes.h"
 #include "platform/jet/DatabaseState.h"
+#include "platform/jet/OpenRollback.h"
 #include "platform/jet/PageCommit.h"
 #include "platform/jet/TableMaker.h"
 
@@ -29,7 +30,8 @@ private:
     }
 
 public:
-    explicit Work(Database &database) : state_(*database.state_), lock_(requireLock(database)), others_(lock_.lockOthers())
+    explicit Work(Database &database)
+        : state_(*database.state_), lock_(requireLock(database)), rollback_(*database.rollback_), others_(lock_.lockOthers())
     {
         rollBack(state_.pager.path());
         if (stampOf(state_.pager.path()) != state_.stamp) {
@@ -73,15 +75,16 @@ public:
         state_.forgetDefinitions();
     }
 
-    void commit()
+    std::vector<std::uint32_t> commit()
     {
         guarded(QStringLiteral("MSysObjects"), [&] { flush(); });
         writers_.clear();
-        commitPages(state_.pager, lock_.slot());
+        std::vector<std::uint32_t> pages = commitPages(state_.pager, lock_.slot(), rollback_);
         isCommitted_ = true;
         state_.allocator.accept();
         state_.rowPages.forget();
         state_.stamp = stampOf(state_.pager.path());
+        return pages;
     }
 
 private:
@@ -114,6 +117,7 @@ private:
 
     DatabaseState &state_;
     LockFile &lock_;
+    OpenRollback &rollback_;
     std::unique_ptr<LockFile::Exclusive> others_;
     /// By the page of the definition.
     std::map<std::uint32_t, TableWriter> writers_;
@@ -155,9 +159,9 @@ void Transaction::addBooleanColumn(const QString &table, const QString &column)
     work_->changeDefinition(table, [&](DatabaseState &state) { jet::addBooleanColumn(state, table, column); });
 }
 
-void Transaction::commit()
+std::vector<std::uint32_t> Transaction::commit()
 {
-    work_->commit();
+    return work_->commit();
 }
 
 } // namespace jet

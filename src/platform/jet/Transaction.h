@@ -38,9 +38,9 @@ public:
     /// False in every row that is there. 3191 there is a field of that name.
     void addBooleanColumn(const QString &table, const QString &column);
 
-    /// Durable when it returns. 3026 disk full, 3043 disk error; then nothing is changed, unless the folder alone could not be
-    /// written to the disk: the file then has the change, and Database::refresh finds it.
-    void commit();
+    /// Durable when it returns. 3026 disk full, 3043 disk error; then nothing is changed, unless the disk fails from then on:
+    /// Database::refresh finds what the file has. Returns the numbers of the pages that were written.
+    std::vector<std::uint32_t> commit();
 
 private:
     class Work;

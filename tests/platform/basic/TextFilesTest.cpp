@@ -43,6 +43,7 @@ private Q_SLOTS:
     void missingAndUnreadable();
     void pathsAreFoundInAnyCase();
     void lineReplacesTheFile();
+    void aFileOfASharedFolderIsShared();
 };
 
 void TextFilesTest::firstItem_data()
@@ -130,6 +131,19 @@ void TextFilesTest::lineReplacesTheFile()
     writeLine(folder.path() + "\\FindSDate.txt", "2026/01/01");
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{"FINDSDATE.TXT"});
     QCOMPARE(readFirstItem(folder.filePath("FindSDate.txt")), QStringLiteral("2026/01/01"));
+}
+
+void TextFilesTest::aFileOfASharedFolderIsShared()
+{
+    const QTemporaryDir folder;
+    const auto group = QFile::ReadGroup | QFile::WriteGroup;
+    QVERIFY(QFile::setPermissions(folder.path(), QFile::permissions(folder.path()) | group | QFile::ExeGroup));
+    const QString path = folder.filePath("FindSDate.txt");
+    writeLine(path, "2026/01/01");
+    QVERIFY2(QFile::permissions(path).testFlags(group), "every member of the group can write it");
+    QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner));
+    writeLine(path, "2026/01/02");
+    QVERIFY2(!(QFile::permissions(path) & group), "a file that exists has its own permissions");
 }
 
 QTEST_GUILESS_MAIN(TextFilesTest)
