@@ -60,12 +60,13 @@ AnalysisBrowser::AnalysisBrowser(ScreenHost &host, Ui::frmMonLeave &ui) : host_(
     ui_.grdLeave->setKeyClicks(FlexGrid::KeyClick::None);
     ui_.grdLeave->setTicks(false);
     ui_.grdLeave->setCellDescriber([&grid = *ui_.grdLeave](int row, int col) { return describe(grid, row, col); });
-    // Values get spare width too: their columns are narrow for three digits and two decimals.
-    QList<int> wider{BlockCol, CultivarCol};
-    for (int col = FirstValueCol; col <= LastValueCol; ++col) {
-        wider.append(col);
+    // All: the values are narrow for three digits and two decimals, and a small screen needs what the others can spare.
+    QList<int> shared;
+    for (int col = BlockCol; col <= LastValueCol; ++col) {
+        shared.append(col);
     }
-    ui_.grdLeave->setStretchColumns(wider);
+    ui_.grdLeave->setStretchColumns(shared);
+    ui_.grdLeave->setFrozenCols(CultivarCol);
     for (const Filter &filter : filters()) {
         filter.combo->setTypingAllowed(false);
     }

@@ -86,15 +86,39 @@ void AnalysisPanel::setKind(const AnalysisKind &kind)
     }
 }
 
-void AnalysisPanel::fitBoxes(int width)
+int AnalysisPanel::fitBoxes(int width)
 {
+    constexpr int gap = 8;
+    constexpr int wideStep = 120;
+    const QMargins edges = ui_.fraAddL->contentsMargins();
     const auto all = boxes();
-    const auto used = std::count_if(all.begin(), all.end(), [](const Box &box) { return !box.cell->isHidden(); });
+    const auto used =
+        std::max<std::ptrdiff_t>(1, std::count_if(all.begin(), all.end(), [](const Box &box) { return !box.cell->isHidden(); }));
+    const int available = width - edges.left() - edges.right();
     const int step =
-        used == 0 ? boxStep_ : std::clamp(width / static_cast<int>(used), MinBoxWidth, std::max(MinBoxWidth, boxStep_));
+        std::clamp((available + gap) / static_cast<int>(used), MinBoxWidth + gap, std::max(MinBoxWidth + gap, boxStep_));
     for (const Box &box : all) {
-        box.cell->setMinimumWidth(step);
+        box.cell->setFixedWidth(step);
+        box.edit->setFixedWidth(step - gap);
     }
+    // Close ends below the last box.
+    all[static_cast<std::size_t>(used) - 1].cell->setFixedWidth(step - gap);
+    const int taken = step * static_cast<int>(used) - gap;
+    constexpr int nearly = 16;
+    const bool fills = available - taken < nearly;
+    ui_.panelButtons->setContentsMargins(0, 0, fills ? available - taken : 0, 0);
+    // The fields above use the same columns.
+    ui_.firstLine->setSpacing(gap);
+    const bool isWide = step >= wideStep;
+    for (QWidget *field : std::initializer_list<QWidget *>{ui_.dtpAna, ui_.cmbLPart, ui_.txtDepth, ui_.cmbSeason}) {
+        field->setFixedWidth((isWide ? 1 : 2) * step - gap);
+    }
+    ui_.cboBlock->setFixedWidth((isWide ? 2 : 3) * step - gap);
+    for (QWidget *entry : {ui_.firstEntry, ui_.secondEntry, ui_.thirdEntry, ui_.fourthEntry}) {
+        entry->updateGeometry();
+    }
+    ui_.fraAddL->layout()->activate();
+    return fills ? width : taken + edges.left() + edges.right();
 }
 
 bool AnalysisPanel::isOpen() const

@@ -21,8 +21,8 @@ public:
     AnalysisPanel(Ui::frmMonLeave &ui, SessionContext &session);
 
     void setKind(const AnalysisKind &kind);
-    /// Places the boxes in the steps of the kind, or closer where the width is less.
-    void fitBoxes(int width);
+    /// Places the boxes in the steps of the kind, or closer where the width is less, and returns the width taken.
+    int fitBoxes(int width);
     bool isOpen() const;
     /// For a new record: today, everything else empty.
     void openNew();

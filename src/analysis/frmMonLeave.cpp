@@ -24,6 +24,7 @@ frmMonLeave::frmMonLeave(ScreenHost &host, QWidget *parent) : ChildScreen(host, 
     ui_->picFarm->setAttribute(Qt::WA_StyledBackground);
     browser_ = std::make_unique<AnalysisBrowser>(host, *ui_);
     panel_ = std::make_unique<AnalysisPanel>(*ui_, session());
+    listBottom_ = ui_->listLayout->contentsMargins().bottom();
     serveFocusedGrid(*this, {ui_->grdLeave});
     setIcons();
     connectList();
@@ -167,13 +168,9 @@ void frmMonLeave::openSaved()
 
 void frmMonLeave::showPanel()
 {
-    placePanel();
     setListLocked(true);
-    const QRect row = ui_->grdLeave->cellRect(ui_->grdLeave->Row(), BlockCol);
-    const int covered = ui_->fraAddL->y() - ui_->grdLeave->viewport()->mapTo(this, QPoint()).y();
-    if (row.isEmpty() || row.bottom() > covered) {
-        ui_->grdLeave->setTopRow(std::max(1, ui_->grdLeave->Row()));
-    }
+    placePanel();
+    ui_->grdLeave->showCell(ui_->grdLeave->Row(), BlockCol);
 }
 
 /// The grid remains readable: it accepts neither mouse nor focus, but is not dimmed.
@@ -185,23 +182,35 @@ void frmMonLeave::setListLocked(bool locked)
     ui_->grdLeave->setFocusPolicy(locked ? Qt::NoFocus : Qt::TabFocus);
 }
 
-/// Over the lower part of the grid.
+/// Over the lower part of the list, which ends above it, so that the selected row stays in view and no row is cut. Where that
+/// leaves the grid too little, the locked filters make way.
 void frmMonLeave::placePanel()
 {
-    constexpr int mostAbove = 20;
-    constexpr int headerAndRow = 68;
-    constexpr int usualWidth = 1080;
-    constexpr int margins = 48;
+    constexpr int gap = 8;
+    constexpr int usualGrid = 150;
+    constexpr int leastGrid = 73;
+    constexpr int leastBelowFilters = 100;
+    QLayout &list = *ui_->listLayout;
+    QMargins margins = list.contentsMargins();
+    margins.setBottom(listBottom_);
+    ui_->grdLeave->setMinimumHeight(panel_->isOpen() ? leastGrid : usualGrid);
+    if (!panel_->isOpen()) {
+        ui_->filterStrip->show();
+        list.setContentsMargins(margins);
+        return;
+    }
+    const QRect area = ui_->fraBasic->rect().marginsRemoved(margins);
     QWidget &panel = *ui_->fraAddL;
-    const QRect grid(ui_->grdLeave->mapTo(this, QPoint()), ui_->grdLeave->size());
-    panel_->fitBoxes(grid.width() - margins);
-    const int most = std::max(grid.width(), panel.minimumSizeHint().width());
-    const QSize wanted = panel.sizeHint().expandedTo(QSize(usualWidth, 0));
-    const QSize size(std::min(wanted.width(), most), wanted.height());
-    // On a small screen lower, so that the selected row stays in view.
-    const int above = std::clamp(grid.height() - size.height() - headerAndRow, 0, mostAbove);
-    panel.setGeometry(QRect(
-        QPoint(std::max(0, grid.center().x() - size.width() / 2), std::max(0, grid.bottom() - above - size.height())), size));
+    const int width = panel_->fitBoxes(area.width());
+    const QSize size(width, panel.sizeHint().height());
+    const QPoint bottom(area.left(), ui_->barLeave->y() - listBottom_);
+    panel.setGeometry(QRect(ui_->fraBasic->mapTo(this, bottom) - QPoint(0, size.height()), size));
+    margins.setBottom(listBottom_ + size.height() + gap);
+    list.setContentsMargins(margins);
+    const int top = ui_->screenTitle->isHidden() ? 0 : ui_->screenTitle->geometry().bottom();
+    const int space =
+        bottom.y() - size.height() - gap - top - margins.top() - ui_->filterStrip->sizeHint().height() - list.spacing();
+    ui_->filterStrip->setVisible(space >= leastBelowFilters);
 }
 
 /// As focus proxy the grid would come before the filters in the Tab order.
@@ -268,6 +277,7 @@ void frmMonLeave::closePanel()
 void frmMonLeave::hidePanel()
 {
     panel_->close();
+    placePanel();
     setListLocked(false);
     ui_->grdLeave->setFocus();
     if (activationPending_) {

@@ -54,4 +54,6 @@ private:
     std::unique_ptr<AnalysisPanel> panel_;
     const AnalysisKind *kind_ = nullptr;
     bool activationPending_ = false;
+    /// Pixels below the list while the panel is closed.
+    int listBottom_ = 0;
 };

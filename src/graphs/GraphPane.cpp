@@ -36,6 +36,7 @@ GraphPane::GraphPane(Ui::frmPestMGraph &ui, ChildScreen &screen, ScreenHost &hos
     showScrollBars(false);
     ui_.pic_0->installEventFilter(this);
     ui_.chGraph->installEventFilter(this);
+    ui_.chGraph->setEmptyText(QStringLiteral("Choose what to compare, then press Draw Graph."));
 }
 
 void GraphPane::connectButtons()
@@ -250,7 +251,11 @@ void GraphPane::showPoint(const chart::PointIndex &index)
         return;
     }
     const QPoint inViewport = ui_.chGraph->pos() + *position;
-    const QRect seen = ui_.pic_0->rect();
+    // What the axes around the visible part leave free.
+    constexpr int sides = 80;
+    constexpr int head = 40;
+    constexpr int foot = 60;
+    const QRect seen = ui_.pic_0->rect().adjusted(sides, head, -sides, -foot);
     if (!seen.contains(inViewport)) {
         const QPoint distance = inViewport - seen.center();
         const double step = static_cast<double>(GraphZoom::ScrollStep) / TwipsPerPixel;

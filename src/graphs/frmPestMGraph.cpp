@@ -24,11 +24,24 @@ namespace
 constexpr std::int16_t LargestFirst = 1;
 constexpr std::int16_t SmallestFirst = 2;
 
-void retainSizeWhenHidden(QWidget &widget)
+void setRetainedWhenHidden(QWidget &widget, bool retained)
 {
     QSizePolicy policy = widget.sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
+    policy.setRetainSizeWhenHidden(retained);
     widget.setSizePolicy(policy);
+}
+
+/// Radio buttons below each other begin at the same position.
+void alignColumn(std::initializer_list<QWidget *> column)
+{
+    int width = 0;
+    for (QWidget *widget : column) {
+        widget->ensurePolished();
+        width = std::max(width, widget->sizeHint().width());
+    }
+    for (QWidget *widget : column) {
+        widget->setMinimumWidth(width);
+    }
 }
 
 } // namespace
@@ -51,6 +64,41 @@ frmPestMGraph::frmPestMGraph(ScreenHost &host, QWidget *parent)
 
 frmPestMGraph::~frmPestMGraph() = default;
 
+/// The criteria come closer in a low window, so that all are in sight.
+void frmPestMGraph::resizeEvent(QResizeEvent *event)
+{
+    ChildScreen::resizeEvent(event);
+    constexpr int usual = 560;
+    constexpr int low = 480;
+    const bool isCompact = height() < usual;
+    const int field = height() < low ? 24 : 26;
+    const QString sheet =
+        QStringLiteral("QGroupBox { padding: 30px 10px 8px 12px; } QGroupBox::title { top: 8px; left: 10px; }"
+                       "QComboBox, QLineEdit { min-height: %1px; } QComboBox:focus, QLineEdit:focus { min-height: %2px; }"
+                       "QComboBox QLineEdit, QComboBox QLineEdit:focus { min-height: 0; }"
+                       "QRadioButton, QCheckBox { min-height: %3px; }")
+            .arg(field)
+            .arg(field - 2)
+            .arg(field - 4);
+    if (const QString wanted = isCompact ? sheet : QString(); wanted != ui_->fmeDisplay_0->styleSheet()) {
+        ui_->fmeDisplay_0->setStyleSheet(wanted);
+    }
+    for (QHBoxLayout *row : {ui_->scopeLayout, ui_->measureLayout, ui_->axisLayout}) {
+        row->setSpacing(height() < low ? 2 : 8);
+    }
+    ui_->criteriaFormLayout->setVerticalSpacing(height() < low ? 2 : 4);
+    QMargins margins = ui_->contentLayout->contentsMargins();
+    margins.setBottom(height() < low ? 8 : 16);
+    ui_->contentLayout->setContentsMargins(margins);
+    // What is hidden takes no space then.
+    std::vector<QWidget *> hideable{ui_->cmbBCount, ui_->Label2_1, ui_->chk_2, ui_->chk_3};
+    hideable.insert(hideable.end(), cbo_.begin(), cbo_.end());
+    hideable.insert(hideable.end(), captions_.begin(), captions_.end());
+    for (QWidget *widget : hideable) {
+        setRetainedWhenHidden(*widget, !isCompact);
+    }
+}
+
 QString frmPestMGraph::screenTitle() const
 {
     return QStringLiteral("Pest Montitor Graph");
@@ -61,6 +109,8 @@ void frmPestMGraph::setUpLists()
     ui_->opt_0->setChecked(true);
     ui_->OptType_0->setChecked(true);
     ui_->OptW_0->setChecked(true);
+    alignColumn({ui_->opt_0, ui_->OptType_0, ui_->OptW_0});
+    alignColumn({ui_->opt_1, ui_->OptType_1, ui_->OptW_1});
     ui_->cmbBCount->setTypingAllowed(false);
     ui_->cbo_6->setTypingAllowed(false);
     for (const ChartKind &kind : chartKinds()) {
@@ -69,12 +119,12 @@ void frmPestMGraph::setUpLists()
     // The list begins with its first entry while the chart is a flat bar chart; silent, so the chart stays.
     ui_->cbo_6->setText(ui_->cbo_6->List(0));
     for (std::size_t index = 0; index < cbo_.size(); ++index) {
-        retainSizeWhenHidden(*cbo_[index]);
-        retainSizeWhenHidden(*captions_[index]);
+        setRetainedWhenHidden(*cbo_[index], true);
+        setRetainedWhenHidden(*captions_[index], true);
     }
     for (QWidget *widget : std::initializer_list<QWidget *>{ui_->cmbBCount, ui_->Label2_1, ui_->chk_2, ui_->chk_3, ui_->OptW_2,
                                                             ui_->VScroll, ui_->HScroll, ui_->pic_1}) {
-        retainSizeWhenHidden(*widget);
+        setRetainedWhenHidden(*widget, true);
     }
 }
 

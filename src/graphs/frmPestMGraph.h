@@ -29,6 +29,9 @@ public:
     void activateScreen() override;
     QString screenTitle() const override;
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     void setUpLists();
     void setUpButtons();

@@ -88,6 +88,18 @@ void frmPestMon2::focusInEvent(QFocusEvent *)
     ui_->grdGS->setFocus();
 }
 
+/// In a low window the fields of the capture come closer, so that all are in sight.
+void frmPestMon2::resizeEvent(QResizeEvent *event)
+{
+    ChildScreen::resizeEvent(event);
+    constexpr int low = 480;
+    ui_->captureFormLayout->setVerticalSpacing(height() < low ? 1 : 6);
+    QMargins margins = ui_->tab0Content->contentsMargins();
+    margins.setTop(height() < low ? 6 : 12);
+    margins.setBottom(height() < low ? 6 : 12);
+    ui_->tab0Content->setContentsMargins(margins);
+}
+
 void frmPestMon2::showTab(Tab tab)
 {
     ui_->fraBasic->setVisible(tab == Tab::Capture);

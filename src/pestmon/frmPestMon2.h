@@ -30,6 +30,7 @@ public:
 
 protected:
     void focusInEvent(QFocusEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     /// In the order of the tabs.

@@ -4,6 +4,7 @@
 #include "store/clsPestMONNew.h"
 
 #include <QLabel>
+#include <QLayout>
 
 ChildScreen::ChildScreen(ScreenHost &host, QWidget *parent) : QWidget(parent), host_(host)
 {
@@ -23,15 +24,24 @@ void ChildScreen::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
     // Not while the layout of the screen is being set.
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            constexpr int smallest = 500;
-            if (auto *title = findChild<QLabel *>(QStringLiteral("screenTitle"))) {
-                title->setVisible(height() >= smallest);
-            }
-        },
-        Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &ChildScreen::fitTitle, Qt::QueuedConnection);
+}
+
+void ChildScreen::fitTitle()
+{
+    constexpr int smallest = 560;
+    constexpr int above = 12;
+    constexpr int below = 4;
+    auto *title = findChild<QLabel *>(QStringLiteral("screenTitle"));
+    auto *line = findChild<QLayout *>(QStringLiteral("titleLayout"));
+    if (!title || !line) {
+        return;
+    }
+    const bool fits = height() >= smallest;
+    title->setVisible(fits);
+    const QMargins margins = line->contentsMargins();
+    line->setContentsMargins(margins.left(), fits ? above : 0, margins.right(), fits ? below : 0);
+    Q_EMIT titleMoved(fits ? QString() : title->text());
 }
 
 void ChildScreen::showFailure(const QString &what, const QString &why)

@@ -77,6 +77,8 @@ public:
 
 Q_SIGNALS:
     void closeRequested();
+    /// The screen is too short for its title, so that it shows elsewhere; empty when the screen shows it.
+    void titleMoved(const QString &title);
 
 protected:
     ScreenHost &host() const { return host_; }
@@ -84,10 +86,10 @@ protected:
     clsPestMONNew &objPestMON() const { return host_.objPestMON(); }
     controls::Dialogs &dialogs() const { return host_.dialogs(); }
 
-    /// Without its title on a small screen, where tab, banner or contents name it too.
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void fitTitle();
     void showFailure(const QString &what, const QString &why);
 
     ScreenHost &host_;

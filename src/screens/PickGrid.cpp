@@ -20,6 +20,7 @@ PickGrid::PickGrid(controls::FlexGrid &grid, std::span<const GridColumn> columns
 {
     layOut(0);
     grid_.setStretchColumns({NameColumn});
+    grid_.setNameColumn(NameColumn);
     grid_.setKeyClicks(controls::FlexGrid::KeyClick::SpaceAndF2);
     addGridAction(grid_, QStringLiteral("Select or deselect\tSpace"), {});
     QObject::connect(grid_.actions().constLast(), &QAction::triggered, &grid_,

@@ -20,6 +20,8 @@ public:
         if (scrolling == Scrolling::DownOnly) {
             setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         }
+        connect(verticalScrollBar(), &QScrollBar::rangeChanged, this,
+                [this](int, int most) { setViewportMargins(0, 0, most > 0 ? BarGap : 0, 0); });
         connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *, QWidget *now) {
             if (now && widget()->isAncestorOf(now)) {
                 ensureWidgetVisible(now);
@@ -39,8 +41,9 @@ public:
     }
 
 private:
-    int fullWidth(const QSize &contents) const { return contents.width() + verticalScrollBar()->sizeHint().width(); }
+    int fullWidth(const QSize &contents) const { return contents.width() + BarGap + verticalScrollBar()->sizeHint().width(); }
 
+    static constexpr int BarGap = 8;
     Scrolling scrolling_;
 };
 

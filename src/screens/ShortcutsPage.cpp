@@ -5,6 +5,8 @@
 #include "screens/FitToScreen.h"
 
 #include <QDialogButtonBox>
+#include <QFrame>
+#include <QPainter>
 #include <QPushButton>
 #include <QTextBrowser>
 #include <QVBoxLayout>
@@ -29,10 +31,11 @@ QString markup(const std::vector<KeyGroup> &groups)
 {
     QString page;
     for (const KeyGroup &group : groups) {
-        page += QStringLiteral("<h3>%1</h3><table width=\"100%\" cellspacing=\"0\" cellpadding=\"3\">")
+        page += QStringLiteral("<h3>%1</h3><table width=\"100%\" cellspacing=\"0\" cellpadding=\"0\">")
                     .arg(group.heading.toHtmlEscaped());
         for (const KeyLine &line : group.lines) {
-            page += QStringLiteral("<tr><td width=\"190\" style=\"color:%1\">%2</td><td>%3</td></tr>")
+            page += QStringLiteral("<tr><td width=\"190\" style=\"color:%1; padding-top:3px; padding-bottom:3px\">%2</td>"
+                                   "<td style=\"padding-top:3px; padding-bottom:3px\">%3</td></tr>")
                         .arg(controls::Theme::colours().muted.name(), line.keys.toHtmlEscaped(), line.action.toHtmlEscaped());
         }
         page += QStringLiteral("</table>");
@@ -40,10 +43,30 @@ QString markup(const std::vector<KeyGroup> &groups)
     return page;
 }
 
+/// Shows whole lines only: what the lower edge would cut is left out.
+class LineBrowser : public QTextBrowser
+{
+public:
+    using QTextBrowser::QTextBrowser;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        QTextBrowser::paintEvent(event);
+        const int edge = viewport()->height();
+        int top = edge;
+        for (const int x : {0, viewport()->width() / 2}) {
+            const QRect line = cursorRect(cursorForPosition(QPoint(x, edge - 1)));
+            top = line.bottom() >= edge ? std::min(top, line.top()) : top;
+        }
+        QPainter(viewport()).fillRect(0, top, viewport()->width(), edge - top, controls::Theme::colours().window);
+    }
+};
+
 } // namespace
 
 ShortcutsPage::ShortcutsPage(const QString &screen, KeyProgram program, QWidget *parent)
-    : QDialog(parent), browser_(new QTextBrowser(this))
+    : QDialog(parent), browser_(new LineBrowser(this))
 {
     setWindowTitle(tr("Keys"));
     std::vector<KeyGroup> groups = keyGroups();
@@ -57,13 +80,33 @@ ShortcutsPage::ShortcutsPage(const QString &screen, KeyProgram program, QWidget 
     browser_->setAccessibleName(windowTitle());
     browser_->setHtml(markup(groups));
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
-    buttons->button(QDialogButtonBox::Close)->setToolTip(tr("Close (Esc)"));
+    QPushButton *close = buttons->button(QDialogButtonBox::Close);
+    close->setText(tr("&Close"));
+    close->setIcon(controls::Theme::icon(QStringLiteral("close")));
+    close->setToolTip(tr("Close (Esc)"));
+    auto *rule = new QFrame(this);
+    rule->setProperty("role", QStringLiteral("rule"));
+    rule->setFixedHeight(1);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(browser_, 1);
+    layout->addWidget(rule);
     layout->addWidget(buttons);
     browser_->setFocus();
     fitToScreen(*this, PageSize);
+    if (parent != nullptr) {
+        fitInto(*parent->window());
+    }
+}
+
+/// In the middle of the window, with its edges in sight.
+void ShortcutsPage::fitInto(const QWidget &window)
+{
+    constexpr int edge = 24;
+    constexpr int titleBar = 24;
+    const QRect frame = window.frameGeometry();
+    resize(size().boundedTo(window.size() - QSize(2 * edge, 2 * edge + titleBar)));
+    move(frame.center().x() - width() / 2, frame.y() + (frame.height() - height() - titleBar) / 2);
 }
 
 void ShortcutsPage::openOver(QWidget *window, const QString &screen, KeyProgram program)

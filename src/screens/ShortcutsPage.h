@@ -22,5 +22,7 @@ public:
     QString text() const;
 
 private:
+    void fitInto(const QWidget &window);
+
     QTextBrowser *browser_;
 };

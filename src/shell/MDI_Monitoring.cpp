@@ -308,6 +308,11 @@ void MDI_Monitoring::showScreen(ChildScreen *screen)
 {
     CurrentForm_ = screen;
     connect(screen, &ChildScreen::closeRequested, this, [this, screen] { unload(screen); });
+    connect(screen, &ChildScreen::titleMoved, this, [this, screen](const QString &title) {
+        if (screen == CurrentForm_) {
+            showTitleInBar(title);
+        }
+    });
     for (const auto *picker : screen->findChildren<controls::DatePicker *>()) {
         connect(picker, &controls::DatePicker::refused, this, &MDI_Monitoring::showFailure);
     }
@@ -320,6 +325,13 @@ void MDI_Monitoring::showScreen(ChildScreen *screen)
     if (screen == CurrentForm_) {
         screen->focusFirstControl();
     }
+}
+
+/// The title of a screen that is too short for it.
+void MDI_Monitoring::showTitleInBar(const QString &title)
+{
+    ui_->barTitle->setText(title);
+    ui_->barTitle->setVisible(!title.isEmpty());
 }
 
 void MDI_Monitoring::Close_Form()
@@ -341,6 +353,7 @@ void MDI_Monitoring::unload(ChildScreen *screen)
     // Before CurrentForm_ is reset, so that a focused field loses its focus as usual.
     restoreMenu();
     CurrentForm_ = nullptr;
+    showTitleInBar({});
     ui_->screenArea->takeWidget();
     screen->setParent(this);
     screen->deleteLater();

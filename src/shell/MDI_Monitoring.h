@@ -92,6 +92,7 @@ private:
     void openEntry(const MenuEntry &entry);
     void makeReportsFolder();
     void showScreen(ChildScreen *screen);
+    void showTitleInBar(const QString &title);
     void Close_Form();
     void unload(ChildScreen *screen);
     void openMenu();

@@ -34,6 +34,8 @@ constexpr std::array<Picture, 9> Pictures{{
 }};
 
 constexpr int SmallPicture = 24;
+/// Pixels.
+constexpr int SoilLift = 13;
 
 } // namespace
 
@@ -43,6 +45,11 @@ MenuPanel::MenuPanel(QWidget *parent) : QWidget(parent), ui_(std::make_unique<Ui
     setAttribute(Qt::WA_StyledBackground);
     ui_->banner->setAttribute(Qt::WA_StyledBackground);
     setUpPictures();
+    // Level with the lower pictures of the other frame, which has no caption between its rows.
+    for (PictureButton *button : {ui_->imBas, ui_->imEx, ui_->imMic}) {
+        button->setLift(SoilLift);
+        button->setCaptionLines(2);
+    }
     setLabelIcon(*ui_->imHyd, SmallPicture, QStringLiteral("soil"), QStringLiteral("muted"));
     setIcons({{ui_->cmdClose, "close"}});
     connect(ui_->cmdClose, &QToolButton::clicked, this, &MenuPanel::closeClicked);

@@ -31,6 +31,7 @@ protected:
 };
 
 constexpr int IconSize = 16;
+constexpr int LeftMargin = 22;
 constexpr int SideMargin = 18;
 
 } // namespace
@@ -38,7 +39,7 @@ constexpr int SideMargin = 18;
 StatusLine::StatusLine(QWidget *parent) : QStatusBar(parent), icon_(new QLabel(this)), text_(new ElidedLabel(this))
 {
     setSizeGripEnabled(false);
-    setContentsMargins(SideMargin, 0, SideMargin, 0);
+    setContentsMargins(LeftMargin, 0, SideMargin, 0);
     icon_->setFixedWidth(IconSize);
     text_->setObjectName(QStringLiteral("statusText"));
     text_->setTextFormat(Qt::PlainText);
@@ -64,6 +65,7 @@ void StatusLine::showFailure(const QString &text)
 void StatusLine::showNote(const QString &text)
 {
     clearLabelIcon(*icon_);
+    icon_->hide();
     setText(text);
 }
 
@@ -80,6 +82,7 @@ QString StatusLine::text() const
 void StatusLine::show(const QString &icon, const QString &colour, const QString &text)
 {
     setLabelIcon(*icon_, IconSize, icon, colour);
+    icon_->show();
     setText(text);
 }
 

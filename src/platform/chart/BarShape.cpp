@@ -13,6 +13,7 @@ namespace
 /// Share of a row's width that its bars fill.
 constexpr double Filled = 0.8;
 constexpr double FilledOnPaper = 0.9;
+constexpr double MinWidth = 2.0;
 constexpr double MaxWidth = 56.0;
 /// Narrower bars would look dotted with a hatch.
 constexpr double MinHatchedWidth = 8.0;
@@ -22,7 +23,8 @@ constexpr double MinHatchedWidthOnPaper = 2.0;
 double barWidth(double rowWidth, std::size_t bars, bool forPaper)
 {
     const double width = std::min(rowWidth * (forPaper ? FilledOnPaper : Filled) / static_cast<double>(bars), MaxWidth);
-    return std::max(forPaper ? width : std::floor(width), 1.0);
+    // Of one pixel the colours look alike.
+    return forPaper ? std::max(width, 1.0) : std::max(std::floor(width), MinWidth);
 }
 
 QPolygonF slanted(const QPointF &from, const QPointF &to, const QPointF &depth)

@@ -109,6 +109,12 @@ QString ChartView::pointText(const PointIndex &index) const
                  : QStringLiteral("%1, %2%3: %4").arg(name, noun, chart_.rowLabelAt(index.point), value);
 }
 
+void ChartView::setEmptyText(const QString &text)
+{
+    emptyText_ = text;
+    update();
+}
+
 QRect ChartView::legendRectangle(const QSize &size) const
 {
     return paperPlot(*this, size).legendRectangle().toAlignedRect();
@@ -136,8 +142,12 @@ void ChartView::EditCopy(const QSize &size) const
 void ChartView::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    // A chart larger than its viewport shows the legend at the corner of the visible part.
-    plot().paint(painter, QRectF(event->rect()), visibleRegion().boundingRect().topLeft());
+    // A chart larger than its viewport shows legend and axes at the edges of the visible part.
+    plot().paint(painter, QRectF(event->rect()), QRectF(visibleRegion().boundingRect()));
+    if (chart_.RowCount() == 0) {
+        painter.setPen(chart_.plotColours().muted);
+        painter.drawText(rect(), static_cast<int>(Qt::AlignCenter) | Qt::TextWordWrap, emptyText_);
+    }
     if (const auto current = currentPoint()) {
         const QPainterPath ring = plot().ringOf(*current);
         painter.setRenderHint(QPainter::Antialiasing);
@@ -149,7 +159,7 @@ void ChartView::paintEvent(QPaintEvent *event)
 void ChartView::moveEvent(QMoveEvent *event)
 {
     QWidget::moveEvent(event);
-    update(); // the legend stays in place while the rest moves
+    update(); // legend and axes stay in place while the rest moves
 }
 
 void ChartView::mousePressEvent(QMouseEvent *event)

@@ -38,6 +38,8 @@ public:
     /// Series, label and value of a point, as shown in the tool tip and read by screen readers; empty for an empty cell.
     QString pointText(const PointIndex &index) const;
     /// Of the legend, in logical pixels of a view of the given size; empty without a legend.
+    /// Shown while nothing is drawn.
+    void setEmptyText(const QString &text);
     QRect legendRectangle(const QSize &size) const;
 
     /// The chart in the colours for paper, in logical pixels of `size` from the painter's origin.
@@ -76,6 +78,7 @@ private:
 
     Chart chart_;
     mutable std::unique_ptr<Plot> plot_;
+    QString emptyText_;
     std::optional<PointIndex> current_;
     double currentValue_ = 0.0;
 };

@@ -14,7 +14,8 @@ namespace
 constexpr double Chip = 12.0;
 constexpr double Stroke = 26.0;
 constexpr double TextGap = 7.0;
-constexpr double EntryGap = 28.0;
+constexpr double WideGap = 28.0;
+constexpr double NarrowGap = 14.0;
 constexpr double LineGap = 6.0;
 
 bool isStroke(ShapeKind kind)
@@ -40,22 +41,32 @@ Legend::Legend(const Chart &chart, const PlotColours &plotColours, const QFont &
     }
 }
 
-void Legend::arrange(const QPointF &topLeft, double width)
+void Legend::arrange(const QPointF &topLeft, double wantedLeft, double right)
 {
     rectangle_ = {};
     const QFontMetricsF metrics(font_);
     const double height = std::max(Chip, metrics.height());
-    QPointF next = topLeft;
+    double names = 0.0;
     for (Entry &entry : entries_) {
         const double sample = sampleWidth(entry.kind) + TextGap;
-        entry.shown = metrics.elidedText(entry.name, Qt::ElideRight, std::max(40.0, width - sample));
-        const double whole = sample + metrics.horizontalAdvance(entry.shown);
-        if (next.x() > topLeft.x() && next.x() + whole > topLeft.x() + width) {
-            next = QPointF(topLeft.x(), next.y() + height + LineGap);
+        entry.shown = metrics.elidedText(entry.name, Qt::ElideRight, std::max(40.0, right - wantedLeft - sample));
+        entry.rectangle = QRectF(0.0, 0.0, sample + metrics.horizontalAdvance(entry.shown), height);
+        names += entry.rectangle.width();
+    }
+    // One line where closer entries or the space to the left allow it.
+    const double gaps = static_cast<double>(entries_.size()) - 1.0;
+    const bool isWide = names + gaps * WideGap <= right - wantedLeft;
+    const double narrow = names + gaps * NarrowGap;
+    const bool fits = narrow <= right - topLeft.x();
+    const double left = isWide || !fits ? wantedLeft : std::clamp(right - narrow, topLeft.x(), wantedLeft);
+    QPointF next(left, topLeft.y());
+    for (Entry &entry : entries_) {
+        if (next.x() > left && next.x() + entry.rectangle.width() > right) {
+            next = QPointF(left, next.y() + height + LineGap);
         }
-        entry.rectangle = QRectF(next, QSizeF(whole, height));
+        entry.rectangle.moveTopLeft(next);
         rectangle_ = rectangle_.united(entry.rectangle);
-        next.rx() += whole + EntryGap;
+        next.rx() += entry.rectangle.width() + (isWide ? WideGap : NarrowGap);
     }
 }
 

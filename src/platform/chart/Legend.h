@@ -15,8 +15,9 @@ class Legend
 public:
     Legend(const Chart &chart, const PlotColours &plotColours, const QFont &font);
 
-    /// Places the entries from `topLeft` on.
-    void arrange(const QPointF &topLeft, double width);
+    /// Places the entries between `wantedLeft` and `right`, or from further left, but right of `topLeft`, where that saves a
+    /// line.
+    void arrange(const QPointF &topLeft, double wantedLeft, double right);
     /// Bounding rectangle of the entries; empty without any.
     QRectF rectangle() const { return rectangle_; }
     QStringList texts() const;

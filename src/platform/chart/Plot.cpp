@@ -243,7 +243,7 @@ int Plot::headHeight(double left)
     if (!chart_.TitleText().isEmpty()) {
         top += QFontMetricsF(headFont_).height() + Edge / 2.0;
     }
-    legend_.arrange(QPointF(left, top), legendWidth_ - left - 2 * Edge);
+    legend_.arrange({Edge, top}, left, legendWidth_ - Edge);
     if (const QRectF names = legend_.rectangle(); !names.isEmpty()) {
         top = names.bottom();
     }
@@ -299,23 +299,45 @@ void Plot::placeValueLabels()
     }
 }
 
-void Plot::paint(QPainter &painter, const QRectF &exposed, const QPointF &legendOffset) const
+/// A solid chart scrolls with its walls; slices have no axes.
+AxesView Plot::axesView(const QRectF &seen) const
 {
+    const QRectF whole(QPointF(), size_);
+    const double head = legend_.rectangle().bottom() + Edge / 2.0;
+    QRectF inner = frame_.front;
+    if (!frame_.depth.isNull() || hasPie()) {
+        inner = inner.intersected(seen);
+        return {inner.isEmpty() ? frame_.front : inner, {}, {}};
+    }
+    inner = seen.adjusted(inner.left(), std::max(inner.top() - seen.top(), head + Edge / 2.0), inner.right() - whole.right(),
+                          inner.bottom() - whole.bottom());
+    return {inner, seen.topLeft(), seen.bottomRight() - whole.bottomRight()};
+}
+
+void Plot::paint(QPainter &painter, const QRectF &exposed, const QRectF &seen) const
+{
+    const QRectF whole(QPointF(), size_);
+    const bool isPart = !seen.isEmpty() && seen != whole;
+    const AxesView view = isPart ? axesView(seen) : AxesView{frame_.front, {}, {}};
     painter.save();
-    painter.fillRect(exposed.intersected(QRectF(QPointF(), size_)), plotColours_.background);
+    painter.fillRect(exposed.intersected(whole), plotColours_.background);
     painter.setRenderHint(QPainter::Antialiasing);
+    if (!view.start.isNull() || !view.end.isNull()) {
+        painter.setClipRect(view.inner.adjusted(0.0, 0.0, 1.0, 1.0));
+    }
     if (hasAxes()) {
         axes_.paintGrid(painter);
     }
     for (const auto &shape : shapes_) {
         shape->paint(painter, exposed);
     }
-    if (hasAxes()) {
-        axes_.paint(painter);
-    }
     paintValueLabels(painter, exposed);
+    painter.setClipping(false);
+    if (hasAxes()) {
+        axes_.paint(painter, view);
+    }
     if (!isEmpty()) {
-        paintHead(painter, legendOffset);
+        paintHead(painter, isPart ? seen.topLeft() : QPointF());
     }
     painter.restore();
 }

@@ -23,9 +23,9 @@ public:
 
     void layOut(const QSize &size, int legendWidth = 0);
     QSize size() const { return size_; }
-    /// Paints at least the exposed part, in logical pixels from the painter's origin. The legend is moved by `legendOffset`, to
-    /// stay visible where only a part of the plot is.
-    void paint(QPainter &painter, const QRectF &exposed, const QPointF &legendOffset = {}) const;
+    /// Paints at least the exposed part, in logical pixels from the painter's origin. Where only `seen` is visible, legend and
+    /// axes are at its edges.
+    void paint(QPainter &painter, const QRectF &exposed, const QRectF &seen = {}) const;
 
     std::optional<PointIndex> pointAt(const QPointF &position) const;
     const DrawnPoint *drawnPoint(const PointIndex &index) const;
@@ -66,6 +66,7 @@ private:
     int headHeight(double left);
     void arrangeShapes();
     void placeValueLabels();
+    AxesView axesView(const QRectF &seen) const;
     void paintHead(QPainter &painter, const QPointF &legendOffset) const;
     std::vector<AxisTick> unitLabels() const;
     void paintValueLabels(QPainter &painter, const QRectF &exposed) const;

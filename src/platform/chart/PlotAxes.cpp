@@ -16,7 +16,8 @@ namespace
 constexpr double ValueGap = 8.0;
 constexpr double RowGap = 4.0;
 constexpr double TitleGap = 8.0;
-constexpr double Edge = 12.0;
+constexpr double SideEdge = 8.0;
+constexpr double LowerEdge = 2.0;
 /// Wider than any title; text is centred in it.
 constexpr double TitleWidth = 2000.0;
 
@@ -64,12 +65,13 @@ QMarginsF PlotAxes::margins(const QPointF &depth) const
 {
     const QFontMetricsF titles(titleFont_);
     const auto withTitle = [&](AxisId axis) { return titleOf(axis).isEmpty() ? 0.0 : TitleGap + titles.height(); };
-    const double values = ValueGap + widestValue_ + Edge;
+    const double values = ValueGap + widestValue_ + SideEdge;
     double right = depth.x() + values + withTitle(AxisId::Y2);
     if (!depth.isNull()) {
-        right = std::max(right, depth.x() / 2.0 + ValueGap + titles.horizontalAdvance(titleOf(AxisId::Z)) + Edge);
+        right = std::max(right, depth.x() / 2.0 + ValueGap + titles.horizontalAdvance(titleOf(AxisId::Z)) + SideEdge);
     }
-    return {values + withTitle(AxisId::Y), 0.0, right, RowGap + QFontMetricsF(rowFont_).height() + withTitle(AxisId::X) + Edge};
+    return {values + withTitle(AxisId::Y), 0.0, right,
+            RowGap + QFontMetricsF(rowFont_).height() + withTitle(AxisId::X) + LowerEdge};
 }
 
 void PlotAxes::paintGrid(QPainter &painter) const
@@ -103,51 +105,61 @@ void PlotAxes::paintGrid(QPainter &painter) const
     painter.drawLines(grid.data(), static_cast<int>(grid.size()));
 }
 
-void PlotAxes::paint(QPainter &painter) const
+void PlotAxes::paint(QPainter &painter, const AxesView &view) const
 {
     const QRectF &front = frame_.front;
-    paintRowAxis(painter);
-    paintValueAxis(painter, QLineF(front.topLeft(), front.bottomLeft()), Qt::AlignLeft, titleOf(AxisId::Y));
-    paintValueAxis(painter, QLineF(front.topRight(), front.bottomRight()).translated(frame_.depth), Qt::AlignRight,
-                   titleOf(AxisId::Y2));
+    paintRowAxis(painter, view);
+    paintValueAxis(painter, QLineF(front.topLeft(), front.bottomLeft()).translated(view.start.x(), 0.0), Qt::AlignLeft,
+                   titleOf(AxisId::Y), view.inner);
+    paintValueAxis(painter, QLineF(front.topRight(), front.bottomRight()).translated(frame_.depth).translated(view.end.x(), 0.0),
+                   Qt::AlignRight, titleOf(AxisId::Y2), view.inner);
     paintDepthTitle(painter);
 }
 
-void PlotAxes::paintRowAxis(QPainter &painter) const
+void PlotAxes::paintRowAxis(QPainter &painter, const AxesView &view) const
 {
-    const QRectF &front = frame_.front;
-    drawSharp(painter, {QLineF(front.bottomLeft(), front.bottomRight())}, plotColours_.border);
+    const QRectF &inner = view.inner;
+    const double bottom = frame_.front.bottom() + view.end.y();
+    drawSharp(painter, {QLineF(inner.left(), bottom, inner.right(), bottom)}, plotColours_.border);
     const QFontMetricsF metrics(rowFont_);
     painter.setFont(rowFont_);
     painter.setPen(plotColours_.muted);
     for (const AxisTick &tick : rowTicks_) {
         const double half = metrics.horizontalAdvance(tick.text) / 2.0 + 2.0;
-        painter.drawText(QRectF(frame_.x(tick.position) - half, front.bottom() + RowGap, 2.0 * half, metrics.height()),
-                         Qt::AlignCenter, tick.text);
+        const double x = frame_.x(tick.position);
+        if (x >= inner.left() && x <= inner.right()) {
+            painter.drawText(QRectF(x - half, bottom + RowGap, 2.0 * half, metrics.height()), Qt::AlignCenter, tick.text);
+        }
     }
     const double height = QFontMetricsF(titleFont_).height();
     painter.setFont(titleFont_);
     painter.setPen(plotColours_.text);
     painter.drawText(
-        QRectF(front.center().x() - TitleWidth / 2.0, front.bottom() + RowGap + metrics.height() + TitleGap, TitleWidth, height),
+        QRectF(inner.center().x() - TitleWidth / 2.0, bottom + RowGap + metrics.height() + TitleGap, TitleWidth, height),
         Qt::AlignCenter, titleOf(AxisId::X));
 }
 
-void PlotAxes::paintValueAxis(QPainter &painter, const QLineF &edge, Qt::AlignmentFlag side, const QString &title) const
+void PlotAxes::paintValueAxis(QPainter &painter, const QLineF &edge, Qt::AlignmentFlag side, const QString &title,
+                              const QRectF &inner) const
 {
-    drawSharp(painter, {edge}, plotColours_.border);
+    // On a solid chart the right axis is as far above the front as the back plane.
+    const double lift = edge.y1() - frame_.front.top();
+    const double top = std::max(edge.y1(), inner.top() + lift);
+    const double bottom = std::min(edge.y2(), inner.bottom() + lift);
+    drawSharp(painter, {QLineF(edge.x1(), top, edge.x1(), bottom)}, plotColours_.border);
     const double outward = side == Qt::AlignLeft ? -1.0 : 1.0;
-    const double offset = edge.y1() - frame_.front.top();
     const double height = QFontMetricsF(valueFont_).height();
     const double width = widestValue_ + 2.0;
     const double left = side == Qt::AlignLeft ? edge.x1() - ValueGap - width : edge.x1() + ValueGap;
     painter.setFont(valueFont_);
     painter.setPen(plotColours_.muted);
     for (const AxisTick &tick : valueTicks_) {
-        const double y = frame_.y(tick.position) + offset;
+        const double y = frame_.y(tick.position) + lift;
         // The numbers of each side begin at their axis.
-        painter.drawText(QRectF(left, y - height / 2.0 - 1.0, width, height),
-                         Qt::AlignVCenter | (side == Qt::AlignLeft ? Qt::AlignRight : Qt::AlignLeft), tick.text);
+        if (y >= top - 1.0 && y <= bottom + 1.0) {
+            painter.drawText(QRectF(left, y - height / 2.0 - 1.0, width, height),
+                             Qt::AlignVCenter | (side == Qt::AlignLeft ? Qt::AlignRight : Qt::AlignLeft), tick.text);
+        }
     }
     if (title.isEmpty()) {
         return;
@@ -156,7 +168,7 @@ void PlotAxes::paintValueAxis(QPainter &painter, const QLineF &edge, Qt::Alignme
     painter.save();
     painter.setFont(titleFont_);
     painter.setPen(plotColours_.text);
-    painter.translate(edge.x1() + outward * (ValueGap + widestValue_ + TitleGap + titleHeight / 2.0), edge.center().y());
+    painter.translate(edge.x1() + outward * (ValueGap + widestValue_ + TitleGap + titleHeight / 2.0), (top + bottom) / 2.0);
     painter.rotate(-90.0);
     painter.drawText(QRectF(-TitleWidth / 2.0, -titleHeight / 2.0, TitleWidth, titleHeight), Qt::AlignCenter, title);
     painter.restore();

@@ -15,6 +15,14 @@ struct AxisTick {
     QString text;
 };
 
+/// Where the axes of a plot are painted: around the visible part of its front, moved there from their own edges.
+struct AxesView {
+    QRectF inner;
+    /// For the axis on the left, and for those on the right and below.
+    QPointF start;
+    QPointF end;
+};
+
 /// The axes of a plot with their ticks, titles and grid: rows below, values on both sides, and on a solid chart the walls and the
 /// depth axis. Lengths in logical pixels.
 class PlotAxes
@@ -34,13 +42,14 @@ public:
     /// Grid and walls, behind the shapes.
     void paintGrid(QPainter &painter) const;
     /// Lines, texts and titles, in front of the shapes.
-    void paint(QPainter &painter) const;
+    void paint(QPainter &painter, const AxesView &view) const;
 
 private:
     QString titleOf(AxisId axis) const;
-    void paintRowAxis(QPainter &painter) const;
+    void paintRowAxis(QPainter &painter, const AxesView &view) const;
     /// `edge` is the axis from its top down; the texts are outside of it.
-    void paintValueAxis(QPainter &painter, const QLineF &edge, Qt::AlignmentFlag side, const QString &title) const;
+    void paintValueAxis(QPainter &painter, const QLineF &edge, Qt::AlignmentFlag side, const QString &title,
+                        const QRectF &inner) const;
     void paintDepthTitle(QPainter &painter) const;
 
     const Chart &chart_;

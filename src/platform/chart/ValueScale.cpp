@@ -36,7 +36,8 @@ std::vector<int> everyStep(const std::vector<double> &widths, double spacing, do
 {
     const int count = static_cast<int>(widths.size());
     std::vector<int> shown{0};
-    for (int number = step; number <= count; number += step) {
+    // The odd ones with the first; the longer steps are round numbers.
+    for (int number = step == 2 ? 3 : step; number <= count; number += step) {
         const int label = number - 1;
         if (label == 0 || label == count - 1) {
             continue;

@@ -9,9 +9,12 @@
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QPushButton>
+#include <QStyle>
 
 #include <algorithm>
 #include <utility>
@@ -51,9 +54,23 @@ void setUp(QMessageBox &box, BoxIcon icon)
     // Error texts may contain file names and quotes, which are not markup.
     box.setTextFormat(Qt::PlainText);
     const int titleWidth = box.fontMetrics().horizontalAdvance(box.windowTitle()) + windowButtons;
+    // A short text is level with the icon.
+    for (auto *label : box.findChildren<QLabel *>(QStringLiteral("qt_msgbox_label"))) {
+        label->setMinimumHeight(iconSize);
+        label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    }
     // A message box sizes itself by its layout only.
     auto *layout = static_cast<QGridLayout *>(box.layout());
     layout->addItem(new QSpacerItem(std::max(minWidth, titleWidth), 0), layout->rowCount(), 0, 1, layout->columnCount());
+}
+
+/// Filled, as the first button of a screen is.
+void markFirst(QAbstractButton *button)
+{
+    button->setProperty("role", QStringLiteral("first"));
+    // The box has given it its style already.
+    button->style()->unpolish(button);
+    button->style()->polish(button);
 }
 
 QString titleOr(const QString &title)
@@ -83,6 +100,7 @@ void MessageBoxes::message(const QString &text, const QString &title, BoxIcon ic
 {
     QMessageBox box(QMessageBox::NoIcon, titleOr(title), text, QMessageBox::Ok, parent_);
     setUp(box, icon);
+    markFirst(box.button(QMessageBox::Ok));
     // A path or a command can be copied into another window.
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     box.exec();
@@ -92,7 +110,9 @@ Answer MessageBoxes::question(const QString &text, const QString &title, Answer 
 {
     QuestionBox box(QMessageBox::NoIcon, titleOr(title), text, QMessageBox::Yes | QMessageBox::No, parent_);
     setUp(box, BoxIcon::Question);
-    box.setDefaultButton(preselected == Answer::Yes ? QMessageBox::Yes : QMessageBox::No);
+    const auto first = preselected == Answer::Yes ? QMessageBox::Yes : QMessageBox::No;
+    box.setDefaultButton(first);
+    markFirst(box.button(first));
     return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
 }
 

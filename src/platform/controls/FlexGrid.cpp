@@ -36,6 +36,7 @@ FlexGrid::~FlexGrid() = default;
 void FlexGrid::Clear()
 {
     d_->state.store.clear();
+    d_->forgetTexts();
     d_->state.mergedRows.clear();
     d_->state.mergedCols.clear();
     d_->state.anchor.reset();
@@ -102,6 +103,12 @@ void FlexGrid::setFrozenRows(int rows)
     d_->layoutLater();
 }
 
+void FlexGrid::setFrozenCols(int cols)
+{
+    d_->state.cols.setFrozen(cols);
+    d_->layoutLater();
+}
+
 int FlexGrid::Row() const
 {
     return d_->state.row;
@@ -161,6 +168,7 @@ void FlexGrid::setTextMatrix(int row, int col, const QString &text)
 {
     d_->checkCell(row, col);
     d_->state.store.setText(row, col, text);
+    d_->measure(row, col);
     d_->repaintLater();
     d_->announceText(row, col);
 }
@@ -342,7 +350,15 @@ void FlexGrid::setRedraw(bool redraw)
 void FlexGrid::setStretchColumns(const QList<int> &columns)
 {
     d_->state.cols.setStretched(columns);
+    d_->measureAll();
     d_->layoutLater();
+}
+
+void FlexGrid::setNameColumn(int col)
+{
+    Private::check(col, Cols(), "Column");
+    d_->state.nameColumn = col;
+    d_->repaintLater();
 }
 
 void FlexGrid::setSelectedRow(int row)
@@ -381,7 +397,8 @@ QRect FlexGrid::cellRect(int row, int col) const
     d_->layOut();
     const auto top = d_->state.rows.viewStart(row);
     const auto left = d_->state.cols.viewStart(col);
-    if (!top || !left || *top >= d_->viewSize().height() || *left >= d_->viewSize().width()) {
+    if (!top || !left || !d_->state.rows.isShown(row, d_->viewSize().height())
+        || !d_->state.cols.isShown(col, d_->viewSize().width())) {
         return {};
     }
     return {*left, *top, d_->state.cols.size(col), d_->state.rows.size(row)};
@@ -399,7 +416,8 @@ std::optional<std::pair<int, int>> FlexGrid::cellAt(QPoint position) const
     d_->layOut();
     const auto row = d_->state.rows.lineAtPixel(position.y());
     const auto col = d_->state.cols.lineAtPixel(position.x());
-    if (!row || !col) {
+    if (!row || !col || !d_->state.rows.isShown(*row, d_->viewSize().height())
+        || !d_->state.cols.isShown(*col, d_->viewSize().width())) {
         return std::nullopt;
     }
     return std::pair(*row, *col);
@@ -524,6 +542,9 @@ bool FlexGrid::viewportEvent(QEvent *event)
 void FlexGrid::changeEvent(QEvent *event)
 {
     QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        d_->measureAll();
+    }
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange || event->type() == QEvent::PaletteChange
         || event->type() == QEvent::EnabledChange) {
         d_->layoutLater();

@@ -45,6 +45,8 @@ public:
 
     /// Rows after the fixed ones that do not scroll either, but can be selected.
     void setFrozenRows(int rows);
+    /// The same for columns.
+    void setFrozenCols(int cols);
 
     /// The current cell. Setting it neither scrolls nor raises a signal.
     int Row() const;
@@ -105,8 +107,11 @@ public:
     bool Redraw() const;
     void setRedraw(bool redraw);
 
-    /// Columns that share the spare or missing width when drawn; ColWidth is unchanged.
+    /// Columns that share the spare or missing width when drawn; ColWidth is unchanged. They are wide enough for their headings
+    /// and numbers.
     void setStretchColumns(const QList<int> &columns);
+    /// A row without a text in this column closes the list: its colours are not drawn.
+    void setNameColumn(int col);
     /// A row drawn with the accent bar and lines of a selection; -1 for none.
     void setSelectedRow(int row);
     int selectedRow() const;

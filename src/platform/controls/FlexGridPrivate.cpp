@@ -58,6 +58,7 @@ void FlexGrid::Private::layOut()
     const QSize maximum = grid_.maximumViewportSize();
     QScrollBar *across = grid_.horizontalScrollBar();
     QScrollBar *down = grid_.verticalScrollBar();
+    reserveContent();
     state.cols.spread(0);
     bool showDown = state.rows.total() > maximum.height();
     const int barWidth = down->sizeHint().width();
@@ -69,6 +70,53 @@ void FlexGrid::Private::layOut()
     layOutBar(across, state.cols, viewSize_.width());
     layoutPending_ = false;
     layingOut_ = false;
+}
+
+void FlexGrid::Private::measure(int row, int col)
+{
+    if (!state.cols.stretched().contains(col)) {
+        return;
+    }
+    content_.resize(std::max(content_.size(), static_cast<std::size_t>(state.cols.count())));
+    Content &content = content_[static_cast<std::size_t>(col)];
+    const QString &text = state.store.at(row, col).text;
+    const bool isHeading = row < state.rows.fixed();
+    if (!isHeading && text.size() < content.length) {
+        return;
+    }
+    const int width =
+        isHeading ? headingWidth(text, grid_.font(), state.rows.size(row)) : grid_.fontMetrics().horizontalAdvance(text);
+    content.length = isHeading ? content.length : text.size();
+    if (width > content.width) {
+        content.width = width;
+        layoutLater();
+    }
+}
+
+void FlexGrid::Private::measureAll()
+{
+    forgetTexts();
+    for (int row = 0; row < state.rows.count(); ++row) {
+        for (const int col : state.cols.stretched()) {
+            if (col < state.cols.count()) {
+                measure(row, col);
+            }
+        }
+    }
+}
+
+/// A number is never cut; a long text gives way.
+void FlexGrid::Private::reserveContent()
+{
+    constexpr int mostText = 92;
+    for (const int col : state.cols.stretched()) {
+        if (col < state.cols.count()) {
+            const auto index = static_cast<std::size_t>(col);
+            const int wanted = index < content_.size() ? content_[index].width : 0;
+            const bool isNumber = state.colAlignments[index] == CellAlignment::Right;
+            state.cols.setContent(col, wanted, isNumber ? wanted : std::min(wanted, mostText));
+        }
+    }
 }
 
 void FlexGrid::Private::layOutBar(QScrollBar *bar, GridAxis &axis, int extent)

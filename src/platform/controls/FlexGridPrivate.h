@@ -33,6 +33,10 @@ public:
     /// False when only a layout moved the bars.
     bool scrolledTo(int horizontal, int vertical);
     void setFirst(const GridAxis &axis, QScrollBar *bar, int line);
+    /// Widens a column that shares the width for this text.
+    void measure(int row, int col);
+    void measureAll();
+    void forgetTexts() { content_.clear(); }
     /// Scrolls as little as needed to show a line.
     void reveal(const GridAxis &axis, QScrollBar *bar, int line, int extent);
 
@@ -44,9 +48,17 @@ public:
 
 private:
     void layOutBar(QScrollBar *bar, GridAxis &axis, int extent);
+    void reserveContent();
 
     FlexGrid &grid_;
     QSize viewSize_;
+    /// The widest text of a column so far, in pixels, and the characters of the longest one: only one that is as long is
+    /// measured.
+    struct Content {
+        int width = 0;
+        qsizetype length = 0;
+    };
+    std::vector<Content> content_;
     bool repaintPending_ = false;
     bool layoutPending_ = true;
     bool layingOut_ = false;

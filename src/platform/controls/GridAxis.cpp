@@ -13,9 +13,11 @@ namespace controls
 namespace
 {
 
-/// Pixels below which a column that shares the width is not narrowed: the first, which names the row, and the others.
-constexpr int MinFirst = 104;
-constexpr int MinStretched = 80;
+/// Pixels around a text, and where the lines would not fit otherwise.
+constexpr int WidePadding = 6;
+constexpr int NarrowPadding = 4;
+/// Pixels of the line between two cells.
+constexpr int GridLine = 1;
 
 int pixels(int twips)
 {
@@ -62,31 +64,71 @@ void GridAxis::spread(int extent)
     spreadExtent_ = extent;
 }
 
-void GridAxis::rebuild() const
+void GridAxis::setContent(int line, int wanted, int least)
+{
+    content_.resize(twips_.size());
+    Content &content = content_[static_cast<std::size_t>(line)];
+    const Content changed{wanted, least};
+    stale_ = stale_ || content != changed;
+    content = changed;
+}
+
+int GridAxis::padding() const
+{
+    if (stale_) {
+        rebuild();
+    }
+    return padding_;
+}
+
+/// Pixels of each line when the sharing ones have at least their text between paddings of this size.
+std::vector<int> GridAxis::lengths(int padding, bool wanted) const
 {
     std::vector<int> lengths(twips_.size());
     std::transform(twips_.begin(), twips_.end(), lengths.begin(), pixels);
-
+    const auto least = [&](std::size_t line) {
+        const Content content = line < content_.size() ? content_[line] : Content();
+        return (wanted ? content.wanted : content.least) + 2 * padding + GridLine;
+    };
     std::vector<std::size_t> takers;
     for (const int line : stretched_) {
         if (line < count() && !isHidden(line)) {
-            takers.push_back(static_cast<std::size_t>(line));
+            const auto taker = static_cast<std::size_t>(line);
+            lengths[taker] = std::max(lengths[taker], least(taker));
+            takers.push_back(taker);
         }
     }
-    const auto least = [this](std::size_t line) {
-        return static_cast<int>(line) == stretched_.front() ? MinFirst : MinStretched;
-    };
     int spare = std::accumulate(lengths.begin(), lengths.end(), spreadExtent_, std::minus<>());
     if (spare < 0) {
-        std::erase_if(takers, [&](std::size_t line) { return lengths[line] <= least(line); });
-        // The shortest first, so that what it cannot give is taken from the longer ones.
-        std::sort(takers.begin(), takers.end(), [&lengths](std::size_t a, std::size_t b) { return lengths[a] < lengths[b]; });
+        // Those that can give least first, so that what they cannot give is taken from the others.
+        const auto surplus = [&](std::size_t line) { return lengths[line] - least(line); };
+        std::sort(takers.begin(), takers.end(), [&](std::size_t a, std::size_t b) { return surplus(a) < surplus(b); });
     }
     for (std::size_t i = 0; i < takers.size() && spare != 0; ++i) {
         int &length = lengths[takers[i]];
         const int share = std::max(spare / static_cast<int>(takers.size() - i), std::min(0, least(takers[i]) - length));
         length += share;
         spare -= share;
+    }
+    return lengths;
+}
+
+void GridAxis::rebuild() const
+{
+    const auto fits = [this](const std::vector<int> &lengths) {
+        return std::accumulate(lengths.begin(), lengths.end(), 0) <= spreadExtent_;
+    };
+    padding_ = WidePadding;
+    std::vector<int> lengths = this->lengths(padding_, true);
+    if (!stretched_.isEmpty() && !fits(lengths)) {
+        // First closer to the lines, then with long texts cut; without an extent the least lengths are asked for.
+        std::vector<int> narrow = this->lengths(NarrowPadding, true);
+        if (!fits(narrow)) {
+            narrow = this->lengths(NarrowPadding, false);
+        }
+        const bool isNarrow = spreadExtent_ == 0 || fits(narrow);
+        padding_ = isNarrow ? NarrowPadding : WidePadding;
+        lengths = isNarrow ? std::move(narrow) : this->lengths(WidePadding, false);
     }
 
     starts_.assign(1, 0);
@@ -211,6 +253,11 @@ bool GridAxis::isFullyShown(int line, int extent) const
     return begin && (*begin + size(line) <= extent || line == first());
 }
 
+bool GridAxis::isShown(int line, int extent) const
+{
+    return line < pinned() ? size(line) > 0 && start(line) < extent : isFullyShown(line, extent);
+}
+
 std::optional<int> GridAxis::lineAtPixel(int pixel) const
 {
     if (pixel < 0 || count() == 0) {
@@ -233,13 +280,13 @@ std::vector<int> GridAxis::shownWithin(int extent) const
 {
     std::vector<int> lines;
     for (int line = 0; line < pinned(); ++line) {
-        if (size(line) > 0 && start(line) < extent) {
+        if (isShown(line, extent)) {
             lines.push_back(line);
         }
     }
     for (int index = position(first()); index < positions(); ++index) {
         const int line = lineAt(index);
-        if (*viewStart(line) >= extent) {
+        if (!isShown(line, extent)) {
             break;
         }
         lines.push_back(line);

@@ -31,6 +31,11 @@ public:
 
     /// Lines that share the spare or missing pixels of `extent`; their stored twips are unchanged.
     void setStretched(const QList<int> &lines);
+    const QList<int> &stretched() const { return stretched_; }
+    /// Pixels of the text of such a line: what it shows where possible, and what it never goes below.
+    void setContent(int line, int wanted, int least);
+    /// Pixels between the edges of a line and its text: fewer where nothing would fit otherwise.
+    int padding() const;
     void spread(int extent);
 
     int size(int line) const { return start(line + 1) - start(line); }
@@ -60,6 +65,8 @@ public:
     /// count as the first scrolled one.
     int origin(int line) const;
     bool isFullyShown(int line, int extent) const;
+    /// Whether a line is drawn: scrolled lines are drawn whole or not at all.
+    bool isShown(int line, int extent) const;
     /// The line under a pixel of the view; nothing beyond the last one.
     std::optional<int> lineAtPixel(int pixel) const;
     /// Lines that show within `extent`, fixed ones first.
@@ -68,6 +75,7 @@ public:
 private:
     int start(int line) const;
     void rebuild() const;
+    std::vector<int> lengths(int padding, bool wanted) const;
 
     int defaultTwips_;
     int fixed_ = 0;
@@ -75,8 +83,15 @@ private:
     int first_ = 0;
     std::vector<int> twips_;
     QList<int> stretched_;
+    struct Content {
+        int wanted = 0;
+        int least = 0;
+        bool operator==(const Content &) const = default;
+    };
+    std::vector<Content> content_;
     int spreadExtent_ = 0;
     mutable bool stale_ = true;
+    mutable int padding_ = 0;
     /// Pixels before each line, one more than there are lines; the frozen and the scrolled lines that show.
     mutable std::vector<int> starts_;
     mutable std::vector<int> frozenShown_;

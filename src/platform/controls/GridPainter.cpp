@@ -17,12 +17,11 @@ namespace controls
 namespace
 {
 
-constexpr int TextPadding = 6;
-constexpr int NarrowPadding = 2;
-/// Pixels below which a column has the narrow edge.
-constexpr int NarrowColumn = 100;
+/// Where a text that is not on the left is elided otherwise.
+constexpr int LeastPadding = 2;
 constexpr int MaxLines = 2;
 constexpr int SelectionBar = 4;
+constexpr QRgb AccentOnMark = 0xFF2E7237;
 constexpr double TickSize = 16;
 constexpr double TickPen = 1.5;
 
@@ -68,6 +67,20 @@ QStringList wrapped(const QString &text, const QFont &font, int width, int maxLi
 
 } // namespace
 
+int headingWidth(const QString &text, const QFont &font, int height)
+{
+    const QFontMetrics metrics(boldOf(font));
+    int width = metrics.horizontalAdvance(text);
+    if (height < MaxLines * metrics.lineSpacing()) {
+        return width;
+    }
+    for (qsizetype space = text.indexOf(u' '); space >= 0; space = text.indexOf(u' ', space + 1)) {
+        width = std::min(width,
+                         std::max(metrics.horizontalAdvance(text.left(space)), metrics.horizontalAdvance(text.mid(space + 1))));
+    }
+    return width;
+}
+
 GridPainter::GridPainter(const GridState &state, const GridView &view)
     : state_(state), view_(view), bold_(boldOf(view.font)), plainMetrics_(view.font), boldMetrics_(bold_),
       rows_(state.rows.shownWithin(view.size.height())), cols_(state.cols.shownWithin(view.size.width()))
@@ -106,8 +119,12 @@ void GridPainter::paint(QPainter &painter)
         return;
     }
     paintCells(painter);
+    // What is selected may extend beyond the last whole line.
+    painter.setClipRect(QRect(0, 0, *state_.cols.viewStart(cols_.back()) + state_.cols.size(cols_.back()),
+                              *state_.rows.viewStart(rows_.back()) + state_.rows.size(rows_.back())));
     paintSelectedRow(painter);
     paintSelection(painter);
+    painter.setClipping(false);
     paintEmptyText(painter);
 }
 
@@ -159,7 +176,7 @@ GridPainter::Colours GridPainter::coloursOf(int row, int col) const
     const PaletteColours &colours = Theme::colours();
     const GridCell &cell = state_.store.at(row, col);
     const QColor text = view_.enabled ? colours.text : colours.disabled;
-    if (state_.isColoured(row, col)) {
+    if (state_.isColoured(row, col) && !state_.isNameless(row)) {
         return {fromStored(cell.colour), Qt::black};
     }
     if (state_.isFixed(row, col)) {
@@ -183,16 +200,15 @@ void GridPainter::paintCell(QPainter &painter, int row, int col, const QRect &re
     }
 }
 
-/// Texts on the left begin at one position in the whole column. Others get a narrower edge where that avoids an ellipsis, but not
-/// a header with space for two lines, which wraps instead.
-int GridPainter::padding(int row, int col, const QSize &cell) const
+/// One edge for all columns. A text that is not on the left may come closer where that avoids an ellipsis.
+int GridPainter::padding(int row, int col, int width) const
 {
-    if (state_.alignment(row, col) == CellAlignment::Left) {
-        return cell.width() < NarrowColumn ? NarrowPadding : TextPadding;
+    const int usual = state_.cols.padding();
+    if (state_.alignment(row, col) == CellAlignment::Left || row < state_.rows.fixed()) {
+        return usual;
     }
     const int text = metricsOf(row, col).horizontalAdvance(state_.store.at(row, col).text);
-    const bool narrowHelps = text + 2 * TextPadding >= cell.width() && text + 2 * NarrowPadding < cell.width();
-    return narrowHelps && maxLinesOf(row, col, cell.height()) == 1 ? NarrowPadding : TextPadding;
+    return std::clamp((width - text) / 2, LeastPadding, usual);
 }
 
 int GridPainter::maxLinesOf(int row, int col, int height) const
@@ -217,8 +233,10 @@ QStringList GridPainter::linesOf(int row, int col, const QSize &space) const
 void GridPainter::paintText(QPainter &painter, int row, int col, const QRect &rect, const QColor &ink) const
 {
     const QFontMetrics &metrics = metricsOf(row, col);
-    const int inset = padding(row, col, rect.adjusted(0, 0, -1, -1).size());
-    const QRect space = rect.adjusted(inset, 0, -inset - 1, -1);
+    const int inset = padding(row, col, rect.width() - 1);
+    // Clear of the accent bar at the left edge of the grid.
+    const int left = rect.left() == 0 ? std::max(inset, SelectionBar + 2) : inset;
+    const QRect space = rect.adjusted(left, 0, left - 2 * inset - 1, -1);
     const CellAlignment alignment = state_.alignment(row, col);
     const Qt::Alignment horizontal = alignment == CellAlignment::Centre ? Qt::AlignHCenter
         : alignment == CellAlignment::Right                             ? Qt::AlignRight
@@ -246,7 +264,7 @@ bool GridPainter::isElided(int row, int col) const
     const CellSpan span = state_.spanOf(row, col, 0, state_.rows.count() - 1, 0, state_.cols.count() - 1);
     const QRect rect = spanRect(span);
     const QFontMetrics &metrics = metricsOf(row, col);
-    const int inset = padding(row, col, rect.adjusted(0, 0, -1, -1).size());
+    const int inset = padding(row, col, rect.width() - 1);
     const QSize space(rect.width() - 2 * inset - 1, rect.height() - 1);
     const QStringList lines = linesOf(row, col, space);
     return std::any_of(lines.begin(), lines.end(),
@@ -268,7 +286,9 @@ void GridPainter::paintSelectedRow(QPainter &painter)
     const PaletteColours &colours = Theme::colours();
     fill(painter, QRectF(0, *top - 1, width, 1), colours.text);
     fill(painter, QRectF(0, *top + height - 1, width, 1), colours.text);
-    fill(painter, QRectF(0, *top, SelectionBar, height - 1), colours.accent);
+    // The accent of the dark palette is hardly visible on a mark.
+    const bool marked = state_.isColoured(row, cols_.front());
+    fill(painter, QRectF(0, *top, SelectionBar, height - 1), marked ? QColor(AccentOnMark) : colours.accent);
 }
 
 /// A hidden column cannot show the frame; with the focus, the first visible column shows at least the row.
@@ -290,7 +310,10 @@ void GridPainter::paintSelection(QPainter &painter)
     if (span.cols == 1) {
         span.col = currentColumnShown();
     }
-    const QRectF area = spanRect(span).adjusted(0, 0, -1, -1);
+    QRectF area = spanRect(span).adjusted(0, 0, -1, -1);
+    if (area.left() == 0 && state_.selectedRow >= span.row && state_.selectedRow < span.row + span.rows) {
+        area.setLeft(SelectionBar);
+    }
     if (area.width() <= 0 || area.height() <= 0) {
         return;
     }

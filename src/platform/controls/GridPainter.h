@@ -21,6 +21,9 @@ struct GridView {
     bool enabled = true;
 };
 
+/// Pixels that a heading of this height needs: its text, or the longer one of its two lines.
+int headingWidth(const QString &text, const QFont &font, int height);
+
 /// Draws the visible part of a grid, and knows which texts do not fit.
 class GridPainter
 {
@@ -46,7 +49,7 @@ private:
     QRect spanRect(const CellSpan &span) const;
     Colours coloursOf(int row, int col) const;
     QStringList linesOf(int row, int col, const QSize &space) const;
-    int padding(int row, int col, const QSize &cell) const;
+    int padding(int row, int col, int width) const;
     int maxLinesOf(int row, int col, int height) const;
     const QFontMetrics &metricsOf(int row, int col) const;
     QRectF onPixels(const QPainter &painter, const QRectF &rect) const;

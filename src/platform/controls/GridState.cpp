@@ -65,7 +65,13 @@ bool GridState::drawnBold(int cellRow, int cellCol) const
 bool GridState::showsTick(int cellRow, int cellCol) const
 {
     const GridCell &cell = store.at(cellRow, cellCol);
-    return ticks && cell.text.isEmpty() && (cell.colour == cellColour::Yellow || cell.colour == cellColour::Red);
+    return ticks && cell.text.isEmpty() && (cell.colour == cellColour::Yellow || cell.colour == cellColour::Red)
+        && !isNameless(cellRow);
+}
+
+bool GridState::isNameless(int cellRow) const
+{
+    return nameColumn >= 0 && cellRow >= rows.fixed() && store.at(cellRow, nameColumn).text.isEmpty();
 }
 
 CellSpan GridState::spanOf(int cellRow, int cellCol, int firstRow, int lastRow, int firstCol, int lastCol) const

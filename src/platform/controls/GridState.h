@@ -37,6 +37,8 @@ struct GridState {
     /// The other end of a selection that was extended from the current cell.
     std::optional<std::pair<int, int>> anchor;
     int selectedRow = -1;
+    /// The column that is empty in the closing row of a list; -1 for none.
+    int nameColumn = -1;
     bool muteZeros = false;
     bool ticks = true;
     /// Shown below the headings of a grid without records.
@@ -50,6 +52,8 @@ struct GridState {
     /// Fixed rows are always bold.
     bool drawnBold(int cellRow, int cellCol) const;
     bool showsTick(int cellRow, int cellCol) const;
+    /// The row that closes a list: its colours are stored, but not drawn.
+    bool isNameless(int cellRow) const;
     /// The equal neighbours of a cell in a merged row, else in a merged column, within the given bounds. A span never crosses the
     /// edge of the fixed part; empty cells are not merged.
     CellSpan spanOf(int cellRow, int cellCol, int firstRow, int lastRow, int firstCol, int lastCol) const;

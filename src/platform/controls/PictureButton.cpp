@@ -16,7 +16,9 @@ namespace
 {
 
 constexpr int PictureSize = 56;
+constexpr int LargestPicture = 80;
 constexpr int CaptionGap = 12;
+constexpr int CaptionMargin = 6;
 constexpr int BorderRadius = 6;
 
 } // namespace
@@ -54,6 +56,18 @@ void PictureButton::setAvailable()
     setCursor(Qt::PointingHandCursor);
 }
 
+void PictureButton::setLift(int pixels)
+{
+    lift_ = pixels;
+    update();
+}
+
+void PictureButton::setCaptionLines(int lines)
+{
+    captionLines_ = lines;
+    update();
+}
+
 QSize PictureButton::sizeHint() const
 {
     const QFontMetrics metrics(font());
@@ -61,10 +75,17 @@ QSize PictureButton::sizeHint() const
     return {width + 40, PictureSize + CaptionGap + metrics.height() + 40};
 }
 
+/// With the caption on two lines.
 QSize PictureButton::minimumSizeHint() const
 {
-    constexpr int padding = 40;
-    return sizeHint() - QSize(padding, padding);
+    const QFontMetrics metrics(font());
+    const QString caption = QString(text()).remove(u'&');
+    int width = metrics.horizontalAdvance(caption);
+    for (qsizetype space = caption.indexOf(u' '); space >= 0; space = caption.indexOf(u' ', space + 1)) {
+        width = std::min(
+            width, std::max(metrics.horizontalAdvance(caption.left(space)), metrics.horizontalAdvance(caption.mid(space + 1))));
+    }
+    return {std::max(PictureSize, width) + 2 * CaptionMargin, PictureSize + CaptionGap + metrics.height()};
 }
 
 void PictureButton::mouseMoveEvent(QMouseEvent *event)
@@ -96,12 +117,16 @@ void PictureButton::paintEvent(QPaintEvent *)
         painter.setBrush(isDown() ? colours.line : hoverBorder_ ? colours.window : QColor(Qt::transparent));
         painter.drawRoundedRect(QRectF(rect()).adjusted(pen / 2, pen / 2, -pen / 2, -pen / 2), BorderRadius, BorderRadius);
     }
-    const int caption = fontMetrics().height();
-    const int top = (height() - PictureSize - CaptionGap - caption) / 2;
-    const QRect picture((width() - PictureSize) / 2, top, PictureSize, PictureSize);
+    const int line = fontMetrics().height();
+    const int below = CaptionGap + captionLines_ * line;
+    const int wanted = std::clamp(height() / 4, PictureSize, LargestPicture);
+    const int size = std::min(wanted, height() - below);
+    const int top = std::clamp((height() - wanted - CaptionGap - line) / 2 - lift_, 0, height() - size - below);
+    const QRect picture((width() - size) / 2, top, size, size);
     icon().paint(&painter, picture, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
     painter.setPen(isEnabled() ? colours.text : colours.disabled);
-    painter.drawText(QRect(0, picture.bottom() + CaptionGap, width(), caption), Qt::AlignCenter | Qt::TextShowMnemonic, text());
+    painter.drawText(QRect(CaptionMargin, picture.bottom() + CaptionGap, width() - 2 * CaptionMargin, 2 * line),
+                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap | Qt::TextShowMnemonic, text());
 }
 
 } // namespace controls

@@ -15,6 +15,10 @@ public:
 
     bool hasHoverBorder() const { return hoverBorder_; }
     void setHoverBorder(bool on);
+    /// Draws picture and caption this many pixels above the middle, where there is space.
+    void setLift(int pixels);
+    /// Lines of the caption that have space below the picture, which is smaller for them if need be.
+    void setCaptionLines(int lines);
     /// Disables the picture, drawn muted, with `reason` as its tool tip.
     void setUnavailable(const QString &reason);
     void setAvailable();
@@ -32,6 +36,8 @@ protected:
 
 private:
     bool hoverBorder_ = false;
+    int lift_ = 0;
+    int captionLines_ = 1;
 };
 
 } // namespace controls

@@ -9,10 +9,13 @@
 #include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <QVBoxLayout>
+
+#include <array>
 
 using controls::FlexGrid;
 namespace cellColour = controls::cellColour;
@@ -28,6 +31,7 @@ private Q_SLOTS:
     void linesOutOfRangeRaiseNine();
     void fewerRowsClampTheCurrentCell();
     void twipsBecomePixels();
+    void sharingColumnsHoldTheirText();
     void hiddenRowsPreserveTheirNumber();
     void topRowStopsWhereTheLastRowFits();
     void showCellScrollsAsLittleAsNeeded();
@@ -158,9 +162,43 @@ void FlexGridTest::twipsBecomePixels()
     grid.setColWidth(6, 100);
     QCOMPARE(grid.ColWidth(6), 100);
     QTRY_COMPARE(grid.cellRect(1, 6).right(), grid.viewport()->width() - 1);
-    // Too wide a column gives way, but stays legible.
+    // Too wide a column gives way.
     grid.setColWidth(6, 4000);
-    QTRY_COMPARE(grid.cellRect(2, 6).width(), 104);
+    QTRY_COMPARE(grid.cellRect(1, 6).right(), grid.viewport()->width() - 1);
+}
+
+void FlexGridTest::sharingColumnsHoldTheirText()
+{
+    FlexGrid grid;
+    grid.setCols(3);
+    grid.setRowHeight(0, 450);
+    grid.setTextMatrix(0, 0, QStringLiteral("Clay content(%)"));
+    grid.setTextMatrix(1, 0, QStringLiteral("7"));
+    grid.setTextMatrix(1, 1, QStringLiteral("1234567.89"));
+    grid.setTextMatrix(1, 2, QStringLiteral("A remark that is much longer than what a small grid can show of it"));
+    grid.setColAlignment(1, controls::CellAlignment::Right);
+    grid.setStretchColumns({0, 1, 2});
+    grid.setFixedSize(400, 200);
+    grid.show();
+    QFont bold = grid.font();
+    bold.setBold(true);
+    const int heading = QFontMetrics(bold).horizontalAdvance(QStringLiteral("content(%)"));
+    const int number = grid.fontMetrics().horizontalAdvance(QStringLiteral("1234567.89"));
+    const auto widths = [&grid] {
+        return std::array{grid.cellRect(1, 0).width(), grid.cellRect(1, 1).width(), grid.cellRect(1, 2).width()};
+    };
+    QVERIFY(widths()[0] > heading && widths()[1] > number);
+    QCOMPARE(grid.cellRect(1, 2).right(), grid.viewport()->width() - 1);
+    // With less space the remark gives way, never the number or the heading.
+    grid.setFixedWidth(heading + number + 150);
+    QTRY_COMPARE(grid.cellRect(1, 2).right(), grid.viewport()->width() - 1);
+    QVERIFY(widths()[0] > heading && widths()[1] > number);
+    // A grid that is too narrow for all scrolls by whole columns.
+    grid.setFixedWidth(heading + number + 60);
+    QTRY_VERIFY(grid.horizontalScrollBar()->maximum() > 0);
+    QVERIFY(widths()[0] > heading && widths()[1] > number);
+    QVERIFY(grid.cellRect(1, 2).isEmpty());
+    QVERIFY(!grid.cellAt(QPoint(grid.viewport()->width() - 1, grid.viewport()->height() - 1)));
 }
 
 void FlexGridTest::hiddenRowsPreserveTheirNumber()
@@ -331,14 +369,18 @@ void FlexGridTest::doubleClickNamesThePressedCell()
     FlexGrid grid;
     fill(grid);
     QSignalSpy doubles(&grid, &FlexGrid::DblClick);
-    // A press on the row that is cut off below scrolls it into view, so the second press is on its neighbour.
-    const int cut = grid.cellAt(QPoint(60, grid.viewport()->height() - 3))->first;
-    QVERIFY(!grid.RowIsVisible(cut));
-    const QPoint position(60, grid.viewport()->height() - 3);
+    // Below the last whole row there is no cell.
+    const QPoint below(60, grid.viewport()->height() - 3);
+    QVERIFY(!grid.cellAt(below));
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, below);
+    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, below);
+    QCOMPARE(doubles.size(), 0);
+    const QPoint position = grid.cellRect(4, 3).center();
     QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, position);
     QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, position);
     QCOMPARE(doubles.size(), 1);
-    QCOMPARE(doubles.at(0).at(0).toInt(), grid.Row());
+    QCOMPARE(doubles.at(0).at(0).toInt(), 4);
+    QCOMPARE(grid.Row(), 4);
 }
 
 void FlexGridTest::fixedCellsTakeNoClicks()

@@ -109,6 +109,12 @@ void GridPainterTest::tickOnlyWithoutText()
     QCOMPARE(grid.TextMatrix(1, 1), QString());
     grid.setTicks(false);
     QCOMPARE(inked(), 0);
+    // The closing row of a list stores its mark, but shows none.
+    grid.setNameColumn(0);
+    QVERIFY(inked() > 1000);
+    grid.setTextMatrix(1, 0, QStringLiteral("Skool"));
+    QCOMPARE(inked(), 0);
+    QCOMPARE(grid.CellBackColor(1, 1), std::optional<int>(cellColour::Red));
 }
 
 void GridPainterTest::equalNeighboursAreOneCell()
