@@ -4,7 +4,6 @@
 #include "platform/controls/Theme.h"
 
 #include <QPainter>
-#include <QSvgRenderer>
 
 #include <algorithm>
 
@@ -18,35 +17,27 @@ namespace
 constexpr double ThinLineSize = 40;
 
 /// The only fill colour of the icons.
-const QString LeafGreen = QStringLiteral("#4C9A4E");
+constexpr QRgb LeafGreen = 0xFF4C9A4E;
 
 } // namespace
 
-IconEngine::IconEngine(QString svg, QString colourName) : svg_(std::move(svg)), colourName_(std::move(colourName)) {}
-
-QByteArray IconEngine::tinted(QIcon::Mode mode, double logicalSize) const
+IconEngine::IconEngine(IconDrawing drawing, QString colourName) : drawing_(std::move(drawing)), colourName_(std::move(colourName))
 {
-    const QColor colour = Theme::colour(mode == QIcon::Disabled ? QStringLiteral("disabled") : colourName_);
-    QString text = svg_;
-    text.replace(QStringLiteral("currentColor"), colour.name());
-    if (mode == QIcon::Disabled) {
-        text.replace(LeafGreen, Theme::colours().line.name());
-    }
-    if (logicalSize >= ThinLineSize) {
-        text.replace(QStringLiteral("stroke-width=\"1.5\""), QStringLiteral("stroke-width=\"1\""));
-    }
-    return text.toUtf8();
+}
+
+QImage IconEngine::image(const QSize &pixels, QIcon::Mode mode, double logicalSize) const
+{
+    const bool isDisabled = mode == QIcon::Disabled;
+    return drawing_.image(pixels, Theme::colour(isDisabled ? QStringLiteral("disabled") : colourName_),
+                          isDisabled ? Theme::colours().line : QColor(LeafGreen), logicalSize >= ThinLineSize);
 }
 
 void IconEngine::paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State)
 {
-    QSvgRenderer renderer(tinted(mode, rect.width()));
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
     const int side = std::min(rect.width(), rect.height());
     const QPointF corner = QRectF(rect).center() - QPointF(side / 2.0, side / 2.0);
-    renderer.render(painter, QRectF(corner, QSizeF(side, side)));
-    painter->restore();
+    const int pixels = qRound(side * painter->device()->devicePixelRatio());
+    painter->drawImage(QRectF(corner, QSizeF(side, side)), image(QSize(pixels, pixels), mode, rect.width()));
 }
 
 QPixmap IconEngine::pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state)
@@ -56,11 +47,7 @@ QPixmap IconEngine::pixmap(const QSize &size, QIcon::Mode mode, QIcon::State sta
 
 QPixmap IconEngine::scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State, qreal scale)
 {
-    QPixmap pixmap(size);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    QSvgRenderer(tinted(mode, size.width() / scale)).render(&painter, QRectF(QPointF(), QSizeF(size)));
-    return pixmap;
+    return QPixmap::fromImage(image(size, mode, size.width() / scale));
 }
 
 QIconEngine *IconEngine::clone() const

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/controls/IconDrawing.h"
+
 #include <QIconEngine>
 #include <QString>
 
@@ -12,7 +14,7 @@ namespace controls
 class IconEngine : public QIconEngine
 {
 public:
-    IconEngine(QString svg, QString colourName);
+    IconEngine(IconDrawing drawing, QString colourName);
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override;
     QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override;
@@ -20,9 +22,9 @@ public:
     QIconEngine *clone() const override;
 
 private:
-    QByteArray tinted(QIcon::Mode mode, double logicalSize) const;
+    QImage image(const QSize &pixels, QIcon::Mode mode, double logicalSize) const;
 
-    QString svg_;
+    IconDrawing drawing_;
     QString colourName_;
 };
 

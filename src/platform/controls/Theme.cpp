@@ -170,7 +170,7 @@ QColor Theme::colour(const QString &name)
 QIcon Theme::icon(const QString &name, const QString &colourName)
 {
     static_cast<void>(colour(colourName));
-    return QIcon(new IconEngine(readResource(QStringLiteral(":/farm/icons/%1.svg").arg(name)), colourName));
+    return QIcon(new IconEngine(IconDrawing(name), colourName));
 }
 
 } // namespace controls

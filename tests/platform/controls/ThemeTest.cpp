@@ -103,8 +103,8 @@ void ThemeTest::everyColourAndIconExists()
     Theme::apply(*qApp, false);
     QVERIFY(icon.pixmap(QSize(24, 24)).toImage() != dark);
     QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, Theme::icon(QStringLiteral("no such icon")));
-    for (const char *path : {"light/tick", "dark/tick", "dark/chevron-down", "light/chevron-down-disabled"}) {
-        QVERIFY2(QFile::exists(QStringLiteral(":/farm/tinted/%1.svg").arg(QLatin1String(path))), path);
+    for (const char *path : {"light/tick", "dark/tick", "dark/chevron-down", "light/chevron-down-disabled@2x"}) {
+        QVERIFY2(QFile::exists(QStringLiteral(":/farm/tinted/%1.png").arg(QLatin1String(path))), path);
     }
 }
 
