@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <QBuffer>
 #include <QFile>
 #include <QGuiApplication>
 #include <QImage>
@@ -7,11 +8,13 @@
 #include <QSaveFile>
 #include <QSvgRenderer>
 
+#include <array>
 #include <cstdio>
 
 // Makes of the SVG icons what the programs contain, so that they need no SVG library:
 //   icons drawing ICON.svg ICON.drawing        see platform/controls/IconDrawing
 //   icons image ICON.svg COLOUR ICON.png       for the style sheet, with @2x and @3x
+//   icons ico ICON.svg ICON.ico                for a program's file on Windows
 
 namespace
 {
@@ -65,6 +68,38 @@ bool writeImages(const QString &icon, const QString &colour, const QString &targ
     return isWritten;
 }
 
+/// Windows scales what it does not find; 256 is the largest that the format holds.
+bool writeIco(const QString &icon, const QString &target)
+{
+    constexpr std::array<int, 6> Sides{16, 24, 32, 48, 64, 256};
+    constexpr quint32 HeaderSize = 6;
+    constexpr quint32 EntrySize = 16;
+    QSvgRenderer renderer(icon);
+    QSaveFile file(target);
+    if (!renderer.isValid() || !file.open(QIODevice::WriteOnly)) {
+        return false;
+    }
+    QDataStream stream(&file);
+    stream.setByteOrder(QDataStream::LittleEndian);
+    stream << quint16(0) << quint16(1) << quint16(Sides.size());
+    QByteArray images;
+    for (const int side : Sides) {
+        QImage image(side, side, QImage::Format_ARGB32);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        renderer.render(&painter);
+        painter.end();
+        QBuffer png;
+        image.save(&png, "PNG");
+        const auto offset = HeaderSize + EntrySize * quint32(Sides.size()) + quint32(images.size());
+        // Width and height (0 means 256), colours, reserved, planes, bits of a pixel, length, offset.
+        stream << quint8(side) << quint8(side) << quint8(0) << quint8(0) << quint16(1) << quint16(32) << quint32(png.size())
+               << offset;
+        images += png.data();
+    }
+    return stream.writeRawData(images.constData(), int(images.size())) == images.size() && file.commit();
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -74,7 +109,9 @@ int main(int argc, char **argv)
     const QStringList arguments = QGuiApplication::arguments().mid(1);
     const bool isDrawing = arguments.size() == 3 && arguments.at(0) == QStringLiteral("drawing");
     const bool isImage = arguments.size() == 4 && arguments.at(0) == QStringLiteral("image");
-    const bool isWritten = (isDrawing && writeDrawing(arguments.at(1), arguments.at(2)))
+    const bool isIco = arguments.size() == 3 && arguments.at(0) == QStringLiteral("ico");
+    const bool isWritten = (isIco && writeIco(arguments.at(1), arguments.at(2)))
+        || (isDrawing && writeDrawing(arguments.at(1), arguments.at(2)))
         || (isImage && writeImages(arguments.at(1), arguments.at(2), arguments.at(3)));
     if (!isWritten) {
         std::fprintf(stderr, "icons: nothing was made of %s\n", qPrintable(arguments.join(u' ')));
