@@ -1,3 +1,8 @@
+# Ends the names of sources that exist in a version for Windows too.
+if(WIN32)
+    set(ON_SYSTEM Windows)
+endif()
+
 # farm_module(NAME SOURCES ... LINKS ...): one static library per folder of src/. The name is the folder's path with "_".
 function(farm_module name)
     cmake_parse_arguments(MODULE "" "" "SOURCES;LINKS" ${ARGN})

@@ -1,7 +1,7 @@
 # Sourced by ./run and ./test: installs the Debian packages that are missing.
 
 buildPackages="g++ cmake ninja-build mold ccache pkg-config qt6-base-dev qt6-svg-dev libsqlite3-dev libxlsxwriter-dev libminizip-dev libgsf-1-dev"
-runPackages="libqt6svg6 fonts-noto-core xvfb xauth x11-utils"
+runPackages="fonts-noto-core xvfb xauth x11-utils"
 testPackages="$runPackages python3 python3-xlrd python3-openpyxl libreoffice-calc-nogui mdbtools sqlite3 libbenchmark-dev clang-format locales-all"
 
 # installMissing PACKAGE...: as root or through sudo; else prints the one command that an administrator has to give.

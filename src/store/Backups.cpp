@@ -3,6 +3,7 @@
 
 #include "platform/basic/Clock.h"
 #include "platform/basic/DiskSync.h"
+#include "platform/basic/FileReplacement.h"
 #include "platform/basic/Permissions.h"
 #include "platform/dao/Workspace.h"
 #include "store/BackupFolder.h"
@@ -13,9 +14,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
-
-#include <filesystem>
-#include <system_error>
 
 namespace store
 {
@@ -33,10 +31,8 @@ const QString RestoreSuffix = QStringLiteral(".restore.new");
 /// Replaces the target in one step, so that there is a whole file under its name at every moment.
 void moveOver(const QString &from, const QString &to)
 {
-    std::error_code error;
-    std::filesystem::rename(from.toStdU16String(), to.toStdU16String(), error);
-    if (error) {
-        fail(QStringLiteral("%1 could not be written: %2.").arg(to, QString::fromStdString(error.message())));
+    if (const QString failure = basic::replaceFile(from, to); !failure.isEmpty()) {
+        fail(QStringLiteral("%1 could not be written: %2.").arg(to, failure));
     }
     basic::syncToDisk(QFileInfo(to).absolutePath());
 }

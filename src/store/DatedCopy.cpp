@@ -2,6 +2,7 @@
 #include "store/DatedCopy.h"
 
 #include "platform/basic/DiskSync.h"
+#include "platform/basic/FileReplacement.h"
 #include "platform/basic/Permissions.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/dao/Workspace.h"
@@ -10,9 +11,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
-
-#include <filesystem>
-#include <system_error>
 
 using basic::ErrorNumber;
 using basic::RunTimeError;
@@ -41,11 +39,9 @@ bool DatedCopy::make(const dao::Database &database, const BackupFolder &folder, 
     if (!fill(database, unfinished)) {
         return false;
     }
-    std::error_code error;
-    std::filesystem::rename(unfinished.toStdU16String(), target.toStdU16String(), error);
-    if (error || QFileInfo(target).size() == 0) {
-        throw RunTimeError(ErrorNumber::PathFileAccess,
-                           QStringLiteral("%1 could not be written: %2.").arg(target, QString::fromStdString(error.message())));
+    const QString failure = basic::replaceFile(unfinished, target);
+    if (!failure.isEmpty() || QFileInfo(target).size() == 0) {
+        throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("%1 could not be written: %2.").arg(target, failure));
     }
     basic::syncToDisk(folder.path());
     folder.removeOldest(today, target);

@@ -53,8 +53,13 @@ void removeStaged(const QString &path)
 
 void Staging::Unlocker::operator()(basic::FileLock *lock) const
 {
-    QFile::remove(lock->path());
+    const QString path = lock->path();
+    const bool isRemoved = QFile::remove(path);
     delete lock;
+    if (!isRemoved) {
+        // Where an open file cannot be removed; one that another program has opened meanwhile cannot be either.
+        QFile::remove(path);
+    }
 }
 
 Staging::Staging(const QString &databasesFolder) : target_(QDir(databasesFolder).absolutePath())

@@ -5,29 +5,49 @@
 
 #include <QFile>
 
-#ifdef Q_OS_UNIX
 #include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
-#endif
 
 namespace basic
 {
 
-void syncToDisk([[maybe_unused]] const QString &path)
+void syncToDisk(const QString &path)
 {
-#ifdef Q_OS_UNIX
     const int handle = ::open(QFile::encodeName(path).constData(), O_RDONLY);
     if (handle < 0) {
         return;
     }
-    const int failure = ::fsync(handle) == 0 ? 0 : errno;
+    const int failure = syncOpenFile(handle);
     ::close(handle);
     if (failure == EIO || failure == ENOSPC || failure == EDQUOT) {
         throw RunTimeError(ErrorNumber::DeviceError,
                            QStringLiteral("%1 could not be written to the disk: %2.").arg(path, qt_error_string(failure)));
     }
-#endif
+}
+
+int syncOpenFile(int handle)
+{
+    return ::fsync(handle) == 0 ? 0 : errno;
+}
+
+int writeAll(int handle, const char *bytes, qint64 length)
+{
+    while (length > 0) {
+        const ssize_t written = ::write(handle, bytes, static_cast<std::size_t>(length));
+        if (written < 0 && errno != EINTR) {
+            return errno;
+        }
+        const qint64 done = written < 0 ? 0 : written;
+        bytes += done;
+        length -= done;
+    }
+    return 0;
+}
+
+bool isFullDisk(int systemError)
+{
+    return systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
 }
 
 } // namespace basic

@@ -10,4 +10,12 @@ namespace basic
 /// rename and before a file is replaced; a path that cannot be opened is ignored. Error 57 when the disk fails.
 void syncToDisk(const QString &path);
 
+/// The same for an open file, and writing at its present position. `handle` is a descriptor of the C library. Each returns the
+/// system's error code, 0 after success.
+int syncOpenFile(int handle);
+int writeAll(int handle, const char *bytes, qint64 length);
+
+/// Whether the system's error code means a full disk; a limit on the size of a file or on a user's share of the disk does too.
+bool isFullDisk(int systemError);
+
 } // namespace basic

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/basic/FileLock.h"
 
+#include "platform/basic/DiskSync.h"
 #include "platform/basic/Permissions.h"
 #include "platform/basic/RunTimeError.h"
 
@@ -92,7 +93,13 @@ QByteArray FileLock::text()
 
 bool FileLock::setText(const QByteArray &text)
 {
-    return file_.seek(0) && file_.write(text) == text.size() && file_.resize(text.size());
+    const bool isWritten = file_.seek(0) && file_.write(text) == text.size() && file_.resize(text.size());
+#ifdef Q_OS_WIN
+    // The file system may set the time of an open file as late as that.
+    return isWritten && syncOpenFile(file_.handle()) == 0;
+#else
+    return isWritten;
+#endif
 }
 
 } // namespace basic

@@ -69,8 +69,12 @@ void copyPermissions(const QString &from, const QString &to)
 
 #else
 
-// Files inherit the access list of their folder.
-void followFolder(const QString &) {}
+// Files inherit the access list of their folder. A copy of a read-only file can be changed nevertheless.
+void followFolder(const QString &path)
+{
+    QFile::setPermissions(path, QFile::permissions(path) | QFile::WriteOwner | QFile::WriteUser);
+}
+
 void copyPermissions(const QString &, const QString &) {}
 
 #endif

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/basic/TextFiles.h"
 
+#include "platform/basic/FileReplacement.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/Permissions.h"
 #include "platform/basic/RunTimeError.h"
@@ -9,7 +10,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLocale>
-#include <QSaveFile>
+#include <QRegularExpression>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -62,12 +63,25 @@ struct FoundPath {
     bool complete = true;
 };
 
+/// "/", on Windows "C:/" or "//SERVER/SHARE/"; empty for a relative path.
+QString rootOf(const QString &path)
+{
+#ifdef Q_OS_WIN
+    static const QRegularExpression root(QStringLiteral("^([A-Za-z]:/|//[^/]+/[^/]+(/|$))"));
+    if (const QRegularExpressionMatch match = root.match(path); match.hasMatch()) {
+        return match.captured();
+    }
+#endif
+    return path.startsWith(u'/') ? QStringLiteral("/") : QString();
+}
+
 /// Follows the parts of a path as far as they exist; the rest is appended unchanged.
 FoundPath followPath(const QString &requested)
 {
     const QString path = withSlashes(requested);
-    FoundPath found{path.startsWith(u'/') ? QStringLiteral("/") : QStringLiteral("."), !path.isEmpty()};
-    for (const QString &part : path.split(u'/', Qt::SkipEmptyParts)) {
+    const QString root = rootOf(path);
+    FoundPath found{root.isEmpty() ? QStringLiteral(".") : root, !path.isEmpty()};
+    for (const QString &part : path.mid(root.size()).split(u'/', Qt::SkipEmptyParts)) {
         const auto entry = found.complete ? findEntry(found.path, part) : std::nullopt;
         found.complete = found.complete && entry;
         found.path = entry ? *entry : found.path + u'/' + part;
@@ -154,15 +168,13 @@ std::int32_t readFirstLong(const QString &path)
 
 void writeLine(const QString &path, const QString &line)
 {
-    QSaveFile file(pathForWriting(path));
-    const bool isNew = !QFileInfo::exists(file.fileName());
-    const QByteArray bytes = line.toUtf8() + '\n';
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        throw RunTimeError(ErrorNumber::PathFileAccess,
-                           QStringLiteral("The file %1 cannot be written: %2").arg(file.fileName(), file.errorString()));
+    const QString file = pathForWriting(path);
+    const bool isNew = !QFileInfo::exists(file);
+    if (const QString failure = writeWholeFile(file, line.toUtf8() + '\n'); !failure.isEmpty()) {
+        throw RunTimeError(ErrorNumber::PathFileAccess, QStringLiteral("The file %1 cannot be written: %2").arg(file, failure));
     }
     if (isNew) {
-        followFolder(file.fileName());
+        followFolder(file);
     }
 }
 

@@ -49,7 +49,7 @@ QString superJournalIn(const QString &path)
     const QByteArray name = journal.read(length);
     const quint32 sum = std::accumulate(name.begin(), name.end(), quint32{0},
                                         [](quint32 total, char byte) { return total + static_cast<quint32>(byte); });
-    return sum == qFromBigEndian<quint32>(trailer.constData() + 4) ? QFile::decodeName(name.constData()) : QString();
+    return sum == qFromBigEndian<quint32>(trailer.constData() + 4) ? QString::fromUtf8(name.constData()) : QString();
 }
 
 /// SQLite opens a super-journal before it deletes it, and a journal without the flag to create it when it looks for one to roll
@@ -58,7 +58,7 @@ int openConfined(sqlite3_vfs *vfs, sqlite3_filename name, sqlite3_file *file, in
 {
     const bool isOther = (flags & (SQLITE_OPEN_SUPER_JOURNAL | SQLITE_OPEN_WAL)) != 0;
     const bool isLeftover = (flags & SQLITE_OPEN_MAIN_JOURNAL) != 0 && (flags & SQLITE_OPEN_CREATE) == 0;
-    if (isOther || (isLeftover && !superJournalIn(QFile::decodeName(name)).isEmpty())) {
+    if (isOther || (isLeftover && !superJournalIn(QString::fromUtf8(name)).isEmpty())) {
         file->pMethods = nullptr;
         return SQLITE_CANTOPEN;
     }

@@ -2,13 +2,13 @@
 #include "platform/dao/Maintenance.h"
 
 #include "platform/basic/DiskSync.h"
+#include "platform/basic/FileReplacement.h"
 #include "platform/dao/DataError.h"
 #include "platform/dao/FileCopy.h"
 #include "platform/dao/Sqlite.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryFile>
 
 #include <sqlite3.h>
 
@@ -114,19 +114,16 @@ void copyFile(const QString &from, const QString &path,
     if (QFileInfo::exists(path)) {
         failBackup(path, QStringLiteral("there is a file of this name."));
     }
-    QTemporaryFile target(path + QLatin1String(".XXXXXX.part"));
-    if (!target.open()) {
+    basic::UnfinishedFile target(path + QLatin1String(".XXXXXX.part"));
+    if (target.path().isEmpty()) {
         failBackup(path, target.errorString());
     }
-    target.close();
-    const auto copy = start(target.fileName());
+    const auto copy = start(target.path());
     while (copy->step()) {}
     copy->finish();
-    // QTemporaryFile would go by its own idea of the name, and rename of QFile never replaces a file.
-    if (!QFile::rename(target.fileName(), path)) {
+    if (!target.rename(path)) {
         failBackup(path, QStringLiteral("the finished copy cannot be given its name."));
     }
-    target.setAutoRemove(false);
     QFile::setPermissions(path, QFile::permissions(from));
     basic::syncToDisk(QFileInfo(path).absolutePath());
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/dao/MirrorCache.h"
 
+#include "platform/basic/FileReplacement.h"
 #include "platform/dao/Sqlite.h"
 
 #include <QCryptographicHash>
@@ -8,7 +9,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
-#include <QTemporaryFile>
 
 #include <sqlite3.h>
 
@@ -108,12 +108,14 @@ void MirrorCache::save(const Connection &mirror) const
     sqlite3_int64 size = 0;
     const std::unique_ptr<unsigned char, Freeing> image(sqlite3_serialize(mirror.get(), "main", &size, 0));
     // Nobody but its owner can read such a file from its making on.
-    QTemporaryFile file(folder_ + QStringLiteral("/XXXXXX"));
-    if (!image || !file.open() || file.write(reinterpret_cast<const char *>(image.get()), size) != size || !file.flush()) {
+    basic::UnfinishedFile unfinished(folder_ + QStringLiteral("/XXXXXX"));
+    QFile file(unfinished.path());
+    if (!image || unfinished.path().isEmpty() || !file.open(QIODevice::WriteOnly)
+        || file.write(reinterpret_cast<const char *>(image.get()), size) != size || !file.flush()) {
         return;
     }
-    const QString path = folder_ + u'/' + file_ + u'-' + content_ + u'-' + hashOf(file.fileName()) + Ending;
-    file.setAutoRemove(!QFile::rename(file.fileName(), path));
+    file.close();
+    unfinished.rename(folder_ + u'/' + file_ + u'-' + content_ + u'-' + hashOf(unfinished.path()) + Ending);
 }
 
 } // namespace dao

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/dao/Sqlite.h"
 
+#include "platform/basic/DiskSync.h"
+#include "platform/basic/NativePath.h"
 #include "platform/dao/Collation.h"
 #include "platform/dao/DatabaseVfs.h"
 #include "platform/dao/DateParts.h"
 
 #include <sqlite3.h>
 
-#include <cerrno>
 #include <new>
 
 namespace dao
@@ -38,11 +39,6 @@ void datePartForSqlite(sqlite3_context *context, int, sqlite3_value **arguments)
     }
 }
 
-bool isFullDisk(int systemError)
-{
-    return systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
-}
-
 DataError errorFor(int code, const QString &path, const QString &message, int systemError)
 {
     using Number = DataErrorNumber;
@@ -51,7 +47,7 @@ DataError errorFor(int code, const QString &path, const QString &message, int sy
     case SQLITE_LOCKED:
         return {Number::Locked, QStringLiteral("%1 is in use by another program. Try again when it has finished.").arg(path)};
     case SQLITE_IOERR:
-        if (!isFullDisk(systemError)) {
+        if (!basic::isFullDisk(systemError)) {
             return {Number::DiskError,
                     QStringLiteral("Reading or writing %1 failed. Check the disk and the connection to it.").arg(path)};
         }
@@ -116,7 +112,7 @@ void Connection::Closer::operator()(sqlite3 *handle) const
 }
 
 Connection::Connection(const QString &path, Mode mode)
-    : Connection((refuseForeignJournal(path), path), path.toUtf8().constData(),
+    : Connection((refuseForeignJournal(path), path), basic::nativePath(path).toUtf8().constData(),
                  mode == Mode::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE, confinedVfs())
 {
 }

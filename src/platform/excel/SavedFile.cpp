@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/excel/SavedFile.h"
 
+#include "platform/basic/FileReplacement.h"
 #include "platform/basic/Permissions.h"
 #include "platform/excel/BiffWriter.h"
 #include "platform/excel/ExcelError.h"
 #include "platform/excel/XlsxWriter.h"
 
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace excel
 {
@@ -35,10 +35,9 @@ void saveBook(const model::Book &book, const QString &path, int format)
         refuse(path, QStringLiteral("it is a folder."));
     }
     const QByteArray bytes = bytesOf(book, path, format);
-    QSaveFile file(path);
     const bool isNew = !QFileInfo::exists(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        refuse(path, file.errorString());
+    if (const QString failure = basic::writeWholeFile(path, bytes); !failure.isEmpty()) {
+        refuse(path, failure);
     }
     if (isNew) {
         basic::followFolder(path);

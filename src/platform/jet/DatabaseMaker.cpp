@@ -2,6 +2,7 @@
 #include "platform/jet/DatabaseMaker.h"
 
 #include "platform/basic/Clock.h"
+#include "platform/basic/FileReplacement.h"
 #include "platform/basic/SerialDate.h"
 #include "platform/jet/DataPageEditor.h"
 #include "platform/jet/DefinitionLayout.h"
@@ -14,7 +15,6 @@
 #include "platform/jet/UsageMapEditor.h"
 
 #include <QFile>
-#include <QTemporaryFile>
 
 #include <algorithm>
 #include <array>
@@ -258,17 +258,8 @@ void write(QFile &file, const Pager &pager)
     syncFile(file);
 }
 
-} // namespace
-
-void createDatabase(const QString &path, const QString &password)
+void fillDatabase(QFile &file, const QString &password)
 {
-    if (QFile::exists(path)) {
-        throw Error(ErrorNumber::FileExists, QStringLiteral("%1 exists already.").arg(path));
-    }
-    QTemporaryFile file(path + QStringLiteral(".XXXXXX"));
-    if (!file.open()) {
-        throw Error(ErrorNumber::CannotOpenFile, QStringLiteral("%1 cannot be made: %2.").arg(path, file.errorString()));
-    }
     const QDateTime now = basic::Clock::now();
     const QByteArray header = newHeader(password, basic::SerialDate::fromDateTime(now.date(), now.time()).days());
     const QByteArray empty = header + QByteArray((FixedPages - 1) * PageBytes, '\0');
@@ -281,10 +272,25 @@ void createDatabase(const QString &path, const QString &password)
     fillObjects(allocator);
     fillRights(allocator);
     write(file, pager);
-    if (!QFile::rename(file.fileName(), path)) {
+}
+
+} // namespace
+
+void createDatabase(const QString &path, const QString &password)
+{
+    if (QFile::exists(path)) {
+        throw Error(ErrorNumber::FileExists, QStringLiteral("%1 exists already.").arg(path));
+    }
+    basic::UnfinishedFile unfinished(path + QStringLiteral(".XXXXXX"));
+    QFile file(unfinished.path());
+    if (unfinished.path().isEmpty() || !file.open(QIODevice::ReadWrite)) {
+        throw Error(ErrorNumber::CannotOpenFile, QStringLiteral("%1 cannot be made: %2.").arg(path, unfinished.errorString()));
+    }
+    fillDatabase(file, password);
+    file.close();
+    if (!unfinished.rename(path)) {
         throw Error(ErrorNumber::CannotOpenFile, QStringLiteral("%1 cannot be made.").arg(path));
     }
-    file.setAutoRemove(false);
     syncFolderOf(path);
 }
 

@@ -2,19 +2,10 @@
 #include "platform/jet/DiskFile.h"
 
 #include "platform/basic/DiskSync.h"
+#include "platform/basic/FileReplacement.h"
 #include "platform/jet/Error.h"
 
 #include <QFileInfo>
-
-#include <algorithm>
-#include <cerrno>
-
-#ifdef _WIN32
-#include <io.h>
-#include <windows.h>
-#else
-#include <unistd.h>
-#endif
 
 namespace jet
 {
@@ -22,27 +13,13 @@ namespace jet
 namespace
 {
 
-/// `code` is the system's. A limit on the size of a file or on a user's share of the disk counts as a full disk.
+/// `code` is the system's.
 [[noreturn]] void fail(const QFile &file, int code)
 {
-#ifdef EDQUOT
-    const bool isOverShare = code == EDQUOT;
-#else
-    const bool isOverShare = false;
-#endif
-    if (code == ENOSPC || code == EFBIG || isOverShare) {
+    if (basic::isFullDisk(code)) {
         throw Error(ErrorNumber::DiskFull, QStringLiteral("%1 cannot be written: the disk is full.").arg(file.fileName()));
     }
     throw Error(ErrorNumber::DiskError, QStringLiteral("%1 cannot be written: %2.").arg(file.fileName(), qt_error_string(code)));
-}
-
-bool waitForDisk(int handle)
-{
-#ifdef _WIN32
-    return FlushFileBuffers(reinterpret_cast<HANDLE>(_get_osfhandle(handle))) != 0;
-#else
-    return ::fsync(handle) == 0;
-#endif
 }
 
 } // namespace
@@ -50,27 +27,17 @@ bool waitForDisk(int handle)
 void writeAt(QFile &file, qint64 offset, const char *bytes, qint64 length)
 {
     if (!file.seek(offset)) {
-        fail(file, errno);
+        throw Error(ErrorNumber::DiskError, QStringLiteral("%1 cannot be written: %2.").arg(file.fileName(), file.errorString()));
     }
-    while (length > 0) {
-#ifdef _WIN32
-        const auto written = ::_write(file.handle(), bytes, static_cast<unsigned int>(length));
-#else
-        const auto written = ::write(file.handle(), bytes, static_cast<std::size_t>(length));
-#endif
-        if (written < 0 && errno != EINTR) {
-            fail(file, errno);
-        }
-        const auto done = std::max<qint64>(written, 0);
-        bytes += done;
-        length -= done;
+    if (const int failure = basic::writeAll(file.handle(), bytes, length)) {
+        fail(file, failure);
     }
 }
 
 void syncFile(QFile &file)
 {
-    if (!waitForDisk(file.handle())) {
-        fail(file, errno);
+    if (const int failure = basic::syncOpenFile(file.handle())) {
+        fail(file, failure);
     }
 }
 
@@ -84,7 +51,7 @@ void resizeFile(QFile &file, qint64 length)
 void removeFile(const QString &path)
 {
     QFile file(path);
-    if (!file.remove()) {
+    if (!basic::retryWhileBusy([&] { return file.remove() || !file.exists(); })) {
         throw Error(ErrorNumber::DiskError, QStringLiteral("%1 cannot be removed: %2.").arg(path, file.errorString()));
     }
 }

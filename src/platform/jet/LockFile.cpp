@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/jet/LockFile.h"
 
+#include "platform/basic/FileReplacement.h"
 #include "platform/basic/Permissions.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/RangeLock.h"
@@ -46,7 +47,7 @@ LockFile::LockFile(const QString &databasePath) : databasePath_(databasePath), f
     timer.start();
     while (slot_ < 0) {
         const bool isNew = !file_.exists();
-        if (!file_.open(QIODevice::ReadWrite | QIODevice::Unbuffered)) {
+        if (!basic::retryWhileBusy([&] { return file_.open(QIODevice::ReadWrite | QIODevice::Unbuffered); })) {
             throw Error(ErrorNumber::CannotOpenFile,
                         QStringLiteral("The lock file %1 cannot be opened: %2.").arg(file_.fileName(), file_.errorString()));
         }
@@ -105,6 +106,7 @@ bool LockFile::isStillThere() const
     return ::fstat(file_.handle(), &ours) == 0 && ::stat(QFile::encodeName(file_.fileName()).constData(), &there) == 0
         && ours.st_dev == there.st_dev && ours.st_ino == there.st_ino;
 #else
+    // An open file cannot be removed: it is opened without the share mode for that.
     return true;
 #endif
 }

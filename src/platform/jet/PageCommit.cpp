@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/jet/PageCommit.h"
 
+#include "platform/basic/FileReplacement.h"
 #include "platform/jet/CommitBytes.h"
 #include "platform/jet/DiskFile.h"
 #include "platform/jet/Error.h"
@@ -23,7 +24,7 @@ constexpr qint64 PageBytes = static_cast<qint64>(PageSize);
 
 void openForWriting(QFile &file, QIODevice::OpenMode mode)
 {
-    if (!file.open(mode | QIODevice::Unbuffered)) {
+    if (!basic::retryWhileBusy([&] { return file.open(mode | QIODevice::Unbuffered); })) {
         throw Error(ErrorNumber::CannotOpenFile,
                     QStringLiteral("%1 cannot be written: %2.").arg(file.fileName(), file.errorString()));
     }

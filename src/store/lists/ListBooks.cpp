@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/lists/ListBooks.h"
 
+#include "platform/basic/FileReplacement.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/excel/Application.h"
 #include "platform/sheets/Csv.h"
 
 #include <QFileInfo>
 #include <QHash>
-#include <QSaveFile>
 
 #include <algorithm>
 
@@ -164,10 +164,9 @@ void writeBook(const FarmLists &lists, const QString &path)
 void writeCsv(const FarmLists &lists, List list, const QString &path)
 {
     const QByteArray bytes = sheets::csvBytes(sheetRows(lists, list));
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+    if (const QString failure = basic::writeWholeFile(path, bytes); !failure.isEmpty()) {
         throw basic::RunTimeError(basic::ErrorNumber::PathFileAccess,
-                                  QStringLiteral("%1 could not be written: %2.").arg(path, file.errorString()));
+                                  QStringLiteral("%1 could not be written: %2.").arg(path, failure));
     }
 }
 
