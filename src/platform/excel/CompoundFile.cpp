@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/excel/CompoundFile.h"
 
+#include "platform/excel/CompoundEntries.h"
 #include "platform/excel/ExcelError.h"
 
 #include <gsf/gsf.h>
@@ -19,15 +20,6 @@ struct Unref {
     void operator()(gpointer object) const { g_object_unref(object); }
 };
 template <typename Object> using Owned = std::unique_ptr<Object, Unref>;
-
-constexpr qsizetype Deepest = 16;
-constexpr std::size_t MaxEntries = 4096;
-constexpr qsizetype ClassIdLength = 16;
-
-[[noreturn]] void damaged()
-{
-    throw ExcelError(QStringLiteral("its container is damaged."));
-}
 
 /// Suppresses what the library prints to stderr about damage; the caller gets an error instead.
 class QuietLibrary
@@ -57,79 +49,47 @@ private:
 class ContainerReader
 {
 public:
-    /// Entries of an undamaged container share no bytes, so together they are no larger than the file.
-    explicit ContainerReader(qsizetype fileSize) : bytesLeft_(fileSize) {}
+    explicit ContainerReader(qsizetype fileSize) : entries_(fileSize) {}
 
     void readStorage(GsfInfile *storage, const QStringList &path);
-    std::vector<CompoundEntry> takeEntries() { return std::move(entries_); }
+    std::vector<CompoundEntry> take() { return entries_.take(); }
 
 private:
-    QByteArray bytesOf(GsfInput *input);
-    void add(CompoundEntry entry);
+    void readStream(GsfInput *input, const QStringList &path);
 
-    qsizetype bytesLeft_;
-    std::vector<CompoundEntry> entries_;
+    CompoundEntries entries_;
 };
 
-QByteArray ContainerReader::bytesOf(GsfInput *input)
+void ContainerReader::readStream(GsfInput *input, const QStringList &path)
 {
-    const gsf_off_t size = gsf_input_size(input);
-    if (size < 0 || size > bytesLeft_) {
-        damaged();
+    QByteArray &bytes = entries_.addStream(path, gsf_input_size(input));
+    if (!bytes.isEmpty()
+        && !gsf_input_read(input, static_cast<std::size_t>(bytes.size()), reinterpret_cast<guint8 *>(bytes.data()))) {
+        damagedContainer();
     }
-    if (size == 0) {
-        return {};
-    }
-    bytesLeft_ -= size;
-    QByteArray bytes(static_cast<qsizetype>(size), Qt::Uninitialized);
-    if (!gsf_input_read(input, static_cast<std::size_t>(size), reinterpret_cast<guint8 *>(bytes.data()))) {
-        damaged();
-    }
-    return bytes;
-}
-
-void ContainerReader::add(CompoundEntry entry)
-{
-    if (entries_.size() >= MaxEntries) {
-        damaged();
-    }
-    entries_.push_back(std::move(entry));
 }
 
 void ContainerReader::readStorage(GsfInfile *storage, const QStringList &path)
 {
-    if (path.size() > Deepest) {
-        damaged();
-    }
-    QByteArray classId(ClassIdLength, '\0');
+    QByteArray classId(CompoundEntries::ClassIdLength, '\0');
     gsf_infile_msole_get_class_id(GSF_INFILE_MSOLE(storage), reinterpret_cast<guint8 *>(classId.data()));
-    add({path, true, {}, classId});
+    entries_.addStorage(path, classId);
     const int count = gsf_infile_num_children(storage);
     for (int number = 0; number < count; ++number) {
         const Owned<GsfInput> child(gsf_infile_child_by_index(storage, number));
         const char *name = gsf_infile_name_by_index(storage, number);
         if (!child || !name) {
-            damaged();
+            damagedContainer();
         }
         const QStringList childPath = path + QStringList{QString::fromUtf8(name)};
         if (GSF_IS_INFILE_MSOLE(child.get()) && gsf_infile_num_children(GSF_INFILE(child.get())) >= 0) {
             readStorage(GSF_INFILE(child.get()), childPath);
         } else {
-            add({childPath, false, bytesOf(child.get()), {}});
+            readStream(child.get(), childPath);
         }
     }
 }
 } // namespace
-
-bool isStream(const CompoundEntry &entry, QLatin1String name)
-{
-    return !entry.isStorage && entry.path.size() == 1 && entry.path.first().compare(name, Qt::CaseInsensitive) == 0;
-}
-
-bool isCompound(const QByteArray &bytes)
-{
-    return bytes.startsWith("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1");
-}
 
 std::vector<CompoundEntry> readCompound(const QByteArray &bytes)
 {
@@ -138,11 +98,11 @@ std::vector<CompoundEntry> readCompound(const QByteArray &bytes)
     const Owned<GsfInput> input(gsf_input_memory_new(reinterpret_cast<const guint8 *>(bytes.constData()), bytes.size(), FALSE));
     const Owned<GsfInfile> root(gsf_infile_msole_new(input.get(), nullptr));
     if (!root) {
-        damaged();
+        damagedContainer();
     }
     ContainerReader reader(bytes.size());
     reader.readStorage(root.get(), {});
-    return reader.takeEntries();
+    return reader.take();
 }
 
 QByteArray writeCompound(const std::vector<CompoundEntry> &entries)
@@ -158,7 +118,7 @@ QByteArray writeCompound(const std::vector<CompoundEntry> &entries)
         } else {
             const auto parent = storages.find(entry.path.first(entry.path.size() - 1));
             if (parent == storages.end()) {
-                damaged();
+                damagedContainer();
             }
             const QByteArray name = entry.path.last().toUtf8();
             Owned<GsfOutput> child(gsf_outfile_new_child(parent->second.get(), name.constData(), entry.isStorage));
@@ -172,7 +132,7 @@ QByteArray writeCompound(const std::vector<CompoundEntry> &entries)
             storages[entry.path].reset(GSF_OUTFILE(child.release()));
         }
         GsfOutfile *storage = storages[entry.path].get();
-        if (entry.classId.size() == ClassIdLength) {
+        if (entry.classId.size() == CompoundEntries::ClassIdLength) {
             gsf_outfile_msole_set_class_id(GSF_OUTFILE_MSOLE(storage),
                                            reinterpret_cast<const guint8 *>(entry.classId.constData()));
         }
