@@ -30,9 +30,23 @@ uint preferenceIn(QVariant value)
     return value.toUInt();
 }
 
-} // namespace
+class PortalWatcher : public QObject
+{
+    Q_OBJECT
+public:
+    explicit PortalWatcher(QApplication &application);
 
-DesktopColours::DesktopColours(QApplication &application)
+private Q_SLOTS:
+    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+
+private:
+    void apply(uint preference);
+
+    QApplication &application_;
+    bool darkPalette_;
+};
+
+PortalWatcher::PortalWatcher(QApplication &application)
     : application_(application), darkPalette_(application.palette().color(QPalette::Window).lightness() < 128)
 {
     constexpr int milliseconds = 500;
@@ -51,14 +65,22 @@ DesktopColours::DesktopColours(QApplication &application)
     apply(preference);
 }
 
-void DesktopColours::settingChanged(const QString &group, const QString &key, const QDBusVariant &value)
+void PortalWatcher::settingChanged(const QString &group, const QString &key, const QDBusVariant &value)
 {
     if (group == Group && key == Key) {
         apply(preferenceIn(value.variant()));
     }
 }
 
-void DesktopColours::apply(uint preference)
+void PortalWatcher::apply(uint preference)
 {
     controls::Theme::apply(application_, preference == NoPreference ? darkPalette_ : preference == Dark);
 }
+
+} // namespace
+
+DesktopColours::DesktopColours(QApplication &application) : watcher_(std::make_unique<PortalWatcher>(application)) {}
+
+DesktopColours::~DesktopColours() = default;
+
+#include "DesktopColours.moc"

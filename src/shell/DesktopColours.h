@@ -1,26 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QObject>
+#include <memory>
 
 class QApplication;
-class QDBusVariant;
+class QObject;
 
 /// Applies the light or dark theme that the desktop prefers, and follows a change while the program runs. The preference comes
 /// from the settings portal of the session bus (GNOME, Plasma and others); without one, from the lightness of the desktop's
-/// palette at start.
-class DesktopColours : public QObject
+/// palette at start. On Windows it comes from the user's settings, where a contrast scheme goes before light and dark.
+class DesktopColours
 {
-    Q_OBJECT
 public:
     explicit DesktopColours(QApplication &application);
-
-private Q_SLOTS:
-    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+    ~DesktopColours();
+    DesktopColours(const DesktopColours &) = delete;
+    DesktopColours &operator=(const DesktopColours &) = delete;
 
 private:
-    void apply(uint preference);
-
-    QApplication &application_;
-    bool darkPalette_;
+    std::unique_ptr<QObject> watcher_;
 };

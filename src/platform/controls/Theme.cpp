@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -82,6 +83,7 @@ struct Palettes {
 };
 
 bool darkPalette = false;
+std::optional<PaletteColours> ownColours;
 
 QPalette paletteOf(const PaletteColours &colours)
 {
@@ -132,19 +134,32 @@ QString styleSheet()
                          darkPalette ? QStringLiteral(":/farm/tinted/dark") : QStringLiteral(":/farm/tinted/light"));
 }
 
-} // namespace
-
-void Theme::apply(QApplication &application, bool dark)
+void applyColours(QApplication &application)
 {
-    darkPalette = dark;
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QApplication::setPalette(paletteOf(colours()));
+    QApplication::setPalette(paletteOf(Theme::colours()));
     QFont font = QApplication::font();
     if (font.pointSizeF() < MinFont) {
         font.setPointSizeF(MinFont);
     }
     QApplication::setFont(font);
     application.setStyleSheet(styleSheet());
+}
+
+} // namespace
+
+void Theme::apply(QApplication &application, bool dark)
+{
+    darkPalette = dark;
+    ownColours.reset();
+    applyColours(application);
+}
+
+void Theme::apply(QApplication &application, bool dark, const PaletteColours &own)
+{
+    darkPalette = dark;
+    ownColours = own;
+    applyColours(application);
 }
 
 bool Theme::isDark()
@@ -155,7 +170,7 @@ bool Theme::isDark()
 const PaletteColours &Theme::colours()
 {
     static const Palettes palettes;
-    return darkPalette ? palettes.dark : palettes.light;
+    return ownColours ? *ownColours : darkPalette ? palettes.dark : palettes.light;
 }
 
 QColor Theme::colour(const QString &name)

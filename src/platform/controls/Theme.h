@@ -27,6 +27,8 @@ struct PaletteColours {
     QColor soft;
     QColor onAccent; // onacc
     QColor danger;
+
+    bool operator==(const PaletteColours &) const = default;
 };
 
 /// The appearance of the program: the Fusion style, a palette, the style sheet with its colour names filled in, tinted icons.
@@ -36,6 +38,8 @@ class Theme
 public:
     /// Applies palette, font (not below 10 pt) and style sheet; may be called again.
     static void apply(QApplication &application, bool dark);
+    /// The same with colours of the desktop, which a contrast scheme chooses; `dark` decides about images alone.
+    static void apply(QApplication &application, bool dark, const PaletteColours &own);
     static bool isDark();
     static const PaletteColours &colours();
     /// A colour by its name in the palette file; error 5 for an unknown name.
