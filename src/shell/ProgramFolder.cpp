@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/ProgramFolder.h"
 
+#include "platform/basic/FileReplacement.h"
 #include "platform/basic/Permissions.h"
 #include "platform/basic/RunTimeError.h"
 #include "platform/basic/TextFiles.h"
@@ -28,21 +29,28 @@ void copyTemplate(const QString &from, const QString &to)
     basic::followFolder(to);
 }
 
+/// Permissions do not tell on every system, and a read-only disk has them too.
+bool isWritable(const QString &folder)
+{
+    return !basic::UnfinishedFile(folder + QStringLiteral("/XXXXXX")).path().isEmpty();
+}
+
 } // namespace
 
 ProgramFolders ProgramFolders::ofThisProgram()
 {
     const QString program = QCoreApplication::applicationDirPath();
     const QString name = QStringLiteral("/farm-monitoring");
+    const QString installed = QDir::cleanPath(program + QStringLiteral("/../share") + name + QStringLiteral("/Templates"));
     return {.program = program,
             .user = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + name,
-            .templates = QDir::cleanPath(program + QStringLiteral("/../share") + name + QStringLiteral("/Templates"))};
+            .templates = basic::findPath(program + QStringLiteral("/Templates")).value_or(installed)};
 }
 
 QString programFolder(const ProgramFolders &folders)
 {
     const bool isUnpacked = basic::findPath(folders.program + QStringLiteral("/Templates")).has_value();
-    return holdsDatabases(folders.program) || isUnpacked ? folders.program : folders.user;
+    return holdsDatabases(folders.program) || (isUnpacked && isWritable(folders.program)) ? folders.program : folders.user;
 }
 
 void makeProgramFolder(const QString &folder, const QString &templates)

@@ -9,14 +9,14 @@ struct ProgramFolders {
     QString program;
     /// This user's folder, in the data directory.
     QString user;
-    /// The installed templates, to be copied for the user.
+    /// The installed templates, to be copied for the user; those next to the program where it is unpacked.
     QString templates;
 
     static ProgramFolders ofThisProgram();
 };
 
-/// The folder of Databases, Templates and Reports: the program's own when it holds Databases or, unpacked somewhere,
-/// Templates; else the user's.
+/// The folder of Databases, Templates and Reports: the program's own when it holds Databases or, unpacked where this user can
+/// write, Templates; else the user's.
 QString programFolder(const ProgramFolders &folders);
 
 /// Makes the folder and copies the templates that it lacks; existing ones may have the office's logo. Error 75 when a folder or
