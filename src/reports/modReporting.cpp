@@ -12,7 +12,9 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 
+#include <algorithm>
 #include <array>
 
 using basic::runOrIgnore;
@@ -211,6 +213,12 @@ QString checkedFileName(const QString &name)
             throw excel::ExcelError(QStringLiteral("No file can be named \"%1\": the character %2 is not allowed in a file name.")
                                         .arg(name, character));
         }
+    }
+    // Windows takes these for devices, whatever follows the first full stop.
+    static const QRegularExpression device(QStringLiteral("^ *(CON|PRN|AUX|NUL|COM[0-9]|LPT[0-9]) *(\\.|$)"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    if (device.match(name).hasMatch() || std::any_of(name.begin(), name.end(), [](QChar letter) { return letter < u' '; })) {
+        throw excel::ExcelError(QStringLiteral("No file can be named \"%1\": not every system allows that name.").arg(name));
     }
     return name;
 }
