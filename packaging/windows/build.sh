@@ -19,8 +19,7 @@ cmake --preset release -DFARM_BENCH=OFF >/dev/null
 cmake --build build/release --target icons templates
 
 echo "== The project"
-cmake -S . -B build/windows/release -G Ninja -DCMAKE_BUILD_TYPE=Release -DFARM_BENCH=OFF -DFARM_HOST_BUILD="$PWD/build/release" \
-    -DCMAKE_TOOLCHAIN_FILE="$PWD/packaging/windows/toolchain.cmake" -DCMAKE_FIND_ROOT_PATH="$prefix" >/dev/null
+configureForWindows "$prefix" >/dev/null
 cmake --build build/windows/release --target FarmMonitoring MainModule farmdata
 
 packaging/windows/package.sh "$prefix" build/release build/windows/release

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced by the scripts of this folder.
 
 windowsPackages="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev tcl nsis dpkg-dev"
@@ -25,4 +26,10 @@ librariesFolder() {
         cat packaging/windows/{libraries.sh,toolchain.cmake,libraries/CMakeLists.txt}
     } | sha256sum | cut -c 1-16)
     echo "${FARM_WINDOWS_CACHE:-$HOME/.cache/farm-windows}/$key"
+}
+
+# configureForWindows LIBRARIES: needs icons and make_templates in build/release.
+configureForWindows() {
+    cmake -S . -B build/windows/release -G Ninja -DCMAKE_BUILD_TYPE=Release -DFARM_TESTS=OFF -DFARM_BENCH=OFF -DFARM_HOST_BUILD="$PWD/build/release" \
+        -DCMAKE_TOOLCHAIN_FILE="$PWD/packaging/windows/toolchain.cmake" -DCMAKE_FIND_ROOT_PATH="$1"
 }
