@@ -163,9 +163,6 @@ private Q_SLOTS:
 
     void aCopyMadeWhileTheProgramWritesIsConsistent()
     {
-        if (TemporaryFarm::kind() == dao::FileKind::Jet) {
-            QSKIP("A write can be refused while another process opens a Jet file: its user is present for a moment.");
-        }
         TemporaryFarm farm;
         farm.addInstruction({.blocks = {{1, 2}}, .targets = {1}});
         farm.close();
