@@ -26,7 +26,8 @@ private Q_SLOTS:
 
     void aLockThatCannotBeCreatedIsNoOtherCopy()
     {
-        setFolder(running_.filePath("none"));
+        // A file is in the way.
+        setFolder(QCoreApplication::applicationFilePath() + "/none");
         QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, tryProgramLock(running_.path()));
     }
 
