@@ -47,7 +47,8 @@ void runProcess(const char *path, const QStringList &arguments)
 QList<QDateTime> writeTimes(const BigFarm &farm)
 {
     QList<QDateTime> times;
-    for (const QFileInfo &file : QFileInfo(farm.pestFile()).dir().entryInfoList(QDir::Files, QDir::Name)) {
+    for (const QFileInfo &file :
+         QFileInfo(farm.pestFile()).dir().entryInfoList({QStringLiteral("*.mdb")}, QDir::Files, QDir::Name)) {
         times.append(file.lastModified());
     }
     return times;

@@ -64,6 +64,7 @@ void ListCellBox::open(const QStringList &choices, bool severalChoices)
     row_ = grid_.Row();
     col_ = grid_.Col();
     severalChoices_ = severalChoices;
+    offered_ = choices;
     choices_->setStringList(choices);
     grid_.showCell(row_, col_);
     box_->setText(grid_.Text());
@@ -99,10 +100,15 @@ void ListCellBox::place()
 
 void ListCellBox::complete(bool all)
 {
-    if (choices_->rowCount() == 0) {
+    if (offered_.isEmpty()) {
         return;
     }
     const QString typed = severalChoices_ ? box_->text().section(u';', -1).trimmed() : box_->text();
+    // What begins with the typed letters comes before what only contains them.
+    QStringList choices = offered_;
+    std::stable_partition(choices.begin(), choices.end(),
+                          [&](const QString &choice) { return choice.startsWith(typed, Qt::CaseInsensitive); });
+    choices_->setStringList(choices);
     completer_->setCompletionPrefix(all ? QString() : typed);
     if ((typed.isEmpty() && !all) || completer_->completionCount() == 0) {
         completer_->popup()->hide();
@@ -214,6 +220,7 @@ bool ListCellBox::keyPress(const QKeyEvent &key)
         return true;
     case Qt::Key_Escape:
         close();
+        Q_EMIT abandoned();
         return true;
     default:
         return false;

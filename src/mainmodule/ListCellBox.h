@@ -41,6 +41,8 @@ public:
 Q_SIGNALS:
     /// The box was closed by a key that goes on to another cell: by columns (Tab) or rows (Enter, Up, Down).
     void moveRequested(int rows, int columns);
+    /// Esc: what was typed is dropped.
+    void abandoned();
 
 private:
     /// True ends the event there.
@@ -56,6 +58,7 @@ private:
     QLineEdit *box_;
     QCompleter *completer_;
     QStringListModel *choices_;
+    QStringList offered_;
     Store store_;
     bool severalChoices_ = false;
     bool open_ = false;

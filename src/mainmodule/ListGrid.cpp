@@ -56,6 +56,7 @@ ListGrid::ListGrid(controls::FlexGrid &grid, ListHost &host, std::unique_ptr<Pag
     connect(&grid_, &controls::FlexGrid::DblClick, this, [this] { open(nullptr); });
     connect(&grid_, &controls::FlexGrid::HeaderClick, this, &ListGrid::sortByColumn);
     connect(&box_, &ListCellBox::moveRequested, this, &ListGrid::move);
+    connect(&box_, &ListCellBox::abandoned, this, [this] { host_.showNote(QString()); });
 }
 
 void ListGrid::layOut()

@@ -204,10 +204,12 @@ void MainModuleWindow::refresh()
     }
 }
 
-/// On the pages of lists, so that a new office need not come back to the start page after each.
+/// On the pages of lists, so that a new office need not come back to the start page after each. After the last one the
+/// monitoring's own button is the next step.
 void MainModuleWindow::offerNextStep()
 {
     const std::optional<StartStep> next = start_->nextStep();
+    controls::Theme::setRole(*ui_->cmdMonitoring, next == StartStep::Monitoring && currentList() ? "first" : "");
     const QString text = next ? StartPage::goOnText(*next) : QString();
     ui_->cmdNext->setText(text);
     ui_->cmdNext->setVisible(hasDatabases_ && currentList() && !text.isEmpty() && pageOf(*next) != pageName());

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "mainmodule/StartPage.h"
 
+#include "platform/controls/Theme.h"
+
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QStyle>
 #include <QVBoxLayout>
 
 namespace mainmodule
@@ -76,13 +77,6 @@ std::optional<lists::List> listOf(StartStep step)
     return std::nullopt;
 }
 
-void setRole(QWidget &widget, const char *role)
-{
-    widget.setProperty("role", QLatin1String(role));
-    widget.style()->unpolish(&widget);
-    widget.style()->polish(&widget);
-}
-
 } // namespace
 
 StartPage::StartPage(QWidget *parent) : QWidget(parent), lead_(new QLabel(this))
@@ -125,8 +119,8 @@ void StartPage::addRow(StartStep step, const QString &number)
     Row row{step, new QLabel(number, this), new QLabel(tr(texts.title), this), new QLabel(this),
             new QPushButton(tr(texts.button), this)};
     row.title->setWordWrap(true);
-    setRole(*row.number, "value");
-    setRole(*row.state, "caption");
+    controls::Theme::setRole(*row.number, "value");
+    controls::Theme::setRole(*row.state, "caption");
     row.button->setAutoDefault(true);
     row.button->setObjectName(QLatin1String(texts.name));
     connect(row.button, &QPushButton::clicked, this, [this, step] { Q_EMIT stepRequested(step); });
@@ -173,7 +167,7 @@ void StartPage::showProgress(const lists::FarmLists &lists, bool hasDatabases)
         row.state->setText(hasDatabases ? stateOf(row.step, lists) : QString());
     }
     for (const Row &row : rows_) {
-        setRole(*row.button, row.step == next_ ? "first" : "");
+        controls::Theme::setRole(*row.button, row.step == next_ ? "first" : "");
     }
     lead_->setText(
         hasDatabases

@@ -22,6 +22,12 @@ CapturePage::CapturePage(ChildScreen &screen, ScreenHost &host, Ui::frmPestMon2 
     ui_.cmbBlock->setTypingAllowed(false);
     reportFullNote(*ui_.txtPMMNotes);
     on(ui_.cmbBlock, &controls::ItemCombo::Click, [this] { blockClick(); });
+    // What is typed next belongs into the first cell, which is framed already.
+    connect(ui_.cmbBlock, &controls::ItemCombo::ChosenFromList, this, [this] {
+        if (!grid_.editor().isOpen()) {
+            ui_.grdPest->setFocus();
+        }
+    });
     on(ui_.chkPMCom, &QCheckBox::clicked, [this] { completedClick(); });
     on(ui_.cmdSaveTrans, &QPushButton::clicked, [this] { cmdSaveTrans(); });
     on(ui_.cmdPP, &QPushButton::clicked, [this] {

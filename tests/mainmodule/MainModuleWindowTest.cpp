@@ -185,10 +185,18 @@ void MainModuleWindowTest::refusedTextStaysOpen()
     press(Qt::Key_Backspace);
     press(Qt::Key_Return);
     QCOMPARE(blocks().front(), QStringLiteral("Dam|50"));
+    // The refusal goes with the text that is dropped.
+    grid().setCell(1, 2);
+    type(QStringLiteral("900"));
+    press(Qt::Key_Return);
+    QVERIFY(window_->statusText().contains(QLatin1String("from 1 to 500")));
+    press(Qt::Key_Escape);
+    QVERIFY2(window_->statusText().isEmpty(), qPrintable(window_->statusText()));
 }
 
 void MainModuleWindowTest::incompleteLineWaits()
 {
+    farm_->addVariety(QStringLiteral("Citrus"), QStringLiteral("Orange"), QStringLiteral("Late Valencia"));
     farm_->addVariety(QStringLiteral("Citrus"), QStringLiteral("Orange"), QStringLiteral("Valencia"));
     show(QStringLiteral("planted-blocks"));
     press(Qt::Key_Insert);
@@ -198,9 +206,10 @@ void MainModuleWindowTest::incompleteLineWaits()
     type(QStringLiteral("Dam upper"));
     keys({Qt::Key_Tab});
     QCOMPARE(rows(QStringLiteral("Select BlockPID from tblBlockPlant")).size(), 0);
+    // A variety that begins with the letters goes before one that contains them.
     type(QStringLiteral("Val"));
     press(Qt::Key_Tab);
-    QCOMPARE(rows(QStringLiteral("Select PBlock, BlockID, CrVaID from tblBlockPlant")), QStringList("Dam upper|1|1"));
+    QCOMPARE(rows(QStringLiteral("Select PBlock, BlockID, CrVaID from tblBlockPlant")), QStringList("Dam upper|1|2"));
     QCOMPARE(grid().TextMatrix(1, 4), QStringLiteral("Orange"));
 }
 

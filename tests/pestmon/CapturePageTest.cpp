@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PestMonScreen.h"
 
+#include <QAbstractItemView>
 #include <QDir>
 
 /// Completion, repeat and the printed sheet of an instruction.
@@ -11,6 +12,7 @@ class CapturePageTest : public PestMonScreen
 private Q_SLOTS:
     void shownColumnsArePrinted();
     void completionIssuesOneSuccessor();
+    void keysGoToTheCellsOfABlockChosenInTheList();
     void uncompletedSaveAlsoRepeats();
     void failedRepeatLeavesNothingAndIsIssuedByTheNextSave_data();
     void failedRepeatLeavesNothingAndIsIssuedByTheNextSave();
@@ -37,6 +39,22 @@ void CapturePageTest::completionIssuesOneSuccessor()
     QCOMPARE(farm_->number(QStringLiteral("Select PMCount from tblPMData where PMTransID = %1").arg(key + 1)), 0);
     QCOMPARE(farm_->session.CurrentPMTransID, key);
     QVERIFY(find<QTabWidget>("tabBlock").isVisible());
+}
+
+void CapturePageTest::keysGoToTheCellsOfABlockChosenInTheList()
+{
+    const int key = issue(QStringLiteral("Count"), {1, 2}, {1});
+    capture(key, QStringLiteral("Blok A"));
+    auto &block = find<controls::ItemCombo>("cmbBlock");
+    block.setFocus();
+    QTest::keyClick(&block, Qt::Key_Space);
+    QTRY_VERIFY(block.view()->isVisible());
+    QTest::keyClick(block.view(), Qt::Key_Down);
+    QTest::keyClick(block.view(), Qt::Key_Return);
+    QTRY_COMPARE(QApplication::focusWidget(), &find<controls::FlexGrid>("grdPest"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_7);
+    QCOMPARE(find<QLineEdit>("txtG1").text(), QStringLiteral("7"));
+    QCOMPARE(block.ListIndex(), 1);
 }
 
 void CapturePageTest::uncompletedSaveAlsoRepeats()

@@ -79,7 +79,7 @@ const Plot &ChartView::plot() const
 
 std::optional<PointIndex> ChartView::pointAt(const QPoint &position) const
 {
-    return plot().pointAt(QPointF(position));
+    return plot().pointAt(QPointF(position), QRectF(visibleRegion().boundingRect()));
 }
 
 std::optional<QPoint> ChartView::positionOf(const PointIndex &index) const

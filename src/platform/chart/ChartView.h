@@ -37,9 +37,9 @@ public:
     std::optional<PointIndex> currentPoint() const;
     /// Series, label and value of a point, as shown in the tool tip and read by screen readers; empty for an empty cell.
     QString pointText(const PointIndex &index) const;
-    /// Of the legend, in logical pixels of a view of the given size; empty without a legend.
     /// Shown while nothing is drawn.
     void setEmptyText(const QString &text);
+    /// Of the legend, in logical pixels of a view of the given size; empty without a legend.
     QRect legendRectangle(const QSize &size) const;
 
     /// The chart in the colours for paper, in logical pixels of `size` from the painter's origin.

@@ -303,27 +303,37 @@ void Plot::placeValueLabels()
 AxesView Plot::axesView(const QRectF &seen) const
 {
     const QRectF whole(QPointF(), size_);
-    const double head = legend_.rectangle().bottom() + Edge / 2.0;
     QRectF inner = frame_.front;
     if (!frame_.depth.isNull() || hasPie()) {
         inner = inner.intersected(seen);
         return {inner.isEmpty() ? frame_.front : inner, {}, {}};
     }
-    inner = seen.adjusted(inner.left(), std::max(inner.top() - seen.top(), head + Edge / 2.0), inner.right() - whole.right(),
-                          inner.bottom() - whole.bottom());
+    inner = seen.adjusted(inner.left(), std::max(inner.top() - seen.top(), legendBottom() + Edge / 2.0),
+                          inner.right() - whole.right(), inner.bottom() - whole.bottom());
     return {inner, seen.topLeft(), seen.bottomRight() - whole.bottomRight()};
+}
+
+double Plot::legendBottom() const
+{
+    return legend_.rectangle().bottom() + Edge / 2.0;
+}
+
+QRectF Plot::shapesIn(const QRectF &seen) const
+{
+    const AxesView view = axesView(seen);
+    const bool scrollsWhole = view.start.isNull() && view.end.isNull();
+    return scrollsWhole ? seen.adjusted(0.0, legendBottom(), 0.0, 0.0) : view.inner.adjusted(0.0, 0.0, 1.0, 1.0);
 }
 
 void Plot::paint(QPainter &painter, const QRectF &exposed, const QRectF &seen) const
 {
     const QRectF whole(QPointF(), size_);
-    const bool isPart = !seen.isEmpty() && seen != whole;
-    const AxesView view = isPart ? axesView(seen) : AxesView{frame_.front, {}, {}};
+    const AxesView view = isPart(seen) ? axesView(seen) : AxesView{frame_.front, {}, {}};
     painter.save();
     painter.fillRect(exposed.intersected(whole), plotColours_.background);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (!view.start.isNull() || !view.end.isNull()) {
-        painter.setClipRect(view.inner.adjusted(0.0, 0.0, 1.0, 1.0));
+    if (isPart(seen)) {
+        painter.setClipRect(shapesIn(seen));
     }
     if (hasAxes()) {
         axes_.paintGrid(painter);
@@ -337,7 +347,7 @@ void Plot::paint(QPainter &painter, const QRectF &exposed, const QRectF &seen) c
         axes_.paint(painter, view);
     }
     if (!isEmpty()) {
-        paintHead(painter, isPart ? seen.topLeft() : QPointF());
+        paintHead(painter, isPart(seen) ? seen.topLeft() : QPointF());
     }
     painter.restore();
 }
@@ -352,7 +362,7 @@ void Plot::paintHead(QPainter &painter, const QPointF &legendOffset) const
     if (!legendOffset.isNull()) {
         painter.translate(legendOffset);
         // From the top of the visible part on, so that nothing of the chart shows above the names.
-        painter.fillRect(QRectF(0.0, 0.0, legendWidth_, legend_.rectangle().bottom() + Edge / 2.0), plotColours_.background);
+        painter.fillRect(QRectF(0.0, 0.0, legendWidth_, legendBottom()), plotColours_.background);
     }
     legend_.paint(painter);
 }
@@ -371,8 +381,11 @@ void Plot::paintValueLabels(QPainter &painter, const QRectF &exposed) const
     }
 }
 
-std::optional<PointIndex> Plot::pointAt(const QPointF &position) const
+std::optional<PointIndex> Plot::pointAt(const QPointF &position, const QRectF &seen) const
 {
+    if (isPart(seen) && !shapesIn(seen).contains(position)) {
+        return std::nullopt;
+    }
     std::optional<Shape::Hit> best;
     for (const auto &shape : shapes_) {
         const auto hit = shape->hitAt(position);

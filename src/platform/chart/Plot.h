@@ -27,7 +27,8 @@ public:
     /// axes are at its edges.
     void paint(QPainter &painter, const QRectF &exposed, const QRectF &seen = {}) const;
 
-    std::optional<PointIndex> pointAt(const QPointF &position) const;
+    /// Where only `seen` is visible, nothing is found under legend and axes.
+    std::optional<PointIndex> pointAt(const QPointF &position, const QRectF &seen = {}) const;
     const DrawnPoint *drawnPoint(const PointIndex &index) const;
     QPainterPath ringOf(const PointIndex &index) const;
     /// Points of a series in the order of their rows.
@@ -66,7 +67,12 @@ private:
     int headHeight(double left);
     void arrangeShapes();
     void placeValueLabels();
+    bool isPart(const QRectF &seen) const { return !seen.isEmpty() && seen != QRectF(QPointF(), size_); }
     AxesView axesView(const QRectF &seen) const;
+    /// The bottom of the legend and of its background.
+    double legendBottom() const;
+    /// Where the shapes are visible.
+    QRectF shapesIn(const QRectF &seen) const;
     void paintHead(QPainter &painter, const QPointF &legendOffset) const;
     std::vector<AxisTick> unitLabels() const;
     void paintValueLabels(QPainter &painter, const QRectF &exposed) const;

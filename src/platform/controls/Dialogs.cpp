@@ -64,15 +64,6 @@ void setUp(QMessageBox &box, BoxIcon icon)
     layout->addItem(new QSpacerItem(std::max(minWidth, titleWidth), 0), layout->rowCount(), 0, 1, layout->columnCount());
 }
 
-/// Filled, as the first button of a screen is.
-void markFirst(QAbstractButton *button)
-{
-    button->setProperty("role", QStringLiteral("first"));
-    // The box has given it its style already.
-    button->style()->unpolish(button);
-    button->style()->polish(button);
-}
-
 QString titleOr(const QString &title)
 {
     return title.isEmpty() ? QGuiApplication::applicationDisplayName() : title;
@@ -100,7 +91,7 @@ void MessageBoxes::message(const QString &text, const QString &title, BoxIcon ic
 {
     QMessageBox box(QMessageBox::NoIcon, titleOr(title), text, QMessageBox::Ok, parent_);
     setUp(box, icon);
-    markFirst(box.button(QMessageBox::Ok));
+    Theme::setRole(*box.button(QMessageBox::Ok), "first");
     // A path or a command can be copied into another window.
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     box.exec();
@@ -112,7 +103,7 @@ Answer MessageBoxes::question(const QString &text, const QString &title, Answer 
     setUp(box, BoxIcon::Question);
     const auto first = preselected == Answer::Yes ? QMessageBox::Yes : QMessageBox::No;
     box.setDefaultButton(first);
-    markFirst(box.button(first));
+    Theme::setRole(*box.button(first), "first");
     return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
 }
 

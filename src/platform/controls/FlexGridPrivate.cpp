@@ -80,13 +80,20 @@ void FlexGrid::Private::measure(int row, int col)
     content_.resize(std::max(content_.size(), static_cast<std::size_t>(state.cols.count())));
     Content &content = content_[static_cast<std::size_t>(col)];
     const QString &text = state.store.at(row, col).text;
-    const bool isHeading = row < state.rows.fixed();
-    if (!isHeading && text.size() < content.length) {
-        return;
+    int width = 0;
+    if (row < state.rows.fixed()) {
+        width = headingWidth(text, grid_.font(), state.rows.size(row));
+    } else {
+        if (!estimate_) {
+            estimate_.emplace(grid_.font());
+        }
+        const double estimate = estimate_->width(text);
+        if (estimate <= content.estimate) {
+            return;
+        }
+        content.estimate = estimate;
+        width = grid_.fontMetrics().horizontalAdvance(text);
     }
-    const int width =
-        isHeading ? headingWidth(text, grid_.font(), state.rows.size(row)) : grid_.fontMetrics().horizontalAdvance(text);
-    content.length = isHeading ? content.length : text.size();
     if (width > content.width) {
         content.width = width;
         layoutLater();

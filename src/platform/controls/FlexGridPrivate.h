@@ -5,6 +5,10 @@
 #include "platform/controls/FlexGridInput.h"
 #include "platform/controls/GridPainter.h"
 #include "platform/controls/GridState.h"
+#include "platform/controls/TextEstimate.h"
+
+#include <optional>
+#include <vector>
 
 namespace controls
 {
@@ -37,6 +41,7 @@ public:
     void measure(int row, int col);
     void measureAll();
     void forgetTexts() { content_.clear(); }
+    void forgetFont() { estimate_.reset(); }
     /// Scrolls as little as needed to show a line.
     void reveal(const GridAxis &axis, QScrollBar *bar, int line, int extent);
 
@@ -52,13 +57,13 @@ private:
 
     FlexGrid &grid_;
     QSize viewSize_;
-    /// The widest text of a column so far, in pixels, and the characters of the longest one: only one that is as long is
-    /// measured.
+    /// The widest text of a column so far, in pixels, and the greatest estimate: only a text with a greater one is measured.
     struct Content {
         int width = 0;
-        qsizetype length = 0;
+        double estimate = 0.0;
     };
     std::vector<Content> content_;
+    std::optional<TextEstimate> estimate_;
     bool repaintPending_ = false;
     bool layoutPending_ = true;
     bool layingOut_ = false;

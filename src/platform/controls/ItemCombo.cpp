@@ -11,6 +11,8 @@
 #include <QStyledItemDelegate>
 #include <QWheelEvent>
 
+#include <utility>
+
 namespace controls
 {
 
@@ -40,6 +42,9 @@ ItemCombo::ItemCombo(QWidget *parent) : QComboBox(parent)
         // A text wider than the field shows its beginning.
         lineEdit()->setCursorPosition(0);
         Q_EMIT Click();
+        if (std::exchange(listOpened_, false)) {
+            Q_EMIT ChosenFromList();
+        }
     });
     // When editing ends, QComboBox emits activated for an equal entry, but not for the one chosen before.
     connect(lineEdit(), &QLineEdit::textEdited, this, &ItemCombo::textEdited);
@@ -128,6 +133,12 @@ void ItemCombo::choose(int index)
     }
 }
 
+void ItemCombo::showPopup()
+{
+    listOpened_ = true;
+    QComboBox::showPopup();
+}
+
 void ItemCombo::setTypingAllowed(bool allowed)
 {
     lineEdit()->setReadOnly(!allowed);
@@ -142,6 +153,7 @@ bool ItemCombo::tabLeavesList(const QKeyEvent &event)
     }
     const int current = view()->currentIndex().row();
     hidePopup();
+    listOpened_ = false;
     choose(current);
     focusNextPrevChild(next);
     return true;
@@ -172,6 +184,7 @@ void ItemCombo::keyPressEvent(QKeyEvent *event)
 {
     const bool plain = !(event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier));
     const bool typed = plain && !event->text().isEmpty();
+    listOpened_ = false;
     deleting_ = event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete;
     if (!lineEdit()->isReadOnly() || !plain) {
         QComboBox::keyPressEvent(event);
@@ -182,10 +195,12 @@ void ItemCombo::keyPressEvent(QKeyEvent *event)
     } else if (event->key() == Qt::Key_Space) {
         showPopup();
     } else if (typed && event->text().at(0).isLetterOrNumber()) {
-        showPopup();
-        // Not the letters of a search before.
-        view()->keyboardSearch({});
-        view()->keyboardSearch(event->text());
+        if (findText(event->text(), Qt::MatchStartsWith) >= 0) {
+            showPopup();
+            // Not the letters of a search before.
+            view()->keyboardSearch({});
+            view()->keyboardSearch(event->text());
+        }
     } else {
         QComboBox::keyPressEvent(event);
     }

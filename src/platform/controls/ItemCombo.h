@@ -28,14 +28,18 @@ public:
     QString Text() const { return currentText(); }
     /// Shows a text, in the list or not; the index follows the first equal entry. Silent.
     void setText(const QString &text);
+    void showPopup() override;
     /// When false the user can choose but not type: a click or Space opens the list, a letter opens it at the first matching
-    /// entry, Home and End choose the first and last one. Tab takes the current entry of the open list and goes on.
+    /// entry if there is one, Home and End choose the first and last one. Tab takes the current entry of the open list and goes
+    /// on.
     void setTypingAllowed(bool allowed);
 
 Q_SIGNALS:
     /// The user chose an entry, also the one that was chosen already, or ended editing with the text of another one; or
     /// setListIndex was called.
     void Click();
+    /// After that Click, when the entry was chosen in the open list by the mouse or Enter.
+    void ChosenFromList();
     /// The user typed in the box; the index follows the first equal entry here too.
     void Change();
 
@@ -52,6 +56,8 @@ private:
 
     /// The chosen entry; QComboBox's own index clings to an entry while another text is typed.
     int chosen_ = -1;
+    /// The list was opened, and nothing has been chosen or typed since.
+    bool listOpened_ = false;
     /// The key in progress deletes; completing would bring the text back.
     bool deleting_ = false;
 };

@@ -10,6 +10,7 @@
 #include <QPalette>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QWidget>
 
 #include <algorithm>
 #include <array>
@@ -186,6 +187,16 @@ QIcon Theme::icon(const QString &name, const QString &colourName)
 {
     static_cast<void>(colour(colourName));
     return QIcon(new IconEngine(IconDrawing(name), colourName));
+}
+
+void Theme::setRole(QWidget &widget, const char *role)
+{
+    const QVariant value = QString::fromLatin1(role);
+    if (widget.property("role") != value) {
+        widget.setProperty("role", value);
+        widget.style()->unpolish(&widget);
+        widget.style()->polish(&widget);
+    }
 }
 
 } // namespace controls

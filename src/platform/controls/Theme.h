@@ -47,6 +47,8 @@ public:
     /// An icon of resources/icons by its base name ("add"), also drawn disabled. `colourName` is a name of the palette: "text",
     /// "onacc", "danger", "muted". The icon follows palette changes. Error 53 for an unknown icon.
     static QIcon icon(const QString &name, const QString &colourName = QStringLiteral("text"));
+    /// Sets the property "role" by which the style sheet tells widgets of one class apart, and styles the widget anew.
+    static void setRole(QWidget &widget, const char *role);
 };
 
 } // namespace controls

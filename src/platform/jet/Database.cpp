@@ -81,7 +81,7 @@ Database::~Database()
     if (lock_) {
         // Where others are present, the last of them removes it.
         basic::runOrIgnore([this] {
-            const auto others = lock_->lockOthers();
+            const auto others = lock_->lockOthers(LockFile::Wait::No);
             rollback_.reset();
             removeIdleRollback(path());
         });
@@ -96,9 +96,12 @@ void Database::requireSoleUser()
 namespace
 {
 
-/// Undoes a change that was cut short. One that is just being written is waited for: while it lasts there is no slot to be had.
+/// Undoes a change that was cut short. Who only reads becomes a user for that alone: a user is in the way of those who write.
 void undoUnfinished(const QString &path, LockFile *lock)
 {
+    if (!lock) {
+        LockFile::awaitWriter(path);
+    }
     if (!hasRollback(path)) {
         return;
     }

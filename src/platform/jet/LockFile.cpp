@@ -25,6 +25,7 @@ constexpr std::uint64_t FirstUserLock = 0x10000001;
 constexpr qsizetype NameSize = 32;
 constexpr qsizetype EntrySize = 2 * NameSize;
 constexpr qint64 LongestWait = 2000;
+constexpr qint64 LongestVisit = 1000;
 constexpr unsigned long Pause = 20;
 
 QByteArray nameField(const QString &name)
@@ -80,6 +81,20 @@ LockFile::~LockFile()
     }
 }
 
+void LockFile::awaitWriter(const QString &databasePath)
+{
+    QFile file(pathFor(databasePath));
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        return;
+    }
+    QElapsedTimer timer;
+    timer.start();
+    // The last slot is never a user's own but where there are as many as can be.
+    while (RangeLock(file.handle()).isTaken(FirstUserLock + Slots - 1) && timer.elapsed() < LongestWait) {
+        QThread::msleep(Pause);
+    }
+}
+
 bool LockFile::takeSlot()
 {
     RangeLock lock(file_.handle());
@@ -116,9 +131,16 @@ bool LockFile::isTaken(int slot) const
     return slot != slot_ && RangeLock(file_.handle()).isTaken(FirstUserLock + static_cast<std::uint64_t>(slot));
 }
 
-std::unique_ptr<LockFile::Exclusive> LockFile::lockOthers()
+std::unique_ptr<LockFile::Exclusive> LockFile::lockOthers(Wait wait)
 {
-    if (!tryLockOthers()) {
+    QElapsedTimer timer;
+    timer.start();
+    bool isLocked = tryLockOthers();
+    while (!isLocked && wait == Wait::Briefly && timer.elapsed() < LongestVisit) {
+        QThread::msleep(Pause);
+        isLocked = tryLockOthers();
+    }
+    if (!isLocked) {
         throw Error(ErrorNumber::FileInUse,
                     QStringLiteral("%1 has the file open; close it there, then try again").arg(othersPresent()));
     }

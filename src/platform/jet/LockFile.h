@@ -28,6 +28,9 @@ public:
     LockFile(const LockFile &) = delete;
     LockFile &operator=(const LockFile &) = delete;
 
+    /// While a user has locked out all others, two seconds at most; without becoming a user.
+    static void awaitWriter(const QString &databasePath);
+
     /// From 0.
     int slot() const { return slot_; }
     /// Whether another user is present in a slot.
@@ -45,8 +48,10 @@ public:
     private:
         LockFile &file_;
     };
-    /// Error 3045 when another user is present, naming the computers.
-    std::unique_ptr<Exclusive> lockOthers();
+    enum class Wait { No, Briefly };
+    /// Error 3045 when another user is present, naming the computers. A program that only reads is present for a moment when it
+    /// finds a change half-way; waiting briefly, a second at most, lets it go.
+    std::unique_ptr<Exclusive> lockOthers(Wait wait = Wait::Briefly);
 
 private:
     bool takeSlot();

@@ -29,6 +29,7 @@ private Q_SLOTS:
     void paperKeepsSizeAndColours();
     void seriesDifferOnAGreyPrint();
     void aZoomedChartShowsItsLegend();
+    void aBarUnderTheLegendOrAnAxisIsNotHit();
     void copyTakesTheTable();
     void aPointIsSelectedBeforeTheClick();
     void arrowsMoveOverGapsAndSeries();
@@ -223,6 +224,24 @@ void ChartViewTest::aZoomedChartShowsItsLegend()
         }
     }
     QVERIFY2(pixels >= 100 && pixels <= 200, qPrintable(QString::number(pixels)));
+}
+
+void ChartViewTest::aBarUnderTheLegendOrAnAxisIsNotHit()
+{
+    QWidget viewport;
+    viewport.resize(400, 300);
+    auto *view = new ChartView(&viewport);
+    fillChart(view->model(), ChartType::Bar2d, {{9, 9}});
+    view->setGeometry(-380, -500, 1600, 1200);
+    const QPoint underAxis(400, 650);
+    const QPoint underLegend(450, 510);
+    const QPoint inSight(450, 650);
+    QVERIFY(view->pointAt(underAxis) && view->pointAt(underLegend));
+    viewport.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&viewport));
+    QVERIFY(!view->pointAt(underAxis));
+    QVERIFY(!view->pointAt(underLegend));
+    QCOMPARE(view->pointAt(inSight), std::optional(PointIndex{1, 1}));
 }
 
 void ChartViewTest::copyTakesTheTable()

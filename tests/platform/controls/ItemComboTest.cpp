@@ -23,6 +23,7 @@ private Q_SLOTS:
     void typingCompletes();
     void choiceByKeys();
     void tabTakesTheEntryOfTheOpenList();
+    void onlyAChoiceInTheOpenListIsOneFromTheList();
     void clickOpensOnRelease();
     void wheelChangesNothing();
 };
@@ -177,6 +178,34 @@ void ItemComboTest::tabTakesTheEntryOfTheOpenList()
     QTest::keyClick(combo->view(), Qt::Key_Backtab, Qt::ShiftModifier);
     QCOMPARE(combo->ListIndex(), 0);
     QTRY_VERIFY(before->hasFocus());
+}
+
+void ItemComboTest::onlyAChoiceInTheOpenListIsOneFromTheList()
+{
+    ItemCombo combo;
+    combo.setTypingAllowed(false);
+    combo.AddItem(QStringLiteral("Dam"), 1);
+    combo.AddItem(QStringLiteral("Hill"), 2);
+    combo.show();
+    QVERIFY(QTest::qWaitForWindowActive(&combo));
+    const QSignalSpy chosen(&combo, &ItemCombo::ChosenFromList);
+    QTest::keyClick(&combo, Qt::Key_Down);
+    QCOMPARE(combo.ListIndex(), 0);
+    // A sign that no entry begins with opens no list.
+    QTest::keyClick(&combo, Qt::Key_7);
+    QVERIFY(!combo.view()->isVisible());
+    QTest::keyClick(&combo, Qt::Key_Space);
+    QTRY_VERIFY(combo.view()->isVisible());
+    QTest::keyClick(combo.view(), Qt::Key_Escape);
+    QTRY_VERIFY(!combo.view()->isVisible());
+    QTest::keyClick(&combo, Qt::Key_End);
+    QCOMPARE(combo.ListIndex(), 1);
+    QVERIFY(chosen.isEmpty());
+    QTest::keyClick(&combo, Qt::Key_D);
+    QTRY_VERIFY(combo.view()->isVisible());
+    QTest::keyClick(combo.view(), Qt::Key_Return);
+    QCOMPARE(combo.ListIndex(), 0);
+    QCOMPARE(chosen.size(), 1);
 }
 
 void ItemComboTest::clickOpensOnRelease()

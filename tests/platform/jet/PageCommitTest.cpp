@@ -3,6 +3,7 @@
 #include "Judges.h"
 
 #include "platform/basic/Clock.h"
+#include "platform/jet/LockFile.h"
 #include "platform/jet/PageCommit.h"
 #include "platform/jet/Transaction.h"
 #include "support/DiskCalls.h"
@@ -10,6 +11,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QThread>
 #include <QtTest>
 
 #include <sys/mman.h>
@@ -288,6 +290,24 @@ private Q_SLOTS:
             QCOMPARE(judges::faults(path_), QString());
             QVERIFY(QFile::remove(jet::rollbackPath(path_)));
         }
+    }
+
+    void aUserWhoLeavesAtOnceRefusesNoWrite()
+    {
+        reset();
+        const auto database = Database::open(path_, judges::Password, Access::ReadWrite);
+        auto visitor = std::make_unique<jet::LockFile>(path_);
+        const std::unique_ptr<QThread> leaving(QThread::create([&] {
+            QThread::msleep(200);
+            visitor.reset();
+        }));
+        leaving->start();
+        {
+            Transaction transaction(*database);
+            transaction.update("tblPMTrans", *transaction.findByKey("tblPMTrans", {5}), {{5, 33}});
+            transaction.commit();
+        }
+        QVERIFY(leaving->wait());
     }
 
     void theLastUserRemovesTheRollbackFile()
