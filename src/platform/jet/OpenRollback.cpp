@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/jet/OpenRollback.h"
 
+#include "platform/basic/FileReplacement.h"
 #include "platform/basic/Permissions.h"
 #include "platform/jet/DiskFile.h"
 #include "platform/jet/Error.h"
@@ -37,7 +38,7 @@ void OpenRollback::write(const RollbackFile &rollback)
     }
     const bool isNew = !file_.isOpen();
     if (isNew) {
-        if (!file_.open(QIODevice::ReadWrite | QIODevice::Unbuffered)) {
+        if (!basic::openWhenFree(file_, QIODevice::ReadWrite | QIODevice::Unbuffered)) {
             throw Error(ErrorNumber::CannotOpenFile,
                         QStringLiteral("%1 cannot be written: %2.").arg(file_.fileName(), file_.errorString()));
         }

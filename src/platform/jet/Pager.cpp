@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/jet/Pager.h"
 
+#include "platform/basic/FileReplacement.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/Rc4.h"
 
@@ -69,7 +70,7 @@ Pager::Pager(const QString &path) : path_(path), file_(path)
     if (!QFileInfo(path).isFile()) {
         throw Error(ErrorNumber::FileNotFound, QStringLiteral("%1 does not exist or is no file.").arg(path));
     }
-    if (!file_.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+    if (!basic::openWhenFree(file_, QIODevice::ReadOnly | QIODevice::Unbuffered)) {
         throw Error(ErrorNumber::CannotOpenFile, QStringLiteral("%1 cannot be read: %2.").arg(path, file_.errorString()));
     }
     const QByteArray firstPage = file_.read(PageBytes);

@@ -214,6 +214,32 @@ private Q_SLOTS:
         QCOMPARE(newcomer.exitCode(), 1);
     }
 
+    void aProgramThatLetsNobodyElseReadOrWriteIsNamedAsTheReason()
+    {
+#ifdef Q_OS_WIN
+        const auto openFor = [this](DWORD access, DWORD shared) {
+            return CreateFileW(reinterpret_cast<const wchar_t *>(path_.utf16()), access, shared, nullptr, OPEN_EXISTING, 0,
+                               nullptr);
+        };
+        const HANDLE alone = openFor(GENERIC_READ | GENERIC_WRITE, 0);
+        QVERIFY(alone != INVALID_HANDLE_VALUE);
+        const QString refused = errorOf(ErrorNumber::CannotOpenFile, [&] { Database::open(path_, judges::Password); });
+        QVERIFY2(refused.startsWith(path_ + " cannot be read: "), qPrintable(refused));
+        CloseHandle(alone);
+        const auto database = Database::open(path_, judges::Password, Access::ReadWrite);
+        QCOMPARE(openFor(GENERIC_READ, 0), INVALID_HANDLE_VALUE);
+        const HANDLE reader = openFor(GENERIC_READ, FILE_SHARE_READ);
+        QVERIFY(reader != INVALID_HANDLE_VALUE);
+        const QString unwritten = errorOf(ErrorNumber::CannotOpenFile, [&] { insert(*database); });
+        QVERIFY2(unwritten.startsWith(path_ + " cannot be written: "), qPrintable(unwritten));
+        CloseHandle(reader);
+        insert(*database);
+        QCOMPARE(judges::faults(path_), QString());
+#else
+        QSKIP("Only Windows has sharing modes.");
+#endif
+    }
+
     void aKilledProgramLeavesNoLock()
     {
         ChildProcess writer("writer", {path_});
