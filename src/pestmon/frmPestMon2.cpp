@@ -151,6 +151,7 @@ void frmPestMon2::openCapture()
     capture_->clear();
     session().CurrentPMTransID = list_->currentRowKey();
     if (session().CurrentPMTransID == 0) {
+        list_->askForRow();
         return;
     }
     list_->readCurrentRow();
