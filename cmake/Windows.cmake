@@ -5,17 +5,17 @@ endif()
 
 set(WINDOWS_FILES ${PROJECT_SOURCE_DIR}/packaging/windows)
 
-# farm_manifest(TARGET): paths of any length, in UTF-8 for the C library too.
-function(farm_manifest target)
+# farm_windows(TARGET): paths of any length, in UTF-8 for the C library too, and threads that end in order.
+function(farm_windows target)
     if(WIN32)
-        target_sources(${target} PRIVATE ${WINDOWS_FILES}/manifest.rc)
+        target_sources(${target} PRIVATE ${WINDOWS_FILES}/manifest.rc ${WINDOWS_FILES}/ThreadExit.cpp)
         set_source_files_properties(${WINDOWS_FILES}/manifest.rc PROPERTIES OBJECT_DEPENDS ${WINDOWS_FILES}/program.manifest)
     endif()
 endfunction()
 
 # farm_program(TARGET DESCRIPTION [CONSOLE]): the manifest, the icon, and the version that the file's properties show.
 function(farm_program target description)
-    farm_manifest(${target})
+    farm_windows(${target})
     if(WIN32)
         set(resources ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
         set(icon ${CMAKE_CURRENT_BINARY_DIR}/${target}.ico)

@@ -27,10 +27,19 @@ def exported(farmdata, databases):
 
 
 def streams(path):
-    """The streams of a compound file, by name."""
+    """The streams of a compound file, by path. Entries that are in no storage are left over from writing."""
     document = compdoc.CompDoc(path.read_bytes(), logfile=sys.stderr)
-    names = [entry.name for entry in document.dirlist if entry.etype == 2]
-    return {name: document.get_named_stream(name) for name in names}
+    found = {}
+
+    def collect(storage, prefix):
+        for entry in (document.dirlist[child] for child in storage.children):
+            if entry.etype == 2:
+                found[prefix + entry.name] = document.get_named_stream(prefix + entry.name)
+            else:
+                collect(entry, prefix + entry.name + "/")
+
+    collect(document.dirlist[0], "")
+    return found
 
 
 def parts(path):

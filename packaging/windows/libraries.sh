@@ -38,7 +38,7 @@ fetchSources() {
 buildQt() {
     local off=() feature
     for feature in system_zlib system_png system_jpeg system_freetype system_harfbuzz system_pcre2 system_doubleconversion \
-        dbus opengl dynamicgl vulkan direct2d glib icu zstd network sql xml concurrent tabletevent gif jpeg; do
+        dbus opengl dynamicgl vulkan direct2d1_1 glib icu zstd network sql xml concurrent tabletevent gif jpeg; do
         off+=("-DFEATURE_$feature=OFF")
     done
     cmake -S "$work/qt6-base" -B "$work/qt-build" "${release[@]}" "${off[@]}" \

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "common/FarmLock.h"
 
+#include "support/ChildProcess.h"
+
 #include <QDir>
 #include <QFile>
 #include <QSemaphore>
@@ -8,9 +10,19 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <csignal>
-#include <sys/wait.h>
-#include <unistd.h>
+namespace
+{
+
+/// Role: has the farm until it is killed.
+int beHolder(const QStringList &arguments)
+{
+    const FarmLock::Attempt attempt = FarmLock::tryLock(arguments.at(0));
+    ChildProcess::report(attempt.lock ? "locked" : "refused");
+    ChildProcess::waitForTheEnd();
+    return 0;
+}
+
+} // namespace
 
 /// The lock of a farm's folder, within a process, between processes, and with files that another computer would leave.
 class FarmLockTest : public QObject
@@ -47,7 +59,7 @@ private Q_SLOTS:
         QVERIFY(!second.lock);
         QVERIFY(second.holder->isThisComputer);
         QCOMPARE(second.holder->computer, QSysInfo::machineHostName());
-        QCOMPARE(second.holder->process, qint64{::getpid()});
+        QCOMPARE(second.holder->process, QCoreApplication::applicationPid());
         QVERIFY(second.holder->text().contains(" on " + QSysInfo::machineHostName() + " since 20"));
         first.lock.reset();
         QVERIFY(text().isEmpty());
@@ -59,25 +71,17 @@ private Q_SLOTS:
 
     void theLockOfAKilledProgramIsTakenOver()
     {
-        std::array<int, 2> ends{};
-        QVERIFY(::pipe(ends.data()) == 0);
-        const pid_t child = ::fork();
-        if (child == 0) {
-            const FarmLock::Attempt attempt = FarmLock::tryLock(folder_->path());
-            static_cast<void>(::write(ends[1], attempt.lock ? "y" : "n", 1));
-            ::pause();
-        }
-        char answer = 0;
-        QVERIFY(::read(ends[0], &answer, 1) == 1 && answer == 'y');
+        ChildProcess holder(QStringLiteral("holder"), {folder_->path()});
+        QCOMPARE(holder.line(), QByteArray("locked"));
+        const qint64 process = holder.id();
         const FarmLock::Attempt refused = FarmLock::tryLock(folder_->path());
         QVERIFY(!refused.lock);
-        QCOMPARE(refused.holder->process, qint64{child});
-        ::kill(child, SIGKILL);
-        ::waitpid(child, nullptr, 0);
+        QCOMPARE(refused.holder->process, process);
+        holder.kill();
         const FarmLock::Attempt taken = FarmLock::tryLock(folder_->path());
         QVERIFY(taken.lock);
-        QCOMPARE(taken.holder->process, qint64{child});
-        QVERIFY(text().contains("process=" + QByteArray::number(::getpid())));
+        QCOMPARE(taken.holder->process, process);
+        QVERIFY(text().contains("process=" + QByteArray::number(QCoreApplication::applicationPid())));
     }
 
     void aFreshLockOfAnotherComputerHoldsAlsoWithoutFileLocks()
@@ -112,5 +116,9 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(FarmLockTest)
+int main(int argc, char *argv[])
+{
+    return ChildProcess::runTestOrRole<FarmLockTest>(argc, argv, {{"holder", beHolder}});
+}
+
 #include "FarmLockTest.moc"

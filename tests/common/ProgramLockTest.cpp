@@ -11,12 +11,7 @@ class ProgramLockTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { qputenv("XDG_RUNTIME_DIR", running_.path().toUtf8()); }
-    void cleanup()
-    {
-        qunsetenv("XDG_RUNTIME_DIR");
-        qunsetenv("TMPDIR");
-    }
+    void init() { setFolder(running_.path()); }
 
     void aProgramIsLockedOnce()
     {
@@ -31,13 +26,20 @@ private Q_SLOTS:
 
     void aLockThatCannotBeCreatedIsNoOtherCopy()
     {
-        qputenv("XDG_RUNTIME_DIR", "/proc/none");
-        qputenv("TMPDIR", "/proc");
+        setFolder(running_.filePath("none"));
         QVERIFY_THROWS_EXCEPTION(basic::RunTimeError, tryProgramLock(running_.path()));
     }
 
 private:
-    QTemporaryDir running_;
+    /// Where locks are: of running programs, or temporary files.
+    static void setFolder(const QString &folder)
+    {
+        for (const char *variable : {"XDG_RUNTIME_DIR", "TMPDIR", "TMP"}) {
+            qputenv(variable, folder.toUtf8());
+        }
+    }
+
+    const QTemporaryDir running_;
 };
 
 QTEST_GUILESS_MAIN(ProgramLockTest)

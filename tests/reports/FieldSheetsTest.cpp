@@ -104,6 +104,7 @@ FieldSheetData FieldSheetsTest::data(int pests) const
 
 void FieldSheetsTest::blockSheetIsAForm()
 {
+    NEEDS_READERS();
     const ReadSheet sheet = blockSheet(
         data(2),
         {.name = QStringLiteral("Blok A"), .varieties = {QStringLiteral("Gala"), QStringLiteral("Fuji")}, .points = {1, 2, 3}});
@@ -147,6 +148,7 @@ void FieldSheetsTest::blockSheetIsAForm()
 
 void FieldSheetsTest::blockWithoutPoints()
 {
+    NEEDS_READERS();
     const ReadSheet sheet = blockSheet(data(1), {.name = QStringLiteral("Blok A"), .varieties = {}, .points = {}});
     QCOMPARE(sheet.value(QStringLiteral("A11")), QStringLiteral("Tot"));
     QCOMPARE(sheet.value(QStringLiteral("A10")) + sheet.value(QStringLiteral("D4")), QString());
@@ -154,6 +156,7 @@ void FieldSheetsTest::blockWithoutPoints()
 
 void FieldSheetsTest::sixteenPests()
 {
+    NEEDS_READERS();
     const ReadSheet sheet = blockSheet(data(16), {.name = QStringLiteral("Blok A"), .varieties = {}, .points = {1}});
     QCOMPARE(sheet.value(QStringLiteral("Q9")), QStringLiteral("Pest 16"));
     QVERIFY(sheet.cell(QStringLiteral("Q12")).contains(QLatin1String("thin/thin/thin/thin")));
@@ -162,6 +165,7 @@ void FieldSheetsTest::sixteenPests()
 
 void FieldSheetsTest::farmSheetIsAForm()
 {
+    NEEDS_READERS();
     const ReadSheet sheet = farmSheet(data(15),
                                       {{.name = QStringLiteral("Bo-rivier Noord"), .varieties = {}, .points = {1, 2}},
                                        {.name = QStringLiteral("B2"), .varieties = {}, .points = {1}}});
@@ -222,6 +226,7 @@ void FieldSheetsTest::groupedLayouts()
     QFETCH(int, pests);
     FieldSheetData sheetData = data(pests);
     sheetData.layout = static_cast<SheetLayout>(layout);
+    NEEDS_READERS();
     const ReadSheet sheet = farmSheet(sheetData, {{.name = QStringLiteral("B"), .varieties = {}, .points = {1}}});
     QStringList captions;
     for (char column = 'C'; column <= 'Z'; ++column) {
@@ -266,6 +271,7 @@ void FieldSheetsTest::aSheetPerBlock()
     QCOMPARE(steps_, 2);
     QVERIFY2(host_->status.contains(path), qPrintable(host_->status));
     QVERIFY2(!host_->excelApplication(), "the sheets have an application of their own");
+    NEEDS_READERS();
     const ReadSheet first(path, 1);
     QCOMPARE(first.name(), QStringLiteral("Blok A"));
     QVERIFY(first.isOnTop());
@@ -284,6 +290,7 @@ void FieldSheetsTest::refusedSheetNamesKeepTheDefault()
     const QStringList opened = print({QStringLiteral("A/B"), QStringLiteral("A:B"), QString(40, u'n'), QStringLiteral("a")});
     QCOMPARE(opened.size(), 1);
     const char *names[] = {"Sheet 1", "Sheet2", "Sheet3", "a"};
+    NEEDS_READERS();
     for (int sheet = 1; sheet <= 4; ++sheet) {
         QCOMPARE(ReadSheet(opened[0], sheet).name(), QLatin1String(names[sheet - 1]));
     }
@@ -316,6 +323,7 @@ void FieldSheetsTest::farmSheetIsSaved()
     QCOMPARE(host_->launcher().opened.size(), 1);
     const QString path = host_->launcher().opened[0];
     QVERIFY2(QDir(path).dirName().contains(QLatin1String("2026-2026_05_04 10_07_09.xlsx")), qPrintable(path));
+    NEEDS_READERS();
     const ReadSheet sheet(path);
     QCOMPARE(sheet.value(QStringLiteral("A1")), QStringLiteral("Pest Monitoring: Count"));
     QCOMPARE(sheet.value(QStringLiteral("A13")) + sheet.value(QStringLiteral("B13")), QStringLiteral("Blok B2"));
@@ -344,6 +352,7 @@ void FieldSheetsTest::filledSheet()
     QCOMPARE(path,
              farm_->appPath() + QStringLiteral("/Reports/Pest Monitor Reports/Report_") + basic::longDate(QDate(2026, 5, 4))
                  + QStringLiteral("  10-07-09.xls"));
+    NEEDS_READERS();
     const ReadSheet sheet(path);
     const std::pair<const char *, QString> values[] = {
         {"A2", QStringLiteral("Block :  Blok A")},
@@ -372,6 +381,7 @@ void FieldSheetsTest::columnsFitTheirHeadings()
                        {.block = QStringLiteral("A block with a name far wider than its column"),
                         .completed = QDate(2026, 5, 9),
                         .rows = {{QStringLiteral("Point"), QStringLiteral("Cercospora sp"), QStringLiteral("x")}}});
+    NEEDS_READERS();
     const ReadSheet sheet(host_->launcher().opened.value(0));
     const auto width = [&sheet](const char *column) { return sheet.width(QLatin1String(column)).toDouble(); };
     QVERIFY2(width("B") > 2.0 * width("C"), qPrintable(sheet.width(QStringLiteral("B"))));

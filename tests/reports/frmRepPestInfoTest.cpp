@@ -234,6 +234,7 @@ void frmRepPestInfoTest::reportFromTheFile()
     QVERIFY2(path.startsWith(farm_->appPath() + QStringLiteral("/Reports/Pest Monitor Reports/Report_"))
                  && path.endsWith(QLatin1String("  10-00-00.xls")),
              qPrintable(path));
+    NEEDS_READERS();
     const ReadSheet sheet(path);
     QCOMPARE(sheet.value(QStringLiteral("A2")), QStringLiteral("Farm :  Rivier"));
     QTEST(sheet.value(QStringLiteral("A4")), "group");

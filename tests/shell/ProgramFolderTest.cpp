@@ -96,8 +96,9 @@ void ProgramFolderTest::failureToMakeTheFolderIsReported()
 void ProgramFolderTest::firstFarmTextNamesTheFolder()
 {
     const QString text = firstFarmText(folders_.user);
+    const QString databases = QDir::toNativeSeparators(folders_.user + QStringLiteral("/Databases"));
     for (const char *command : {"import FOLDER", "demo"}) {
-        const QString line = QStringLiteral("farmdata %1 \"%2/Databases\"").arg(QLatin1String(command), folders_.user);
+        const QString line = QStringLiteral("farmdata %1 \"%2\"").arg(QLatin1String(command), databases);
         QVERIFY2(text.contains(line), qPrintable(text));
     }
 }

@@ -3,11 +3,12 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
-/// The program itself, started while another copy has its lock and the databases are gone.
+/// The program itself, started while another copy has its lock and there are no databases.
 class SecondCopyTest : public QObject
 {
     Q_OBJECT
@@ -24,27 +25,27 @@ private Q_SLOTS:
     {
         QFETCH(bool, isRunning);
         const QTemporaryDir folder;
-        const QString program = folder.filePath("FarmMonitoring");
-        QVERIFY(QFile::copy(QStringLiteral(FARM_PROGRAM), program));
-        QVERIFY(QDir(folder.path()).mkdir("run"));
-        qputenv("XDG_RUNTIME_DIR", folder.filePath("run").toUtf8());
+        const QString built(QStringLiteral(FARM_PROGRAM));
+        const QString program = folder.filePath(QFileInfo(built).fileName());
+        QVERIFY(QFile::copy(built, program));
+        QVERIFY(QDir(folder.path()).mkdir("run") && QDir(folder.path()).mkdir("Databases"));
+        // The folder of running programs, which is that of temporary files on Windows.
+        for (const char *variable : {"XDG_RUNTIME_DIR", "TMP"}) {
+            qputenv(variable, folder.filePath("run").toUtf8());
+        }
         const auto lock = isRunning ? tryProgramLock(folder.path()) : nullptr;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("XDG_DATA_HOME", folder.filePath("data"));
         QProcess second;
-        second.setProcessEnvironment(environment);
         second.start(program, {});
         QVERIFY(second.waitForStarted());
-        // Without the lock the first thing that a start without databases does is to lay out the user's folder.
-        const QString laidOut = folder.filePath("data/farm-monitoring/Templates");
+        // The first thing that the only copy does is to lock the farm's folder.
+        const QString farmLock = folder.filePath("Databases/PestMon.lock");
         constexpr int Wait = 3000;
-        static_cast<void>(QTest::qWaitFor([&] { return QFile::exists(laidOut); }, Wait));
-        QCOMPARE(QFile::exists(laidOut), !isRunning);
+        static_cast<void>(QTest::qWaitFor([&] { return QFile::exists(farmLock); }, Wait));
+        QCOMPARE(QFile::exists(farmLock), !isRunning);
         // Its box waits for an answer.
         QCOMPARE(second.state(), QProcess::Running);
         second.kill();
         second.waitForFinished();
-        qunsetenv("XDG_RUNTIME_DIR");
     }
 };
 

@@ -7,12 +7,31 @@
 
 #include <algorithm>
 
+#ifdef Q_OS_WIN
+#include <windows.h>
+
+#include <psapi.h>
+#else
 #include <malloc.h>
 #include <unistd.h>
+#endif
 
 namespace
 {
 
+constexpr double Megabyte = 1024.0 * 1024.0;
+
+#ifdef Q_OS_WIN
+/// Memory of the process.
+double residentMegabytes()
+{
+    PROCESS_MEMORY_COUNTERS counters{};
+    if (!GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters)) {
+        qFatal("the memory of the process cannot be read");
+    }
+    return static_cast<double>(counters.WorkingSetSize) / Megabyte;
+}
+#else
 /// Memory of the process, after free memory was returned to the system.
 double residentMegabytes()
 {
@@ -21,9 +40,9 @@ double residentMegabytes()
     if (!statistics.open(QIODevice::ReadOnly)) {
         qFatal("the memory of the process cannot be read");
     }
-    constexpr double Megabyte = 1024.0 * 1024.0;
     return statistics.readAll().split(' ').value(1).toDouble() * static_cast<double>(sysconf(_SC_PAGESIZE)) / Megabyte;
 }
+#endif
 
 } // namespace
 

@@ -147,6 +147,9 @@ private Q_SLOTS:
         fixtures.remove("PestMon.mdb");
         const FarmdataRun run = fixtures.import();
         QVERIFY2(run.status == 0, qPrintable(run.errors));
+#ifdef Q_OS_WIN
+        QSKIP("mdb-export does not run on Windows.");
+#endif
         for (const store::SchemaTable &table : store::schema()) {
             if (table.optional) {
                 continue;

@@ -118,9 +118,12 @@ void copyFile(const QString &from, const QString &path,
     if (target.path().isEmpty()) {
         failBackup(path, target.errorString());
     }
-    const auto copy = start(target.path());
-    while (copy->step()) {}
-    copy->finish();
+    {
+        // Its file is closed before the renaming.
+        const auto copy = start(target.path());
+        while (copy->step()) {}
+        copy->finish();
+    }
     if (!target.rename(path)) {
         failBackup(path, QStringLiteral("the finished copy cannot be given its name."));
     }

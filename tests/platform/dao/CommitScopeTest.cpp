@@ -2,14 +2,15 @@
 #include "ThingsFile.h"
 
 #include "platform/dao/CommitScope.h"
+#include "support/ChildProcess.h"
 
 #include <QFileInfo>
 #include <QTest>
 
+#ifdef Q_OS_UNIX
 #include <csignal>
 #include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#endif
 
 using namespace dao;
 
@@ -21,10 +22,34 @@ int rowsIn(Database &database)
     return database.OpenRecordset("Select * from Things").RecordCount();
 }
 
-/// Lets no file grow beyond a size, as a full disk does.
+/// Role: writes in a scope that it never ends.
+int beUnfinishedWriter(const QStringList &arguments)
+{
+    const auto database = Workspace::OpenDatabase(arguments.at(0), false, false, ";pwd=secret");
+    const CommitScope scope(*database);
+    database->Execute("Update Things set Name = 'after'");
+    // Enough rows that SQLite has to write into the file before the end.
+    Recordset set = database->OpenRecordset("Select * from tblWide", RecordsetType::Dynaset);
+    for (int i = 0; i < 60000; ++i) {
+        set.AddNew();
+        set.set(0, QString(255, u'x'));
+        set.Update();
+    }
+    ChildProcess::report("written");
+    ChildProcess::waitForTheEnd();
+    return 0;
+}
+
+/// Lets no file grow beyond a size, as a full disk does. Windows has no such limit.
 class FullDisk
 {
 public:
+#ifdef Q_OS_WIN
+    static constexpr bool IsPossible = false;
+    explicit FullDisk(qint64) {}
+    ~FullDisk() {}
+#else
+    static constexpr bool IsPossible = true;
     explicit FullDisk(qint64 bytes)
     {
         std::signal(SIGXFSZ, SIG_IGN);
@@ -33,12 +58,18 @@ public:
         limit.rlim_cur = static_cast<rlim_t>(bytes);
         setrlimit(RLIMIT_FSIZE, &limit);
     }
-    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before_); }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &before_);
+    }
+#endif
     FullDisk(const FullDisk &) = delete;
     FullDisk &operator=(const FullDisk &) = delete;
 
+#ifndef Q_OS_WIN
 private:
     rlimit before_{};
+#endif
 };
 
 } // namespace
@@ -160,23 +191,9 @@ void CommitScopeTest::aKilledProgramLeavesNothingOfItsScope()
     file->Append(wide);
     const QString path = file.path();
     file.close();
-    const pid_t child = ::fork();
-    if (child == 0) {
-        // Enough rows that SQLite has to write into the file before the end.
-        const auto database = Workspace::OpenDatabase(path, false, false, ";pwd=secret");
-        CommitScope scope(*database);
-        database->Execute("Update Things set Name = 'after'");
-        Recordset set = database->OpenRecordset("Select * from tblWide", RecordsetType::Dynaset);
-        for (int i = 0; i < 60000; ++i) {
-            set.AddNew();
-            set.set(0, QString(255, u'x'));
-            set.Update();
-        }
-        ::kill(::getpid(), SIGKILL);
-    }
-    int status = 0;
-    QCOMPARE(::waitpid(child, &status, 0), child);
-    QVERIFY(WIFSIGNALED(status));
+    ChildProcess writer("writer", {path});
+    QCOMPARE(writer.line(), QByteArray("written"));
+    writer.kill();
     QVERIFY(ThingsFile::kind() == FileKind::Jet || QFileInfo(path + "-journal").size() > 0);
     const auto again = file.openAgain();
     QCOMPARE(again->OpenRecordset("Select * from Things").text("Name"), QStringLiteral("before"));
@@ -187,6 +204,9 @@ void CommitScopeTest::aKilledProgramLeavesNothingOfItsScope()
 
 void CommitScopeTest::fullDiskLeavesTheOldValue()
 {
+    if (!FullDisk::IsPossible) {
+        QSKIP("Nothing limits the size of a file here.");
+    }
     ThingsFile file;
     const std::int32_t key = file.add("old");
     const QString sql = QStringLiteral("Select * from Things where ThingID = %1").arg(key);
@@ -206,6 +226,9 @@ void CommitScopeTest::fullDiskLeavesTheOldValue()
 
 void CommitScopeTest::fullDiskInAScopeIsReported()
 {
+    if (!FullDisk::IsPossible) {
+        QSKIP("Nothing limits the size of a file here.");
+    }
     ThingsFile file;
     file.add("old");
     bool isLost = false;
@@ -249,5 +272,9 @@ void CommitScopeTest::fullDiskInAScopeIsReported()
     QVERIFY(file.add("after") > 1);
 }
 
-QTEST_GUILESS_MAIN(CommitScopeTest)
+int main(int argc, char *argv[])
+{
+    return ChildProcess::runTestOrRole<CommitScopeTest>(argc, argv, {{"writer", beUnfinishedWriter}});
+}
+
 #include "CommitScopeTest.moc"

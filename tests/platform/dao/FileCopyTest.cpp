@@ -96,6 +96,9 @@ private Q_SLOTS:
 
     void aFullDiskIsReported()
     {
+#ifdef Q_OS_WIN
+        QSKIP("There is no device that is always full.");
+#endif
         ThingsFile file;
         fill(file);
         const QString path = file.folder() + "/copy.mdb";

@@ -8,7 +8,10 @@
 #include <QTest>
 
 #include <functional>
+
+#ifdef Q_OS_UNIX
 #include <unistd.h>
+#endif
 
 using namespace dao;
 
@@ -28,6 +31,7 @@ void putAt(QFile &file, qint64 at, const QByteArray &bytes)
     QCOMPARE(file.write(bytes), bytes.size());
 }
 
+#ifdef Q_OS_UNIX
 /// Gives a folder to an ordinary user and works as that user, where the tests run as one who may do everything.
 class OrdinaryUser
 {
@@ -52,6 +56,7 @@ public:
 private:
     bool isRoot_;
 };
+#endif
 
 } // namespace
 
@@ -253,7 +258,9 @@ void WorkspaceTest::missingPermissions()
     ThingsFile file;
     file.add("a");
     file.close();
+#ifdef Q_OS_UNIX
     const OrdinaryUser user(file.folder());
+#endif
     const auto writeError = [&] {
         const auto opened = file.openAgain();
         return opened->OpenRecordset("Select * from Things").RecordCount() == 1
@@ -261,13 +268,22 @@ void WorkspaceTest::missingPermissions()
             : -1;
     };
     QVERIFY(QFile::setPermissions(file.path(), QFile::ReadOwner));
+#ifdef Q_OS_WIN
+    if (QFile(file.path()).open(QIODevice::ReadWrite)) {
+        QSKIP("This user may write a file that is read-only.");
+    }
+#endif
     QCOMPARE(writeError(), 3027);
+#ifdef Q_OS_UNIX
     QVERIFY(QFile::setPermissions(file.path(), QFile::Permissions()));
     QCOMPARE(errorOf([&] { file.openAgain(); }), 3051);
     QVERIFY(QFile::setPermissions(file.path(), QFile::ReadOwner | QFile::WriteOwner));
     QVERIFY(QFile::setPermissions(file.folder(), QFile::ReadOwner | QFile::ExeOwner));
     QCOMPARE(writeError(), 3027);
     QVERIFY(QFile::setPermissions(file.folder(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+#else
+    QVERIFY(QFile::setPermissions(file.path(), QFile::ReadOwner | QFile::WriteOwner));
+#endif
     QCOMPARE(writeError(), 0);
 }
 
@@ -276,6 +292,10 @@ void WorkspaceTest::aMovedFileIsNotWritten()
     ThingsFile file;
     file.add("a");
     const QString moved = file.folder() + "/moved.mdb";
+#ifdef Q_OS_WIN
+    QVERIFY2(!QFile::rename(file.path(), moved), "an open file cannot be moved");
+    return;
+#endif
     for (const bool isReplaced : {false, true}) {
         QVERIFY(isReplaced ? QFile::copy(moved, file.path()) : QFile::rename(file.path(), moved));
         try {

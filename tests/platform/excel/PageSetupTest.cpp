@@ -39,6 +39,7 @@ QStringList PageSetupTest::understood(const QString &name) const
 
 void PageSetupTest::pageIsUnderstood()
 {
+    NEEDS_READERS();
     Application application;
     Workbook book = application.Workbooks().Add();
     Worksheet sheet = book.Worksheets(1);

@@ -10,6 +10,13 @@
 #include <algorithm>
 #include <functional>
 
+/// Begins a test that reads back.
+#ifdef Q_OS_WIN
+#define NEEDS_READERS() QSKIP("The readers that judge a workbook do not run on Windows.")
+#else
+#define NEEDS_READERS() static_cast<void>(0)
+#endif
+
 /// What an independent reader says of a workbook; the test fails when there is no reader or it refuses the file.
 inline QStringList readBack(const QStringList &arguments)
 {

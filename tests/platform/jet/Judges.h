@@ -28,7 +28,8 @@ constexpr qsizetype AllColumns = 1000;
 std::optional<QMap<QString, QStringList>> byMdbReader(const QString &path, qsizetype columns = AllColumns);
 QStringList likeMdbReader(const jet::Database &database, const QString &table, qsizetype columns = AllColumns);
 
-/// What the readers say differently, for every table of the file; empty when they agree.
+/// What the readers say differently, for every table of the file; empty when they agree, and on Windows, where
+/// they do not run.
 QString disagreement(const QString &path, qsizetype readerColumns = AllColumns);
 /// What the page walker finds.
 QString faults(const QString &path);

@@ -3,21 +3,23 @@
 
 #include "platform/jet/LockFile.h"
 #include "platform/jet/Transaction.h"
+#include "support/ChildProcess.h"
 
 #include <QFile>
 #include <QSysInfo>
 #include <QTemporaryDir>
 #include <QtTest>
 
+#ifdef Q_OS_WIN
+#include <io.h>
+#include <windows.h>
+#else
 #include <fcntl.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#endif
 
 using jet::Access;
 using jet::Database;
 using jet::ErrorNumber;
-using jet::LockFile;
 using jet::Transaction;
 
 namespace
@@ -33,47 +35,68 @@ template <typename Body> QString errorOf(ErrorNumber number, Body &&body)
     return "no error";
 }
 
-/// A user of another program: an entry, and a lock of the classic kind that belongs to a process of its own.
+/// The system's own call, as another program makes it.
+bool lockByte(int file, std::uint32_t at)
+{
+#ifdef Q_OS_WIN
+    OVERLAPPED start{};
+    start.Offset = at;
+    return LockFileEx(reinterpret_cast<HANDLE>(_get_osfhandle(file)), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1,
+                      0, &start)
+        != 0;
+#else
+    struct flock lock {
+    };
+    lock.l_type = F_WRLCK;
+    lock.l_start = at;
+    lock.l_len = 1;
+    return ::fcntl(file, F_SETLK, &lock) == 0;
+#endif
+}
+
+/// Role: a user of another program, who writes an entry and locks the byte of a slot.
+int beOtherUser(const QStringList &arguments)
+{
+    const int slot = arguments.at(1).toInt();
+    QFile file(arguments.at(0));
+    const bool isLocked = file.open(QIODevice::ReadWrite | QIODevice::Unbuffered)
+        && lockByte(file.handle(), 0x10000001U + static_cast<std::uint32_t>(slot)) && file.seek(64 * slot)
+        && file.write(arguments.at(2).toLatin1().leftJustified(32, '\0')) == 32;
+    ChildProcess::report(isLocked ? "present" : "refused");
+    ChildProcess::waitForTheEnd();
+    return 0;
+}
+
+/// Role: takes a slot as soon as it may.
+int beNewcomer(const QStringList &arguments)
+{
+    ChildProcess::report("waiting");
+    const jet::LockFile newcomer(arguments.at(0));
+    return newcomer.slot();
+}
+
+/// Role: keeps all others out.
+int beWriter(const QStringList &arguments)
+{
+    jet::LockFile lock(arguments.at(0));
+    const auto others = lock.lockOthers();
+    ChildProcess::report("alone");
+    ChildProcess::waitForTheEnd();
+    return 0;
+}
+
 class OtherUser
 {
 public:
-    OtherUser(const QString &path, int slot, const QByteArray &computer)
+    OtherUser(const QString &lockPath, int slot, const QString &computer)
+        : process_("user", {lockPath, QString::number(slot), computer}), isPresent_(process_.line() == "present")
     {
-        int ready[2];
-        if (pipe(ready) != 0) {
-            qFatal("no pipe");
-        }
-        child_ = fork();
-        if (child_ == 0) {
-            const int file = open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT, 0600);
-            struct flock lock {
-            };
-            lock.l_type = F_WRLCK;
-            lock.l_start = 0x10000001 + slot;
-            lock.l_len = 1;
-            const bool isLocked = fcntl(file, F_SETLK, &lock) == 0
-                && pwrite(file, computer.leftJustified(32, '\0').constData(), 32, 64 * slot) == 32;
-            const char answer = isLocked ? 'y' : 'n';
-            if (::write(ready[1], &answer, 1) == 1) {
-                pause();
-            }
-            _exit(0);
-        }
-        char answer = 'n';
-        isPresent_ = ::read(ready[0], &answer, 1) == 1 && answer == 'y';
-        close(ready[0]);
-        close(ready[1]);
-    }
-    ~OtherUser()
-    {
-        kill(child_, SIGKILL);
-        waitpid(child_, nullptr, 0);
     }
     bool isPresent() const { return isPresent_; }
 
 private:
-    pid_t child_ = 0;
-    bool isPresent_ = false;
+    ChildProcess process_;
+    bool isPresent_;
 };
 
 } // namespace
@@ -172,7 +195,7 @@ private Q_SLOTS:
     {
         const OtherUser other(lockPath_, 0, "KANTOOR");
         {
-            LockFile lock(path_);
+            jet::LockFile lock(path_);
             QCOMPARE(lock.slot(), 1);
             QVERIFY(lock.isTaken(0) && !lock.isTaken(1) && !lock.isTaken(2));
         }
@@ -182,35 +205,30 @@ private Q_SLOTS:
 
     void aNewcomerWaitsForTheOneWhoWrites()
     {
-        LockFile writer(path_);
+        jet::LockFile writer(path_);
         auto others = writer.lockOthers();
-        const pid_t child = fork();
-        if (child == 0) {
-            // Takes its slot as soon as it may.
-            LockFile newcomer(path_);
-            _exit(newcomer.slot() == 1 ? 7 : 0);
-        }
-        usleep(200000);
+        ChildProcess newcomer("newcomer", {path_});
+        QCOMPARE(newcomer.line(), QByteArray("waiting"));
+        QTest::qSleep(200);
         others.reset();
-        int status = 0;
-        waitpid(child, &status, 0);
-        QCOMPARE(WEXITSTATUS(status), 7);
+        QCOMPARE(newcomer.exitCode(), 1);
     }
 
     void aKilledProgramLeavesNoLock()
     {
-        const pid_t child = fork();
-        if (child == 0) {
-            LockFile lock(path_);
-            const auto others = lock.lockOthers();
-            kill(getpid(), SIGKILL);
-        }
-        waitpid(child, nullptr, 0);
+        ChildProcess writer("writer", {path_});
+        QCOMPARE(writer.line(), QByteArray("alone"));
+        writer.kill();
         QVERIFY(QFile::exists(lockPath_));
         const auto database = Database::open(path_, judges::Password, Access::ReadWrite);
         insert(*database);
     }
 };
 
-QTEST_GUILESS_MAIN(LockFileTest)
+int main(int argc, char *argv[])
+{
+    return ChildProcess::runTestOrRole<LockFileTest>(argc, argv,
+                                                     {{"user", beOtherUser}, {"newcomer", beNewcomer}, {"writer", beWriter}});
+}
+
 #include "LockFileTest.moc"
