@@ -174,7 +174,8 @@ void ImportDialogTest::separatedValues_data()
     add("cell without heading", "Block,Points\nDam, upper,5\n", "given | 2 |  |  | Column C has no heading");
     add("text as key", "Block key,Block\nfirst,Weir\n", "given | 2 | Block key | first | This is not a key.");
     add("key of another table", "Farm key,Farm,Block\n1,Riverbend,Weir\n",
-        "0 new, 0 changed, 0 refused; 1 sheet cannot be read\ngiven |  | Farm key |  | These are keys of the list Farms, not of Blocks.");
+        "0 new, 0 changed, 0 refused; 1 sheet cannot be read\ngiven |  | Farm key |  | These are keys of the list Farms, not of "
+        "Blocks.");
     add("wrong sheet", "Price,Amount\n12,3\n", "There is no farm list in it.");
     add("quotes", "Block;Points\n\"The \"\"old\"\" dam\";5\n",
         "1 new, 0 changed, 0 refused\ngiven | 2 | Block | The \"old\" dam | Note: ");
