@@ -50,18 +50,19 @@ check() {
     [ "$1" != says ] || { report+=("        $(tail -n 1 "$work/output")") && echo "${report[-1]}"; }
 }
 
-# showsWindow TITLE PROGRAM: the window appears, and is still there after some seconds.
+# showsWindow TITLE PROGRAM: a window whose title begins so appears, and is still there after some seconds.
 showsWindow() {
     local process tries
     "$wine" "$2" &
     process=$!
     for tries in {1..30}; do
         sleep 1
-        ! xwininfo -root -tree | grep -F "\"$1\"" || break
+        ! xwininfo -root -tree | grep -F "\"$1" || break
     done
     echo "After $tries s"
     sleep 4
-    kill "$process" && xwininfo -root -tree | grep -F "\"$1\""
+    xwininfo -root -tree >"$work/windows.txt"
+    kill "$process" && cat "$work/windows.txt" && grep -qF "\"$1" "$work/windows.txt"
 }
 
 # says TEXT PROGRAM ARGUMENT...: the program fails with one line that has this text.
@@ -176,7 +177,9 @@ rounds() {
         local argument=()
         [ "$name" != first-day ] || argument=(first-day)
         check "Round $name on Linux." playOn "$name" linux "${argument[@]}"
-        check "Round $name on Windows: $(tail -n 1 "$work/output" | cut -d. -f1) on Linux." playOn "$name" windows "${argument[@]}"
+        report+=("        $(tail -n 1 "$work/output")")
+        check "Round $name on Windows." playOn "$name" windows "${argument[@]}"
+        report+=("        $(grep 'checks passed' "$work/output" || true)")
         check "Equal databases and workbooks of $name." packaging/windows/compare.py "$host/farmdata" "$work/linux/$name" "$work/windows/$name"
         report+=("        $(tail -n 1 "$work/output")")
     done
