@@ -43,7 +43,7 @@ void SiblingProgramTest::programIsStartedUnderEitherName()
              QString());
     QTRY_COMPARE(QFile(written).size(), qint64(6));
     // Not before it has ended on Windows.
-    QTRY_VERIFY(QFile::remove(path));
+    QTRY_VERIFY(QFile::remove(path) || !QFile::exists(path));
 }
 
 void SiblingProgramTest::missingProgramIsNamed()

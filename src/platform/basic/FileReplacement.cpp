@@ -3,7 +3,6 @@
 
 #include "platform/basic/NativePath.h"
 
-#include <QFile>
 #include <QSaveFile>
 #include <QTemporaryFile>
 
@@ -37,6 +36,26 @@ bool retryWhileBusy(const std::function<bool()> &attempt)
     return true;
 }
 
+bool openWhenFree(QFile &file, QIODevice::OpenMode mode)
+{
+    const QString path = nativePath(file.fileName());
+    // Before the attempt, which another program that leaves meanwhile must not spoil.
+    const auto isOpenedByAnother = [&] {
+        const DWORD attributes = GetFileAttributesW(reinterpret_cast<const wchar_t *>(path.utf16()));
+        if (attributes != INVALID_FILE_ATTRIBUTES) {
+            return (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) == 0;
+        }
+        // A file that is being removed is not found otherwise than a missing one.
+        const DWORD failure = GetLastError();
+        return failure != ERROR_FILE_NOT_FOUND && failure != ERROR_PATH_NOT_FOUND;
+    };
+    return retryWhileBusy([&] {
+               const bool mayFail = isOpenedByAnother();
+               return file.open(mode) || !mayFail;
+           })
+        && file.isOpen();
+}
+
 QString replaceFile(const QString &from, const QString &to)
 {
     const QString source = nativePath(from);
@@ -58,6 +77,11 @@ QString replaceFile(const QString &from, const QString &to)
 bool retryWhileBusy(const std::function<bool()> &attempt)
 {
     return attempt();
+}
+
+bool openWhenFree(QFile &file, QIODevice::OpenMode mode)
+{
+    return file.open(mode);
 }
 
 QString replaceFile(const QString &from, const QString &to)

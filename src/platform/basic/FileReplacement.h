@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFile>
 #include <QString>
 
 #include <functional>
@@ -12,6 +13,10 @@ namespace basic
 /// Repeats `attempt` until it succeeds, for two seconds at most, where another program that has the file open makes it fail: a
 /// virus scanner holds new files for a moment. Other systems try once.
 bool retryWhileBusy(const std::function<bool()> &attempt);
+
+/// Opens a file, waiting in the same way. What cannot be opened at all, a read-only file or one in a missing folder, fails at
+/// once.
+bool openWhenFree(QFile &file, QIODevice::OpenMode mode);
 
 /// Gives `from` the name `to`, replacing a file there in one step. Returns why that failed, else an empty text.
 QString replaceFile(const QString &from, const QString &to);

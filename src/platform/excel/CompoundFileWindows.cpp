@@ -4,6 +4,8 @@
 #include "platform/excel/CompoundEntries.h"
 #include "platform/excel/ExcelError.h"
 
+#include <QtEndian>
+
 #include <cstring>
 #include <map>
 #include <memory>
@@ -50,6 +52,29 @@ Owned<ILockBytes> newMemory()
 const wchar_t *wide(const QString &text)
 {
     return reinterpret_cast<const wchar_t *>(text.utf16());
+}
+
+/// The system allocates what the header announces, so that must fit into the file. A sector has 512 or 4096 bytes, a small
+/// one 64.
+void checkHeader(const QByteArray &bytes)
+{
+    constexpr qsizetype HeaderSize = 512;
+    constexpr qsizetype SectorShift = 30;
+    constexpr qsizetype SmallSectorShift = 32;
+    const auto number = [&bytes](qsizetype at) { return qFromLittleEndian<quint32>(bytes.constData() + at); };
+    const auto shortNumber = [&bytes](qsizetype at) { return qFromLittleEndian<quint16>(bytes.constData() + at); };
+    if (bytes.size() < HeaderSize || (shortNumber(SectorShift) != 9 && shortNumber(SectorShift) != 12)
+        || shortNumber(SmallSectorShift) != 6) {
+        damagedContainer();
+    }
+    const auto sectors = static_cast<quint32>(bytes.size() >> shortNumber(SectorShift));
+    // Numbers of sectors: of folders, of the table of sectors, of small sectors, and of what the header does not hold of the
+    // table.
+    for (const qsizetype at : {40, 44, 64, 72}) {
+        if (number(at) > sectors) {
+            damagedContainer();
+        }
+    }
 }
 
 class ContainerReader
@@ -180,6 +205,7 @@ private:
 
 std::vector<CompoundEntry> readCompound(const QByteArray &bytes)
 {
+    checkHeader(bytes);
     const Owned<ILockBytes> memory = newMemory();
     ULONG done = 0;
     if (FAILED(memory->WriteAt({}, bytes.constData(), static_cast<ULONG>(bytes.size()), &done))) {

@@ -48,7 +48,7 @@ LockFile::LockFile(const QString &databasePath) : databasePath_(databasePath), f
     timer.start();
     while (slot_ < 0) {
         const bool isNew = !file_.exists();
-        if (!basic::retryWhileBusy([&] { return file_.open(QIODevice::ReadWrite | QIODevice::Unbuffered); })) {
+        if (!basic::openWhenFree(file_, QIODevice::ReadWrite | QIODevice::Unbuffered)) {
             throw Error(ErrorNumber::CannotOpenFile,
                         QStringLiteral("The lock file %1 cannot be opened: %2.").arg(file_.fileName(), file_.errorString()));
         }

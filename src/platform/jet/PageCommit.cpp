@@ -24,7 +24,7 @@ constexpr qint64 PageBytes = static_cast<qint64>(PageSize);
 
 void openForWriting(QFile &file, QIODevice::OpenMode mode)
 {
-    if (!basic::retryWhileBusy([&] { return file.open(mode | QIODevice::Unbuffered); })) {
+    if (!basic::openWhenFree(file, mode | QIODevice::Unbuffered)) {
         throw Error(ErrorNumber::CannotOpenFile,
                     QStringLiteral("%1 cannot be written: %2.").arg(file.fileName(), file.errorString()));
     }

@@ -4,6 +4,7 @@
 #include "platform/basic/TextFiles.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -102,6 +103,18 @@ private Q_SLOTS:
         QCOMPARE(QDir(root.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList("file"));
     }
 
+    void whatCannotBeOpenedFailsAtOnce()
+    {
+        const QTemporaryDir root;
+        QElapsedTimer timer;
+        timer.start();
+        QFile inNoFolder(root.filePath("none/file"));
+        QVERIFY(!basic::openWhenFree(inNoFolder, QIODevice::ReadWrite));
+        QFile folder(root.path());
+        QVERIFY(!basic::openWhenFree(folder, QIODevice::ReadWrite));
+        QVERIFY(timer.elapsed() < 1000);
+    }
+
     void aScannerIsWaitedFor()
     {
 #ifdef Q_OS_WIN
@@ -113,6 +126,12 @@ private Q_SLOTS:
             QVERIFY(scanner.isHolding());
             QVERIFY(!QFile::remove(path));
             QCOMPARE(basic::writeWholeFile(path, "new"), QString());
+        }
+        {
+            const Scanner scanner(path, 1000);
+            QFile file(path);
+            QVERIFY(!file.open(QIODevice::ReadWrite));
+            QVERIFY(basic::openWhenFree(file, QIODevice::ReadWrite));
         }
         QCOMPARE(basic::writeWholeFile(path + ".new", "newer"), QString());
         {
