@@ -15,6 +15,8 @@
 
 #include <QKeyEvent>
 
+#include <algorithm>
+
 using controls::FlexGrid;
 using controls::ItemCombo;
 
@@ -27,6 +29,7 @@ frmMonLeave::frmMonLeave(ScreenHost &host, QWidget *parent) : ChildScreen(host, 
     listBottom_ = ui_->listLayout->contentsMargins().bottom();
     serveFocusedGrid(*this, {ui_->grdLeave});
     setIcons();
+    arrangeFilters();
     connectList();
     connectPanel();
 }
@@ -182,6 +185,21 @@ void frmMonLeave::setListLocked(bool locked)
     ui_->grdLeave->setFocusPolicy(locked ? Qt::NoFocus : Qt::TabFocus);
 }
 
+/// In one line where the chosen entries can be read in it, else in two.
+void frmMonLeave::arrangeFilters()
+{
+    constexpr int lineGap = 24;
+    constexpr int rowGap = 8;
+    const QMargins margins = ui_->listLayout->contentsMargins();
+    const int lists = ui_->filterLists->minimumSize().width();
+    const int period = ui_->filterPeriod->minimumSize().width();
+    // Or one line would keep the screen as wide as it is.
+    ui_->filterStrip->setMinimumWidth(std::max(lists, period));
+    const bool fits = lists + lineGap + period <= width() - margins.left() - margins.right();
+    ui_->filterLayout->setDirection(fits ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    ui_->filterLayout->setSpacing(fits ? lineGap : rowGap);
+}
+
 /// Over the lower part of the list, which ends above it, so that the selected row stays in view and no row is cut. Where that
 /// leaves the grid too little, the locked filters make way.
 void frmMonLeave::placePanel()
@@ -222,6 +240,7 @@ void frmMonLeave::focusInEvent(QFocusEvent *)
 void frmMonLeave::resizeEvent(QResizeEvent *event)
 {
     ChildScreen::resizeEvent(event);
+    arrangeFilters();
     // After the layout has moved the grid.
     QMetaObject::invokeMethod(this, &frmMonLeave::placePanel, Qt::QueuedConnection);
 }

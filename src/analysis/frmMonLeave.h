@@ -39,6 +39,7 @@ private:
     void openSaved();
     bool readCurrentRow();
     void showPanel();
+    void arrangeFilters();
     void placePanel();
     void setListLocked(bool locked);
     /// False when nothing was saved; the panel then stays open.

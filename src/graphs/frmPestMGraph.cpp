@@ -64,6 +64,24 @@ frmPestMGraph::frmPestMGraph(ScreenHost &host, QWidget *parent)
 
 frmPestMGraph::~frmPestMGraph() = default;
 
+/// The boxes of the smallest and largest sums: under the block, or in a low window next to Draw Graph.
+void frmPestMGraph::placeRank(bool nextToDraw)
+{
+    constexpr int row = 3;
+    QHBoxLayout *rank = ui_->rankLayout;
+    QLayout *wanted = nextToDraw ? static_cast<QLayout *>(ui_->drawLayout) : ui_->criteriaFormLayout;
+    if (rank->parent() == wanted) {
+        return;
+    }
+    static_cast<QLayout *>(rank->parent())->removeItem(rank);
+    rank->setParent(nullptr);
+    if (nextToDraw) {
+        ui_->drawLayout->insertLayout(0, rank);
+    } else {
+        ui_->criteriaFormLayout->addLayout(rank, row, 1);
+    }
+}
+
 /// The criteria come closer in a low window, so that all are in sight.
 void frmPestMGraph::resizeEvent(QResizeEvent *event)
 {
@@ -87,6 +105,7 @@ void frmPestMGraph::resizeEvent(QResizeEvent *event)
         row->setSpacing(height() < low ? 2 : 8);
     }
     ui_->criteriaFormLayout->setVerticalSpacing(height() < low ? 2 : 4);
+    placeRank(height() < low);
     QMargins margins = ui_->contentLayout->contentsMargins();
     margins.setBottom(height() < low ? 8 : 16);
     ui_->contentLayout->setContentsMargins(margins);

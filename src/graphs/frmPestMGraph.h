@@ -33,6 +33,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void placeRank(bool nextToDraw);
     void setUpLists();
     void setUpButtons();
     void connectCriteria();

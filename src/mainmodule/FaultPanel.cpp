@@ -61,13 +61,14 @@ void FaultPanel::showFaults(const std::vector<lists::GivenList> &given, const st
 {
     given_ = given;
     faults_ = faults;
+    std::stable_partition(faults_.begin(), faults_.end(), [](const lists::Fault &fault) { return fault.refuses; });
     controls::FlexGrid &grid = *ui_->grdFaults;
     {
         const controls::RedrawPause pause(grid);
-        layOutList(grid, Columns, static_cast<int>(faults.size()));
+        layOutList(grid, Columns, static_cast<int>(faults_.size()));
         // Nothing is added here, so without the empty closing row.
-        grid.setRows(static_cast<int>(faults.size()) + 1);
-        const std::vector<QStringList> rows = lists::faultRows(faults);
+        grid.setRows(static_cast<int>(faults_.size()) + 1);
+        const std::vector<QStringList> rows = lists::faultRows(faults_);
         for (std::size_t row = 1; row < rows.size(); ++row) {
             for (int column = 0; column < grid.Cols(); ++column) {
                 grid.setTextMatrix(static_cast<int>(row), column, rows[row][column]);

@@ -10,6 +10,7 @@
 #include "screens/Shortcuts.h"
 #include "ui_ImportDialog.h"
 
+#include <algorithm>
 #include <array>
 
 namespace mainmodule
@@ -69,6 +70,7 @@ ImportDialog::ImportDialog(ListHost &host, const lists::GivenBook &given, lists:
     connect(ui_->cmdWrite, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     makePlan();
+    countNamedRows();
     // Rows that are left out are left out on purpose.
     ui_->cmdWrite->setAutoDefault(!plan_.refuses());
     (plan_.refuses() ? ui_->cmdCancel : ui_->cmdWrite)->setFocus();
@@ -77,31 +79,58 @@ ImportDialog::ImportDialog(ListHost &host, const lists::GivenBook &given, lists:
 
 ImportDialog::~ImportDialog() = default;
 
-void ImportDialog::makePlan()
+lists::Planner ImportDialog::plannerFor(lists::Matching matching) const
 {
-    const controls::BusyPointer busy;
-    lists::Planner planner(host_.farmLists(), matching_, host_.farm());
+    lists::Planner planner(host_.farmLists(), matching, host_.farm());
     planner.addFaults(given_.faults);
     for (const lists::GivenList &list : given_.lists) {
         planner.add(list);
     }
-    plan_ = planner.plan();
-    const lists::Counts total = plan_.total();
-    ui_->screenTitle->setText(lists::summary(total));
-    QStringList each;
-    for (const lists::List list : lists::AllLists) {
-        const lists::Counts &counts = plan_.counts[lists::indexOf(list)];
-        if (counts.added + counts.changed + counts.refused + counts.unchanged > 0) {
-            each.append(
-                tr("%1: %2, %3 as they were").arg(lists::tableOf(list).sheet, lists::summary(counts)).arg(counts.unchanged));
-        }
+    return planner;
+}
+
+void ImportDialog::countNamedRows()
+{
+    const auto added = [this](lists::Matching matching) { return plannerFor(matching).plan().total().added; };
+    if (const int named = added(lists::Matching::ByKey) - added(lists::Matching::ByKeyOrName); named > 0) {
+        ui_->chkByName->setText(tr("%1 (%2 here)").arg(ui_->chkByName->text()).arg(named));
     }
-    ui_->lblLists->setText(each.join(QStringLiteral("; ")));
+}
+
+void ImportDialog::makePlan()
+{
+    const controls::BusyPointer busy;
+    const lists::Planner planner = plannerFor(matching_);
+    plan_ = planner.plan();
+    showSummary();
     const qsizetype count = static_cast<qsizetype>(plan_.changes.size());
-    ui_->cmdWrite->setText(plan_.refuses() ? tr("&Write the other %1 rows").arg(count) : tr("&Write %1 rows").arg(count));
+    const QString rows = count == 1 ? tr("1 row") : tr("%1 rows").arg(count);
+    ui_->cmdWrite->setText(plan_.refuses() ? tr("&Write the other %1").arg(rows) : tr("&Write %1").arg(rows));
     ui_->cmdWrite->setEnabled(count > 0);
     showChanges(planner.planned());
     ui_->faultPanel->showFaults(given_.lists, plan_.faults);
+}
+
+void ImportDialog::showSummary()
+{
+    QString title = lists::summary(plan_.total());
+    const auto sheets = std::count_if(given_.faults.begin(), given_.faults.end(),
+                                      [](const lists::Fault &fault) { return fault.refuses && fault.row == 0; });
+    if (sheets > 0) {
+        title += sheets == 1 ? tr("; 1 sheet cannot be read") : tr("; %1 sheets cannot be read").arg(sheets);
+    }
+    ui_->screenTitle->setText(title);
+    QStringList parts;
+    for (const lists::List list : lists::AllLists) {
+        const lists::Counts &counts = plan_.counts[lists::indexOf(list)];
+        if (counts.added + counts.changed + counts.refused > 0) {
+            parts.append(QStringLiteral("%1: %2").arg(lists::tableOf(list).sheet, lists::summary(counts)));
+        }
+    }
+    if (const int unchanged = plan_.total().unchanged; unchanged > 0) {
+        parts.append(unchanged == 1 ? tr("1 row as it was") : tr("%1 rows as they were").arg(unchanged));
+    }
+    ui_->lblLists->setText(parts.join(QStringLiteral("; ")));
 }
 
 void ImportDialog::showChanges(const lists::FarmLists &planned)

@@ -28,7 +28,11 @@ public:
     const lists::Plan &plan() const { return plan_; }
 
 private:
+    lists::Planner plannerFor(lists::Matching matching) const;
     void makePlan();
+    /// How many rows are new only as long as their names do not count.
+    void countNamedRows();
+    void showSummary();
     void showChanges(const lists::FarmLists &planned);
 
     std::unique_ptr<Ui::ImportDialog> ui_;

@@ -46,8 +46,9 @@ public:
     explicit ListLines(List list) : PageLines(lists::tableOf(list).sheet, list), table_(lists::tableOf(list))
     {
         for (const lists::Column &column : table_.columns) {
-            const bool stretches = column.kind == ColumnKind::Text || column.kind == ColumnKind::References;
-            columns_.push_back({column.heading, widthOf(column.kind), stretches, column.kind == ColumnKind::Parent, column.kind});
+            const bool isShort =
+                column.kind == ColumnKind::Points || column.kind == ColumnKind::YesNo || column.kind == ColumnKind::PestKind;
+            columns_.push_back({column.heading, widthOf(column.kind), !isShort, column.kind == ColumnKind::Parent, column.kind});
         }
     }
 

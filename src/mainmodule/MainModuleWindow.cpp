@@ -209,7 +209,9 @@ void MainModuleWindow::refresh()
 void MainModuleWindow::offerNextStep()
 {
     const std::optional<StartStep> next = start_->nextStep();
-    controls::Theme::setRole(*ui_->cmdMonitoring, next == StartStep::Monitoring && currentList() ? "first" : "");
+    isNewOffice_ = isNewOffice_ || (next && *next != StartStep::Monitoring);
+    const bool isLast = isNewOffice_ && next == StartStep::Monitoring && currentList();
+    controls::Theme::setRole(*ui_->cmdMonitoring, isLast ? "first" : "");
     const QString text = next ? StartPage::goOnText(*next) : QString();
     ui_->cmdNext->setText(text);
     ui_->cmdNext->setVisible(hasDatabases_ && currentList() && !text.isEmpty() && pageOf(*next) != pageName());

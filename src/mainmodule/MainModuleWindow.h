@@ -95,6 +95,8 @@ private:
     FarmBar *bar_ = nullptr;
     int shownPage_ = 0;
     bool hasDatabases_ = false;
+    /// A list was empty since the program was started.
+    bool isNewOffice_ = false;
     bool windowLeft_ = false;
     Starter startMonitoring_;
     std::unique_ptr<WindowRequest> requests_;

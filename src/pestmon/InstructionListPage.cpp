@@ -318,9 +318,15 @@ void InstructionListPage::storePeriodStart()
     ::storePeriodStart(session(), *ui_.dtpDateFrom);
 }
 
+void InstructionListPage::askForRow() const
+{
+    host().showNote(QStringLiteral("Select an instruction in the list first."));
+}
+
 void InstructionListPage::editCurrentRow()
 {
     if (currentRowKey() == 0) {
+        askForRow();
         return;
     }
     if (currentRowIsDone()) {
@@ -335,6 +341,7 @@ void InstructionListPage::editCurrentRow()
 void InstructionListPage::deleteCurrentRow()
 {
     if (session().CurrentPMTransID == 0) {
+        askForRow();
         return;
     }
     const controls::BusyPointer busy;

@@ -33,6 +33,8 @@ public:
     void readCurrentRow();
     bool currentRowRepeats() const;
     QDate currentRowDate() const;
+    /// The note for a button that needs an instruction, while none is selected.
+    void askForRow() const;
 
 Q_SIGNALS:
     void addRequested();

@@ -93,7 +93,7 @@ void frmPestMon2::resizeEvent(QResizeEvent *event)
 {
     ChildScreen::resizeEvent(event);
     constexpr int low = 480;
-    ui_->captureFormLayout->setVerticalSpacing(height() < low ? 1 : 6);
+    ui_->captureFormLayout->setVerticalSpacing(height() < low ? 5 : 6);
     QMargins margins = ui_->tab0Content->contentsMargins();
     margins.setTop(height() < low ? 6 : 12);
     margins.setBottom(height() < low ? 6 : 12);
@@ -151,6 +151,7 @@ void frmPestMon2::openCapture()
     capture_->clear();
     session().CurrentPMTransID = list_->currentRowKey();
     if (session().CurrentPMTransID == 0) {
+        list_->askForRow();
         return;
     }
     list_->readCurrentRow();

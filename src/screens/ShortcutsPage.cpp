@@ -17,7 +17,7 @@
 namespace
 {
 
-constexpr QSize PageSize(620, 560);
+constexpr QSize PageSize(700, 560);
 
 /// Sort key of a group on the page; groups with the same key stay in the order of the table.
 int orderOf(const KeyGroup &group, const QString &screen)

@@ -169,9 +169,13 @@ void ImportDialogTest::separatedValues_data()
     add("two rows with one key", "Block key,Block\n1,Weir\n1,Low\n",
         "0 new, 0 changed, 2 refused\ngiven | 2 | Block key | 1 | Several rows have this key.\ngiven | 3 |");
     add("key that does not exist", "Block key,Block\n99,Weir\n", "given | 2 | Block key | 99 | There is no block with this key.");
+    add("key that another new row will have", "Block key,Block\n,Weir\n3,Low\n",
+        "given | 3 | Block key | 3 | There is no block with this key.");
+    add("cell without heading", "Block,Points\nDam, upper,5\n", "given | 2 |  |  | Column C has no heading");
     add("text as key", "Block key,Block\nfirst,Weir\n", "given | 2 | Block key | first | This is not a key.");
     add("key of another table", "Farm key,Farm,Block\n1,Riverbend,Weir\n",
-        "0 new, 0 changed, 0 refused\ngiven |  | Farm key |  | These are keys of the list Farms, not of Blocks.");
+        "0 new, 0 changed, 0 refused; 1 sheet cannot be read\ngiven |  | Farm key |  | These are keys of the list Farms, not of "
+        "Blocks.");
     add("wrong sheet", "Price,Amount\n12,3\n", "There is no farm list in it.");
     add("quotes", "Block;Points\n\"The \"\"old\"\" dam\";5\n",
         "1 new, 0 changed, 0 refused\ngiven | 2 | Block | The \"old\" dam | Note: ");
@@ -180,9 +184,9 @@ void ImportDialogTest::separatedValues_data()
     add("quote that is not closed", "Block,Points\n\"Weir,5\nLow,5\n", "has a quotation mark in row 2 that does not close.");
     add("Windows-1252 and carriage returns", "Block,Points\rM\xF4reson,5\r", "1 new, 0 changed, 0 refused");
     add("farm that does not exist", "Farm,Block\nNowhere,Weir\n", "given | 2 | Farm | Nowhere | There is no farm of this name.");
-    add("too long a name", "Block\n" + QByteArray(51, 'x') + '\n', "It has 51 characters; the file takes 50.");
+    add("too long a name", "Block\n" + QByteArray(51, 'x') + '\n', "It has 51 characters; 50 are the most.");
     add("characters of file names", "Block\nA/B\n", "Note: It holds \"/\", which the name of a sheet or file cannot have");
-    add("nothing in it", "", "There is no farm list in it.");
+    add("nothing in it", "", "There is nothing in it.");
     add("bytes of a picture", QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16),
         "is neither a workbook (.xlsx) nor a text of separated values (.csv).");
     add("workbook of an older format", QByteArray::fromHex("d0cf11e0a1b11ae1") + QByteArray(504, '\0'),

@@ -412,6 +412,17 @@ void MainModuleWindowTest::newOfficeBeginsWithEmptyDatabases()
     press(Qt::Key_Return);
     QTRY_VERIFY(next.isVisible());
     QCOMPARE(next.text(), QStringLiteral("&Go on: crops"));
+    // After the last list the monitoring's own button is the way on.
+    auto &monitoring = control<QPushButton>("cmdMonitoring");
+    QCOMPARE(monitoring.property("role").toString(), QString());
+    const std::pair<const char *, const char *> lists[] = {
+        {"crops", "Citrus\tOrange\tDelta\n"}, {"workers", "Thandi\n"}, {"pests", "Red scale\tP\tOrange\n"}};
+    for (const auto &[page, rows] : lists) {
+        window_->showPage(QString::fromLatin1(page));
+        press(Qt::Key_Insert);
+        pasteText(QString::fromLatin1(rows));
+    }
+    QTRY_COMPARE(monitoring.property("role").toString(), QStringLiteral("first"));
 }
 
 void MainModuleWindowTest::closingAsksForIncompleteLines()

@@ -233,6 +233,11 @@ void InstructionListPageTest::emptyListGivesTheReason()
 {
     FlexGrid &list = grid("grdGS");
     QVERIFY(list.emptyText().contains(QStringLiteral("press Add")));
+    for (const char *button : {"cmdComp", "cmdEdit", "cmdPdel"}) {
+        host_->note.clear();
+        click(button);
+        QVERIFY2(host_->note.contains(QStringLiteral("Select an instruction")), button);
+    }
     click("chkComplete");
     QVERIFY(list.emptyText().contains(QStringLiteral("completed")));
     issue(QStringLiteral("Count"), {1}, {1});

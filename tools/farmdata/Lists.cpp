@@ -97,7 +97,8 @@ bool importLists(const QString &databasesFolder, const QString &file, const List
     for (const Conflict &conflict : conflicts) {
         printLine(QStringLiteral("  REFUSED: %1").arg(conflict.reason));
     }
-    printLine(conflicts.empty() ? QStringLiteral("%1 rows were written.").arg(plan.changes.size())
+    printLine(conflicts.empty() ? (plan.changes.size() == 1 ? QStringLiteral("1 row was written.")
+                                                            : QStringLiteral("%1 rows were written.").arg(plan.changes.size()))
                                 : QStringLiteral("Nothing was written."));
     return conflicts.empty();
 }

@@ -372,7 +372,7 @@ void Plot::paintValueLabels(QPainter &painter, const QRectF &exposed) const
     painter.setFont(tickFont_);
     painter.setPen(plotColours_.text);
     QColor veil = plotColours_.background;
-    veil.setAlphaF(0.6F);
+    veil.setAlphaF(0.85F);
     for (const ValueLabel &label : valueLabels_) {
         if (label.rectangle.intersects(exposed)) {
             painter.fillRect(label.rectangle, veil);

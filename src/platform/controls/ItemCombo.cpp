@@ -5,10 +5,12 @@
 
 #include <QAbstractItemView>
 #include <QCompleter>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include <utility>
@@ -157,6 +159,16 @@ bool ItemCombo::tabLeavesList(const QKeyEvent &event)
     choose(current);
     focusNextPrevChild(next);
     return true;
+}
+
+/// A text wider than the field is shown whole in a tool tip.
+bool ItemCombo::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip && fontMetrics().horizontalAdvance(Text()) > lineEdit()->width()) {
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), Text(), this);
+        return true;
+    }
+    return QComboBox::event(event);
 }
 
 bool ItemCombo::eventFilter(QObject *watched, QEvent *event)

@@ -6,6 +6,7 @@
 #include "platform/jet/UsageMap.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace jet
 {
@@ -17,6 +18,8 @@ constexpr RowPosition FreePages{1, 0};
 constexpr std::uint8_t Inline = 0;
 constexpr std::size_t InlineHeader = 5;
 constexpr std::size_t MapPageHeader = 4;
+/// Begins a page that was taken back. A page in use begins with its type, which is never 0.
+constexpr char FreeMark[16] = "\0\1free page";
 constexpr std::uint32_t PagesPerMapPage = (PageSize - MapPageHeader) * 8;
 
 void setBit(unsigned char *bits, std::size_t index, bool isSet)
@@ -134,8 +137,22 @@ private:
 
 } // namespace
 
+void PageAllocator::findFreePages()
+{
+    isSearched_ = true;
+    for (const std::uint32_t page : pagesInMap(pager_, FreePages)) {
+        if (std::memcmp(pager_.page(page).data(), FreeMark, sizeof FreeMark) == 0) {
+            free_.push_back(page);
+            acceptedFree_.push_back(page);
+        }
+    }
+}
+
 std::uint32_t PageAllocator::allocate()
 {
+    if (free_.empty() && !isSearched_) {
+        findFreePages();
+    }
     std::uint32_t page = 0;
     if (free_.empty()) {
         page = pager_.append();
@@ -151,6 +168,7 @@ std::uint32_t PageAllocator::allocate()
 void PageAllocator::release(std::uint32_t page)
 {
     Map(*this, FreePages).set(page, true);
+    std::memcpy(pager_.edit(page), FreeMark, sizeof FreeMark);
     free_.push_back(page);
 }
 

@@ -13,8 +13,8 @@ namespace jet
 
 class Pager;
 
-/// Gives pages out and takes them back. Only pages behind the end of the file are given out, and those that were taken back
-/// since the file was opened: the map of free pages of a file that was not closed properly may name pages in use.
+/// Gives pages out and takes them back. Only pages behind the end of the file are given out, and those that were taken back and
+/// marked so: the map of free pages of a file that was not closed properly may name pages in use, but none of them is marked.
 class PageAllocator
 {
 public:
@@ -32,7 +32,11 @@ public:
     void accept();
 
 private:
+    /// The marked pages of earlier sessions, once.
+    void findFreePages();
+
     Pager &pager_;
+    bool isSearched_ = false;
     std::vector<std::uint32_t> free_;
     /// As of the last change that came about.
     std::vector<std::uint32_t> acceptedFree_;

@@ -126,6 +126,14 @@ struct Planner::RowWork {
 
 Planner::Planner(const FarmLists &lists, Matching matching, std::int32_t farm) : lists_(lists), matching_(matching), farm_(farm)
 {
+    for (const List list : AllLists) {
+        lastStored_[indexOf(list)] = lists.lastKey(list);
+    }
+}
+
+const Record *Planner::stored(List list, std::int32_t key) const
+{
+    return key <= lastStored_[indexOf(list)] ? lists_.find(list, key) : nullptr;
 }
 
 void Planner::add(const GivenList &given)
@@ -191,14 +199,14 @@ bool Planner::findByKey(RowWork &work)
         work.fault(work.table.keyHeading, text, QStringLiteral("This is not a key. Leave it blank for a new row."));
         return false;
     }
-    work.before = lists_.find(work.given.list, *key);
+    work.before = stored(work.given.list, *key);
     if (work.before) {
         work.after = *work.before;
         return true;
     }
     QString reason = QStringLiteral("There is no %1 with this key. Leave it blank for a new row.").arg(work.table.singular);
     for (const List list : AllLists) {
-        const Record *other = tableOf(list).key.isEmpty() ? nullptr : lists_.find(list, *key);
+        const Record *other = tableOf(list).key.isEmpty() ? nullptr : stored(list, *key);
         if (other) {
             reason +=
                 QStringLiteral(" It is the key of the %1 %2.").arg(tableOf(list).singular, quoted(lists_.name(list, *other)));

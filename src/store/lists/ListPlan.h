@@ -107,7 +107,11 @@ private:
     void addDefaults(RowWork &work);
     void finish(RowWork &work);
 
+    /// A row that was there before what was given.
+    const Record *stored(List list, std::int32_t key) const;
+
     FarmLists lists_;
+    std::array<std::int32_t, AllLists.size()> lastStored_{};
     Matching matching_;
     std::int32_t farm_ = 0;
     Plan plan_;

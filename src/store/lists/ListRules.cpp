@@ -131,7 +131,7 @@ private:
         if (const std::optional<QString> reason = unprintable(text)) {
             refuse(column, *reason);
         } else if (text.size() > size) {
-            refuse(column, QStringLiteral("It has %1 characters; the file takes %2.").arg(text.size()).arg(size));
+            refuse(column, QStringLiteral("It has %1 characters; %2 are the most.").arg(text.size()).arg(size));
         } else if (text.startsWith(u'=')) {
             refuse(column, QStringLiteral("It begins with \"=\", which a spreadsheet takes for a formula."));
         } else if (lists_.isNumeric(table_.list, column) && !isNumber) {

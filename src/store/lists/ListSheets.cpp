@@ -212,6 +212,20 @@ QString mergeIn(const sheets::Sheet &sheet, const Headings &headings, int row)
     return {};
 }
 
+/// Why a row with a value outside of the columns with headings is refused: a separator within a text may have moved its cells.
+QString cellWithoutHeading(const sheets::Sheet &sheet, const Headings &headings, int row)
+{
+    const std::vector<Cell> &cells = sheet.rows[static_cast<std::size_t>(row)];
+    for (std::size_t column = 0; column < cells.size(); ++column) {
+        const int position = static_cast<int>(column);
+        if (!cells[column].isBlank() && sheet.at(headings.row, position).isBlank()) {
+            return QStringLiteral("Column %1 has no heading, but this row has \"%2\" there.")
+                .arg(sheets::columnLetters(position), cells[column].text.simplified());
+        }
+    }
+    return {};
+}
+
 GivenList rowsOf(const sheets::Sheet &sheet, const Table &table, const Headings &headings)
 {
     GivenList given{table.list, sheet.name, {}};
@@ -226,6 +240,9 @@ GivenList rowsOf(const sheets::Sheet &sheet, const Table &table, const Headings 
         }
         one.keyText = sheet.at(row, headings.key).text.trimmed();
         one.refusal = mergeIn(sheet, headings, row);
+        if (one.refusal.isEmpty()) {
+            one.refusal = cellWithoutHeading(sheet, headings, row);
+        }
         if (!one.isBlank() || !one.keyText.isEmpty()) {
             given.rows.push_back(std::move(one));
         }
@@ -240,6 +257,9 @@ public:
 
     GivenBook read(const sheets::Workbook &book)
     {
+        if (std::all_of(book.sheets.begin(), book.sheets.end(), isBlankSheet)) {
+            throw basic::RunTimeError(basic::ErrorNumber::InvalidArgument, QStringLiteral("There is nothing in it."));
+        }
         for (const sheets::Sheet &sheet : book.sheets) {
             if (!isBlankSheet(sheet)) {
                 readSheet(sheet);

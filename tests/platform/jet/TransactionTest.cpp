@@ -563,6 +563,37 @@ private Q_SLOTS:
         QCOMPARE(database_->definition("tblDeep").primaryKey()->distinctKeys, static_cast<quint32>(Count));
         QVERIFY2(QFileInfo(path_).size() < size + size / 20, qPrintable(QString::number(QFileInfo(path_).size() - size)));
     }
+
+    void pagesFreedInOneSessionServeTheNext()
+    {
+        openNew();
+        change([](Transaction &transaction) {
+            transaction.createTable({"tblYears",
+                                     {{"ID", ColumnType::Long}, {"Day", ColumnType::Date}},
+                                     {{"PrimaryKey", {"ID"}, true, true}, {"Day", {"Day"}}}});
+        });
+        constexpr int Count = 4000;
+        qint64 size = 0;
+        // Keys that never come back, as autonumbers do not.
+        for (int session = 0; session < 6; ++session) {
+            database_.reset();
+            database_ = Database::open(path_, judges::Password, jet::Access::ReadWrite);
+            const int first = session * Count;
+            change([&](Transaction &transaction) {
+                for (int i = first; i < first + Count; ++i) {
+                    transaction.insert("tblYears", {i, Date{i / 7.0}});
+                }
+            });
+            change([&](Transaction &transaction) {
+                for (int i = first; i < first + Count; ++i) {
+                    transaction.remove("tblYears", *transaction.findByKey("tblYears", {i}));
+                }
+            });
+            QCOMPARE(judges::faults(path_), QString());
+            size = session == 1 ? QFileInfo(path_).size() : size;
+        }
+        QVERIFY2(QFileInfo(path_).size() <= size, qPrintable(QString::number(QFileInfo(path_).size() - size)));
+    }
 };
 
 QTEST_GUILESS_MAIN(TransactionTest)

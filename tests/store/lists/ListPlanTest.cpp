@@ -114,7 +114,7 @@ void ListPlanTest::badRowIsRefused_data()
     row("no farm of two", List::Blocks, "", {QString(), QStringLiteral("Hill"), QStringLiteral("5"), yes}, "Farm", "missing");
     row("unknown farm", List::Blocks, "", {QStringLiteral("Nowhere"), QStringLiteral("Hill"), QString(), yes}, "Farm",
         "no farm of");
-    row("long name", List::Blocks, "", block(QString(51, u'x')), "Block", "51 characters; the file takes 50");
+    row("long name", List::Blocks, "", block(QString(51, u'x')), "Block", "51 characters; 50 are the most");
     row("line break", List::Blocks, "", block(QStringLiteral("Hill\nside")), "Block", "line break");
     row("tab", List::Blocks, "", block(QStringLiteral("Hill\tside")), "Block", "a tab");
     row("control character", List::Blocks, "", block(QStringLiteral("Hill\u0007")), "Block", "U+0007");
