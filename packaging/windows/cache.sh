@@ -31,5 +31,6 @@ librariesFolder() {
 # configureForWindows LIBRARIES: needs icons and make_templates in build/release.
 configureForWindows() {
     cmake -S . -B build/windows/release -G Ninja -DCMAKE_BUILD_TYPE=Release -DFARM_BENCH=OFF -DFARM_HOST_BUILD="$PWD/build/release" \
-        -DCMAKE_TOOLCHAIN_FILE="$PWD/packaging/windows/toolchain.cmake" -DCMAKE_FIND_ROOT_PATH="$1"
+        -DCMAKE_TOOLCHAIN_FILE="$PWD/packaging/windows/toolchain.cmake" -DCMAKE_FIND_ROOT_PATH="$1" \
+        -DCMAKE_CROSSCOMPILING_EMULATOR="$PWD/packaging/windows/wine.sh"
 }
