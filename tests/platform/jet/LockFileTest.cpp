@@ -211,7 +211,8 @@ private Q_SLOTS:
         QCOMPARE(newcomer.line(), QByteArray("waiting"));
         QTest::qSleep(200);
         others.reset();
-        QCOMPARE(newcomer.exitCode(), 1);
+        // The first slot that was free when it was tried.
+        QVERIFY(newcomer.exitCode() > 0);
     }
 
     void aProgramThatLetsNobodyElseReadOrWriteIsNamedAsTheReason()
