@@ -22,24 +22,11 @@ void sortLines(std::vector<PageLine> &lines, int column, bool descending)
     QCollator collator(QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale());
     collator.setNumericMode(true);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
-    struct Entry {
-        QCollatorSortKey key;
-        std::size_t position;
-    };
-    std::vector<Entry> entries;
-    entries.reserve(lines.size());
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        entries.push_back({collator.sortKey(lines[i].texts[column]), i});
-    }
-    std::stable_sort(entries.begin(), entries.end(), [descending](const Entry &one, const Entry &other) {
-        return descending ? other.key < one.key : one.key < other.key;
+    // Not by its sort keys, which on Windows hold bytes that were never set.
+    std::stable_sort(lines.begin(), lines.end(), [&](const PageLine &one, const PageLine &other) {
+        const int order = collator.compare(one.texts[column], other.texts[column]);
+        return descending ? order > 0 : order < 0;
     });
-    std::vector<PageLine> sorted;
-    sorted.reserve(lines.size());
-    for (const Entry &entry : entries) {
-        sorted.push_back(std::move(lines[entry.position]));
-    }
-    lines = std::move(sorted);
 }
 
 } // namespace mainmodule
