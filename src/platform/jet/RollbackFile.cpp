@@ -8,6 +8,7 @@
 
 #include <QCryptographicHash>
 #include <QFile>
+#include <QRandomGenerator>
 #include <QtEndian>
 
 #include <algorithm>
@@ -18,11 +19,11 @@ namespace jet
 namespace
 {
 
-constexpr char Magic[RollbackFile::MagicSize] = "Jet rollback 2";
+constexpr char Magic[RollbackFile::MagicSize] = "Jet rollback 3";
 constexpr qsizetype PageBytes = static_cast<qsizetype>(PageSize);
 constexpr qsizetype HashSize = 32;
-/// Magic, length of the whole and four numbers.
-constexpr qsizetype HeadSize = sizeof Magic + sizeof(quint64) + 4 * sizeof(quint32);
+/// Magic, length of the whole, a number that no other change has, and four numbers.
+constexpr qsizetype HeadSize = sizeof Magic + 2 * sizeof(quint64) + 4 * sizeof(quint32);
 /// What a disk writes at once.
 constexpr qsizetype SectorSize = 512;
 
@@ -59,9 +60,11 @@ QByteArray RollbackFile::bytes() const
     for (const StoredPage &page : pages) {
         all += littleEndian(page.number) + page.before + page.after;
     }
-    const QByteArray head = QByteArray(Magic, sizeof Magic) + littleEndian(static_cast<quint64>(HeadSize + all.size() + HashSize))
-        + littleEndian(pagesBefore) + littleEndian(pagesAfter) + littleEndian(slot)
-        + littleEndian(static_cast<std::uint32_t>(pages.size()));
+    const QByteArray head = QByteArray(Magic, sizeof Magic)
+        + littleEndian(static_cast<quint64>(HeadSize + all.size() + HashSize))
+        // Or the first sector of this change and what is left of the one before could be the whole of that.
+        + littleEndian(QRandomGenerator::global()->generate64()) + littleEndian(pagesBefore) + littleEndian(pagesAfter)
+        + littleEndian(slot) + littleEndian(static_cast<std::uint32_t>(pages.size()));
     all.prepend(head);
     return all + hashOf(all);
 }
@@ -84,7 +87,7 @@ std::optional<RollbackFile> RollbackFile::read(const QByteArray &all)
     if (hashOf(bytes.chopped(HashSize)) != bytes.last(HashSize)) {
         return std::nullopt;
     }
-    QByteArrayView rest = QByteArrayView(bytes).sliced(sizeof Magic + sizeof(quint64)).chopped(HashSize);
+    QByteArrayView rest = QByteArrayView(bytes).sliced(sizeof Magic + 2 * sizeof(quint64)).chopped(HashSize);
     const auto next = [&](qsizetype size) {
         const QByteArrayView part = rest.first(std::min(size, rest.size()));
         rest = rest.sliced(part.size());
