@@ -9,6 +9,7 @@
 #include "support/FakeScreenHost.h"
 #include "support/TemporaryFarm.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -269,7 +270,7 @@ void FieldSheetsTest::aSheetPerBlock()
         + QStringLiteral("Blok B-2026_05_04 10_07_09.xlsx");
     QCOMPARE(opened, QStringList{path});
     QCOMPARE(steps_, 2);
-    QVERIFY2(host_->status.contains(path), qPrintable(host_->status));
+    QVERIFY2(host_->status.contains(QDir::toNativeSeparators(path)), qPrintable(host_->status));
     QVERIFY2(!host_->excelApplication(), "the sheets have an application of their own");
     NEEDS_READERS();
     const ReadSheet first(path, 1);

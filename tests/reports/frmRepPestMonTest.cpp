@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -115,7 +116,10 @@ void frmRepPestMonTest::opensOnceUnread()
     if (way >= 2) {
         QTest::keyClick(files_, way == 2 ? Qt::Key_Enter : Qt::Key_Space);
     }
-    QCOMPARE(host_->launcher().opened, QStringList{farm_->appPath() + QStringLiteral("/reports/PEST monitor/a.xlsx")});
+    // A system without case in its names takes them as the program spells them.
+    QCOMPARE(host_->launcher().opened.size(), 1);
+    QCOMPARE(QFileInfo(host_->launcher().opened[0]),
+             QFileInfo(farm_->appPath() + QStringLiteral("/reports/PEST monitor/a.xlsx")));
     QVERIFY(!host_->excelApplication());
 }
 

@@ -462,9 +462,10 @@ void MDI_MonitoringTest::messageDoesNotOutliveItsScreen()
 void MDI_MonitoringTest::workbookWithoutProgramIsReported()
 {
     dialogs_->expectMessage();
-    window_->launcher().reportPath(QStringLiteral("/farm/Reports/Count.xlsx"));
-    QVERIFY(dialogs_->takeLastText().contains(QLatin1String("/farm/Reports/Count.xlsx")));
-    QVERIFY(window_->statusText().contains(QLatin1String("/farm/Reports/Count.xlsx")));
+    const QString path = QStringLiteral("/farm/Reports/Count.xlsx");
+    window_->launcher().reportPath(path);
+    QVERIFY(dialogs_->takeLastText().contains(QDir::toNativeSeparators(path)));
+    QVERIFY(window_->statusText().contains(QDir::toNativeSeparators(path)));
     RecordingLauncher recording;
     window_->setLauncher(recording);
     QCOMPARE(&window_->launcher(), &recording);

@@ -14,6 +14,18 @@ class SecondCopyTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase()
+    {
+        // The folder of running programs, which is that of temporary files on Windows.
+        for (const char *variable : {"XDG_RUNTIME_DIR", "TMP"}) {
+            qputenv(variable, running_.path().toUtf8());
+        }
+#ifdef Q_OS_WIN
+        // The program there has the windows of the system alone.
+        qunsetenv("QT_QPA_PLATFORM");
+#endif
+    }
+
     void refusedBeforeAnythingElse_data()
     {
         QTest::addColumn<bool>("isRunning");
@@ -28,11 +40,7 @@ private Q_SLOTS:
         const QString built(QStringLiteral(FARM_PROGRAM));
         const QString program = folder.filePath(QFileInfo(built).fileName());
         QVERIFY(QFile::copy(built, program));
-        QVERIFY(QDir(folder.path()).mkdir("run") && QDir(folder.path()).mkdir("Databases"));
-        // The folder of running programs, which is that of temporary files on Windows.
-        for (const char *variable : {"XDG_RUNTIME_DIR", "TMP"}) {
-            qputenv(variable, folder.filePath("run").toUtf8());
-        }
+        QVERIFY(QDir(folder.path()).mkdir("Databases"));
         const auto lock = isRunning ? tryProgramLock(folder.path()) : nullptr;
         QProcess second;
         second.start(program, {});
@@ -47,6 +55,9 @@ private Q_SLOTS:
         second.kill();
         second.waitForFinished();
     }
+
+private:
+    const QTemporaryDir running_;
 };
 
 QTEST_GUILESS_MAIN(SecondCopyTest)

@@ -143,8 +143,8 @@ private Q_SLOTS:
     {
         QFETCH(QString, pest);
         const Fixtures fixtures;
-        fixtures.put("pestmon.MDB", Fixtures::read(QStringLiteral(JET_FIXTURES "/") + pest));
         fixtures.remove("PestMon.mdb");
+        fixtures.put("pestmon.MDB", Fixtures::read(QStringLiteral(JET_FIXTURES "/") + pest));
         const FarmdataRun run = fixtures.import();
         QVERIFY2(run.status == 0, qPrintable(run.errors));
 #ifdef Q_OS_WIN

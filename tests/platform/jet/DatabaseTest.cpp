@@ -247,10 +247,12 @@ private Q_SLOTS:
         QVERIFY(database->stamp() != jet::stampOf(path_));
         QVERIFY(database->refresh());
         QVERIFY(!database->refresh());
-        // What cannot be read leaves the object as it was.
+#ifndef Q_OS_WIN
+        // What cannot be read leaves the object as it was. Windows removes no open file.
         QFile::remove(path_);
         QVERIFY(errorOf(ErrorNumber::FileNotFound, [&] { database->refresh(); }).contains(path_));
         QCOMPARE(database->tableNames().size(), 9);
+#endif
     }
 
 private:
