@@ -102,7 +102,7 @@ setup() {
         test -e "$bin/FarmMonitoring.exe" -a -e "$bin/../share/farm-monitoring/Templates/PestMoni.xls" -a -e "$bin/../Licences/FarmMonitoring.txt"
     check "The start menu has its entries." \
         test -e "$WINEPREFIX/drive_c/users/$USER/AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Farm Monitoring/Farm Monitoring.lnk"
-    check "First start of the monitoring: the box with the first steps stays open." showsWindow "Torvane Data: Farm Monitoring" "$bin/FarmMonitoring.exe"
+    check "First start of the monitoring: the box with the first steps stays open." showsWindow "Farm Monitoring" "$bin/FarmMonitoring.exe"
     check "It has laid out the templates in the user's folder." test -w "$farm/Templates/PestMoni.xls" -a ! -e "$farm/Databases"
     check "The Main Module stays open." showsWindow "Torvane Data: Main Module" "$bin/MainModule.exe"
     check "farmdata makes a farm in the user's folder." farmdata demo "$farm/Databases"
@@ -130,7 +130,7 @@ badInput() {
     mount -o remount,ro "$folder"
     bin=$(echo "$folder"/FarmMonitoring-*)
     rm -rf "$user/farm-monitoring"
-    check "Unpacked where nobody may write, the monitoring opens." showsWindow "Torvane Data: Farm Monitoring" "$bin/FarmMonitoring.exe"
+    check "Unpacked where nobody may write, the monitoring opens." showsWindow "Farm Monitoring" "$bin/FarmMonitoring.exe"
     check "It then works in the user's folder." test -w "$user/farm-monitoring/Templates/PestMoni.xls"
     check "A farm is not made where nobody may write: one sentence." says "$folder" farmdata demo "$folder/Databases"
 

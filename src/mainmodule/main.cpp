@@ -60,7 +60,7 @@ int run(FarmApplication &application)
 int main(int argc, char **argv)
 {
     FarmApplication application(argc, argv);
-    FarmApplication::setApplicationName(QStringLiteral("Torvane Data: Main Module"));
+    FarmApplication::setApplicationName(QStringLiteral("Main Module"));
     FarmApplication::setDesktopFileName(QStringLiteral("farm-main-module"));
     const DesktopColours colours(application);
     return run(application);

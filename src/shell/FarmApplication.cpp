@@ -25,7 +25,8 @@ bool isLetterWithAlt(const QEvent &event)
 
 FarmApplication::FarmApplication(int &argc, char **argv) : QApplication(argc, argv)
 {
-    setApplicationName(QStringLiteral("Torvane Data: Farm Monitoring"));
+    // Also the beginning of the names of temporary folders, so without the colon of the window's title.
+    setApplicationName(QStringLiteral("Farm Monitoring"));
     // The desktop finds the window's icon by this name.
     setDesktopFileName(QStringLiteral("farm-monitoring"));
     // QApplication sets the desktop's number format; files and statements need a decimal point.
