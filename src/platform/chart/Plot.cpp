@@ -37,17 +37,19 @@ QFont bold(QFont font)
     return font;
 }
 
-/// The rectangles of the markers, sorted from the left, so that few of them are compared with each label.
-class MarkerRectangles
+QRectF markerRectangle(const QPointF &anchor, double size)
+{
+    return {anchor.x() - size / 2.0, anchor.y() - size / 2.0, size, size};
+}
+
+/// Rectangles sorted from the left, so that few of them are compared with each label.
+class SortedRectangles
 {
 public:
-    void add(const QPointF &anchor, const SeriesStyle &style)
+    void add(const QRectF &rectangle)
     {
-        if (style.marker != MarkerStyle::None) {
-            const double half = style.markerSize / 2.0;
-            rectangles_.emplace_back(anchor.x() - half, anchor.y() - half, style.markerSize, style.markerSize);
-            widest_ = std::max(widest_, style.markerSize);
-        }
+        rectangles_.push_back(rectangle);
+        widest_ = std::max(widest_, rectangle.width());
     }
     void sort()
     {
@@ -56,10 +58,10 @@ public:
     }
     bool intersects(const QRectF &label) const
     {
-        const auto isLeftOf = [](const QRectF &marker, double x) { return marker.left() < x; };
+        const auto isLeftOf = [](const QRectF &each, double x) { return each.left() < x; };
         const auto first = std::lower_bound(rectangles_.begin(), rectangles_.end(), label.left() - widest_, isLeftOf);
         const auto last = std::lower_bound(first, rectangles_.end(), label.right(), isLeftOf);
-        return std::any_of(first, last, [&label](const QRectF &marker) { return marker.intersects(label); });
+        return std::any_of(first, last, [&label](const QRectF &each) { return each.intersects(label); });
     }
 
 private:
@@ -268,20 +270,28 @@ void Plot::placeValueLabels()
         const SeriesStyle *style;
     };
     std::vector<Wanted> wanted;
-    MarkerRectangles markers;
+    SortedRectangles markers;
+    SortedRectangles bars;
     for (const auto &shape : shapes_) {
         for (const DrawnPoint &point : shape->points()) {
             const SeriesStyle &style = shape->style(point.index.series);
-            if (shapeKindOf(chart_.series(point.index.series).SeriesType) == ShapeKind::Pie) {
+            const ShapeKind kind = shapeKindOf(chart_.series(point.index.series).SeriesType);
+            if (kind == ShapeKind::Pie) {
                 continue;
             }
-            markers.add(point.anchor, style);
+            if (kind == ShapeKind::Bar) {
+                bars.add(point.body);
+            }
+            if (style.marker != MarkerStyle::None) {
+                markers.add(markerRectangle(point.anchor, style.markerSize));
+            }
             if (style.showLabels) {
                 wanted.push_back({&point, &style});
             }
         }
     }
     markers.sort();
+    bars.sort();
     std::stable_sort(wanted.begin(), wanted.end(),
                      [](const Wanted &one, const Wanted &two) { return one.point->value > two.point->value; });
     const QFontMetricsF metrics(tickFont_);
@@ -293,7 +303,9 @@ void Plot::placeValueLabels()
         const QRectF rectangle(point->anchor.x() - width / 2.0, point->anchor.y() - lift - height, width, height);
         const bool covered = std::any_of(valueLabels_.begin(), valueLabels_.end(),
                                          [&rectangle](const ValueLabel &other) { return other.rectangle.intersects(rectangle); });
-        if (!covered && !markers.intersects(rectangle)) {
+        // A zero is not worth a gap in the bar of another series.
+        const bool isZeroOverBar = point->value == 0.0 && bars.intersects(rectangle);
+        if (!covered && !isZeroOverBar && !markers.intersects(rectangle)) {
             valueLabels_.push_back({point->index, rectangle, text});
         }
     }
@@ -341,7 +353,7 @@ void Plot::paint(QPainter &painter, const QRectF &exposed, const QRectF &seen) c
     for (const auto &shape : shapes_) {
         shape->paint(painter, exposed);
     }
-    paintValueLabels(painter, exposed);
+    paintValueLabels(painter, exposed, seen);
     painter.setClipping(false);
     if (hasAxes()) {
         axes_.paint(painter, view);
@@ -367,14 +379,17 @@ void Plot::paintHead(QPainter &painter, const QPointF &legendOffset) const
     legend_.paint(painter);
 }
 
-void Plot::paintValueLabels(QPainter &painter, const QRectF &exposed) const
+void Plot::paintValueLabels(QPainter &painter, const QRectF &exposed, const QRectF &seen) const
 {
+    // The edge of a visible part must not make another number of a label.
+    const QRectF inner = isPart(seen) ? shapesIn(seen) : QRectF(QPointF(), size_);
     painter.setFont(tickFont_);
     painter.setPen(plotColours_.text);
     QColor veil = plotColours_.background;
     veil.setAlphaF(0.85F);
     for (const ValueLabel &label : valueLabels_) {
-        if (label.rectangle.intersects(exposed)) {
+        const bool isCut = label.rectangle.left() < inner.left() || label.rectangle.right() > inner.right();
+        if (!isCut && label.rectangle.intersects(exposed)) {
             painter.fillRect(label.rectangle, veil);
             painter.drawText(label.rectangle.adjusted(-4.0, -6.0, 4.0, 3.0), Qt::AlignCenter, label.text);
         }

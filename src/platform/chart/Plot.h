@@ -75,7 +75,7 @@ private:
     QRectF shapesIn(const QRectF &seen) const;
     void paintHead(QPainter &painter, const QPointF &legendOffset) const;
     std::vector<AxisTick> unitLabels() const;
-    void paintValueLabels(QPainter &painter, const QRectF &exposed) const;
+    void paintValueLabels(QPainter &painter, const QRectF &exposed, const QRectF &seen) const;
 
     const Chart &chart_;
     PlotColours plotColours_;

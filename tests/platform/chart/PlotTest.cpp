@@ -24,6 +24,7 @@ private Q_SLOTS:
     void withoutNumbersNoAxisTexts();
     void valueLabelsNeverCover_data() { addTypes(); }
     void valueLabelsNeverCover();
+    void zerosLeaveBarsWhole();
     void slicesAreSums();
     void aMixedChartDrawsEachSeriesByItsType();
     void longNamesBreakTheLegend();
@@ -173,6 +174,27 @@ void PlotTest::valueLabelsNeverCover()
     }
     // The label of the highest value is never left out.
     QVERIFY(type == ChartType::Pie2d || labels.front().text == QStringLiteral("22"));
+}
+
+void PlotTest::zerosLeaveBarsWhole()
+{
+    Chart model;
+    const std::vector<std::optional<double>> zeros(40, 0.0);
+    fillChart(model, ChartType::Bar2d, {wave(40, 1), zeros, zeros});
+    for (int column = 1; column <= 3; ++column) {
+        model.series(column).DataPointLabel.LocationType = LabelLocation::AbovePoint;
+    }
+    const Plot plot = plotOf(model);
+    bool hasZero = false;
+    for (const auto &label : plot.valueLabels()) {
+        if (label.text == QLatin1String("0")) {
+            hasZero = true;
+            for (const PointIndex &index : plot.pointsOf(1)) {
+                QVERIFY(!plot.drawnPoint(index)->body.intersects(label.rectangle));
+            }
+        }
+    }
+    QVERIFY(hasZero);
 }
 
 void PlotTest::slicesAreSums()
