@@ -108,12 +108,18 @@ void RecordsSheet::writeCell(int index, const QString &text, TextStyle style) co
 
 void RecordsSheet::writeHeading(const QString &farm, QDate from, QDate to)
 {
-    writeAgain_ = [this, farm, from, to] { writeHeading(farm, from, to); };
+    heading_ = Heading{farm, from, to};
+    writeHeading(*heading_);
+}
+
+void RecordsSheet::writeHeading(const Heading &heading) const
+{
     const TextStyle small{TextSize, true, false};
     write(QStringLiteral("A1"), QStringLiteral("A1"), QStringLiteral("PEST MONITORING"), {TitleSize, true, false});
-    write(QStringLiteral("A2"), QStringLiteral("C2"), QStringLiteral("Farm :  ") + farm, small);
-    write(QStringLiteral("D2"), QStringLiteral("F2"), QStringLiteral("Date :  ") + basic::formatDate(from, u"dd/mm/yyyy"), small);
-    write(QStringLiteral("G2"), QStringLiteral("I2"), basic::formatDate(to, u"dd/mm/yyyy"), small);
+    write(QStringLiteral("A2"), QStringLiteral("C2"), QStringLiteral("Farm :  ") + heading.farm, small);
+    write(QStringLiteral("D2"), QStringLiteral("F2"), QStringLiteral("Date :  ") + basic::formatDate(heading.from, u"dd/mm/yyyy"),
+          small);
+    write(QStringLiteral("G2"), QStringLiteral("I2"), basic::formatDate(heading.to, u"dd/mm/yyyy"), small);
 }
 
 void RecordsSheet::beginGroup(const QString &caption, int points)
@@ -181,8 +187,8 @@ void RecordsSheet::continueOnNewSheet()
     sheet_ = workbook.Worksheets().Add(workbook.Worksheets(workbook.Worksheets().Count()));
     row_ = FirstRow;
     pageStart_ = FirstRow;
-    if (writeAgain_) {
-        writeAgain_();
+    if (heading_) {
+        writeHeading(*heading_);
     }
     if (!caption_.isEmpty()) {
         beginGroup(caption_, captionPoints_);

@@ -7,7 +7,6 @@
 #include <QDate>
 #include <QString>
 
-#include <functional>
 #include <optional>
 #include <vector>
 
@@ -50,6 +49,11 @@ private:
     static constexpr int RowsOfSheet = 65536;
 
     struct Totals;
+    struct Heading {
+        QString farm;
+        QDate from;
+        QDate to;
+    };
     struct TextStyle {
         double size;
         bool bold;
@@ -61,6 +65,7 @@ private:
     void write(const QString &first, const QString &last, const QString &text, TextStyle style) const;
     /// Does nothing beyond Z. Indexes count from column B.
     void writeCell(int index, const QString &text, TextStyle style) const;
+    void writeHeading(const Heading &heading) const;
     void writeTableHeading(const QString &nameHeading, int points);
     /// A cell of the current line; `index` must not be beyond Z.
     excel::Range cellAt(int index) const;
@@ -79,7 +84,8 @@ private:
     int pageStart_;
     /// Row of the caption that no table follows yet, 0 for none.
     int openCaption_ = 0;
-    std::function<void()> writeAgain_;
+    /// What a further sheet begins with.
+    std::optional<Heading> heading_;
     QString caption_;
     int captionPoints_ = 0;
 };

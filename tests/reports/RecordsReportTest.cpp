@@ -308,6 +308,7 @@ void RecordsReportTest::aFullSheetContinuesOnTheNext()
     const excel::Workbook book = application_.ActiveWorkbook();
     QCOMPARE(book.Worksheets().Count(), 2);
     QCOMPARE(line(1), QStringLiteral("PEST MONITORING"));
+    QVERIFY2(line(2).startsWith(QLatin1String("Farm :  Rivier|")), qPrintable(line(2)));
     QCOMPARE(line(4), QStringLiteral("Ants"));
     QVERIFY2(sheet.row() <= 20, qPrintable(QString::number(sheet.row())));
     book.Worksheets(1).Activate();
