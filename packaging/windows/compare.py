@@ -12,7 +12,7 @@ import sys
 import tempfile
 import zipfile
 
-from xlrd import compdoc
+import olefile
 
 # The round takes seconds, so its names and its saves have other times of day. Dates are compared.
 TIME_IN_NAME = re.compile(r"[ _]+\d\d[-_]\d\d[-_]\d\d(?=\.)")
@@ -27,19 +27,9 @@ def exported(farmdata, databases):
 
 
 def streams(path):
-    """The streams of a compound file, by path. Entries that are in no storage are left over from writing."""
-    document = compdoc.CompDoc(path.read_bytes(), logfile=sys.stderr)
-    found = {}
-
-    def collect(storage, prefix):
-        for entry in (document.dirlist[child] for child in storage.children):
-            if entry.etype == 2:
-                found[prefix + entry.name] = document.get_named_stream(prefix + entry.name)
-            else:
-                collect(entry, prefix + entry.name + "/")
-
-    collect(document.dirlist[0], "")
-    return found
+    """The streams of a compound file, by path."""
+    with olefile.OleFileIO(path.read_bytes()) as document:
+        return {"/".join(name): document.openstream(name).read() for name in document.listdir()}
 
 
 def parts(path):

@@ -8,7 +8,7 @@ cd "$(dirname "$(readlink -f "$0")")/../.."
 . scripts/packages.sh
 . packaging/windows/cache.sh
 # shellcheck disable=SC2086
-installMissing $buildPackages $testPackages $windowsPackages wine wine64
+installMissing $buildPackages $testPackages $windowsPackages wine wine64 python3-olefile
 
 # On a screen of its own, and with mounts that end with it.
 if [ -z "${FARM_VERIFY:-}" ]; then
